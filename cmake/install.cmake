@@ -1,0 +1,57 @@
+# What goes to a user: both libraries, the public headers, the tool, and what find_package and pkg-config read.  All of
+# it finds its parts relative to itself, so that an installed tree can be moved.
+
+include( CMakePackageConfigHelpers )
+set( package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zu )
+set( pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig )
+
+install( TARGETS zu EXPORT zu
+    RUNTIME COMPONENT runtime
+    LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} )
+install( TARGETS zu_static EXPORT zu
+    ARCHIVE COMPONENT development
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} )
+if( TARGET zu_tool )
+    file( RELATIVE_PATH library_dir ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR} )
+    set_target_properties( zu_tool PROPERTIES INSTALL_RPATH "$ORIGIN/${library_dir}" )
+    install( TARGETS zu_tool RUNTIME COMPONENT runtime )
+endif()
+install( FILES NOTICE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime )
+
+# Each header by itself, not the folder, so that no header of the inside and no stray file slips in.
+file( GLOB_RECURSE ZU_PUBLIC_HEADERS CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/source
+    ${PROJECT_SOURCE_DIR}/source/zu/*.h ${PROJECT_SOURCE_DIR}/source/zu/*.hpp )
+list( FILTER ZU_PUBLIC_HEADERS EXCLUDE REGEX "_internal\\.h$" )
+foreach( header ${ZU_PUBLIC_HEADERS} )
+    cmake_path( GET header PARENT_PATH folder )
+    install( FILES source/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder} COMPONENT development )
+endforeach()
+
+# find_package( zu ): the targets zu::zu and zu::static
+install( EXPORT zu NAMESPACE zu:: FILE zuTargets.cmake DESTINATION ${package_dir} COMPONENT development )
+configure_package_config_file( cmake/zuConfig.cmake.in ${PROJECT_BINARY_DIR}/zuConfig.cmake
+    INSTALL_DESTINATION ${package_dir} NO_SET_AND_CHECK_MACRO )
+write_basic_package_version_file( ${PROJECT_BINARY_DIR}/zuConfigVersion.cmake COMPATIBILITY SameMajorVersion )
+install( FILES ${PROJECT_BINARY_DIR}/zuConfig.cmake ${PROJECT_BINARY_DIR}/zuConfigVersion.cmake
+    DESTINATION ${package_dir} COMPONENT development )
+
+# pkg-config zu, pkg-config zu-static
+file( RELATIVE_PATH PREFIX_FROM_PKGCONFIG /${pkgconfig_dir} / )
+foreach( where LIBDIR INCLUDEDIR )
+    if( IS_ABSOLUTE "${CMAKE_INSTALL_${where}}" )
+        set( PKGCONFIG_${where} "${CMAKE_INSTALL_${where}}" )
+    else()
+        set( PKGCONFIG_${where} "\${prefix}/${CMAKE_INSTALL_${where}}" )
+    endif()
+endforeach()
+if( IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}" )
+    set( PKGCONFIG_PREFIX "${CMAKE_INSTALL_PREFIX}" )
+else()
+    string( REGEX REPLACE "/$" "" PREFIX_FROM_PKGCONFIG "${PREFIX_FROM_PKGCONFIG}" )
+    set( PKGCONFIG_PREFIX "\${pcfiledir}/${PREFIX_FROM_PKGCONFIG}" )
+endif()
+foreach( file zu.pc zu-static.pc )
+    configure_file( cmake/${file}.in ${PROJECT_BINARY_DIR}/${file} @ONLY )
+    install( FILES ${PROJECT_BINARY_DIR}/${file} DESTINATION ${pkgconfig_dir} COMPONENT development )
+endforeach()

@@ -1,0 +1,64 @@
+# Compiler settings: zu_code for everything that is built here, zu_library_code on top of it for the library.
+
+set( CMAKE_CXX_STANDARD 20 )
+set( CMAKE_CXX_STANDARD_REQUIRED ON )
+set( CMAKE_CXX_EXTENSIONS OFF )
+set( CMAKE_C_STANDARD 11 )
+set( CMAKE_C_STANDARD_REQUIRED ON )
+set( CMAKE_C_EXTENSIONS OFF )
+set( CMAKE_EXPORT_COMPILE_COMMANDS ON )
+set( CMAKE_POSITION_INDEPENDENT_CODE ON )
+
+if( NOT CMAKE_BUILD_TYPE )
+    set( CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE )
+endif()
+# What a profiler reads best: the release build with frame pointers.
+set( CMAKE_C_FLAGS_PROFILE "-O2 -g -fno-omit-frame-pointer" CACHE STRING "C flags of profile builds" )
+set( CMAKE_CXX_FLAGS_PROFILE "-O2 -g -fno-omit-frame-pointer" CACHE STRING "C++ flags of profile builds" )
+mark_as_advanced( CMAKE_C_FLAGS_PROFILE CMAKE_CXX_FLAGS_PROFILE )
+
+find_program( CCACHE ccache )
+mark_as_advanced( CCACHE )
+if( CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER )
+    set( CMAKE_C_COMPILER_LAUNCHER ${CCACHE} )
+    set( CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE} )
+endif()
+find_package( Threads REQUIRED )
+
+set( ZU_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize takes them" )
+option( ZU_WARNINGS_AS_ERRORS "Treat warnings as errors" ON )
+
+add_library( zu_code INTERFACE )
+target_include_directories( zu_code INTERFACE ${PROJECT_SOURCE_DIR}/source ${PROJECT_BINARY_DIR}/generated )
+# Failed checks name their file relative to the repository, on every machine alike.
+target_compile_options( zu_code INTERFACE -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= )
+target_compile_options( zu_code INTERFACE
+    -Wall -Wextra -Wshadow -Wpointer-arith -Wcast-qual -Wformat=2 -Wundef -Wvla -Wmissing-declarations
+    $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi>
+    $<$<CXX_COMPILER_ID:GNU>:-Wlogical-op -Wduplicated-cond -Wduplicated-branches>
+    $<$<BOOL:${ZU_WARNINGS_AS_ERRORS}>:-Werror> )
+target_compile_options( zu_code INTERFACE
+    -fstack-protector-strong -fno-plt
+    $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2> )
+if( ZU_SANITIZE )
+    target_compile_options( zu_code INTERFACE
+        -fsanitize=${ZU_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer )
+    target_link_options( zu_code INTERFACE -fsanitize=${ZU_SANITIZE} )
+elseif( NOT APPLE )
+    target_compile_options( zu_code INTERFACE -fstack-clash-protection )
+endif()
+target_link_libraries( zu_code INTERFACE Threads::Threads )
+target_link_options( zu_code INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack )
+
+# -fstack-usage leaves a file beside each object that tells the frame of every function; scripts/check_library.py reads
+# them.  The warning reports a frame that is too large where it is written.
+add_library( zu_library_code INTERFACE )
+target_link_libraries( zu_library_code INTERFACE zu_code )
+target_compile_definitions( zu_library_code INTERFACE ZU___BUILDING_LIBRARY )
+target_compile_options( zu_library_code INTERFACE
+    -fvisibility=hidden -fstack-usage
+    $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti -fvisibility-inlines-hidden>
+    -Wconversion -Wno-sign-conversion )
+if( NOT ZU_SANITIZE )
+    target_compile_options( zu_library_code INTERFACE -Wframe-larger-than=16384 )
+endif()

@@ -1,0 +1,823 @@
+// Most texts of a program are short, so an object has room for 64 code points and longer texts alone need the heap.
+// Texts mostly grow at the end and are cut at either end, so the storage keeps free space at both: appending and cutting
+// move nothing as long as it lasts.
+//
+// Positions and counts are checked where they enter; from there on all lengths are within the storage.  A string that
+// anybody else holds is never changed: an insertion builds its successor in one step, so that each element moves once,
+// and every other change works on a copy.
+
+#include "zu/base/zu_string_internal.h"
+
+#include "zu/runtime/zu_module.h"
+#include "zu/sys/zu_mem.h"
+
+#include <cstring>
+
+static constexpr ZU_INT INLINE_CHARS = ZU___STRING_INLINE_CHARS;
+static constexpr ZU_INT SPACE_MAX = ZU___STRING_INLINE_CHARS; // free elements at one end that a deletion leaves
+static_assert( ZU_STRING_FSPACE + ZU_STRING_BSPACE == SPACE_MAX );
+
+static ZU_STRING *emptyString = nullptr; // shared by everybody who holds an empty text
+
+static void stringFree( ZU_OBJ *thisObj );
+static ZU_INT stringCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj );
+static ZU_STRING *stringToString( ZU_OBJ *thisObj );
+
+static ZU_SORT zu___sort_ZU_STRING =
+    ZU___SORT_INITIALIZER( "ZU_STRING", &zu___module, stringFree, stringCompare, stringToString );
+ZU___STDFUNCS( ZU_STRING, zuString )
+
+// Start-up
+void zu___StringStartup( void )
+{
+    emptyString = nullptr;
+    emptyString = zu___StringCreateEmpty();
+}
+void zu___StringShutdown( void )
+{
+    ZU_REF_RELEASE( emptyString );
+    ZU_REF_POISON( emptyString );
+}
+
+static inline ZU_CHAR *stringText( ZU_STRING *zus )
+{
+    return zus->chars + zus->fspace;
+}
+static inline void stringCopyChars( ZU_CHAR *dest, const ZU_CHAR *src, ZU_INT count )
+{
+    if ( count > 0 ) {
+        memcpy( dest, src, (size_t)count * sizeof( ZU_CHAR ) );
+    }
+}
+static inline void stringMoveChars( ZU_CHAR *dest, const ZU_CHAR *src, ZU_INT count )
+{
+    if ( count > 0 && dest != src ) {
+        memmove( dest, src, (size_t)count * sizeof( ZU_CHAR ) );
+    }
+}
+
+// Storage
+
+// Replaces the storage by one of `capacity` elements, which is no less than before, and moves the text to element
+// `textAt` of it.
+static void stringReplaceStorage( ZU_STRING *zus, ZU_INT capacity, ZU_INT textAt )
+{
+    if ( zus->chars == zus->inlineChars ) {
+        ZU_CHAR *chars = (ZU_CHAR *)zuMemAllocN( capacity, sizeof( ZU_CHAR ) );
+        stringCopyChars( chars + textAt, stringText( zus ), zus->length );
+        zus->chars = chars;
+    } else {
+        zus->chars = (ZU_CHAR *)zuMemReallocN( zus->chars, capacity, sizeof( ZU_CHAR ) );
+        stringMoveChars( zus->chars + textAt, stringText( zus ), zus->length );
+    }
+    zu___ObjDbgSetAllocationSizeN( &zus->obj, capacity, sizeof( ZU_CHAR ) );
+}
+
+// Room ahead of the text.  Free space at the front is used up first, then all of it, then there is new storage with
+// slack at both ends.
+static void stringMakeRoomAtFront( ZU_STRING *zus, ZU_INT count )
+{
+    if ( zus->fspace >= count ) {
+        zus->fspace -= count;
+    } else if ( zus->fspace + zus->bspace >= count ) {
+        stringMoveChars( zus->chars + count, stringText( zus ), zus->length );
+        zus->bspace = zus->bspace + zus->fspace - count;
+        zus->fspace = 0;
+    } else {
+        ZU_ASSERT( ZU_INT_ADD_OK( ZU_STRING_FSPACE + ZU_STRING_BSPACE + zus->length, count ) );
+        stringReplaceStorage( zus, ZU_STRING_FSPACE + ZU_STRING_BSPACE + zus->length + count, count + ZU_STRING_FSPACE );
+        zus->fspace = ZU_STRING_FSPACE;
+        zus->bspace = ZU_STRING_BSPACE;
+    }
+}
+
+// Room behind the text.  Only a text inside the object moves to the front for it: a text on the heap that is appended to
+// keeps the free space ahead of it for who prepends.
+static void stringMakeRoomAtEnd( ZU_STRING *zus, ZU_INT count )
+{
+    if ( ZU___LIKELY( zus->bspace >= count ) ) {
+        zus->bspace -= count;
+    } else if ( zus->chars == zus->inlineChars && zus->fspace + zus->bspace >= count ) {
+        stringMoveChars( zus->chars, stringText( zus ), zus->length );
+        zus->bspace = zus->bspace + zus->fspace - count;
+        zus->fspace = 0;
+    } else {
+        ZU_ASSERT( ZU_INT_ADD_OK( zus->fspace + zus->length + ZU_STRING_BSPACE, count ) );
+        stringReplaceStorage( zus, zus->fspace + zus->length + ZU_STRING_BSPACE + count, zus->fspace );
+        zus->bspace = ZU_STRING_BSPACE;
+    }
+}
+
+// Room inside the text.
+static void stringMakeRoomInside( ZU_STRING *zus, ZU_INT atIndex, ZU_INT count )
+{
+    ZU_INT tailLength = zus->length - atIndex;
+    if ( zus->bspace >= count ) {
+        ZU_CHAR *tail = stringText( zus ) + atIndex;
+        stringMoveChars( tail + count, tail, tailLength );
+        zus->bspace -= count;
+    } else if ( zus->fspace + zus->bspace >= count ) {
+        ZU_INT newFspace = zus->fspace + zus->bspace - count;
+        ZU_CHAR *tail = stringText( zus ) + atIndex;
+        stringMoveChars( zus->chars + newFspace, stringText( zus ), atIndex );
+        stringMoveChars( tail + zus->bspace, tail, tailLength );
+        zus->fspace = newFspace;
+        zus->bspace = 0;
+    } else {
+        ZU_ASSERT( ZU_INT_ADD_OK( ZU_STRING_FSPACE + ZU_STRING_BSPACE + zus->length, count ) );
+        stringReplaceStorage( zus, ZU_STRING_FSPACE + ZU_STRING_BSPACE + zus->length + count, ZU_STRING_FSPACE );
+        ZU_CHAR *tail = zus->chars + ZU_STRING_FSPACE + atIndex;
+        stringMoveChars( tail + count, tail, tailLength );
+        zus->fspace = ZU_STRING_FSPACE;
+        zus->bspace = ZU_STRING_BSPACE;
+    }
+}
+
+ZU_CHAR *zu___StringMakeRoom( ZU_STRING *zus, ZU_INT atIndex, ZU_INT count )
+{
+    ZU_ASSERT( zus );
+    ZU_ASSERT( ZU_REF_RETAIN_COUNT( zus ) == 1 );
+    ZU_ASSERT( atIndex >= 0 );
+    ZU_ASSERT( atIndex <= zus->length );
+    ZU_ASSERT( count >= 0 );
+    if ( count > 0 ) {
+        ZU_ASSERT( ZU_INT_ADD_OK( zus->length, count ) );
+        if ( atIndex == 0 ) {
+            stringMakeRoomAtFront( zus, count );
+        } else if ( atIndex == zus->length ) {
+            stringMakeRoomAtEnd( zus, count );
+        } else {
+            stringMakeRoomInside( zus, atIndex, count );
+        }
+        zus->length += count;
+    }
+    return stringText( zus ) + atIndex;
+}
+
+void zu___StringCompact( ZU_STRING *zus )
+{
+    ZU_ASSERT( zus );
+    if ( zus->fspace <= SPACE_MAX && zus->bspace <= SPACE_MAX ) {
+        return;
+    }
+    if ( zus->chars == zus->inlineChars ) {
+        return; // only ever with a slack within the bound
+    }
+    ZU_CHAR *old = zus->chars;
+    const ZU_CHAR *text = stringText( zus );
+    if ( zus->length <= INLINE_CHARS ) {
+        zus->chars = zus->inlineChars;
+        zus->fspace = 0;
+        zus->bspace = INLINE_CHARS - zus->length;
+        zu___ObjDbgSetAllocationSize( &zus->obj, 0 );
+    } else {
+        ZU_INT capacity = zus->length + ZU_STRING_FSPACE + ZU_STRING_BSPACE;
+        zus->chars = (ZU_CHAR *)zuMemAllocN( capacity, sizeof( ZU_CHAR ) );
+        zus->fspace = ZU_STRING_FSPACE;
+        zus->bspace = ZU_STRING_BSPACE;
+        zu___ObjDbgSetAllocationSizeN( &zus->obj, capacity, sizeof( ZU_CHAR ) );
+    }
+    stringCopyChars( stringText( zus ), text, zus->length );
+    zuMemFree( old );
+}
+
+// Standard functions
+static void stringFree( ZU_OBJ *thisObj )
+{
+    ZU_STRING *zus = zuStringFrom( thisObj );
+    ZU_ASSERT( zus );
+    ZU_ASSERT( zus->chars );
+    if ( zus->chars != zus->inlineChars ) {
+        zuMemFree( zus->chars );
+        zu___ObjDbgSetAllocationSize( thisObj, 0 );
+    }
+    ZU_REF_POISON( zus->chars );
+}
+static ZU_INT stringCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
+{
+    ZU_STRING *zusA = zuStringFrom( thisObj );
+    ZU_STRING *zusB = zuStringFrom( thatObj );
+    ZU_ASSERT( zusA );
+    ZU_ASSERT( zusB );
+    const ZU_CHAR *charsA = stringText( zusA );
+    const ZU_CHAR *charsB = stringText( zusB );
+    ZU_INT common = zuIntMin( zusA->length, zusB->length );
+    for ( ZU_INT i = 0; i < common; i++ ) {
+        if ( charsA[ i ] != charsB[ i ] ) {
+            return charsA[ i ] < charsB[ i ] ? -1 : 1;
+        }
+    }
+    return ( zusA->length > zusB->length ) - ( zusA->length < zusB->length );
+}
+static ZU_STRING *stringToString( ZU_OBJ *thisObj )
+{
+    return zuStringRetain( zuStringFrom( thisObj ) );
+}
+
+// Inspection
+ZU_INT zuStringLength( ZU_STRING *zus )
+{
+    ZU_ASSERT( zus );
+    return zus->length;
+}
+const ZU_CHAR *zuStringBacking( ZU_STRING *zus )
+{
+    ZU_ASSERT( zus );
+    return stringText( zus );
+}
+ZU_CHAR zuStringCharAt( ZU_STRING *zus, ZU_INT idx )
+{
+    ZU_ASSERT( zus );
+    ZU_ASSERT( idx >= 0 );
+    ZU_ASSERT( idx < zus->length );
+    return stringText( zus )[ idx ];
+}
+
+// Creation
+ZU_STRING *zu___StringCreateEmpty( void )
+{
+    ZU_STRING *zus = (ZU_STRING *)zu___ObjCreate( sizeof( ZU_STRING ), &zu___sort_ZU_STRING );
+    zus->length = 0;
+    zus->fspace = 0;
+    zus->bspace = INLINE_CHARS;
+    zus->chars = zus->inlineChars;
+    return zus;
+}
+ZU_STRING *zuStringCreate( void )
+{
+    return emptyString ? zuStringRetain( emptyString ) : nullptr;
+}
+ZU_STRING *zuStringCreateFrom( ZU_STRING *src )
+{
+    ZU_ASSERT( src );
+    return zuStringCreateFromInner( src, 0, src->length );
+}
+ZU_STRING *zuStringCreateFromInner( ZU_STRING *src, ZU_INT offset, ZU_INT count )
+{
+    ZU_ASSERT( src );
+    ZU_STRING *zus = zu___StringCreateEmpty();
+    zuStringInsertInner( &zus, 0, src, offset, count );
+    return zus;
+}
+ZU_STRING *zuStringCreateFromLeading( ZU_STRING *src, ZU_INT count )
+{
+    ZU_ASSERT( src );
+    return zuStringCreateFromInner( src, 0, count );
+}
+ZU_STRING *zuStringCreateFromTrailing( ZU_STRING *src, ZU_INT count )
+{
+    ZU_ASSERT( src );
+    ZU_ASSERT( count >= 0 );
+    ZU_ASSERT( count <= src->length );
+    return zuStringCreateFromInner( src, src->length - count, count );
+}
+ZU_STRING *zuStringCreateFromOuter( ZU_STRING *src, ZU_INT offset, ZU_INT count )
+{
+    ZU_ASSERT( src );
+    ZU_STRING *zus = zu___StringCreateEmpty();
+    zuStringInsertOuter( &zus, 0, src, offset, count );
+    return zus;
+}
+ZU_STRING *zuStringCreateFromCharsCopy( const ZU_CHAR *src, ZU_INT srcLength )
+{
+    ZU_ASSERT( src || srcLength == 0 );
+    ZU_ASSERT( srcLength >= 0 );
+    ZU_STRING *zus = zuStringCreate();
+    zuStringAppendChars( &zus, src, srcLength );
+    return zus;
+}
+ZU_STRING *zuStringCreateFromCharsUse( ZU_CHAR *src, ZU_INT srcLength )
+{
+    ZU_ASSERT( src || srcLength == 0 );
+    ZU_ASSERT( srcLength >= 0 );
+    ZU_ASSERT( zuCharsAllOk( src, srcLength ) );
+    if ( srcLength == 0 ) {
+        return zuStringCreate();
+    }
+    ZU_STRING *zus = zu___StringCreateEmpty();
+    zus->length = srcLength;
+    zus->fspace = 0;
+    zus->bspace = 0;
+    zus->chars = src;
+    zu___ObjDbgSetAllocationSizeN( &zus->obj, srcLength, sizeof( ZU_CHAR ) );
+    return zus;
+}
+
+// Creation from an encoded text.  The first run of the converter fills the object's own room and measures, so that a
+// text that fits is done.
+template < typename UNIT >
+static ZU_STRING *stringCreateFromEncoded( ZU_INT ( *convert )( ZU_CHAR *, ZU_INT, const UNIT *, ZU_INT ),
+                                           const UNIT *src, ZU_INT srcLength )
+{
+    ZU_STRING *zus = zu___StringCreateEmpty();
+    ZU_INT length = convert( zus->inlineChars, INLINE_CHARS, src, srcLength );
+    if ( length <= INLINE_CHARS ) {
+        zus->length = length;
+        zus->bspace = INLINE_CHARS - length;
+    } else {
+        convert( zu___StringMakeRoom( zus, 0, length ), length, src, srcLength );
+    }
+    return zus;
+}
+ZU_STRING *zuStringCreateFromAscii( const char *src, ZU_INT srcLength )
+{
+    return stringCreateFromEncoded( zuCharsConvertFromAscii, src, srcLength );
+}
+ZU_STRING *zuStringCreateFromUtf8( const char *src, ZU_INT srcLength )
+{
+    return stringCreateFromEncoded( zuCharsConvertFromUtf8, src, srcLength );
+}
+ZU_STRING *zuStringCreateFromCstr( const char *src, ZU_INT srcLength )
+{
+    return stringCreateFromEncoded( zuCharsConvertFromCstr, src, srcLength );
+}
+ZU_STRING *zuStringCreateFromWcstr( const char16_t *src, ZU_INT srcLength )
+{
+    return stringCreateFromEncoded( zuCharsConvertFromWcstr, src, srcLength );
+}
+
+void zu___StringUnshare( ZU_STRING **zus )
+{
+    if ( ZU_REF_RETAIN_COUNT( *zus ) > 1 ) {
+        ZU_STRING *old = *zus;
+        *zus = zuStringCreateFrom( old );
+        ZU_REF_RELEASE( old );
+    }
+}
+
+// Insertion.  zuStringInsertInner, zuStringInsertChars, zuStringInsertChar and zuStringInsertCharRun do the work; the
+// other forms check what they read themselves and hand on.
+
+// Opens a gap of `count` elements, which are not 0, at `idx` and returns it for the caller to fill.  A shared string is
+// exchanged for a private one that has the gap already.
+static ZU_CHAR *stringOpenGap( ZU_STRING **zus, ZU_INT idx, ZU_INT count )
+{
+    ZU_STRING *old = *zus;
+    if ( ZU_REF_RETAIN_COUNT( old ) == 1 ) {
+        return zu___StringMakeRoom( old, idx, count );
+    }
+    ZU_ASSERT( ZU_INT_ADD_OK( old->length, count ) );
+    ZU_STRING *copy = zu___StringCreateEmpty();
+    ZU_CHAR *text = zu___StringMakeRoom( copy, 0, old->length + count );
+    stringCopyChars( text, stringText( old ), idx );
+    stringCopyChars( text + idx + count, stringText( old ) + idx, old->length - idx );
+    *zus = copy;
+    ZU_REF_RELEASE( old );
+    return text + idx;
+}
+
+void zuStringInsertInner( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src, ZU_INT offset, ZU_INT count )
+{
+    ZU_ASSERT( dest );
+    ZU_ASSERT( *dest );
+    ZU_ASSERT( idx >= 0 );
+    ZU_ASSERT( idx <= (*dest)->length );
+    ZU_ASSERT( src );
+    ZU_ASSERT( offset >= 0 );
+    ZU_ASSERT( count >= 0 );
+    ZU_ASSERT( ZU_INT_ADD_OK( offset, count ) );
+    ZU_ASSERT( offset + count <= src->length );
+    if ( count == 0 ) {
+        return;
+    }
+    // Inserted into itself, a string is held over the change: that forces the copy and keeps what is read in place.
+    ZU_STRING *held = src == *dest ? zuStringRetain( src ) : nullptr;
+    ZU_CHAR *gap = stringOpenGap( dest, idx, count );
+    stringCopyChars( gap, stringText( src ) + offset, count );
+    ZU_REF_RELEASE_OPT( held );
+}
+void zuStringInsert( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src )
+{
+    ZU_ASSERT( src );
+    zuStringInsertInner( dest, idx, src, 0, src->length );
+}
+void zuStringInsertLeading( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src, ZU_INT count )
+{
+    zuStringInsertInner( dest, idx, src, 0, count );
+}
+void zuStringInsertTrailing( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src, ZU_INT count )
+{
+    ZU_ASSERT( src );
+    ZU_ASSERT( count >= 0 );
+    ZU_ASSERT( count <= src->length );
+    zuStringInsertInner( dest, idx, src, src->length - count, count );
+}
+void zuStringInsertOuter( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src, ZU_INT offset, ZU_INT count )
+{
+    ZU_ASSERT( dest );
+    ZU_ASSERT( *dest );
+    ZU_ASSERT( idx >= 0 );
+    ZU_ASSERT( idx <= (*dest)->length );
+    ZU_ASSERT( src );
+    ZU_ASSERT( offset >= 0 );
+    ZU_ASSERT( count >= 0 );
+    ZU_ASSERT( ZU_INT_ADD_OK( offset, count ) );
+    ZU_ASSERT( offset + count <= src->length );
+    // The first insertion may replace *dest, and with it the source.
+    ZU_STRING *held = src == *dest ? zuStringRetain( src ) : nullptr;
+    zuStringInsertInner( dest, idx, src, offset + count, src->length - offset - count );
+    zuStringInsertInner( dest, idx, src, 0, offset );
+    ZU_REF_RELEASE_OPT( held );
+}
+void zuStringInsertChar( ZU_STRING **zus, ZU_INT idx, ZU_CHAR ch )
+{
+    ZU_ASSERT( zus );
+    ZU_ASSERT( *zus );
+    ZU_ASSERT( idx >= 0 );
+    ZU_ASSERT( idx <= (*zus)->length );
+    ZU_ASSERT( ZU_CHAR_OK( ch ) );
+    *stringOpenGap( zus, idx, 1 ) = ch;
+}
+void zuStringInsertCharRun( ZU_STRING **zus, ZU_INT idx, ZU_CHAR ch, ZU_INT count )
+{
+    ZU_ASSERT( zus );
+    ZU_ASSERT( *zus );
+    ZU_ASSERT( idx >= 0 );
+    ZU_ASSERT( idx <= (*zus)->length );
+    ZU_ASSERT( count >= 0 );
+    if ( count == 0 ) {
+        return;
+    }
+    ZU_ASSERT( ZU_CHAR_OK( ch ) );
+    ZU_CHAR *gap = stringOpenGap( zus, idx, count );
+    for ( ZU_INT i = 0; i < count; i++ ) {
+        gap[ i ] = ch;
+    }
+}
+void zuStringInsertChars( ZU_STRING **zus, ZU_INT idx, const ZU_CHAR *chs, ZU_INT chsLength )
+{
+    ZU_ASSERT( zus );
+    ZU_ASSERT( *zus );
+    ZU_ASSERT( idx >= 0 );
+    ZU_ASSERT( idx <= (*zus)->length );
+    ZU_ASSERT( chsLength >= 0 );
+    ZU_ASSERT( chs || chsLength == 0 );
+    ZU_ASSERT( zuCharsAllOk( chs, chsLength ) );
+    if ( chsLength == 0 ) {
+        return;
+    }
+    stringCopyChars( stringOpenGap( zus, idx, chsLength ), chs, chsLength );
+}
+void zuStringInsertCstr( ZU_STRING **dest, ZU_INT idx, const char *src, ZU_INT srcLength )
+{
+    ZU_STRING *zus = zuStringCreateFromCstr( src, srcLength );
+    zuStringInsert( dest, idx, zus );
+    ZU_REF_RELEASE( zus );
+}
+void zuStringInsertWcstr( ZU_STRING **dest, ZU_INT idx, const char16_t *src, ZU_INT srcLength )
+{
+    ZU_STRING *zus = zuStringCreateFromWcstr( src, srcLength );
+    zuStringInsert( dest, idx, zus );
+    ZU_REF_RELEASE( zus );
+}
+void zuStringInsertObj( ZU_STRING **dest, ZU_INT idx, ZU_OBJ *obj )
+{
+    ZU_STRING *zus = zuObjToString( obj );
+    zuStringInsert( dest, idx, zus );
+    ZU_REF_RELEASE( zus );
+}
+
+// Appending: insertion behind the last code point.
+void zuStringAppend( ZU_STRING **dest, ZU_STRING *src )
+{
+    ZU_ASSERT( dest );
+    ZU_ASSERT( *dest );
+    zuStringInsert( dest, ( *dest )->length, src );
+}
+void zuStringAppendInner( ZU_STRING **dest, ZU_STRING *src, ZU_INT offset, ZU_INT count )
+{
+    ZU_ASSERT( dest );
+    ZU_ASSERT( *dest );
+    zuStringInsertInner( dest, ( *dest )->length, src, offset, count );
+}
+void zuStringAppendLeading( ZU_STRING **dest, ZU_STRING *src, ZU_INT count )
+{
+    ZU_ASSERT( dest );
+    ZU_ASSERT( *dest );
+    zuStringInsertLeading( dest, ( *dest )->length, src, count );
+}
+void zuStringAppendTrailing( ZU_STRING **dest, ZU_STRING *src, ZU_INT count )
+{
+    ZU_ASSERT( dest );
+    ZU_ASSERT( *dest );
+    zuStringInsertTrailing( dest, ( *dest )->length, src, count );
+}
+void zuStringAppendOuter( ZU_STRING **dest, ZU_STRING *src, ZU_INT offset, ZU_INT count )
+{
+    ZU_ASSERT( dest );
+    ZU_ASSERT( *dest );
+    zuStringInsertOuter( dest, ( *dest )->length, src, offset, count );
+}
+void zuStringAppendChar( ZU_STRING **zus, ZU_CHAR ch )
+{
+    ZU_ASSERT( zus );
+    ZU_ASSERT( *zus );
+    zuStringInsertChar( zus, ( *zus )->length, ch );
+}
+void zuStringAppendCharRun( ZU_STRING **zus, ZU_CHAR ch, ZU_INT count )
+{
+    ZU_ASSERT( zus );
+    ZU_ASSERT( *zus );
+    zuStringInsertCharRun( zus, ( *zus )->length, ch, count );
+}
+void zuStringAppendChars( ZU_STRING **zus, const ZU_CHAR *chs, ZU_INT chsLength )
+{
+    ZU_ASSERT( zus );
+    ZU_ASSERT( *zus );
+    zuStringInsertChars( zus, ( *zus )->length, chs, chsLength );
+}
+void zuStringAppendCstr( ZU_STRING **dest, const char *src, ZU_INT srcLength )
+{
+    ZU_ASSERT( dest );
+    ZU_ASSERT( *dest );
+    zuStringInsertCstr( dest, ( *dest )->length, src, srcLength );
+}
+void zuStringAppendWcstr( ZU_STRING **dest, const char16_t *src, ZU_INT srcLength )
+{
+    ZU_ASSERT( dest );
+    ZU_ASSERT( *dest );
+    zuStringInsertWcstr( dest, ( *dest )->length, src, srcLength );
+}
+void zuStringAppendObj( ZU_STRING **dest, ZU_OBJ *obj )
+{
+    ZU_ASSERT( dest );
+    ZU_ASSERT( *dest );
+    zuStringInsertObj( dest, ( *dest )->length, obj );
+}
+
+// Prepending: insertion ahead of the first code point.
+void zuStringPrepend( ZU_STRING **dest, ZU_STRING *src )
+{
+    zuStringInsert( dest, 0, src );
+}
+void zuStringPrependInner( ZU_STRING **dest, ZU_STRING *src, ZU_INT offset, ZU_INT count )
+{
+    zuStringInsertInner( dest, 0, src, offset, count );
+}
+void zuStringPrependLeading( ZU_STRING **dest, ZU_STRING *src, ZU_INT count )
+{
+    zuStringInsertLeading( dest, 0, src, count );
+}
+void zuStringPrependTrailing( ZU_STRING **dest, ZU_STRING *src, ZU_INT count )
+{
+    zuStringInsertTrailing( dest, 0, src, count );
+}
+void zuStringPrependOuter( ZU_STRING **dest, ZU_STRING *src, ZU_INT offset, ZU_INT count )
+{
+    zuStringInsertOuter( dest, 0, src, offset, count );
+}
+void zuStringPrependChar( ZU_STRING **zus, ZU_CHAR ch )
+{
+    zuStringInsertChar( zus, 0, ch );
+}
+void zuStringPrependCharRun( ZU_STRING **zus, ZU_CHAR ch, ZU_INT count )
+{
+    zuStringInsertCharRun( zus, 0, ch, count );
+}
+void zuStringPrependChars( ZU_STRING **zus, const ZU_CHAR *chs, ZU_INT chsLength )
+{
+    zuStringInsertChars( zus, 0, chs, chsLength );
+}
+void zuStringPrependCstr( ZU_STRING **dest, const char *src, ZU_INT srcLength )
+{
+    zuStringInsertCstr( dest, 0, src, srcLength );
+}
+void zuStringPrependWcstr( ZU_STRING **dest, const char16_t *src, ZU_INT srcLength )
+{
+    zuStringInsertWcstr( dest, 0, src, srcLength );
+}
+void zuStringPrependObj( ZU_STRING **dest, ZU_OBJ *obj )
+{
+    zuStringInsertObj( dest, 0, obj );
+}
+
+// Deletion.  A range at either end gives its elements to the free space there, and nothing moves but by compacting.
+
+// Asserts that the `count` code points from `offset` on are within the text of `*zus`.
+#define STRING_ASSERT_RANGE( zus, offset, count )             \
+    do {                                                      \
+        ZU_ASSERT( zus );                                     \
+        ZU_ASSERT( *zus );                                    \
+        ZU_ASSERT( offset >= 0 );                             \
+        ZU_ASSERT( count >= 0 );                              \
+        ZU_ASSERT( ZU_INT_ADD_OK( offset, count ) );          \
+        ZU_ASSERT( offset + count <= (*zus)->length );        \
+    } while ( 0 )
+
+void zuStringDelInner( ZU_STRING **zus, ZU_INT offset, ZU_INT count )
+{
+    STRING_ASSERT_RANGE( zus, offset, count );
+    if ( count == 0 ) {
+        return;
+    }
+    if ( count == ( *zus )->length ) {
+        zuStringClear( zus );
+        return;
+    }
+    zu___StringUnshare( zus );
+    ZU_STRING *own = *zus;
+    if ( offset == 0 ) {
+        own->fspace += count;
+    } else {
+        ZU_CHAR *range = stringText( own ) + offset;
+        stringMoveChars( range, range + count, own->length - offset - count );
+        own->bspace += count;
+    }
+    own->length -= count;
+    zu___StringCompact( own );
+}
+void zuStringDelLeading( ZU_STRING **zus, ZU_INT count )
+{
+    zuStringDelInner( zus, 0, count );
+}
+void zuStringDelTrailing( ZU_STRING **zus, ZU_INT count )
+{
+    ZU_ASSERT( zus );
+    ZU_ASSERT( *zus );
+    ZU_ASSERT( count >= 0 );
+    ZU_ASSERT( count <= (*zus)->length );
+    zuStringDelInner( zus, ( *zus )->length - count, count );
+}
+void zuStringDelOuter( ZU_STRING **zus, ZU_INT offset, ZU_INT count )
+{
+    STRING_ASSERT_RANGE( zus, offset, count );
+    if ( count == ( *zus )->length ) {
+        return;
+    }
+    if ( count == 0 ) {
+        zuStringClear( zus );
+        return;
+    }
+    zu___StringUnshare( zus );
+    ZU_STRING *own = *zus;
+    own->fspace += offset;
+    own->bspace += own->length - offset - count;
+    own->length = count;
+    zu___StringCompact( own );
+}
+void zuStringClear( ZU_STRING **zus )
+{
+    ZU_ASSERT( zus );
+    ZU_ASSERT( *zus );
+    ZU_STRING *old = *zus;
+    *zus = zuStringCreate();
+    ZU_REF_RELEASE( old );
+}
+void zuStringSetCharAt( ZU_STRING **zus, ZU_INT idx, ZU_CHAR ch )
+{
+    ZU_ASSERT( zus );
+    ZU_ASSERT( *zus );
+    ZU_ASSERT( idx >= -1 );
+    ZU_ASSERT( idx <= (*zus)->length );
+    ZU_ASSERT( ZU_CHAR_OK( ch ) );
+    if ( idx == -1 ) {
+        zuStringPrependChar( zus, ch );
+    } else if ( idx == ( *zus )->length ) {
+        zuStringAppendChar( zus, ch );
+    } else {
+        zu___StringUnshare( zus );
+        stringText( *zus )[ idx ] = ch;
+    }
+}
+
+// Comparison of the whole text
+static bool stringCharsEqual( const ZU_CHAR *a, const ZU_CHAR *b, ZU_INT count )
+{
+    return count == 0 || memcmp( a, b, (size_t)count * sizeof( ZU_CHAR ) ) == 0;
+}
+ZU_BOOL zuStringEqualsChar( ZU_STRING *zus, ZU_CHAR ch )
+{
+    ZU_ASSERT( zus );
+    return zus->length == 1 && stringText( zus )[ 0 ] == ch;
+}
+ZU_BOOL zuStringEqualsChars( ZU_STRING *zus, const ZU_CHAR *chs, ZU_INT chsLen )
+{
+    ZU_ASSERT( zus );
+    ZU_ASSERT( chsLen >= 0 );
+    ZU_ASSERT( chs || chsLen == 0 );
+    return zus->length == chsLen && stringCharsEqual( stringText( zus ), chs, chsLen );
+}
+ZU_BOOL zuStringEqualsCstr( ZU_STRING *zus, const char *src, ZU_INT srcLength )
+{
+    ZU_ASSERT( zus );
+    ZU_STRING *other = zuStringCreateFromCstr( src, srcLength );
+    ZU_BOOL equals = zuStringEquals( zus, other );
+    ZU_REF_RELEASE( other );
+    return equals;
+}
+ZU_BOOL zuStringEqualsWcstr( ZU_STRING *zus, const char16_t *src, ZU_INT srcLength )
+{
+    ZU_ASSERT( zus );
+    ZU_STRING *other = zuStringCreateFromWcstr( src, srcLength );
+    ZU_BOOL equals = zuStringEquals( zus, other );
+    ZU_REF_RELEASE( other );
+    return equals;
+}
+
+// Beginning; zuStringBeginsWithChars does the work.
+ZU_BOOL zuStringBeginsWith( ZU_STRING *zus, ZU_STRING *sub )
+{
+    ZU_ASSERT( sub );
+    return zuStringBeginsWithChars( zus, stringText( sub ), sub->length );
+}
+ZU_BOOL zuStringBeginsWithChar( ZU_STRING *zus, ZU_CHAR ch )
+{
+    ZU_ASSERT( ZU_CHAR_OK( ch ) );
+    return zuStringBeginsWithChars( zus, &ch, 1 );
+}
+ZU_BOOL zuStringBeginsWithChars( ZU_STRING *zus, const ZU_CHAR *sub, ZU_INT subLen )
+{
+    ZU_ASSERT( zus );
+    ZU_ASSERT( subLen >= 0 );
+    ZU_ASSERT( sub || subLen == 0 );
+    ZU_ASSERT( zuCharsAllOk( sub, subLen ) );
+    return subLen <= zus->length && stringCharsEqual( stringText( zus ), sub, subLen );
+}
+ZU_BOOL zuStringBeginsWithCstr( ZU_STRING *zus, const char *sub, ZU_INT subLen )
+{
+    ZU_STRING *subString = zuStringCreateFromCstr( sub, subLen );
+    ZU_BOOL result = zuStringBeginsWith( zus, subString );
+    ZU_REF_RELEASE( subString );
+    return result;
+}
+ZU_BOOL zuStringBeginsWithWcstr( ZU_STRING *zus, const char16_t *sub, ZU_INT subLen )
+{
+    ZU_STRING *subString = zuStringCreateFromWcstr( sub, subLen );
+    ZU_BOOL result = zuStringBeginsWith( zus, subString );
+    ZU_REF_RELEASE( subString );
+    return result;
+}
+
+// End; zuStringEndsWithChars does the work.
+ZU_BOOL zuStringEndsWith( ZU_STRING *zus, ZU_STRING *sub )
+{
+    ZU_ASSERT( sub );
+    return zuStringEndsWithChars( zus, stringText( sub ), sub->length );
+}
+ZU_BOOL zuStringEndsWithChar( ZU_STRING *zus, ZU_CHAR ch )
+{
+    ZU_ASSERT( ZU_CHAR_OK( ch ) );
+    return zuStringEndsWithChars( zus, &ch, 1 );
+}
+ZU_BOOL zuStringEndsWithChars( ZU_STRING *zus, const ZU_CHAR *sub, ZU_INT subLen )
+{
+    ZU_ASSERT( zus );
+    ZU_ASSERT( subLen >= 0 );
+    ZU_ASSERT( sub || subLen == 0 );
+    ZU_ASSERT( zuCharsAllOk( sub, subLen ) );
+    return subLen <= zus->length && stringCharsEqual( stringText( zus ) + zus->length - subLen, sub, subLen );
+}
+ZU_BOOL zuStringEndsWithCstr( ZU_STRING *zus, const char *sub, ZU_INT subLen )
+{
+    ZU_STRING *subString = zuStringCreateFromCstr( sub, subLen );
+    ZU_BOOL result = zuStringEndsWith( zus, subString );
+    ZU_REF_RELEASE( subString );
+    return result;
+}
+ZU_BOOL zuStringEndsWithWcstr( ZU_STRING *zus, const char16_t *sub, ZU_INT subLen )
+{
+    ZU_STRING *subString = zuStringCreateFromWcstr( sub, subLen );
+    ZU_BOOL result = zuStringEndsWith( zus, subString );
+    ZU_REF_RELEASE( subString );
+    return result;
+}
+
+// Conversion: one run of the converter to measure, one to fill an array of just that size.
+template < typename UNIT >
+static UNIT *stringConvert( ZU_INT ( *convert )( UNIT *, ZU_INT, const ZU_CHAR *, ZU_INT, ZU_BOOL ), ZU_STRING *zus,
+                            ZU_BOOL nulTerminate, ZU_INT *outLength )
+{
+    if ( outLength ) {
+        *outLength = 0;
+    }
+    ZU_INT length = convert( nullptr, 0, stringText( zus ), zus->length, nulTerminate );
+    if ( length == 0 ) {
+        return nullptr;
+    }
+    UNIT *units = (UNIT *)zuMemAllocN( length, sizeof( UNIT ) );
+    convert( units, length, stringText( zus ), zus->length, nulTerminate );
+    if ( outLength ) {
+        *outLength = length;
+    }
+    return units;
+}
+char *zuStringConvertToAscii( ZU_STRING *zus, ZU_BOOL nulTerminate, ZU_INT *outLength )
+{
+    ZU_ASSERT( zus );
+    return stringConvert( zuCharsConvertToAscii, zus, nulTerminate, outLength );
+}
+char *zuStringConvertToUtf8( ZU_STRING *zus, ZU_BOOL nulTerminate, ZU_INT *outLength )
+{
+    ZU_ASSERT( zus );
+    return stringConvert( zuCharsConvertToUtf8, zus, nulTerminate, outLength );
+}
+char *zuStringConvertToCstr( ZU_STRING *zus, ZU_BOOL nulTerminate, ZU_INT *outLength )
+{
+    ZU_ASSERT( zus );
+    return stringConvert( zuCharsConvertToCstr, zus, nulTerminate, outLength );
+}
+char16_t *zuStringConvertToWcstr( ZU_STRING *zus, ZU_BOOL nulTerminate, ZU_INT *outLength )
+{
+    ZU_ASSERT( zus );
+    return stringConvert( zuCharsConvertToWcstr, zus, nulTerminate, outLength );
+}

@@ -1,0 +1,339 @@
+// Creation and destruction take no lock while the object database is off: the header is set with plain stores, and the
+// sort's counter is the only shared word that is touched.
+
+#include "zu/runtime/zu_obj.h"
+
+#include "zu/base/zu_string_format.h"
+#include "zu/runtime/zu_module.h"
+#include "zu/runtime/zu_obj_internal.h"
+#include "zu/runtime/zu_runtime_internal.h"
+#include "zu/sys/zu_chars.h"
+#include "zu/sys/zu_mem.h"
+#include "zu/sys/zu_unique.h"
+
+// Stores `newValue` if the word still holds `oldValue`; returns what it held.
+#define ZU___ATOMIC_INT_COMPARE_EXCHANGE( word, oldValue, newValue ) \
+    __sync_val_compare_and_swap( ( word ), ( oldValue ), ( newValue ) )
+
+// Start-up
+static bool odbEnabled = false;
+static ZU___LOCK odbLock; // guards the chains of objects and of active sorts
+static ZU___LOCK logLock; // guards all logs
+
+void zu___ObjStartup( void )
+{
+    zu___LockInitialize( &odbLock );
+    zu___LockInitialize( &logLock );
+    odbEnabled = ( zu___RuntimeFlags & ZU_RUNTIME_FLAG_OBJECT_DATABASE ) != 0;
+}
+void zu___ObjShutdown( void )
+{
+    odbEnabled = false;
+    zu___LockFinalize( &logLock );
+    zu___LockFinalize( &odbLock );
+}
+
+// The object database: the live objects of each sort, and the sorts with live objects of each module, in the order in
+// which they came.
+static void odbAppendObjectLocked( ZU_OBJ *obj )
+{
+    ZU_SORT *sort = obj->sort;
+    obj->objectsPrevious = sort->objectsLast;
+    ( sort->objectsLast ? sort->objectsLast->objectsNext : sort->objectsFirst ) = obj;
+    sort->objectsLast = obj;
+}
+static void odbUnlinkObjectLocked( ZU_OBJ *obj )
+{
+    ZU_SORT *sort = obj->sort;
+    ( obj->objectsPrevious ? obj->objectsPrevious->objectsNext : sort->objectsFirst ) = obj->objectsNext;
+    ( obj->objectsNext ? obj->objectsNext->objectsPrevious : sort->objectsLast ) = obj->objectsPrevious;
+    obj->objectsPrevious = nullptr;
+    obj->objectsNext = nullptr;
+}
+static void odbAppendSortLocked( ZU_SORT *sort )
+{
+    ZU_MODULE *module = sort->module;
+    sort->sortsPrevious = module->sortsLast;
+    ( module->sortsLast ? module->sortsLast->sortsNext : module->sortsFirst ) = sort;
+    module->sortsLast = sort;
+}
+static void odbUnlinkSortLocked( ZU_SORT *sort )
+{
+    ZU_MODULE *module = sort->module;
+    ( sort->sortsPrevious ? sort->sortsPrevious->sortsNext : module->sortsFirst ) = sort->sortsNext;
+    ( sort->sortsNext ? sort->sortsNext->sortsPrevious : module->sortsLast ) = sort->sortsPrevious;
+    sort->sortsPrevious = nullptr;
+    sort->sortsNext = nullptr;
+}
+
+// Life
+ZU_OBJ *zu___ObjCreate( ZU_INT size, ZU_SORT *sort )
+{
+    ZU_ASSERT( sort );
+    ZU_OBJ *result = (ZU_OBJ *)zuMemAlloc( size );
+    ZU_ASSERT( ((uintptr_t)&result->retainCount) % __alignof( ZU___RETAIN_COUNT ) == 0 );
+    result->type = ZU___OBJ_TYPE_OBJECT;
+    result->sort = sort;
+    zu___LockInitialize( &result->lock );
+    result->unique = ZU___UNIQUE_INVALID;
+    result->retainCount = 1;
+    result->objectSize = size;
+    result->dbgAllocationSize = 0;
+    result->logFirst = nullptr;
+    result->logLast = nullptr;
+    result->objectsPrevious = nullptr;
+    result->objectsNext = nullptr;
+
+    bool odb = odbEnabled;
+    if ( odb ) {
+        zu___LockAcquire( &odbLock );
+    }
+    if ( __atomic_add_fetch( &sort->objects, 1, __ATOMIC_ACQ_REL ) == 1 && sort->module ) {
+        __atomic_add_fetch( &sort->module->sorts, 1, __ATOMIC_ACQ_REL );
+        if ( odb ) {
+            ZU_ASSERT( result->sort->sortsNext == NULL );
+            ZU_ASSERT( result->sort->sortsPrevious == NULL );
+            odbAppendSortLocked( sort );
+        }
+    }
+    if ( odb ) {
+        odbAppendObjectLocked( result );
+        zu___LockRelease( &odbLock );
+    }
+    return result;
+}
+
+static void objFreeLog( ZU_OBJ *obj )
+{
+    for ( ZU___OBJ_LOG_ENTRY *entry = obj->logFirst; entry; ) {
+        ZU___OBJ_LOG_ENTRY *next = entry->next;
+        zuMemFree( entry->chars );
+        zuMemFree( entry );
+        entry = next;
+    }
+}
+
+// Destroys an object that is in no chain any more.
+static void objDestroy( ZU_OBJ *obj )
+{
+    ZU_SORT *sort = obj->sort;
+    if ( sort->freeFunc ) {
+        sort->freeFunc( obj );
+    }
+    objFreeLog( obj );
+    if ( obj->unique != ZU___UNIQUE_INVALID ) {
+        zu___UniquePut( obj->unique );
+    }
+    bool odb = odbEnabled;
+    if ( odb ) {
+        zu___LockAcquire( &odbLock );
+    }
+    if ( __atomic_sub_fetch( &sort->objects, 1, __ATOMIC_ACQ_REL ) == 0 && sort->module ) {
+        if ( odb ) {
+            odbUnlinkSortLocked( sort );
+        }
+        __atomic_sub_fetch( &sort->module->sorts, 1, __ATOMIC_ACQ_REL );
+    }
+    if ( odb ) {
+        zu___LockRelease( &odbLock );
+    }
+    zuMemFree( obj );
+}
+
+// A free function releases what its object held, and so destruction recurses through the object graph.  That is the
+// order that classes may rely on, down to a depth; from there on dying objects queue, and the deepest level takes them one
+// after the other, so that the depth of a graph never decides on the depth of the stack.
+static constexpr int DESTROY_DEPTH_MAX = 32; // levels of about 300 bytes in this library; authors may need some 1 KiB
+struct OBJ_DYING {
+    int     depth; // levels of objDestroy on this thread
+    ZU_OBJ *first; // the queue, linked by objectsNext, which no chain uses any more
+    ZU_OBJ *last;
+};
+static thread_local OBJ_DYING dying __attribute__( ( tls_model( "initial-exec" ) ) );
+
+static void objDestroyQueued()
+{
+    while ( dying.first ) {
+        ZU_OBJ *obj = dying.first;
+        dying.first = obj->objectsNext;
+        objDestroy( obj );
+    }
+}
+
+void zu___ObjFree( ZU_OBJ *thisObj )
+{
+    ZU_ASSERT( thisObj );
+    if ( thisObj->type != ZU___OBJ_TYPE_OBJECT ) {
+        return;
+    }
+    ZU_ASSERT( thisObj->type != ZU___OBJ_TYPE_OBJECT || ZU___RETAIN_COUNT_VALUE( thisObj->retainCount ) == 0 );
+    ZU_ASSERT( thisObj->type != ZU___OBJ_TYPE_OBJECT || thisObj->sort );
+    if ( odbEnabled ) {
+        zu___LockAcquire( &odbLock );
+        odbUnlinkObjectLocked( thisObj );
+        zu___LockRelease( &odbLock );
+    }
+    if ( dying.depth == DESTROY_DEPTH_MAX ) {
+        ( dying.first ? dying.last->objectsNext : dying.first ) = thisObj;
+        dying.last = thisObj;
+        return;
+    }
+    dying.depth++;
+    objDestroy( thisObj );
+    if ( dying.depth == DESTROY_DEPTH_MAX ) {
+        objDestroyQueued();
+    }
+    dying.depth--;
+}
+
+// References
+ZU_OBJ *zuObjRetain( ZU_OBJ *obj )
+{
+    ZU_ASSERT( obj );
+    ZU___RETAIN_COUNT_INCREMENT( obj->retainCount );
+    return obj;
+}
+void zuObjRelease( ZU_OBJ *obj )
+{
+    ZU_ASSERT( obj );
+    zu___RefRelease( obj );
+}
+ZU___RETAIN_COUNT zu___RetainCountIncrement( ZU___RETAIN_COUNT *count )
+{
+    return ZU___RETAIN_COUNT_INCREMENT( *count );
+}
+ZU___RETAIN_COUNT zu___RetainCountDecrement( ZU___RETAIN_COUNT *count )
+{
+    return ZU___RETAIN_COUNT_DECREMENT( *count );
+}
+ZU___RETAIN_COUNT zu___RetainCountValue( ZU___RETAIN_COUNT *count )
+{
+    return ZU___RETAIN_COUNT_VALUE( *count );
+}
+
+// Identity and order
+ZU_SORT *zuObjSort( ZU_OBJ *thisObj )
+{
+    ZU_ASSERT( thisObj );
+    if ( thisObj->sort ) {
+        return thisObj->sort;
+    }
+    if ( thisObj->type == ZU___OBJ_TYPE_SORT ) {
+        return zuSortSort();
+    }
+    if ( thisObj->type == ZU___OBJ_TYPE_MODULE ) {
+        return zuModuleSort();
+    }
+    ZU_ABORT();
+}
+
+ZU_INT zu___ObjUnique( ZU_OBJ *thisObj )
+{
+    ZU_ASSERT( thisObj );
+    ZU_ASSERT( thisObj->sort || thisObj->type != ZU___OBJ_TYPE_OBJECT );
+    if ( thisObj->type != ZU___OBJ_TYPE_OBJECT ) {
+        return ZU___UNIQUE_INVALID;
+    }
+    ZU_INT unique = __atomic_load_n( &thisObj->unique, __ATOMIC_ACQUIRE );
+    if ( unique != ZU___UNIQUE_INVALID ) {
+        return unique;
+    }
+    unique = zu___UniqueGet();
+    ZU_INT installed = ZU___ATOMIC_INT_COMPARE_EXCHANGE( &thisObj->unique, ZU___UNIQUE_INVALID, unique );
+    if ( installed == ZU___UNIQUE_INVALID ) {
+        return unique;
+    }
+    zu___UniquePut( unique ); // another thread was first
+    return installed;
+}
+
+static ZU_INT objCompareByIdentity( ZU_OBJ *objA, ZU_OBJ *objB )
+{
+    ZU_INT uniqueA = zu___ObjUnique( objA );
+    ZU_INT uniqueB = zu___ObjUnique( objB );
+    return ( uniqueA > uniqueB ) - ( uniqueA < uniqueB );
+}
+ZU_INT zuObjCompare( ZU_OBJ *objA, ZU_OBJ *objB )
+{
+    ZU_ASSERT( objA );
+    ZU_ASSERT( objB );
+    if ( objA == objB ) {
+        return 0;
+    }
+    ZU_SORT *objASort = zuObjSort( objA );
+    ZU_SORT *objBSort = zuObjSort( objB );
+    ZU_ASSERT( objASort );
+    ZU_ASSERT( objBSort );
+    if ( objASort == objBSort && objASort->compareFunc ) {
+        return objASort->compareFunc( objA, objB );
+    }
+    ZU_INT order = zuSortCompare( objASort, objBSort );
+    return order != 0 ? order : objCompareByIdentity( objA, objB );
+}
+ZU_INT zuObjDefaultCompareFunc( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
+{
+    ZU_ASSERT( thisObj );
+    ZU_ASSERT( thatObj );
+    ZU_INT order = zuSortCompare( zuObjSort( thisObj ), zuObjSort( thatObj ) );
+    return order != 0 ? order : objCompareByIdentity( thisObj, thatObj );
+}
+
+// Text
+ZU_STRING *zuObjToString( ZU_OBJ *thisObj )
+{
+    ZU_ASSERT( thisObj );
+    ZU_SORT *thisObjSort = zuObjSort( thisObj );
+    ZU_ASSERT( thisObjSort );
+    zuSortRetain( thisObjSort );
+    ZU_STRING *result =
+        thisObjSort->toStringFunc ? thisObjSort->toStringFunc( thisObj ) : zuObjDefaultToStringFunc( thisObj );
+    ZU_ASSERT( result );
+    zuSortRelease( thisObjSort );
+    return result;
+}
+ZU_STRING *zuObjDefaultToStringFunc( ZU_OBJ *thisObj )
+{
+    ZU_ASSERT( thisObj );
+    return zuStringCreateFromFormatCstr( "%~s(%^!16i)", -1, zuSortName( zuObjSort( thisObj ) ),
+                                         zu___ObjUnique( thisObj ) );
+}
+
+// The header's lock, for classes; static records have none of use
+void zuObjLockAcquire( ZU_OBJ *thisObj )
+{
+    ZU_ASSERT( thisObj );
+    ZU_ASSERT( thisObj->sort );
+    zu___LockAcquire( &thisObj->lock );
+}
+void zuObjLockRelease( ZU_OBJ *thisObj )
+{
+    ZU_ASSERT( thisObj );
+    ZU_ASSERT( thisObj->sort );
+    zu___LockRelease( &thisObj->lock );
+}
+
+// Sizes for diagnostics
+ZU_INT zu___ObjDbgObjectSize( ZU_OBJ *thisObj )
+{
+    ZU_ASSERT( thisObj );
+    return thisObj->objectSize;
+}
+ZU_INT zu___ObjDbgAllocationSize( ZU_OBJ *thisObj )
+{
+    ZU_ASSERT( thisObj );
+    return __atomic_load_n( &thisObj->dbgAllocationSize, __ATOMIC_ACQUIRE );
+}
+void zu___ObjDbgSetAllocationSize( ZU_OBJ *thisObj, ZU_INT size )
+{
+    ZU_ASSERT( thisObj );
+    ZU_ASSERT( size >= 0 );
+    ZU_INT old = zu___ObjDbgAllocationSize( thisObj );
+    ZU_ASSERT( old == ZU___ATOMIC_INT_COMPARE_EXCHANGE( &thisObj->dbgAllocationSize, old, size ) );
+}
+void zu___ObjDbgSetAllocationSizeN( ZU_OBJ *thisObj, ZU_INT count, ZU_INT size )
+{
+    ZU_ASSERT( count >= 0 );
+    ZU_ASSERT( size >= 0 );
+    ZU_ASSERT( ZU_INT_MUL_OK( count, size ) );
+    zu___ObjDbgSetAllocationSize( thisObj, count * size );
+}

@@ -1,0 +1,72 @@
+#include "zu/runtime/zu_runtime.h"
+
+#include "zu/base/zu_format.h"
+#include "zu/base/zu_string.h"
+#include "zu/runtime/zu_obj.h"
+#include "zu/runtime/zu_runtime_internal.h"
+#include "zu/sys/zu_mem.h"
+#include "zu/sys/zu_unique.h"
+
+static constexpr ZU_INT DEFAULT_UNLOAD_MODULE_TIMEOUT = 60000; // milliseconds
+
+ZU_INT zu___RuntimeFlags = 0;
+static ZU_INT zu___RuntimeUnloadModuleTimeout = DEFAULT_UNLOAD_MODULE_TIMEOUT;
+static ZU___LOCK zu___RuntimePrintLock; // held while the print function runs
+static ZU_RUNTIME_PRINT_FUNC zu___RuntimePrintFunc = nullptr;
+
+// The subsystems in the order of their start; they stop in reverse.
+struct RUNTIME_SUBSYSTEM {
+    void ( *startup )( void );
+    void ( *shutdown )( void );
+};
+static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
+    { zu___MemStartup, zu___MemShutdown },
+    { zu___UniqueStartup, zu___UniqueShutdown },
+    { zu___ObjStartup, zu___ObjShutdown },
+    { zu___StringStartup, zu___StringShutdown },
+    { zu___FormatStartup, zu___FormatShutdown },
+};
+static constexpr size_t SUBSYSTEM_COUNT = sizeof SUBSYSTEMS / sizeof SUBSYSTEMS[ 0 ];
+
+void zuRuntimeStartup( ZU_INT flags, ZU_INT optionalUnloadModuleTimeout, ZU_RUNTIME_PRINT_FUNC printFunc,
+                       const char *applicationIdentifier, const char *applicationFriendlyName,
+                       const char *applicationVersion )
+{
+    ZU_ASSERT( optionalUnloadModuleTimeout >= -1 );
+    (void)applicationIdentifier;
+    (void)applicationFriendlyName;
+    (void)applicationVersion;
+    zu___RuntimeFlags = zuRuntimeFlagsNormalize( flags );
+    zu___RuntimeUnloadModuleTimeout =
+        optionalUnloadModuleTimeout < 0 ? DEFAULT_UNLOAD_MODULE_TIMEOUT : optionalUnloadModuleTimeout;
+    zu___LockInitialize( &zu___RuntimePrintLock );
+    zu___RuntimePrintFunc = printFunc;
+    for ( size_t i = 0; i < SUBSYSTEM_COUNT; i++ ) {
+        SUBSYSTEMS[ i ].startup();
+    }
+}
+ZU_INT zuRuntimeShutdown( void )
+{
+    for ( size_t i = SUBSYSTEM_COUNT; i > 0; i-- ) {
+        SUBSYSTEMS[ i - 1 ].shutdown();
+    }
+    zu___LockFinalize( &zu___RuntimePrintLock );
+    zu___RuntimePrintFunc = nullptr;
+    zu___RuntimeFlags = 0;
+    return 0;
+}
+ZU_INT zuRuntimeFlags( void )
+{
+    return zu___RuntimeFlags;
+}
+void zuRuntimePrint( const ZU_CHAR *chs, ZU_INT chsLength )
+{
+    ZU_ASSERT( chsLength >= 0 );
+    ZU_ASSERT( chs || chsLength == 0 );
+    if ( !zu___RuntimePrintFunc ) {
+        return;
+    }
+    zu___LockAcquire( &zu___RuntimePrintLock );
+    zu___RuntimePrintFunc( chs, chsLength );
+    zu___LockRelease( &zu___RuntimePrintLock );
+}

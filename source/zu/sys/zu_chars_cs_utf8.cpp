@@ -1,0 +1,246 @@
+// Text is long runs of sequences of one kind, nearly always well formed.  So both directions take ASCII in blocks, take
+// other well-formed sequences without asking for the ends of the arrays, and leave everything odd (broken sequences,
+// the last few bytes of either array) to one careful step each, which alone knows all the rules.
+
+#include "zu/sys/zu_chars_internal.h"
+
+#include <cstring>
+
+static constexpr ZU_CHAR REPLACEMENT = ZU_CHAR_REPLACEMENT_CHARACTER;
+static constexpr ZU_INT ASCII_BLOCK = 16;  // units taken at once
+static constexpr ZU_INT SEQUENCE_MAX = 4;  // bytes of one code point
+
+static inline bool utf8IsContinuation( uint8_t byte )
+{
+    return ( byte & 0xC0 ) == 0x80;
+}
+
+// Decoding
+
+// Takes the sequence at `*src` with all its faults.  Tells whether it yields a code point.
+static bool utf8TakeSequence( const uint8_t **src, const uint8_t *end, ZU_CHAR *ch )
+{
+    const uint8_t *pos = *src;
+    uint8_t lead = *pos++;
+    bool yields = true;
+    if ( lead < 0x80 ) {
+        *ch = lead;
+    } else if ( lead < 0xC0 || lead > 0xF7 ) {
+        // No sequence begins so: one replacement stands for this byte and all continuations behind it.
+        while ( pos < end && utf8IsContinuation( *pos ) ) {
+            pos++;
+        }
+        *ch = REPLACEMENT;
+    } else {
+        int missing = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
+        ZU_CHAR value = lead & ( 0x3Fu >> missing );
+        while ( missing > 0 && pos < end && utf8IsContinuation( *pos ) ) {
+            value = value << 6 | ( *pos++ & 0x3Fu );
+            missing--;
+        }
+        // Broken off by another byte, a sequence is replaced; cut off by the end or out of range, it vanishes.
+        yields = missing == 0 ? ZU_CHAR_OK( value ) : pos < end;
+        *ch = missing == 0 ? value : REPLACEMENT;
+    }
+    *src = pos;
+    return yields;
+}
+
+static inline bool utf8IsAsciiBlock( const uint8_t *src )
+{
+    uint64_t words[ 2 ];
+    static_assert( sizeof words == ASCII_BLOCK );
+    memcpy( words, src, sizeof words );
+    return ( ( words[ 0 ] | words[ 1 ] ) & 0x8080808080808080 ) == 0;
+}
+
+// Decodes from `*src` until it ends or, when storing, `room` code points are there; `*src` moves on.  Returns the number
+// of code points.
+template < bool STORE >
+static ZU_INT utf8Decode( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end )
+{
+    const uint8_t *pos = *src;
+    ZU_INT length = 0;
+    auto emit = [ & ]( ZU_CHAR ch ) {
+        if constexpr ( STORE ) {
+            dest[ length ] = ch;
+        }
+        length++;
+    };
+    while ( pos < end && ( !STORE || length < room ) ) {
+        // Within so many well-formed sequences neither array can end.
+        ZU_INT safe = ( end - pos ) / SEQUENCE_MAX;
+        if ( STORE ) {
+            safe = zuIntMin( safe, room - length );
+        }
+        for ( ; safe > 0; safe-- ) {
+            uint8_t lead = pos[ 0 ];
+            if ( lead < 0x80 ) {
+                if ( safe >= ASCII_BLOCK && utf8IsAsciiBlock( pos ) ) {
+                    if constexpr ( STORE ) {
+                        for ( ZU_INT i = 0; i < ASCII_BLOCK; i++ ) {
+                            dest[ length + i ] = pos[ i ];
+                        }
+                    }
+                    length += ASCII_BLOCK;
+                    pos += ASCII_BLOCK;
+                    safe -= ASCII_BLOCK - 1;
+                    continue;
+                }
+                emit( lead );
+                pos++;
+            } else if ( ( lead & 0xE0 ) == 0xC0 && utf8IsContinuation( pos[ 1 ] ) ) {
+                emit( ( lead & 0x1Fu ) << 6 | ( pos[ 1 ] & 0x3Fu ) );
+                pos += 2;
+            } else if ( ( lead & 0xF0 ) == 0xE0 && utf8IsContinuation( pos[ 1 ] ) && utf8IsContinuation( pos[ 2 ] ) ) {
+                emit( ( lead & 0x0Fu ) << 12 | ( pos[ 1 ] & 0x3Fu ) << 6 | ( pos[ 2 ] & 0x3Fu ) );
+                pos += 3;
+            } else if ( ( lead & 0xFC ) == 0xF0 && utf8IsContinuation( pos[ 1 ] ) && utf8IsContinuation( pos[ 2 ] ) &&
+                        utf8IsContinuation( pos[ 3 ] ) ) {
+                emit( ( lead & 0x07u ) << 18 | ( pos[ 1 ] & 0x3Fu ) << 12 | ( pos[ 2 ] & 0x3Fu ) << 6 |
+                      ( pos[ 3 ] & 0x3Fu ) );
+                pos += 4;
+            } else {
+                break;
+            }
+        }
+        ZU_CHAR ch;
+        if ( pos < end && ( !STORE || length < room ) && utf8TakeSequence( &pos, end, &ch ) ) {
+            emit( ch );
+        }
+    }
+    *src = pos;
+    return length;
+}
+
+ZU_INT zuCharsConvertFromUtf8( ZU_CHAR *dest, ZU_INT destLength, const char *src, ZU_INT srcLength )
+{
+    ZU___CHARS_ASSERT_FROM( dest, destLength, src, srcLength );
+    srcLength = zu___CharsMeasureCstr( src, srcLength );
+    const uint8_t *pos = (const uint8_t *)src;
+    const uint8_t *end = pos + srcLength;
+    ZU_INT stored = utf8Decode< true >( dest, destLength, &pos, end );
+    return stored + utf8Decode< false >( nullptr, 0, &pos, end );
+}
+
+// Encoding
+
+static inline ZU_INT utf8SequenceLength( ZU_CHAR ch )
+{
+    // A value above 0x10FFFF is replaced, by three bytes.
+    return 1 + ( ch >= 0x80 ) + ( ch >= 0x800 ) + ( ch >= 0x10000 ) - ( ch >= 0x110000 );
+}
+
+// Stores the sequence of `ch` at `pos` and returns its end.
+static inline uint8_t *utf8PutSequence( uint8_t *pos, ZU_CHAR ch )
+{
+    if ( ch < 0x80 ) {
+        *pos++ = (uint8_t)ch;
+        return pos;
+    }
+    if ( ch < 0x800 ) {
+        *pos++ = (uint8_t)( 0xC0 | ch >> 6 );
+        *pos++ = (uint8_t)( 0x80 | ( ch & 0x3F ) );
+        return pos;
+    }
+    if ( ZU___UNLIKELY( !ZU_CHAR_OK( ch ) ) ) {
+        ch = REPLACEMENT;
+    }
+    if ( ch < 0x10000 ) {
+        *pos++ = (uint8_t)( 0xE0 | ch >> 12 );
+    } else {
+        *pos++ = (uint8_t)( 0xF0 | ch >> 18 );
+        *pos++ = (uint8_t)( 0x80 | ( ch >> 12 & 0x3F ) );
+    }
+    *pos++ = (uint8_t)( 0x80 | ( ch >> 6 & 0x3F ) );
+    *pos++ = (uint8_t)( 0x80 | ( ch & 0x3F ) );
+    return pos;
+}
+
+// Encodes from `*src` as long as whole sequences are sure to fit between `dest` and `destEnd`; `*src` moves on.  Returns
+// the end of what was stored.
+static uint8_t *utf8EncodeWhole( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end )
+{
+    const ZU_CHAR *pos = *src;
+    for ( ;; ) {
+        ZU_INT safe = zuIntMin( end - pos, ( destEnd - dest ) / SEQUENCE_MAX );
+        if ( safe == 0 ) {
+            break;
+        }
+        for ( ; safe > 0; safe-- ) {
+            if ( *pos < 0x80 && safe >= ASCII_BLOCK ) {
+                ZU_CHAR all = 0;
+                for ( ZU_INT i = 0; i < ASCII_BLOCK; i++ ) {
+                    all |= pos[ i ];
+                }
+                if ( all < 0x80 ) {
+                    for ( ZU_INT i = 0; i < ASCII_BLOCK; i++ ) {
+                        dest[ i ] = (uint8_t)pos[ i ];
+                    }
+                    dest += ASCII_BLOCK;
+                    pos += ASCII_BLOCK;
+                    safe -= ASCII_BLOCK - 1;
+                    continue;
+                }
+            }
+            dest = utf8PutSequence( dest, *pos++ );
+        }
+    }
+    *src = pos;
+    return dest;
+}
+
+// Encodes into the rest of a destination that may end within a sequence; `*src` moves on.  Returns the number of bytes
+// that the consumed characters need, of which the last few may have been dropped.
+static ZU_INT utf8EncodeCut( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end )
+{
+    ZU_INT length = 0;
+    while ( *src < end && dest < destEnd ) {
+        uint8_t sequence[ SEQUENCE_MAX ];
+        const uint8_t *sequenceEnd = utf8PutSequence( sequence, *( *src )++ );
+        length += sequenceEnd - sequence;
+        for ( const uint8_t *byte = sequence; byte < sequenceEnd && dest < destEnd; byte++ ) {
+            *dest++ = *byte;
+        }
+    }
+    return length;
+}
+
+static ZU_INT utf8Measure( const ZU_CHAR *src, ZU_INT srcLength )
+{
+    ZU_INT compLen = 0;
+    for ( ZU_INT i = 0; i < srcLength; ) {
+        ZU_INT blockEnd = i + zuIntMin( srcLength - i, 4096 );
+        uint32_t blockLen = 0; // 32 bits, so that the sum is made of many elements at a time
+        for ( ; i < blockEnd; i++ ) {
+            blockLen += (uint32_t)utf8SequenceLength( src[ i ] );
+        }
+        ZU_INT addLen = blockLen;
+        ZU_ASSERT( ZU_INT_ADD_OK( compLen, addLen ) );
+        compLen += addLen;
+    }
+    return compLen;
+}
+
+ZU_INT zuCharsConvertToUtf8( char *dest, ZU_INT destLength, const ZU_CHAR *src, ZU_INT srcLength, ZU_BOOL addNul )
+{
+    ZU___CHARS_ASSERT_TO( dest, destLength, src, srcLength );
+    uint8_t *begin = (uint8_t *)dest;
+    const uint8_t *destEnd = begin + destLength;
+    const ZU_CHAR *pos = src;
+    const ZU_CHAR *end = src + srcLength;
+    uint8_t *stored = utf8EncodeWhole( begin, destEnd, &pos, end );
+    ZU_INT compLen = stored - begin;
+    compLen += utf8EncodeCut( stored, destEnd, &pos, end );
+    ZU_INT addLen = utf8Measure( pos, end - pos );
+    ZU_ASSERT( ZU_INT_ADD_OK( compLen, addLen ) );
+    compLen += addLen;
+    ZU_ASSERT( ZU_INT_ADD_OK( compLen, 1 ) );
+    if ( !addNul ) {
+        return compLen;
+    }
+    if ( compLen < destLength ) {
+        dest[ compLen ] = 0;
+    }
+    return compLen + 1;
+}

@@ -1,0 +1,202 @@
+// The character database against Python's and perl's own, which were made from the published files by other hands.
+
+#include "zu_test_support.h"
+
+#include "zu/unicode/zu_unicode_cdmt_internal.h"
+#include "zu/unicode/zu_unicode_db.h"
+#include "zu/unicode/zu_unicode_genc_internal.h"
+#include "zu/unicode/zu_unicode_properties.h"
+#include "zu/unicode/zu_unicode_script_internal.h"
+
+#include <array>
+#include <cstdio>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+#include <utility>
+
+static constexpr ZU_CHAR CODE_POINTS = 0x110000;
+static const std::string VERSION = "14.0.0";
+
+static std::string hex( ZU_CHAR ch )
+{
+    std::array<char, 16> text;
+    snprintf( text.data(), text.size(), "%X", ch );
+    return text.data();
+}
+
+namespace {
+
+// Counts differences and shows the first of them.
+class Differences {
+public:
+    void expectEqual( const std::string &found, const std::string &wanted )
+    {
+        if ( found != wanted && ++count <= 20 ) {
+            ADD_FAILURE() << "zu: " << found << "\nreference: " << wanted;
+        }
+    }
+    ~Differences()
+    {
+        EXPECT_LE( count, 20 ) << "differences in all";
+    }
+
+private:
+    int count = 0;
+};
+
+} // namespace
+
+// Characters
+static std::string mappingText( const ZU_CHAR *mapping, ZU_INT length )
+{
+    std::string text;
+    for ( ZU_INT i = 0; i < length; ++i ) {
+        text += ( i ? " " : "" ) + hex( mapping[ i ] );
+    }
+    return text;
+}
+
+// The line that unicode_reference.py prints for `ch`.
+static std::string characterLine( ZU_CHAR ch )
+{
+    ZU_INT decimal = zu___UnicodeDecimalDbLookup( ch );
+    ZU_INT length, lowerLength, upperLength, foldLength;
+    ZU_UNICODE_CDMT tag;
+    const ZU_CHAR *decomposition = zu___UnicodeCdmDbLookup( ch, &length, &tag );
+    const ZU_CHAR *lower = zu___UnicodeLowerCaseDbLookup( ch, &lowerLength );
+    const ZU_CHAR *upper = zu___UnicodeUpperCaseDbLookup( ch, &upperLength );
+    const ZU_CHAR *fold = zu___UnicodeCaseFoldDbLookup( ch, &foldLength );
+    std::string line = hex( ch );
+    line += ";" + std::string( zu___unicodeGencRows[ zu___UnicodeGencDbLookup( ch ) ].abbreviation );
+    line += ";" + std::to_string( zu___UnicodeCccvDbLookup( ch ) );
+    line += ";" + ( decimal == -1 ? "" : std::to_string( decimal ) );
+    line += ";" + std::string( zu___unicodeCdmtRows[ tag ].tag );
+    line += ";" + mappingText( decomposition, length );
+    line += ";" + mappingText( lower, lowerLength );
+    line += ";" + mappingText( upper, upperLength );
+    line += ";" + mappingText( fold, foldLength );
+    // Neither a decomposition without a kind nor a pointer without a length would show in the text.
+    if ( ( decomposition != nullptr ) != ( tag != ZU_UNICODE_CDMT_NONE ) ||
+         ( lower != nullptr ) != ( lowerLength != 0 ) || ( upper != nullptr ) != ( upperLength != 0 ) ||
+         ( fold != nullptr ) != ( foldLength != 0 ) || ( decomposition != nullptr ) != ( length != 0 ) ) {
+        line += " (null, length and tag disagree)";
+    }
+    return line;
+}
+
+// The first Python whose database has our version; empty if there is none.
+static std::string pythonCommand( const std::string &argument )
+{
+    for ( std::string python : { "/usr/bin/python3", "python3" } ) {
+        std::string version =
+            runProgram( python + " -c 'import unicodedata; print( unicodedata.unidata_version )' || true" );
+        if ( version == VERSION + "\n" ) {
+            return python + " " ZU_TEST_SOURCE_DIR "/unicode_reference.py " + argument;
+        }
+    }
+    return "";
+}
+
+TEST( UnicodeConformance, PropertiesOfAllCharactersAreThoseOfPython )
+{
+    std::string command = pythonCommand( "characters" );
+    if ( command.empty() ) {
+        GTEST_SKIP() << "no Python of Unicode " << VERSION;
+    }
+    std::istringstream reference( runProgram( command ) );
+    Differences differences;
+    ZU_CHAR ch = 0;
+    for ( std::string line; std::getline( reference, line ); ++ch ) {
+        differences.expectEqual( characterLine( ch ), line );
+    }
+    EXPECT_EQ( ch, CODE_POINTS );
+}
+
+// Compositions
+static void expectComposition( Differences &differences, const std::map<std::pair<ZU_CHAR, ZU_CHAR>, ZU_CHAR> &pairs,
+                               ZU_CHAR first, ZU_CHAR second )
+{
+    ZU_CHAR composite = 1;
+    ZU_BOOL composes = zu___UnicodeCompDbLookup( first, second, &composite );
+    auto wanted = pairs.find( { first, second } );
+    ZU_CHAR wantedComposite = wanted == pairs.end() ? 0 : wanted->second;
+    if ( composite != wantedComposite || composes != ( wantedComposite ? ZU_TRUE : ZU_FALSE ) ) {
+        differences.expectEqual( hex( first ) + " " + hex( second ) + " " + hex( composite ), hex( wantedComposite ) );
+    }
+}
+
+TEST( UnicodeConformance, PairsComposeAsInPython )
+{
+    std::string command = pythonCommand( "compositions" );
+    if ( command.empty() ) {
+        GTEST_SKIP() << "no Python of Unicode " << VERSION;
+    }
+    std::istringstream reference( runProgram( command ) );
+    std::map<std::pair<ZU_CHAR, ZU_CHAR>, ZU_CHAR> pairs;
+    std::set<ZU_CHAR> seconds;
+    ZU_CHAR first, second, composite;
+    for ( reference >> std::hex; reference >> first >> second >> composite; ) {
+        pairs[ { first, second } ] = composite;
+        seconds.insert( second );
+    }
+    ASSERT_EQ( pairs.size(), 941u );
+    Differences differences;
+    for ( ZU_CHAR each : seconds ) {
+        for ( ZU_CHAR ch = 0; ch < CODE_POINTS; ++ch ) {
+            ZU_CHAR found;
+            // Nearly all do not compose, and a search for each would take minutes.
+            if ( zu___UnicodeCompDbLookup( ch, each, &found ) || found ) {
+                expectComposition( differences, pairs, ch, each );
+            }
+        }
+    }
+    for ( const auto &[ pair, _ ] : pairs ) {
+        expectComposition( differences, pairs, pair.first, pair.second );
+    }
+    // Characters that compose with many others, with all that may stand behind them.
+    for ( ZU_CHAR each : { 0x41u, 0x6Fu, 0x3B1u, 0x11131u } ) {
+        for ( ZU_CHAR ch = 0; ch < CODE_POINTS; ++ch ) {
+            expectComposition( differences, pairs, each, ch );
+        }
+    }
+}
+
+// Scripts and white space
+class UnicodePerlConformance : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if ( runProgram( "perl -MUnicode::UCD -e 'print Unicode::UCD::UnicodeVersion()' || true" ) != VERSION ) {
+            GTEST_SKIP() << "no perl of Unicode " << VERSION;
+        }
+    }
+    // Compares each code point of each range that unicode_reference.pl prints with what `property` gives for it.
+    static void expectRanges( const std::string &argument, std::string ( *property )( ZU_CHAR ch ) )
+    {
+        std::istringstream reference( runProgram( "perl " ZU_TEST_SOURCE_DIR "/unicode_reference.pl " + argument ) );
+        Differences differences;
+        ZU_CHAR ch = 0, start, end;
+        for ( std::string value; reference >> std::hex >> start >> end >> value; ) {
+            ASSERT_EQ( start, ch );
+            for ( ; ch < end; ++ch ) {
+                differences.expectEqual( hex( ch ) + " " + property( ch ), hex( ch ) + " " + value );
+            }
+        }
+        EXPECT_EQ( ch, CODE_POINTS );
+    }
+};
+
+TEST_F( UnicodePerlConformance, ScriptsOfAllCharacters )
+{
+    expectRanges( "scripts", []( ZU_CHAR ch ) {
+        ZU_UNICODE_SCRIPT script = zuUnicodeScript( ch );
+        return std::string( zu___unicodeScriptRows[ script - ( script > 98 ) ].name );
+    } );
+}
+
+TEST_F( UnicodePerlConformance, WhiteSpaceOfAllCharacters )
+{
+    expectRanges( "white-space", []( ZU_CHAR ch ) { return std::to_string( zuUnicodeIsWhiteSpace( ch ) ); } );
+}

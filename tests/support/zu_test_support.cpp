@@ -1,0 +1,92 @@
+#include "zu_test_support.h"
+
+#include "zu/zu.h"
+
+#include <array>
+#include <csignal>
+#include <cstdio>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+// The library runs for the whole of an executable; at its end no object may be left.
+class LibraryEnvironment : public testing::Environment {
+public:
+    void SetUp() override
+    {
+        zuRuntimeStartup( 0, -1, nullptr, "zu-test", "Tests of zu", "1.0" );
+    }
+    void TearDown() override
+    {
+        zuRuntimeShutdown();
+        EXPECT_EQ( zuModule()->sorts, 0u ) << "sorts with live objects";
+    }
+};
+
+static std::string readAll( FILE *file )
+{
+    std::string text;
+    std::array< char, 4096 > block;
+    for ( size_t count; ( count = fread( block.data(), 1, block.size(), file ) ) > 0; ) {
+        text.append( block.data(), count );
+    }
+    return text;
+}
+
+// The line of the report that begins with `label`, without the label; empty if there is none.
+static std::string reportLine( const std::string &report, const std::string &label )
+{
+    size_t begin = report.find( "\n    " + label );
+    if ( begin == std::string::npos ) {
+        return "";
+    }
+    begin += 5 + label.size();
+    return report.substr( begin, report.find( '\n', begin ) - begin );
+}
+
+void expectAbort( const char *expression, const std::function< void() > &statement, const char *message )
+{
+    int channel[ 2 ];
+    ASSERT_EQ( pipe( channel ), 0 );
+    fflush( nullptr );
+    pid_t child = fork();
+    ASSERT_GE( child, 0 );
+    if ( child == 0 ) {
+        const rlimit noCore = { 0, 0 };
+        setrlimit( RLIMIT_CORE, &noCore );
+        signal( SIGABRT, SIG_DFL );
+        dup2( channel[ 1 ], STDERR_FILENO );
+        close( channel[ 0 ] );
+        close( channel[ 1 ] );
+        statement();
+        _exit( 0 );
+    }
+    close( channel[ 1 ] );
+    FILE *errors = fdopen( channel[ 0 ], "r" );
+    std::string report = readAll( errors );
+    fclose( errors );
+    int status = 0;
+    waitpid( child, &status, 0 );
+    EXPECT_TRUE( WIFSIGNALED( status ) && WTERMSIG( status ) == SIGABRT ) << "no abort: " << report;
+    EXPECT_EQ( reportLine( report, "Expression: " ), expression ? expression : "" ) << report;
+    EXPECT_EQ( reportLine( report, "Message   : " ), message ? message : "" ) << report;
+}
+
+std::string runProgram( const std::string &commandLine )
+{
+    FILE *program = popen( commandLine.c_str(), "r" );
+    if ( !program ) {
+        ADD_FAILURE() << "cannot run " << commandLine;
+        return "";
+    }
+    std::string output = readAll( program );
+    EXPECT_EQ( pclose( program ), 0 ) << commandLine;
+    return output;
+}
+
+int main( int argc, char **argv )
+{
+    testing::InitGoogleTest( &argc, argv );
+    testing::AddGlobalTestEnvironment( new LibraryEnvironment );
+    return RUN_ALL_TESTS();
+}
