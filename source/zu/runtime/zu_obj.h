@@ -147,8 +147,9 @@ ZU_API void zu___ObjStartup( void );
 /// Ends what zu___ObjStartup began.
 ZU_API void zu___ObjShutdown( void );
 
-// Behind ZU_REF_RELEASE and the releases of all classes.
-static inline void zu___RefRelease( ZU_OBJ *obj )
+// Behind ZU_REF_RELEASE and the releases of all classes.  Not static: C does not let an inline function that has external
+// linkage refer to one that has none.
+ZU___INLINE_TWIN void zu___RefRelease( ZU_OBJ *obj )
 {
     if ( ZU___RETAIN_COUNT_DECREMENT( obj->retainCount ) == 0 ) {
         zu___ObjFree( obj );
