@@ -1,0 +1,216 @@
+"""zu text against Python's own decoder and Unicode database, and against perl's scripts.
+
+usage: zu_text_test.py ZU [unittest options]
+"""
+import bisect
+import codecs
+import collections
+import json
+import os
+import pathlib
+import pty
+import random
+import re
+import select
+import subprocess
+import sys
+import tempfile
+import unicodedata
+import unittest
+
+TESTS = pathlib.Path(__file__).resolve().parent.parent
+EXAMPLES = sorted((TESTS.parent / "examples" / "texts").glob("*.txt"))
+BLOCK = 256 * 1024  # bytes that the command reads at once
+INVALID = "\ud800"  # stands for an invalid sequence: what is well formed never decodes to it
+ZU = sys.argv.pop(1)
+
+codecs.register_error("mark", lambda error: (INVALID, error.end))
+
+
+def run(*arguments, data=b""):
+    return subprocess.run([ZU, *map(str, arguments)], input=data, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+
+
+def read_scripts():
+    program = ["perl", TESTS / "conformance" / "unicode_reference.pl", "scripts"]
+    output = subprocess.run(program, check=True, stdout=subprocess.PIPE, text=True).stdout
+    rows = [line.split() for line in output.splitlines()]
+    return [int(row[0], 16) for row in rows], [row[2] for row in rows]
+
+
+SCRIPT_STARTS, SCRIPT_NAMES = read_scripts()
+
+
+def script(ch):
+    return SCRIPT_NAMES[bisect.bisect(SCRIPT_STARTS, ord(ch)) - 1]
+
+
+def reference(name, data):
+    """What the command must say of these bytes, in the form of its JSON, with the groups as dictionaries."""
+    text = data.decode("utf-8", "mark")
+    lines = re.split("\r\n|[\n\v\f\r\x85\u2028\u2029]", text)
+    if lines[-1] == "":
+        lines.pop()
+    lengths = [len(line.replace(INVALID, "")) for line in lines]
+    characters = collections.Counter(text.replace(INVALID, ""))
+    categories = collections.Counter()
+    scripts = collections.Counter()
+    for ch, count in characters.items():
+        categories[unicodedata.category(ch)] += count
+        scripts[script(ch)] += count
+    longest = lines and {"line": lengths.index(max(lengths)) + 1, "codePoints": max(lengths)}
+    return {
+        "file": name,
+        "bytes": len(data),
+        "codePoints": sum(characters.values()),
+        "lines": len(lines),
+        "invalidSequences": text.count(INVALID),
+        "longestLine": longest or None,
+        "generalCategories": dict(categories),
+        "scripts": dict(scripts),
+    }
+
+
+class Text(unittest.TestCase):
+    maxDiff = 4000
+
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.addCleanup(self.folder.cleanup)
+
+    def write(self, name, data):
+        path = pathlib.Path(self.folder.name) / name
+        path.write_bytes(data)
+        return path
+
+    def check(self, paths):
+        """Runs the command on the files and compares each object with the reference."""
+        finished = run("text", "--json", *paths)
+        self.assertEqual((finished.returncode, finished.stderr), (0, b""))
+        found = json.loads(finished.stdout)
+        self.assertEqual(len(found), len(paths))
+        for path, counts in zip(paths, found):
+            data = path.read_bytes()
+            for key, name in (("generalCategories", "abbreviation"), ("scripts", "name")):
+                sizes = [group["count"] for group in counts[key]]
+                self.assertEqual(sizes, sorted(sizes, reverse=True), key)
+                counts[key] = {group[name]: group["count"] for group in counts[key]}
+            self.assertEqual(counts, reference(str(path), data), data[:200])
+
+    def test_examples(self):
+        self.assertGreater(len(EXAMPLES), 5)
+        self.check(EXAMPLES)
+
+    def test_every_code_point(self):
+        text = "".join(chr(code) for code in range(0x110000) if not 0xD800 <= code < 0xE000)
+        self.check([self.write("all", text.encode())])
+
+    def test_hostile_bytes(self):
+        seed = random.randrange(1 << 32)
+        print("seed", seed, flush=True)
+        rng = random.Random(seed)
+        # What decides in UTF-8: the ends of all ranges of first and second bytes, and the newline functions
+        edges = bytes.fromhex("00090a0b0c0d20417f80858f909fa0a8a9bfc0c1c2dfe0e1e2ecedeeeff0f1f3f4f5f7f8ff")
+        tables = [edges, edges + b"\r\n\r\n" * 8, bytes(range(256)), b"\xe2\x80\xa8\xa9", b"\xc2\x85\r\n"]
+        paths = []
+        for number in range(300):
+            length = rng.choice([0, 1, 2, 3, 4, 7, 40, 3000])
+            paths.append(self.write(f"{number}", bytes(rng.choices(rng.choice(tables), k=length))))
+        self.check(paths)
+
+    def test_sequences_across_blocks(self):
+        paths = []
+        for text in (b"\r\n", "é€😀".encode(), b"\xf0\x9f\x98", b"\xf4\x90\x80\x80", b"\xe2\x80\xa8\r\n\xff"):
+            for ahead in range(len(text) + 1):
+                data = b"x" * (BLOCK - ahead) + text + b"y"
+                paths.append(self.write(f"{len(paths)}", data))
+                paths.append(self.write(f"{len(paths)}", data[:-1]))
+        self.check(paths)
+
+    def test_report(self):
+        text = "Ночь\tnight\n\n夜 ".encode() + b"\xff"
+        found = run("text", data=text).stdout.decode()
+        for row in (
+            "bytes +21", "code points +14", "lines +3", "invalid sequences +1", "longest line +10  .* line 1",
+            "Ll  Letter, Lowercase +8 +57.1 %", "Lo  Letter, Other +1 +7.1 %", "Cyrillic +4 +28.6 %", "Han +1 +7.1 %",
+        ):
+            self.assertRegex(found, f"(?m)^ +{row}")
+
+    def test_standard_input(self):
+        data = b"one\ntwo"
+        self.assertEqual(json.loads(run("text", "--json", "-", data=data).stdout)[0]["file"], "-")
+        self.assertEqual(run("text", "-", data=data).stdout, run("text", data=data).stdout)
+
+    def test_file_names(self):
+        names = ['quote"back\\slash', "tab\tline\n", "-", "--json", "ключ🔑", "\udcff"]
+        paths = [self.write(name, b"x") for name in names]
+        self.assertEqual([pathlib.Path(each["file"]).name for each in json.loads(run("text", "--json", *paths).stdout)],
+                         names[:-1] + ["\ufffd"])
+        os.chdir(self.folder.name)
+        self.assertEqual(run("text", "--", "--json").stdout, run("text", "./--json").stdout.replace(b"./", b""))
+        self.assertIn("cannot read ключ🔑: ", run("text", "ключ🔑/x").stderr.decode().replace("/x", ""))
+
+    def test_unreadable_files(self):
+        there = self.write("there", b"here")
+        gone = there.with_name("gone")
+        for arguments in ([], ["--json"]):
+            finished = run("text", gone, there, self.folder.name, *arguments)
+            self.assertEqual(finished.returncode, 1)
+            self.assertEqual(finished.stderr.decode(), f"zu text: cannot read {gone}: No such file or directory\n"
+                                                       f"zu text: cannot read {self.folder.name}: Is a directory\n")
+            self.assertEqual(finished.stdout, run("text", there, *arguments).stdout)
+        self.assertEqual(json.loads(run("text", "--json", gone).stdout), [])
+        with open("/dev/full", "wb") as full:
+            finished = subprocess.run([ZU, "text", there], stdout=full, stderr=subprocess.PIPE)
+        self.assertEqual((finished.returncode, finished.stderr.splitlines()[0]),
+                         (1, b"zu text: cannot write the standard output: No space left on device"))
+
+    def test_use(self):
+        for arguments in (["--help"], ["text", "--help"], ["text", "-h"]):
+            finished = run(*arguments)
+            self.assertEqual((finished.returncode, finished.stderr), (0, b""))
+            self.assertTrue(finished.stdout.startswith(b"usage: zu "))
+        for arguments, message in (
+            (["text", "--jsno"], "zu text: unknown option: --jsno\n"),
+            (["text", "--json=1"], "zu text: --json takes no value\n"),
+            (["txet"], "zu: unknown command: txet\n"),
+            (["--txet"], "zu: unknown option: --txet\n"),
+            ([], "usage: zu "),
+        ):
+            finished = run(*arguments)
+            self.assertEqual((finished.returncode, finished.stdout), (2, b""))
+            self.assertTrue(finished.stderr.decode().startswith(message), finished.stderr)
+
+    def test_memory_does_not_grow_with_the_file(self):
+        def memory(megabytes):
+            program = subprocess.Popen([ZU, "text"], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
+            for _ in range(megabytes):
+                program.stdin.write(b"one line of a file\n" * (1 << 20 // 19))
+            program.stdin.close()
+            _, status, usage = os.wait4(program.pid, 0)
+            program.returncode = status
+            self.assertEqual(status, 0)
+            return usage.ru_maxrss
+
+        self.assertLess(memory(60), memory(1) + 8 * 1024)
+
+    def test_progress_on_a_terminal(self):
+        terminal, its_end = pty.openpty()
+        program = subprocess.Popen([ZU, "text"], stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=its_end)
+        shown = b""
+        written = 0
+        while not shown:  # it shows after a second; the time limit of the test is what ends this otherwise
+            program.stdin.write(b"x" * BLOCK)
+            program.stdin.flush()
+            written += BLOCK
+            if select.select([terminal], [], [], 0.05)[0]:
+                shown = os.read(terminal, 1000)
+        output, _ = program.communicate()
+        self.assertRegex(shown, rb"^\r\x1b\[K-: \d+ MB")
+        self.assertTrue(os.read(terminal, 100000).endswith(b"\r\x1b[K"), "nothing of it stays")
+        self.assertRegex(output, f"bytes +{written}\n".encode())
+        os.close(terminal)
+        os.close(its_end)
+
+
+unittest.main()

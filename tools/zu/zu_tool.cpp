@@ -1,0 +1,213 @@
+// The command zu: the table of its subcommands, and what they share.
+
+#include "zu_tool.h"
+
+#include <cerrno>
+#include <cstring>
+#include <sys/stat.h>
+#include <unistd.h>
+
+static const TOOL_COMMAND *const COMMANDS[] = {
+    &toolTextCommand,
+};
+
+static const TOOL_COMMAND *running = nullptr; // null: none yet
+
+// Messages
+void toolPrint( FILE *file, ZU_STRING *text )
+{
+    ZU_INT length;
+    char *narrow = zuStringConvertToCstr( text, ZU_FALSE, &length );
+    if ( narrow ) {
+        fwrite( narrow, 1, (size_t)length, file );
+        zuMemFree( narrow );
+    }
+}
+void toolPrintError( ZU_STRING *message )
+{
+    fflush( stdout );
+    toolPrint(
+        stderr,
+        zu::format( running ? "zu %lc: %s\n" : "zu: %#lc%s\n", running ? running->name : nullptr, message ).get() );
+}
+void toolPrintHint()
+{
+    fprintf( stderr, "Try \"zu %s%s--help\".\n", running ? running->name : "", running ? " " : "" );
+}
+
+// Options
+static const TOOL_OPTION *toolFindOption( std::initializer_list<TOOL_OPTION> options, const char *argument,
+                                          size_t nameLength )
+{
+    for ( const TOOL_OPTION &option : options ) {
+        if ( strlen( option.name ) == nameLength && strncmp( option.name, argument, nameLength ) == 0 ) {
+            return &option;
+        }
+    }
+    return nullptr;
+}
+static bool toolIsHelp( const char *argument )
+{
+    return strcmp( argument, "--help" ) == 0 || strcmp( argument, "-h" ) == 0;
+}
+bool toolReadArguments( int argc, char **argv, std::initializer_list<TOOL_OPTION> options,
+                        std::vector<const char *> *operands, int *status )
+{
+    for ( int i = 0; i < argc; i++ ) {
+        const char *argument = argv[ i ];
+        if ( argument[ 0 ] != '-' || strcmp( argument, "-" ) == 0 ) {
+            operands->push_back( argument );
+            continue;
+        }
+        if ( strcmp( argument, "--" ) == 0 ) {
+            operands->insert( operands->end(), argv + i + 1, argv + argc );
+            return true;
+        }
+        if ( toolIsHelp( argument ) ) {
+            fputs( running->help, stdout );
+            *status = TOOL_OK;
+            return false;
+        }
+        const char *equals = strchr( argument, '=' );
+        const TOOL_OPTION *option =
+            toolFindOption( options, argument, equals ? (size_t)( equals - argument ) : strlen( argument ) );
+        if ( !option ) {
+            *status = toolMisuse( "unknown option: %lc", argument );
+            return false;
+        }
+        if ( option->flag && equals ) {
+            *status = toolMisuse( "%lc takes no value", option->name );
+            return false;
+        }
+        if ( option->flag ) {
+            *option->flag = true;
+        } else if ( equals ) {
+            *option->value = equals + 1;
+        } else if ( i + 1 < argc ) {
+            *option->value = argv[ ++i ];
+        } else {
+            *status = toolMisuse( "%lc needs a value", option->name );
+            return false;
+        }
+    }
+    return true;
+}
+
+// Input
+static constexpr size_t BLOCK_SIZE = 256 * 1024;
+static constexpr std::chrono::milliseconds SHOW_AFTER( 1000 ); // whatever is done by then needs no progress
+static constexpr std::chrono::milliseconds SHOW_EACH( 100 );
+static constexpr ZU_INT SHOWN_NAME_LENGTH = 40; // keeps the line of progress on one line of the terminal
+
+ToolReader::ToolReader( const char *fileName )
+    : name( fileName ), buffer( BLOCK_SIZE ), nextShow( std::chrono::steady_clock::now() + SHOW_AFTER ),
+      shows( isatty( STDERR_FILENO ) )
+{
+    file = name == "-" ? stdin : fopen( fileName, "rb" );
+    if ( !file ) {
+        fail();
+        return;
+    }
+    struct stat status;
+    if ( fstat( fileno( file ), &status ) == 0 && S_ISREG( status.st_mode ) ) {
+        total = status.st_size;
+    }
+}
+ToolReader::~ToolReader()
+{
+    wipeProgress();
+    if ( file && file != stdin ) {
+        fclose( file );
+    }
+}
+size_t ToolReader::read()
+{
+    if ( failed ) {
+        return 0;
+    }
+    size_t length = fread( buffer.data(), 1, buffer.size(), file );
+    if ( length < buffer.size() && ferror( file ) ) {
+        fail();
+        return 0;
+    }
+    done += (ZU_INT)length;
+    if ( shows && length > 0 && std::chrono::steady_clock::now() >= nextShow ) {
+        showProgress();
+    }
+    return length;
+}
+void ToolReader::fail()
+{
+    int error = errno;
+    wipeProgress();
+    toolError( "cannot read %lc: %lc", name.c_str(), strerror( error ) );
+    failed = true;
+}
+void ToolReader::showProgress()
+{
+    nextShow = std::chrono::steady_clock::now() + SHOW_EACH;
+    zu::Ref<ZU_STRING> line = zu::format( "\r\x1B[K%.*lc: ", SHOWN_NAME_LENGTH, name.c_str() );
+    if ( total > 0 ) {
+        zu::appendFormat( line.inOut(), "%i %%", zuIntMin( done * 100 / total, 100 ) );
+    } else {
+        zu::appendFormat( line.inOut(), "%i MB", done / 1000000 );
+    }
+    toolPrint( stderr, line.get() );
+    shown = true;
+}
+void ToolReader::wipeProgress()
+{
+    if ( shown ) {
+        fputs( "\r\x1B[K", stderr );
+        shown = false;
+    }
+}
+
+// The command itself
+static const TOOL_COMMAND *toolFindCommand( const char *name )
+{
+    for ( const TOOL_COMMAND *command : COMMANDS ) {
+        if ( strcmp( command->name, name ) == 0 ) {
+            return command;
+        }
+    }
+    return nullptr;
+}
+static void toolPrintUsage( FILE *file )
+{
+    fputs( "usage: zu COMMAND [ARGUMENT...]\n\nCommands:\n", file );
+    for ( const TOOL_COMMAND *command : COMMANDS ) {
+        fprintf( file, "  %-10s  %s\n", command->name, command->summary );
+    }
+    fputs( "\n\"zu COMMAND --help\" tells about one of them.\n", file );
+}
+static int toolRun( int argc, char **argv )
+{
+    if ( argc < 2 ) {
+        toolPrintUsage( stderr );
+        return TOOL_MISUSE;
+    }
+    if ( toolIsHelp( argv[ 1 ] ) ) {
+        toolPrintUsage( stdout );
+        return TOOL_OK;
+    }
+    const TOOL_COMMAND *command = toolFindCommand( argv[ 1 ] );
+    if ( !command ) {
+        return toolMisuse( argv[ 1 ][ 0 ] == '-' ? "unknown option: %lc" : "unknown command: %lc", argv[ 1 ] );
+    }
+    running = command;
+    int status = command->run( argc - 2, argv + 2 );
+    // What has not arrived is no result, as on a full disk.
+    if ( ( fflush( stdout ) != 0 || ferror( stdout ) ) && status == TOOL_OK ) {
+        toolError( "cannot write the standard output: %lc", strerror( errno ) );
+        status = TOOL_FAILED;
+    }
+    return status;
+}
+int main( int argc, char **argv )
+{
+    zuRuntimeStartup( 0, -1, nullptr, "zu", "The companion command of zu", "1.0" );
+    int status = toolRun( argc, argv );
+    zuRuntimeShutdown();
+    return status;
+}

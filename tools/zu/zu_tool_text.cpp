@@ -1,0 +1,335 @@
+// zu text: what is in a text file.
+//
+// A file is read in blocks, and each code point is only counted.  In the end the database is asked about each code point
+// that there was, once, so that the size of a file decides neither on the memory nor on the number of look-ups.
+
+#include "zu_tool.h"
+
+#include <algorithm>
+
+static constexpr ZU_CHAR CODE_POINTS = 0x110000;
+static constexpr ZU_INT CATEGORIES = 30;
+static constexpr ZU_INT SCRIPTS = 163;
+
+static const char *const CATEGORY_NAMES[ CATEGORIES ][ 2 ] = {
+    { "Cn", "Other, Not Assigned" },    { "Lu", "Letter, Uppercase" },
+    { "Ll", "Letter, Lowercase" },      { "Lt", "Letter, Titlecase" },
+    { "Lm", "Letter, Modifier" },       { "Lo", "Letter, Other" },
+    { "Mn", "Mark, Nonspacing" },       { "Mc", "Mark, Spacing Combining" },
+    { "Me", "Mark, Enclosing" },        { "Nd", "Number, Decimal Digit" },
+    { "Nl", "Number, Letter" },         { "No", "Number, Other" },
+    { "Pc", "Punctuation, Connector" }, { "Pd", "Punctuation, Dash" },
+    { "Ps", "Punctuation, Open" },      { "Pe", "Punctuation, Close" },
+    { "Pi", "Punctuation, Initial" },   { "Pf", "Punctuation, Final" },
+    { "Po", "Punctuation, Other" },     { "Sm", "Symbol, Math" },
+    { "Sc", "Symbol, Currency" },       { "Sk", "Symbol, Modifier" },
+    { "So", "Symbol, Other" },          { "Zs", "Separator, Space" },
+    { "Zl", "Separator, Line" },        { "Zp", "Separator, Paragraph" },
+    { "Cc", "Other, Control" },         { "Cf", "Other, Format" },
+    { "Cs", "Other, Surrogate" },       { "Co", "Other, Private Use" },
+};
+// By value; 99 is no script.
+// clang-format off
+static const char *const SCRIPT_NAMES[ SCRIPTS ] = {
+    "Unknown", "Common", "Latin", "Greek", "Cyrillic", "Armenian", "Hebrew", "Arabic", "Syriac", "Thaana", "Devanagari",
+    "Bengali", "Gurmukhi", "Gujarati", "Oriya", "Tamil", "Telugu", "Kannada", "Malayalam", "Sinhala", "Thai", "Lao",
+    "Tibetan", "Myanmar", "Georgian", "Hangul", "Ethiopic", "Cherokee", "Canadian_Aboriginal", "Ogham", "Runic",
+    "Khmer", "Mongolian", "Hiragana", "Katakana", "Bopomofo", "Han", "Yi", "Old_Italic", "Gothic", "Deseret",
+    "Inherited", "Tagalog", "Hanunoo", "Buhid", "Tagbanwa", "Limbu", "Tai_Le", "Linear_B", "Ugaritic", "Shavian",
+    "Osmanya", "Cypriot", "Braille", "Buginese", "Coptic", "New_Tai_Lue", "Glagolitic", "Tifinagh", "Syloti_Nagri",
+    "Old_Persian", "Kharoshthi", "Balinese", "Cuneiform", "Phoenician", "Phags_Pa", "Nko", "Sundanese", "Lepcha",
+    "Ol_Chiki", "Vai", "Saurashtra", "Kayah_Li", "Rejang", "Lycian", "Carian", "Lydian", "Cham", "Tai_Tham", "Tai_Viet",
+    "Avestan", "Egyptian_Hieroglyphs", "Samaritan", "Lisu", "Bamum", "Javanese", "Meetei_Mayek", "Imperial_Aramaic",
+    "Old_South_Arabian", "Inscriptional_Parthian", "Inscriptional_Pahlavi", "Old_Turkic", "Kaithi", "Batak", "Brahmi",
+    "Mandaic", "Chakma", "Meroitic_Cursive", "Meroitic_Hieroglyphs", "", "Miao", "Sharada", "Sora_Sompeng", "Takri",
+    "Caucasian_Albanian", "Bassa_Vah", "Duployan", "Elbasan", "Grantha", "Pahawh_Hmong", "Khojki", "Linear_A",
+    "Mahajani", "Manichaean", "Mende_Kikakui", "Modi", "Mro", "Old_North_Arabian", "Nabataean", "Palmyrene",
+    "Pau_Cin_Hau", "Old_Permic", "Psalter_Pahlavi", "Siddham", "Khudawadi", "Tirhuta", "Warang_Citi", "Ahom",
+    "Anatolian_Hieroglyphs", "Hatran", "Multani", "Old_Hungarian", "SignWriting", "Adlam", "Bhaiksuki", "Marchen",
+    "Newa", "Osage", "Tangut", "Masaram_Gondi", "Nushu", "Soyombo", "Zanabazar_Square", "Dogra", "Gunjala_Gondi",
+    "Makasar", "Medefaidrin", "Hanifi_Rohingya", "Sogdian", "Old_Sogdian", "Elymaic", "Nandinagari",
+    "Nyiakeng_Puachue_Hmong", "Wancho", "Chorasmian", "Dives_Akuru", "Khitan_Small_Script", "Yezidi", "Cypro_Minoan",
+    "Old_Uyghur", "Tangsa", "Toto", "Vithkuqi",
+};
+// clang-format on
+
+// The counts of one text
+class TextCounts {
+public:
+    ZU_INT bytes = 0;
+    ZU_INT codePoints = 0; // well-formed sequences
+    ZU_INT invalid = 0;    // sequences that are not
+    ZU_INT lines = 0;
+    ZU_INT longestLine = 0; // number of the first of the longest lines; 0: there is no line
+    ZU_INT longestLength = 0;
+    std::vector<ZU_INT> perCodePoint = std::vector<ZU_INT>( CODE_POINTS );
+
+    void take( const unsigned char *block, size_t length );
+    void end();
+
+private:
+    void takeCodePoint( ZU_CHAR ch );
+    void takeInvalid();
+    void endLine();
+
+    // The sequence that has begun: what it yields so far, the bytes that it lacks, and the range of the next of them
+    ZU_CHAR value = 0;
+    int missing = 0;
+    unsigned char lowest = 0;
+    unsigned char highest = 0;
+    // The line that has begun
+    bool lineOpen = false;
+    bool afterCarriageReturn = false;
+    ZU_INT lineLength = 0;
+};
+
+// What is well formed, and how the rest is divided, is told by section 3.9 of the Unicode Standard (table 3-7, and
+// "U+FFFD Substitution of Maximal Subparts"): a sequence that breaks off is one invalid sequence, and so is each byte
+// that begins none.
+void TextCounts::take( const unsigned char *block, size_t length )
+{
+    bytes += (ZU_INT)length;
+    for ( const unsigned char *pos = block, *end = block + length; pos < end; pos++ ) {
+        unsigned char byte = *pos;
+        if ( missing > 0 ) {
+            if ( byte >= lowest && byte <= highest ) {
+                value = value << 6 | ( byte & 0x3Fu );
+                lowest = 0x80;
+                highest = 0xBF;
+                if ( --missing == 0 ) {
+                    takeCodePoint( value );
+                }
+                continue;
+            }
+            missing = 0;
+            takeInvalid();
+        }
+        if ( byte < 0x80 ) {
+            takeCodePoint( byte );
+        } else if ( byte < 0xC2 || byte > 0xF4 ) {
+            takeInvalid();
+        } else {
+            missing = byte < 0xE0 ? 1 : byte < 0xF0 ? 2 : 3;
+            value = byte & ( 0x3Fu >> missing );
+            // No overlong forms, no surrogates, nothing above U+10FFFF
+            lowest = byte == 0xE0 ? 0xA0 : byte == 0xF0 ? 0x90 : 0x80;
+            highest = byte == 0xED ? 0x9F : byte == 0xF4 ? 0x8F : 0xBF;
+        }
+    }
+}
+void TextCounts::end()
+{
+    if ( missing > 0 ) {
+        missing = 0;
+        takeInvalid();
+    }
+    if ( lineOpen ) {
+        endLine();
+    }
+}
+void TextCounts::takeCodePoint( ZU_CHAR ch )
+{
+    codePoints++;
+    perCodePoint[ ch ]++;
+    bool behindCarriageReturn = afterCarriageReturn;
+    afterCarriageReturn = ch == ZU_CHAR_CARRIAGE_RETURN;
+    if ( !zuUnicodeIsNlf( ch ) ) {
+        lineOpen = true;
+        lineLength++;
+    } else if ( ch != ZU_CHAR_LINE_FEED || !behindCarriageReturn ) {
+        endLine();
+    }
+}
+void TextCounts::takeInvalid()
+{
+    invalid++;
+    lineOpen = true;
+    afterCarriageReturn = false;
+}
+void TextCounts::endLine()
+{
+    lines++;
+    if ( lineLength > longestLength || longestLine == 0 ) {
+        longestLength = lineLength;
+        longestLine = lines;
+    }
+    lineOpen = false;
+    lineLength = 0;
+}
+
+// Groups
+struct TEXT_GROUP {
+    ZU_INT value; // of the category or script
+    ZU_INT count;
+};
+
+// Sums the counts of the code points by what `classify` says of each; the largest group comes first.
+static std::vector<TEXT_GROUP> textGroups( const TextCounts &counts, ZU_INT ( *classify )( ZU_CHAR ), ZU_INT values )
+{
+    std::vector<TEXT_GROUP> groups;
+    for ( ZU_INT value = 0; value < values; value++ ) {
+        groups.push_back( { value, 0 } );
+    }
+    for ( ZU_CHAR ch = 0; ch < CODE_POINTS; ch++ ) {
+        if ( counts.perCodePoint[ ch ] > 0 ) {
+            groups[ (size_t)classify( ch ) ].count += counts.perCodePoint[ ch ];
+        }
+    }
+    std::stable_sort( groups.begin(), groups.end(),
+                      []( const TEXT_GROUP &a, const TEXT_GROUP &b ) { return a.count > b.count; } );
+    while ( !groups.empty() && groups.back().count == 0 ) {
+        groups.pop_back();
+    }
+    return groups;
+}
+
+// For a reader
+static void textPrintGroups( ZU_STRING **report, const TextCounts &counts, const std::vector<TEXT_GROUP> &groups,
+                             zu::Ref<ZU_STRING> ( *name )( ZU_INT value ) )
+{
+    for ( const TEXT_GROUP &group : groups ) {
+        double percent = 100.0 * (double)group.count / (double)counts.codePoints;
+        zu::appendFormat( report, "    %-28s%12i  %5.1r %%\n", name( group.value ), group.count,
+                          percent + 0.05 ); // formats cut digits off
+    }
+}
+static zu::Ref<ZU_STRING> textCategoryName( ZU_INT genc )
+{
+    return zu::format( "%lc  %lc", CATEGORY_NAMES[ genc ][ 0 ], CATEGORY_NAMES[ genc ][ 1 ] );
+}
+static zu::Ref<ZU_STRING> textScriptName( ZU_INT script )
+{
+    return zu::format( "%lc", SCRIPT_NAMES[ script ] );
+}
+static void textPrintReport( const char *name, const TextCounts &counts )
+{
+    zu::Ref<ZU_STRING> report = zu::format( "%lc\n", name );
+    zu::appendFormat( report.inOut(), "  bytes                       %14i\n", counts.bytes );
+    zu::appendFormat( report.inOut(), "  code points                 %14i\n", counts.codePoints );
+    zu::appendFormat( report.inOut(), "  lines                       %14i\n", counts.lines );
+    zu::appendFormat( report.inOut(), "  invalid sequences           %14i\n", counts.invalid );
+    if ( counts.longestLine > 0 ) {
+        zu::appendFormat( report.inOut(), "  longest line                %14i  code points, in line %i\n",
+                          counts.longestLength, counts.longestLine );
+    }
+    if ( counts.codePoints > 0 ) {
+        zu::appendFormat( report.inOut(), "%#%  general categories\n" );
+        textPrintGroups( report.inOut(), counts, textGroups( counts, zuUnicodeGenc, CATEGORIES ), textCategoryName );
+        zu::appendFormat( report.inOut(), "%#%  scripts\n" );
+        textPrintGroups( report.inOut(), counts, textGroups( counts, zuUnicodeScript, SCRIPTS ), textScriptName );
+    }
+    toolPrint( stdout, report.get() );
+}
+
+// For a program
+static zu::Ref<ZU_STRING> textJsonString( const char *text )
+{
+    zu::Ref<ZU_STRING> chars = zu::adopt( zuStringCreateFromUtf8( text, -1 ) );
+    zu::Ref<ZU_STRING> json = zu::format( "\"%#%" );
+    for ( ZU_INT i = 0; i < zuStringLength( chars.get() ); i++ ) {
+        ZU_CHAR ch = zuStringCharAt( chars.get(), i );
+        if ( ch < ZU_CHAR_SPACE || ( ch >= 0xD800 && ch < 0xE000 ) ) {
+            zu::appendFormat( json.inOut(), "\\u%04X", ch );
+        } else {
+            zu::appendFormat( json.inOut(), ch == '"' || ch == '\\' ? "\\%c" : "%c", ch );
+        }
+    }
+    zuStringAppendChar( json.inOut(), '"' );
+    return json;
+}
+static void textPrintJsonGroups( ZU_STRING **json, const char *key, const std::vector<TEXT_GROUP> &groups,
+                                 zu::Ref<ZU_STRING> ( *name )( ZU_INT value ) )
+{
+    zu::appendFormat( json, ", \"%lc\": [", key );
+    const char *separator = "";
+    for ( const TEXT_GROUP &group : groups ) {
+        zu::appendFormat( json, "%lc{ %s, \"count\": %i }", separator, name( group.value ), group.count );
+        separator = ", ";
+    }
+    zu::appendFormat( json, "]%#%" );
+}
+static zu::Ref<ZU_STRING> textCategoryJson( ZU_INT genc )
+{
+    return zu::format( "\"abbreviation\": \"%lc\", \"name\": \"%lc\"", CATEGORY_NAMES[ genc ][ 0 ],
+                       CATEGORY_NAMES[ genc ][ 1 ] );
+}
+static zu::Ref<ZU_STRING> textScriptJson( ZU_INT script )
+{
+    return zu::format( "\"name\": \"%lc\"", SCRIPT_NAMES[ script ] );
+}
+static void textPrintJson( const char *name, const TextCounts &counts )
+{
+    zu::Ref<ZU_STRING> json = zu::format(
+        "{ \"file\": %s, \"bytes\": %i, \"codePoints\": %i, \"lines\": %i, \"invalidSequences\": %i, \"longestLine\": ",
+        textJsonString( name ), counts.bytes, counts.codePoints, counts.lines, counts.invalid );
+    if ( counts.longestLine > 0 ) {
+        zu::appendFormat( json.inOut(), "{ \"line\": %i, \"codePoints\": %i }", counts.longestLine,
+                          counts.longestLength );
+    } else {
+        zuStringAppendCstr( json.inOut(), "null", -1 );
+    }
+    textPrintJsonGroups( json.inOut(), "generalCategories", textGroups( counts, zuUnicodeGenc, CATEGORIES ),
+                         textCategoryJson );
+    textPrintJsonGroups( json.inOut(), "scripts", textGroups( counts, zuUnicodeScript, SCRIPTS ), textScriptJson );
+    zu::appendFormat( json.inOut(), " }%#%" );
+    toolPrint( stdout, json.get() );
+}
+
+static int textRun( int argc, char **argv )
+{
+    bool json = false;
+    std::vector<const char *> names;
+    int status = TOOL_OK;
+    if ( !toolReadArguments( argc, argv, { { "--json", &json, nullptr } }, &names, &status ) ) {
+        return status;
+    }
+    if ( names.empty() ) {
+        names.push_back( "-" );
+    }
+    const char *separator = json ? "[ " : "";
+    for ( const char *name : names ) {
+        TextCounts counts;
+        ToolReader reader( name );
+        while ( size_t length = reader.read() ) {
+            counts.take( reader.block(), length );
+        }
+        counts.end();
+        if ( !reader.ok() ) {
+            status = TOOL_FAILED;
+            continue;
+        }
+        fputs( separator, stdout );
+        separator = json ? ",\n  " : "\n";
+        ( json ? textPrintJson : textPrintReport )( name, counts );
+        fflush( stdout );
+    }
+    if ( json ) {
+        fputs( *separator == '[' ? "[]\n" : " ]\n", stdout );
+    }
+    return status;
+}
+
+const TOOL_COMMAND toolTextCommand = {
+    "text",
+    "tells what is in text files",
+    R"(usage: zu text [--json] [FILE...]
+
+Reads each FILE as UTF-8, the standard input where it is "-" or missing, and prints
+
+  bytes              its size
+  code points        how many characters it has, without the invalid sequences
+  lines              how many lines; a line ends at a line feed, carriage return, both in this order, line tabulation,
+                     form feed, next line, line separator, paragraph separator, or the end of the text
+  invalid sequences  how many sequences of bytes are no UTF-8, each as long as the beginning of a character or a byte
+  longest line       the length of the longest line, and where it is
+  general categories, scripts
+                     how many code points belong to each, by the Unicode Character Database 14.0, the most first
+
+Options:
+  --json             prints an array of objects for programs
+  --help             prints this
+
+The exit status is 0 if every file could be read, 1 if one could not, 2 if an option is wrong.
+)",
+    textRun,
+};
