@@ -8,12 +8,7 @@
 
 static constexpr ZU_CHAR REPLACEMENT = ZU_CHAR_REPLACEMENT_CHARACTER;
 static constexpr ZU_INT ASCII_BLOCK = 16;  // units taken at once
-static constexpr ZU_INT SEQUENCE_MAX = 4;  // bytes of one code point
-
-static inline bool utf8IsContinuation( uint8_t byte )
-{
-    return ( byte & 0xC0 ) == 0x80;
-}
+static constexpr ZU_INT SEQUENCE_MAX = ZU___CHARS_UTF8_SEQUENCE_MAX;
 
 // Decoding
 
@@ -27,14 +22,14 @@ static bool utf8TakeSequence( const uint8_t **src, const uint8_t *end, ZU_CHAR *
         *ch = lead;
     } else if ( lead < 0xC0 || lead > 0xF7 ) {
         // No sequence begins so: one replacement stands for this byte and all continuations behind it.
-        while ( pos < end && utf8IsContinuation( *pos ) ) {
+        while ( pos < end && zu___CharsIsUtf8Continuation( *pos ) ) {
             pos++;
         }
         *ch = REPLACEMENT;
     } else {
         int missing = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
         ZU_CHAR value = lead & ( 0x3Fu >> missing );
-        while ( missing > 0 && pos < end && utf8IsContinuation( *pos ) ) {
+        while ( missing > 0 && pos < end && zu___CharsIsUtf8Continuation( *pos ) ) {
             value = value << 6 | ( *pos++ & 0x3Fu );
             missing--;
         }
@@ -54,10 +49,10 @@ static inline bool utf8IsAsciiBlock( const uint8_t *src )
     return ( ( words[ 0 ] | words[ 1 ] ) & 0x8080808080808080 ) == 0;
 }
 
-// Decodes from `*src` until it ends or, when storing, `room` code points are there; `*src` moves on.  Returns the number
-// of code points.
+// Decodes well-formed sequences from `*src` and stops at what is odd, and where `*src` or, when storing, the `room` for
+// code points could end within the next one; `*src` moves on.  Returns the number of code points.
 template < bool STORE >
-static ZU_INT utf8Decode( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end )
+static inline ZU_INT utf8DecodeWhole( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end )
 {
     const uint8_t *pos = *src;
     ZU_INT length = 0;
@@ -67,12 +62,13 @@ static ZU_INT utf8Decode( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const
         }
         length++;
     };
-    while ( pos < end && ( !STORE || length < room ) ) {
+    for ( bool whole = true; whole; ) {
         // Within so many well-formed sequences neither array can end.
         ZU_INT safe = ( end - pos ) / SEQUENCE_MAX;
         if ( STORE ) {
             safe = zuIntMin( safe, room - length );
         }
+        whole = safe > 0;
         for ( ; safe > 0; safe-- ) {
             uint8_t lead = pos[ 0 ];
             if ( lead < 0x80 ) {
@@ -89,27 +85,48 @@ static ZU_INT utf8Decode( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const
                 }
                 emit( lead );
                 pos++;
-            } else if ( ( lead & 0xE0 ) == 0xC0 && utf8IsContinuation( pos[ 1 ] ) ) {
+            } else if ( ( lead & 0xE0 ) == 0xC0 && zu___CharsIsUtf8Continuation( pos[ 1 ] ) ) {
                 emit( ( lead & 0x1Fu ) << 6 | ( pos[ 1 ] & 0x3Fu ) );
                 pos += 2;
-            } else if ( ( lead & 0xF0 ) == 0xE0 && utf8IsContinuation( pos[ 1 ] ) && utf8IsContinuation( pos[ 2 ] ) ) {
+            } else if ( ( lead & 0xF0 ) == 0xE0 && zu___CharsIsUtf8Continuation( pos[ 1 ] ) &&
+                        zu___CharsIsUtf8Continuation( pos[ 2 ] ) ) {
                 emit( ( lead & 0x0Fu ) << 12 | ( pos[ 1 ] & 0x3Fu ) << 6 | ( pos[ 2 ] & 0x3Fu ) );
                 pos += 3;
-            } else if ( ( lead & 0xFC ) == 0xF0 && utf8IsContinuation( pos[ 1 ] ) && utf8IsContinuation( pos[ 2 ] ) &&
-                        utf8IsContinuation( pos[ 3 ] ) ) {
+            } else if ( ( lead & 0xFC ) == 0xF0 && zu___CharsIsUtf8Continuation( pos[ 1 ] ) &&
+                        zu___CharsIsUtf8Continuation( pos[ 2 ] ) && zu___CharsIsUtf8Continuation( pos[ 3 ] ) ) {
                 emit( ( lead & 0x07u ) << 18 | ( pos[ 1 ] & 0x3Fu ) << 12 | ( pos[ 2 ] & 0x3Fu ) << 6 |
                       ( pos[ 3 ] & 0x3Fu ) );
                 pos += 4;
             } else {
+                whole = false;
                 break;
             }
         }
-        ZU_CHAR ch;
-        if ( pos < end && ( !STORE || length < room ) && utf8TakeSequence( &pos, end, &ch ) ) {
-            emit( ch );
-        }
     }
     *src = pos;
+    return length;
+}
+ZU_INT zu___CharsDecodeUtf8( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end )
+{
+    return utf8DecodeWhole< true >( dest, room, src, end );
+}
+
+// Decodes from `*src` until it ends or, when storing, `room` code points are there; `*src` moves on.  Returns the number
+// of code points.
+template < bool STORE >
+static ZU_INT utf8Decode( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end )
+{
+    ZU_INT length = 0;
+    while ( *src < end && ( !STORE || length < room ) ) {
+        length += utf8DecodeWhole< STORE >( dest + ( STORE ? length : 0 ), room - length, src, end );
+        ZU_CHAR ch;
+        if ( *src < end && ( !STORE || length < room ) && utf8TakeSequence( src, end, &ch ) ) {
+            if constexpr ( STORE ) {
+                dest[ length ] = ch;
+            }
+            length++;
+        }
+    }
     return length;
 }
 
@@ -131,35 +148,7 @@ static inline ZU_INT utf8SequenceLength( ZU_CHAR ch )
     return 1 + ( ch >= 0x80 ) + ( ch >= 0x800 ) + ( ch >= 0x10000 ) - ( ch >= 0x110000 );
 }
 
-// Stores the sequence of `ch` at `pos` and returns its end.
-static inline uint8_t *utf8PutSequence( uint8_t *pos, ZU_CHAR ch )
-{
-    if ( ch < 0x80 ) {
-        *pos++ = (uint8_t)ch;
-        return pos;
-    }
-    if ( ch < 0x800 ) {
-        *pos++ = (uint8_t)( 0xC0 | ch >> 6 );
-        *pos++ = (uint8_t)( 0x80 | ( ch & 0x3F ) );
-        return pos;
-    }
-    if ( ZU___UNLIKELY( !ZU_CHAR_OK( ch ) ) ) {
-        ch = REPLACEMENT;
-    }
-    if ( ch < 0x10000 ) {
-        *pos++ = (uint8_t)( 0xE0 | ch >> 12 );
-    } else {
-        *pos++ = (uint8_t)( 0xF0 | ch >> 18 );
-        *pos++ = (uint8_t)( 0x80 | ( ch >> 12 & 0x3F ) );
-    }
-    *pos++ = (uint8_t)( 0x80 | ( ch >> 6 & 0x3F ) );
-    *pos++ = (uint8_t)( 0x80 | ( ch & 0x3F ) );
-    return pos;
-}
-
-// Encodes from `*src` as long as whole sequences are sure to fit between `dest` and `destEnd`; `*src` moves on.  Returns
-// the end of what was stored.
-static uint8_t *utf8EncodeWhole( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end )
+uint8_t *zu___CharsEncodeUtf8( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end )
 {
     const ZU_CHAR *pos = *src;
     for ( ;; ) {
@@ -183,7 +172,7 @@ static uint8_t *utf8EncodeWhole( uint8_t *dest, const uint8_t *destEnd, const ZU
                     continue;
                 }
             }
-            dest = utf8PutSequence( dest, *pos++ );
+            dest = zu___CharsPutUtf8( dest, *pos++ );
         }
     }
     *src = pos;
@@ -197,7 +186,7 @@ static ZU_INT utf8EncodeCut( uint8_t *dest, const uint8_t *destEnd, const ZU_CHA
     ZU_INT length = 0;
     while ( *src < end && dest < destEnd ) {
         uint8_t sequence[ SEQUENCE_MAX ];
-        const uint8_t *sequenceEnd = utf8PutSequence( sequence, *( *src )++ );
+        const uint8_t *sequenceEnd = zu___CharsPutUtf8( sequence, *( *src )++ );
         length += sequenceEnd - sequence;
         for ( const uint8_t *byte = sequence; byte < sequenceEnd && dest < destEnd; byte++ ) {
             *dest++ = *byte;
@@ -229,7 +218,7 @@ ZU_INT zuCharsConvertToUtf8( char *dest, ZU_INT destLength, const ZU_CHAR *src, 
     const uint8_t *destEnd = begin + destLength;
     const ZU_CHAR *pos = src;
     const ZU_CHAR *end = src + srcLength;
-    uint8_t *stored = utf8EncodeWhole( begin, destEnd, &pos, end );
+    uint8_t *stored = zu___CharsEncodeUtf8( begin, destEnd, &pos, end );
     ZU_INT compLen = stored - begin;
     compLen += utf8EncodeCut( stored, destEnd, &pos, end );
     ZU_INT addLen = utf8Measure( pos, end - pos );

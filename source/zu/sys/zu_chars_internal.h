@@ -1,4 +1,5 @@
-// zu_chars_internal.h: what a platform must provide for the environment's narrow encoding.
+// zu_chars_internal.h: what a platform must provide for the environment's narrow encoding, and the steps of UTF-8 that
+// the conversions share with the streams.
 #pragma once
 
 #include "zu/sys/zu_chars.h"
@@ -44,5 +45,47 @@ static inline ZU_INT zu___CharsMeasureCstr( const char *src, ZU_INT srcLength )
     ZU_ASSERT( ZU_INT_FROM_SIZET_CONV_OK( st ) );
     return (ZU_INT)st;
 }
+
+// UTF-8
+#define ZU___CHARS_UTF8_SEQUENCE_MAX ( (ZU_INT)4 ) // bytes of one code point
+
+static inline bool zu___CharsIsUtf8Continuation( uint8_t byte )
+{
+    return ( byte & 0xC0 ) == 0x80;
+}
+
+// Stores the sequence of `ch` at `pos` and returns its end; a value above 0x10FFFF becomes U+FFFD.
+static inline uint8_t *zu___CharsPutUtf8( uint8_t *pos, ZU_CHAR ch )
+{
+    if ( ch < 0x80 ) {
+        *pos++ = (uint8_t)ch;
+        return pos;
+    }
+    if ( ch < 0x800 ) {
+        *pos++ = (uint8_t)( 0xC0 | ch >> 6 );
+        *pos++ = (uint8_t)( 0x80 | ( ch & 0x3F ) );
+        return pos;
+    }
+    if ( ZU___UNLIKELY( !ZU_CHAR_OK( ch ) ) ) {
+        ch = ZU_CHAR_REPLACEMENT_CHARACTER;
+    }
+    if ( ch < 0x10000 ) {
+        *pos++ = (uint8_t)( 0xE0 | ch >> 12 );
+    } else {
+        *pos++ = (uint8_t)( 0xF0 | ch >> 18 );
+        *pos++ = (uint8_t)( 0x80 | ( ch >> 12 & 0x3F ) );
+    }
+    *pos++ = (uint8_t)( 0x80 | ( ch >> 6 & 0x3F ) );
+    *pos++ = (uint8_t)( 0x80 | ( ch & 0x3F ) );
+    return pos;
+}
+
+// Decodes well-formed sequences from `*src`, and stops at what is odd and where `*src` or the `room` for code points could
+// end within the next one; `*src` moves on.  Returns the number of code points.
+ZU_INT zu___CharsDecodeUtf8( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end );
+
+// Encodes from `*src` as long as whole sequences are sure to fit between `dest` and `destEnd`; `*src` moves on.  Returns
+// the end of what was stored.
+uint8_t *zu___CharsEncodeUtf8( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end );
 
 ZU_END_DECLS
