@@ -1,11 +1,9 @@
-// A futex in the lock's own word (Drepper, "Futexes Are Tricky", the second mutex): a release enters the kernel only if
-// somebody may be asleep.
+// The lock is the word that its waiters sleep on (Drepper, "Futexes Are Tricky", the second mutex): a release enters the
+// kernel only if somebody may be asleep.
 
 #include "zu/sys/zu_lock.h"
 
-#include <linux/futex.h>
-#include <sys/syscall.h>
-#include <unistd.h>
+#include "zu/sys/zu_wait_internal.h"
 
 static constexpr uint32_t FREE = 0;
 static constexpr uint32_t HELD = 1;
@@ -15,15 +13,6 @@ static constexpr uint32_t CONTENDED = 2; // held, and somebody may be asleep
 static constexpr int SPINS = 64;
 
 static_assert( sizeof( ZU___LOCK ) == sizeof( void * ) );
-
-static void lockPause()
-{
-#if defined( __x86_64__ ) || defined( __i386__ )
-    __builtin_ia32_pause();
-#elif defined( __aarch64__ )
-    __asm__ volatile( "yield" );
-#endif
-}
 
 // Acquires pair with the releases in zu___LockRelease: what one holder wrote, the next one sees.
 static bool lockTry( ZU___LOCK *lock )
@@ -35,14 +24,14 @@ static bool lockTry( ZU___LOCK *lock )
 static void lockWait( ZU___LOCK *lock )
 {
     for ( int spin = 0; spin < SPINS; spin++ ) {
-        lockPause();
+        zu___WaitPause();
         if ( __atomic_load_n( &lock->state, __ATOMIC_RELAXED ) == FREE && lockTry( lock ) ) {
             return;
         }
     }
     // Who has slept cannot know whether others still do, and takes the lock as contended.
     while ( __atomic_exchange_n( &lock->state, CONTENDED, __ATOMIC_ACQUIRE ) != FREE ) {
-        syscall( SYS_futex, &lock->state, FUTEX_WAIT_PRIVATE, CONTENDED, nullptr, nullptr, 0 );
+        zu___WaitOnWord( &lock->state, CONTENDED, -1 );
     }
 }
 
@@ -64,6 +53,6 @@ void zu___LockAcquire( ZU___LOCK *lock )
 void zu___LockRelease( ZU___LOCK *lock )
 {
     if ( ZU___UNLIKELY( __atomic_exchange_n( &lock->state, FREE, __ATOMIC_RELEASE ) == CONTENDED ) ) {
-        syscall( SYS_futex, &lock->state, FUTEX_WAKE_PRIVATE, 1, nullptr, nullptr, 0 );
+        zu___WaitWakeOne( &lock->state );
     }
 }

@@ -1,0 +1,34 @@
+// zu_wait_internal.h: what a platform must provide for threads that wait.
+//
+// A thread sleeps on a word of 32 bits, at no cost, as long as the word holds what the thread saw last; who changes the
+// word wakes sleepers.  All locks and gates of the library are made of that.
+#pragma once
+
+#include "zu/sys/zu_int.h"
+
+ZU_BEGIN_DECLS
+
+// Sleeps while `word` holds `value`, for `millisec` milliseconds of a monotonic clock at most (-1: no limit).  The
+// comparison and the falling asleep are one step to those who wake.  May also return for no reason: callers look
+// again.  False if the system refuses, which neither an expiry nor an interruption is.
+ZU_BOOL zu___WaitOnWord( const uint32_t *word, uint32_t value, ZU_INT millisec );
+
+// Wakes one thread, or all, asleep on `word`.  The memory may be another object's by now: nothing is read from it, and
+// at worst a sleeper there looks again for nothing.
+void zu___WaitWakeOne( const uint32_t *word );
+void zu___WaitWakeAll( const uint32_t *word );
+
+// Monotonic milliseconds.
+ZU_INT zu___WaitClock( void );
+
+// Tells the processor that the caller goes round a short loop of looks at a word.
+static inline void zu___WaitPause( void )
+{
+#if defined( __x86_64__ ) || defined( __i386__ )
+    __builtin_ia32_pause();
+#elif defined( __aarch64__ )
+    __asm__ volatile( "yield" );
+#endif
+}
+
+ZU_END_DECLS
