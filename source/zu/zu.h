@@ -1,10 +1,14 @@
 // zu.h: the whole interface.
 #pragma once
 
+#include "zu/base/zu_barrier.h"
+#include "zu/base/zu_counter.h"
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_format_arg_list.h"
 #include "zu/base/zu_format_flags.h"
+#include "zu/base/zu_monitor.h"
 #include "zu/base/zu_name.h"
+#include "zu/base/zu_region.h"
 #include "zu/base/zu_string.h"
 #include "zu/base/zu_string_format.h"
 #include "zu/runtime/zu_module.h"

@@ -7,7 +7,9 @@
 #include <cstdio>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
+#include <vector>
 
 // The library runs for the whole of an executable; at its end no object may be left.
 class LibraryEnvironment : public testing::Environment {
@@ -70,6 +72,17 @@ void expectAbort( const char *expression, const std::function< void() > &stateme
     EXPECT_TRUE( WIFSIGNALED( status ) && WTERMSIG( status ) == SIGABRT ) << "no abort: " << report;
     EXPECT_EQ( reportLine( report, "Expression: " ), expression ? expression : "" ) << report;
     EXPECT_EQ( reportLine( report, "Message   : " ), message ? message : "" ) << report;
+}
+
+void runThreads( int count, const std::function< void( int ) > &body )
+{
+    std::vector< std::thread > threads;
+    for ( int i = 0; i < count; i++ ) {
+        threads.emplace_back( body, i );
+    }
+    for ( std::thread &thread : threads ) {
+        thread.join();
+    }
 }
 
 std::string runProgram( const std::string &commandLine )

@@ -1,0 +1,44 @@
+// The lock of the object's header does the work, so that a monitor is no larger than its header and a flag.
+
+#include "zu/base/zu_monitor.h"
+
+#include "zu/runtime/zu_module.h"
+
+struct ZU_MONITOR {
+    ZU_OBJ obj;
+    ZU_BOOL entered; // a thread is inside; written by that thread alone
+};
+
+static void monitorFree( ZU_OBJ *thisObj );
+
+static ZU_SORT zu___sort_ZU_MONITOR =
+    ZU___SORT_INITIALIZER( "ZU_MONITOR", &zu___module, monitorFree, nullptr, nullptr );
+ZU___STDFUNCS( ZU_MONITOR, zuMonitor )
+
+ZU_MONITOR *zuMonitorCreate( void )
+{
+    ZU_MONITOR *monitor = (ZU_MONITOR *)zu___ObjCreate( sizeof( ZU_MONITOR ), &zu___sort_ZU_MONITOR );
+    monitor->entered = ZU_FALSE;
+    return monitor;
+}
+static void monitorFree( ZU_OBJ *thisObj )
+{
+    ZU_MONITOR *monitor = zuMonitorFrom( thisObj );
+    ZU_ASSERT( monitor );
+    ZU_ASSERT( !monitor->entered );
+}
+
+void zuMonitorEnter( ZU_MONITOR *monitor )
+{
+    ZU_ASSERT( monitor );
+    zuObjLockAcquire( &monitor->obj );
+    ZU_ASSERT( !monitor->entered );
+    monitor->entered = ZU_TRUE;
+}
+void zuMonitorLeave( ZU_MONITOR *monitor )
+{
+    ZU_ASSERT( monitor );
+    ZU_ASSERT( monitor->entered );
+    monitor->entered = ZU_FALSE;
+    zuObjLockRelease( &monitor->obj );
+}

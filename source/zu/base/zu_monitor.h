@@ -1,0 +1,23 @@
+// ZU_MONITOR: mutual exclusion of threads.
+//
+// At most one thread is inside at a time; the others wait, at no cost.  A monitor is not re-entrant: a thread that enters
+// what it is inside of waits for itself.  Monitors are ordered by identity.
+#pragma once
+
+#include "zu/runtime/zu_obj.h"
+
+ZU_BEGIN_DECLS
+
+typedef struct ZU_MONITOR ZU_MONITOR;
+// zuMonitorRetain, Release, From, Obj, Sort, ToString, Compare, Equals.  The last release of a monitor that a thread is
+// inside of aborts.
+ZU_STDFUNCS_DECLARE( ZU_MONITOR, zuMonitor )
+
+/// Returns a new monitor with nobody inside.
+ZU_API ZU_MONITOR *zuMonitorCreate( void );
+/// Enters, waiting until nobody else is inside.
+ZU_API void zuMonitorEnter( ZU_MONITOR *monitor );
+/// Leaves; aborts if nobody is inside.  For the thread that has entered.
+ZU_API void zuMonitorLeave( ZU_MONITOR *monitor );
+
+ZU_END_DECLS

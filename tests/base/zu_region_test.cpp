@@ -1,0 +1,86 @@
+#include "zu/zu.hpp"
+
+#include "zu_test_support.h"
+
+#include <atomic>
+#include <random>
+#include <thread>
+
+TEST( Region, KeepsWritersApart )
+{
+    static constexpr int THREADS = 4;
+    static constexpr int ROUNDS = 20000;
+    zu::Ref<ZU_REGION> region = zu::adopt( zuRegionCreate() );
+    int pair[ 2 ] = { 0, 0 }; // plain; writers keep both alike
+    std::atomic<int> writes{ 0 };
+    std::atomic<int> readers{ 0 };
+    runThreads( THREADS, [ & ]( int self ) {
+        std::minstd_rand random( (unsigned)self + 1 );
+        for ( int i = 0; i < ROUNDS; i++ ) {
+            bool exclusive = random() % 8 == 0;
+            zuRegionEnter( region.get(), exclusive );
+            if ( exclusive ) {
+                ASSERT_EQ( readers, 0 );
+                pair[ 0 ]++;
+                ASSERT_EQ( ++pair[ 1 ], pair[ 0 ] );
+                writes++;
+            } else {
+                readers++;
+                ASSERT_EQ( pair[ 0 ], pair[ 1 ] );
+                readers--;
+            }
+            zuRegionLeave( region.get() );
+        }
+    } );
+    EXPECT_EQ( pair[ 0 ], writes );
+}
+
+TEST( Region, LetsReadersShare )
+{
+    zu::Ref<ZU_REGION> region = zu::adopt( zuRegionCreate() );
+    for ( int i = 0; i < 3; i++ ) {
+        zuRegionEnterExclusive( region.get() );
+        zuRegionLeave( region.get() ); // the next ones leave by the shared way again
+        zuRegionEnterShared( region.get() );
+        std::thread( [ & ] {
+            zuRegionEnterShared( region.get() );
+            zuRegionLeave( region.get() );
+        } ).join();
+        zuRegionLeave( region.get() );
+    }
+}
+
+// Two threads of one kind take turns without a gap until one of the other kind has been inside so many times.
+static void expectNoStarving( bool exclusiveCrowd )
+{
+    zu::Ref<ZU_REGION> region = zu::adopt( zuRegionCreate() );
+    std::atomic<bool> done{ false };
+    runThreads( 3, [ & ]( int self ) {
+        if ( self == 0 ) {
+            for ( int i = 0; i < 200; i++ ) {
+                zuRegionEnter( region.get(), !exclusiveCrowd );
+                zuRegionLeave( region.get() );
+            }
+            done = true;
+            return;
+        }
+        while ( !done ) {
+            zuRegionEnter( region.get(), exclusiveCrowd );
+            std::this_thread::yield(); // lets the other one come before this one leaves
+            zuRegionLeave( region.get() );
+        }
+    } );
+}
+TEST( Region, StarvesNobody )
+{
+    expectNoStarving( false );
+    expectNoStarving( true );
+}
+
+TEST( RegionAborts, Null )
+{
+    expectAbort( "region", [] { zuRegionEnterShared( nullptr ); } );
+    expectAbort( "region", [] { zuRegionEnterExclusive( nullptr ); } );
+    expectAbort( "region", [] { zuRegionEnter( nullptr, ZU_TRUE ); } );
+    expectAbort( "region", [] { zuRegionLeave( nullptr ); } );
+}
