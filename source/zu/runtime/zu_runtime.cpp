@@ -1,7 +1,10 @@
 #include "zu/runtime/zu_runtime.h"
 
+#include "zu/base/zu_boxed_bool.h"
+#include "zu/base/zu_boxed_null.h"
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_string.h"
+#include "zu/base/zu_vector.h"
 #include "zu/runtime/zu_obj.h"
 #include "zu/runtime/zu_runtime_internal.h"
 #include "zu/sys/zu_mem.h"
@@ -24,7 +27,10 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___UniqueStartup, zu___UniqueShutdown },
     { zu___ObjStartup, zu___ObjShutdown },
     { zu___StringStartup, zu___StringShutdown },
+    { zu___VectorStartup, zu___VectorShutdown },
     { zu___FormatStartup, zu___FormatShutdown },
+    { zu___BoxedNullStartup, zu___BoxedNullShutdown },
+    { zu___BoxedBoolStartup, zu___BoxedBoolShutdown },
 };
 static constexpr size_t SUBSYSTEM_COUNT = sizeof SUBSYSTEMS / sizeof SUBSYSTEMS[ 0 ];
 
