@@ -4,6 +4,8 @@
 #include "zu/base/zu_boxed_null.h"
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_string.h"
+#include "zu/base/zu_time.h"
+#include "zu/base/zu_timestamp.h"
 #include "zu/base/zu_vector.h"
 #include "zu/runtime/zu_obj.h"
 #include "zu/runtime/zu_runtime_internal.h"
@@ -31,6 +33,8 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___FormatStartup, zu___FormatShutdown },
     { zu___BoxedNullStartup, zu___BoxedNullShutdown },
     { zu___BoxedBoolStartup, zu___BoxedBoolShutdown },
+    { zu___TimestampStartup, zu___TimestampShutdown },
+    { zu___TimeStartup, zu___TimeShutdown },
 };
 static constexpr size_t SUBSYSTEM_COUNT = sizeof SUBSYSTEMS / sizeof SUBSYSTEMS[ 0 ];
 

@@ -1,0 +1,611 @@
+// The record is kept as it is set, not as a count of seconds: it can hold days that a month does not have, and leap
+// seconds.  Arithmetic works on the fields in the manner of a calendar.  Only the conversion from and to seconds since
+// 1970 counts days, so that it is one closed formula for every platform and needs no zone data; the platform gives the
+// wall clock alone.
+
+#include "zu/base/zu_string_format.h"
+#include "zu/base/zu_time_internal.h"
+#include "zu/runtime/zu_module.h"
+
+static constexpr ZU_INT MONTHS_PER_YEAR = 12;
+static constexpr ZU_INT DAYS_PER_WEEK = 7;
+static constexpr ZU_INT HOURS_PER_DAY = 24;
+static constexpr ZU_INT MINUTES_PER_HOUR = 60;
+static constexpr ZU_INT SECONDS_PER_MINUTE = 60;
+static constexpr ZU_INT SECONDS_PER_DAY = 86400;
+static constexpr ZU_INT DAYS_PER_COMMON_YEAR = 365;
+static constexpr ZU_INT DAYS_PER_4_YEARS = 1461;
+static constexpr ZU_INT DAYS_PER_100_YEARS = 36524;
+static constexpr ZU_INT DAYS_PER_400_YEARS = 146097;
+static constexpr ZU_INT DAY_MAX = 31;
+static constexpr ZU_INT SECOND_MAX = 61;
+static constexpr ZU_INT SYSTEM_SECOND_MAX = 59;
+
+// The years whose distance from 1900 fits in 32 bits, as the broken-down times of C have it.
+static constexpr ZU_INT CONVERTED_YEAR_MIN = INT32_MIN + (ZU_INT)1900;
+static constexpr ZU_INT CONVERTED_YEAR_MAX = INT32_MAX + (ZU_INT)1900;
+
+static const char *const MONTH_NAMES[] = { "January", "February", "March",     "April",   "May",      "June",
+                                           "July",    "August",   "September", "October", "November", "December" };
+static const char *const WEEKDAY_NAMES[] = { "Monday", "Tuesday",  "Wednesday", "Thursday",
+                                             "Friday", "Saturday", "Sunday" };
+
+struct ZU_TIME {
+    ZU_OBJ obj;
+    ZU_INT year;
+    ZU_INT month;  // 1 to 12
+    ZU_INT day;    // 1 to 31
+    ZU_INT hour;   // 0 to 23
+    ZU_INT minute; // 0 to 59
+    ZU_INT second; // 0 to 61
+};
+
+// The fields of a ZU_TIME while there is no object.
+struct TIME_FIELDS {
+    ZU_INT year;
+    ZU_INT month;
+    ZU_INT day;
+    ZU_INT hour;
+    ZU_INT minute;
+    ZU_INT second;
+};
+
+static ZU_TIME *timeStarted = nullptr; // when the library started
+
+static ZU_INT timeCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj );
+static ZU_STRING *timeToString( ZU_OBJ *thisObj );
+
+static ZU_SORT zu___sort_ZU_TIME = ZU___SORT_INITIALIZER( "ZU_TIME", &zu___module, nullptr, timeCompare, timeToString );
+ZU___STDFUNCS( ZU_TIME, zuTime )
+
+// Start-up
+void zu___TimeStartup( void )
+{
+    timeStarted = zuTimeNow();
+}
+void zu___TimeShutdown( void )
+{
+    ZU_REF_RELEASE( timeStarted );
+    ZU_REF_POISON( timeStarted );
+}
+ZU_TIME *zu___TimeStarted( void )
+{
+    return timeStarted ? zuTimeRetain( timeStarted ) : nullptr;
+}
+
+// Calendar of years and months
+static bool timeIsLeapYear( ZU_INT year )
+{
+    return year % 400 == 0 || ( year % 4 == 0 && year % 100 != 0 );
+}
+static ZU_INT timeYearLength( ZU_INT year )
+{
+    return DAYS_PER_COMMON_YEAR + timeIsLeapYear( year );
+}
+static ZU_INT timeMonthLength( ZU_INT year, ZU_INT month )
+{
+    static constexpr uint8_t LENGTHS[] = { 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31 };
+    return LENGTHS[ month - 1 ] + ( month == ZU_MONTH_FEBRUARY && timeIsLeapYear( year ) );
+}
+static ZU_INT timeDayNumber( ZU_INT year, ZU_INT month, ZU_INT day )
+{
+    static constexpr uint16_t DAYS_AHEAD[] = { 0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334 };
+    return DAYS_AHEAD[ month - 1 ] + ( month > ZU_MONTH_FEBRUARY && timeIsLeapYear( year ) ) + day;
+}
+// Division that rounds down; `divisor` is positive.
+static ZU_INT timeDivideDown( ZU_INT value, ZU_INT divisor )
+{
+    return value / divisor - ( value % divisor < 0 );
+}
+// The leap years up to `year`, with an origin that only differences leave out.
+static ZU_INT timeLeapYearsUpTo( ZU_INT year )
+{
+    return timeDivideDown( year, 4 ) - timeDivideDown( year, 100 ) + timeDivideDown( year, 400 );
+}
+
+// Seconds since 1970
+static constexpr ZU_INT DAYS_TO_1970 = 719528; // from January 1 of the year 0
+
+static ZU_INT timeSecondsSince1970( const ZU_TIME *tm )
+{
+    // The year 0 is a leap year itself, which is counted where the years ahead of `year` are.
+    ZU_INT daysAhead = tm->year * DAYS_PER_COMMON_YEAR + timeLeapYearsUpTo( tm->year - 1 ) + 1;
+    ZU_INT days = daysAhead + timeDayNumber( tm->year, tm->month, tm->day ) - 1 - DAYS_TO_1970;
+    return ( ( days * HOURS_PER_DAY + tm->hour ) * MINUTES_PER_HOUR + tm->minute ) * SECONDS_PER_MINUTE + tm->second;
+}
+
+// Returns 0, or another number if the year is out of range.
+static int timeBreakDown( TIME_FIELDS *fields, const ZU_INT *seconds )
+{
+    ZU_INT days = timeDivideDown( *seconds, SECONDS_PER_DAY );
+    ZU_INT secondOfDay = ( *seconds % SECONDS_PER_DAY + SECONDS_PER_DAY ) % SECONDS_PER_DAY;
+    // Years are counted from March 1 of the year 0, so that a leap day is the last of its year, and of all the four,
+    // hundred and four hundred years that have one more day for it.
+    days += DAYS_TO_1970 - 60;
+    ZU_INT era = timeDivideDown( days, DAYS_PER_400_YEARS );
+    ZU_INT rest = days - era * DAYS_PER_400_YEARS;
+    ZU_INT centuries = zuIntMin( rest / DAYS_PER_100_YEARS, 3 );
+    rest -= centuries * DAYS_PER_100_YEARS;
+    ZU_INT fours = rest / DAYS_PER_4_YEARS;
+    rest -= fours * DAYS_PER_4_YEARS;
+    ZU_INT years = zuIntMin( rest / DAYS_PER_COMMON_YEAR, 3 );
+    rest -= years * DAYS_PER_COMMON_YEAR;
+    // From March on, five months have 153 days, whichever they are.
+    ZU_INT monthsFromMarch = ( 5 * rest + 2 ) / 153;
+    ZU_INT year = era * 400 + centuries * 100 + fours * 4 + years;
+    if ( monthsFromMarch < 10 ) {
+        fields->month = monthsFromMarch + ZU_MONTH_MARCH;
+    } else {
+        fields->month = monthsFromMarch + ZU_MONTH_MARCH - MONTHS_PER_YEAR;
+        year++;
+    }
+    fields->year = year;
+    fields->day = rest - ( 153 * monthsFromMarch + 2 ) / 5 + 1;
+    fields->hour = secondOfDay / SECONDS_PER_MINUTE / MINUTES_PER_HOUR;
+    fields->minute = secondOfDay / SECONDS_PER_MINUTE % MINUTES_PER_HOUR;
+    fields->second = secondOfDay % SECONDS_PER_MINUTE;
+    return year < CONVERTED_YEAR_MIN || year > CONVERTED_YEAR_MAX;
+}
+static TIME_FIELDS timeFieldsNow()
+{
+    // A report of the failure names the step alike on every platform.
+    static constexpr auto *_gmtime64_s = timeBreakDown;
+    TIME_FIELDS timeFields;
+    ZU_INT ltime = zu___TimeWallClock();
+    ZU_ASSERT( 0 == _gmtime64_s( &timeFields, &ltime ) );
+    return timeFields;
+}
+
+// Creation
+static void timeSetFields( ZU_TIME *tm, const TIME_FIELDS *fields )
+{
+    tm->year = fields->year;
+    tm->month = fields->month;
+    tm->day = fields->day;
+    tm->hour = fields->hour;
+    tm->minute = fields->minute;
+    tm->second = fields->second;
+}
+static ZU_TIME *timeCreateOfFields( const TIME_FIELDS *fields )
+{
+    ZU_TIME *tm = (ZU_TIME *)zu___ObjCreate( sizeof( ZU_TIME ), &zu___sort_ZU_TIME );
+    timeSetFields( tm, fields );
+    return tm;
+}
+ZU_TIME *zuTimeCreate( void )
+{
+    const TIME_FIELDS fields = { 0, ZU_MONTH_JANUARY, 1, 0, 0, 0 };
+    return timeCreateOfFields( &fields );
+}
+ZU_TIME *zuTimeCreateFrom( ZU_TIME *from )
+{
+    ZU_ASSERT( from );
+    const TIME_FIELDS fields = { from->year, from->month, from->day, from->hour, from->minute, from->second };
+    return timeCreateOfFields( &fields );
+}
+ZU_TIME *zuTimeNow( void )
+{
+    const TIME_FIELDS fields = timeFieldsNow();
+    return timeCreateOfFields( &fields );
+}
+ZU_TIME *zuTimeTryCreateFromTimeT( ZU_INT seconds )
+{
+    TIME_FIELDS fields;
+    return timeBreakDown( &fields, &seconds ) == 0 ? timeCreateOfFields( &fields ) : nullptr;
+}
+static bool timeIsWithin( ZU_INT value, ZU_INT min, ZU_INT max )
+{
+    return value >= min && value <= max;
+}
+ZU_TIME *zuTimeTryCreateFromSystemTime( ZU_INT year, ZU_INT month, ZU_INT day, ZU_INT hour, ZU_INT minute,
+                                        ZU_INT second )
+{
+    if ( !ZU_MONTH_OK( month ) || !timeIsWithin( day, 1, DAY_MAX ) || !timeIsWithin( hour, 0, HOURS_PER_DAY - 1 ) ||
+         !timeIsWithin( minute, 0, MINUTES_PER_HOUR - 1 ) || !timeIsWithin( second, 0, SYSTEM_SECOND_MAX ) ) {
+        return nullptr;
+    }
+    const TIME_FIELDS fields = { year, month, day, hour, minute, second };
+    return timeCreateOfFields( &fields );
+}
+
+// Standard functions
+static ZU_INT timeCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
+{
+    ZU_TIME *tmA = zuTimeFrom( thisObj );
+    ZU_TIME *tmB = zuTimeFrom( thatObj );
+    ZU_ASSERT( tmA );
+    ZU_ASSERT( tmB );
+    static constexpr ZU_INT ZU_TIME::*FIELDS[] = { &ZU_TIME::year, &ZU_TIME::month,  &ZU_TIME::day,
+                                                   &ZU_TIME::hour, &ZU_TIME::minute, &ZU_TIME::second };
+    for ( auto field : FIELDS ) {
+        if ( tmA->*field != tmB->*field ) {
+            return tmA->*field < tmB->*field ? -1 : 1;
+        }
+    }
+    return 0;
+}
+static ZU_STRING *timeToString( ZU_OBJ *thisObj )
+{
+    ZU_TIME *tm = zuTimeFrom( thisObj );
+    ZU_ASSERT( tm );
+    ZU_STRING *text = zuStringCreateFromFormatCstr( "UTC %i-%02i-%02i %02i:%02i:%02i", -1, tm->year, tm->month, tm->day,
+                                                    tm->hour, tm->minute, tm->second );
+    if ( zuTimeValid( tm ) ) {
+        zuStringAppendFormatCstr( &text, " (%~s)", -1, zuWeekdayToString( zuTimeWeekday( tm ) ) );
+    }
+    return text;
+}
+
+// Months and weekdays
+ZU_STRING *zuMonthToString( ZU_INT month )
+{
+    ZU_ASSERT( ZU_MONTH_OK( month ) );
+    return zuStringCreateFromAscii( MONTH_NAMES[ month - ZU_MONTH_JANUARY ], -1 );
+}
+ZU_STRING *zuWeekdayToString( ZU_INT wd )
+{
+    ZU_ASSERT( ZU_WEEKDAY_OK( wd ) );
+    return zuStringCreateFromAscii( WEEKDAY_NAMES[ wd ], -1 );
+}
+
+// Fields
+ZU_INT zuTimeYear( ZU_TIME *tm )
+{
+    ZU_ASSERT( tm );
+    return tm->year;
+}
+ZU_INT zuTimeMonth( ZU_TIME *tm )
+{
+    ZU_ASSERT( tm );
+    return tm->month;
+}
+ZU_INT zuTimeDay( ZU_TIME *tm )
+{
+    ZU_ASSERT( tm );
+    return tm->day;
+}
+ZU_INT zuTimeHour( ZU_TIME *tm )
+{
+    ZU_ASSERT( tm );
+    return tm->hour;
+}
+ZU_INT zuTimeMinute( ZU_TIME *tm )
+{
+    ZU_ASSERT( tm );
+    return tm->minute;
+}
+ZU_INT zuTimeSecond( ZU_TIME *tm )
+{
+    ZU_ASSERT( tm );
+    return tm->second;
+}
+
+// Setting
+static void timeUnshare( ZU_TIME **tm )
+{
+    if ( ZU_REF_RETAIN_COUNT( *tm ) > 1 ) {
+        ZU_TIME *old = *tm;
+        *tm = zuTimeCreateFrom( old );
+        ZU_REF_RELEASE( old );
+    }
+}
+static void timeSetField( ZU_TIME **tm, ZU_INT ZU_TIME::*field, ZU_INT value )
+{
+    if ( ( *tm )->*field != value ) {
+        timeUnshare( tm );
+        ( *tm )->*field = value;
+    }
+}
+void zuTimeSetYear( ZU_TIME **tm, ZU_INT year )
+{
+    ZU_ASSERT( tm );
+    ZU_ASSERT( *tm );
+    timeSetField( tm, &ZU_TIME::year, year );
+}
+void zuTimeSetMonth( ZU_TIME **tm, ZU_INT month )
+{
+    ZU_ASSERT( tm );
+    ZU_ASSERT( *tm );
+    ZU_ASSERT( ZU_MONTH_OK( month ) );
+    timeSetField( tm, &ZU_TIME::month, month );
+}
+void zuTimeSetDay( ZU_TIME **tm, ZU_INT day )
+{
+    ZU_ASSERT( tm );
+    ZU_ASSERT( *tm );
+    ZU_ASSERT( day >= 1 );
+    ZU_ASSERT( day <= DAY_MAX );
+    timeSetField( tm, &ZU_TIME::day, day );
+}
+void zuTimeSetHour( ZU_TIME **tm, ZU_INT hour )
+{
+    ZU_ASSERT( tm );
+    ZU_ASSERT( *tm );
+    ZU_ASSERT( hour >= 0 );
+    ZU_ASSERT( hour < HOURS_PER_DAY );
+    timeSetField( tm, &ZU_TIME::hour, hour );
+}
+void zuTimeSetMinute( ZU_TIME **tm, ZU_INT minute )
+{
+    ZU_ASSERT( tm );
+    ZU_ASSERT( *tm );
+    ZU_ASSERT( minute >= 0 );
+    ZU_ASSERT( minute < MINUTES_PER_HOUR );
+    timeSetField( tm, &ZU_TIME::minute, minute );
+}
+void zuTimeSetSecond( ZU_TIME **tm, ZU_INT second )
+{
+    ZU_ASSERT( tm );
+    ZU_ASSERT( *tm );
+    ZU_ASSERT( second >= 0 );
+    ZU_ASSERT( second <= SECOND_MAX );
+    timeSetField( tm, &ZU_TIME::second, second );
+}
+void zuTimeSetNow( ZU_TIME **tm )
+{
+    ZU_ASSERT( tm );
+    ZU_ASSERT( *tm );
+    const TIME_FIELDS fields = timeFieldsNow();
+    timeUnshare( tm );
+    timeSetFields( *tm, &fields );
+}
+
+// Shifting.  A shift by nothing returns ahead of the copy unless there is something to repair.
+
+// Exchanges a day that the month does not have for the first of the next month.  December has them all.
+static void timeRepairDay( ZU_TIME *tm )
+{
+    if ( !zuTimeValid( tm ) ) {
+        tm->day = 1;
+        tm->month++;
+    }
+}
+void zuTimeShiftYears( ZU_TIME **tm, ZU_INT years )
+{
+    ZU_ASSERT( tm );
+    ZU_ASSERT( *tm );
+    ZU_ASSERT( ZU_INT_ADD_OK( (*tm)->year, years ) );
+    if ( years == 0 && zuTimeValid( *tm ) ) {
+        return;
+    }
+    timeUnshare( tm );
+    ( *tm )->year += years;
+    timeRepairDay( *tm );
+}
+void zuTimeShiftMonths( ZU_TIME **tm, ZU_INT months )
+{
+    ZU_ASSERT( tm );
+    ZU_ASSERT( *tm );
+    if ( months == 0 && zuTimeValid( *tm ) ) {
+        return;
+    }
+    ZU_INT years = months / MONTHS_PER_YEAR;
+    ZU_ASSERT( ZU_INT_ADD_OK( (*tm)->year, years ) );
+    timeUnshare( tm );
+    ( *tm )->year += years;
+    ( *tm )->month += months % MONTHS_PER_YEAR;
+    if ( ( *tm )->month > ZU_MONTH_DECEMBER ) {
+        ZU_ASSERT( ZU_INT_ADD_OK( (*tm)->year, 1 ) );
+        ( *tm )->year++;
+        ( *tm )->month -= MONTHS_PER_YEAR;
+    } else if ( ( *tm )->month < ZU_MONTH_JANUARY ) {
+        ZU_ASSERT( ZU_INT_SUB_OK( (*tm)->year, 1 ) );
+        ( *tm )->year--;
+        ( *tm )->month += MONTHS_PER_YEAR;
+    }
+    timeRepairDay( *tm );
+}
+
+// Walks on by fewer than 1461 days, month by month.
+static void timeWalkForward( ZU_TIME **tm, ZU_INT days )
+{
+    while ( days > 0 ) {
+        // A day beyond the end of its month is a single step away from the next one.
+        ZU_INT toNextMonth = zuIntMax( zuTimeDaysInMonth( *tm ) - ( *tm )->day + 1, 1 );
+        if ( days < toNextMonth ) {
+            ( *tm )->day += days;
+            return;
+        }
+        days -= toNextMonth;
+        ( *tm )->day = 1;
+        ( *tm )->month++;
+        if ( ( *tm )->month > ZU_MONTH_DECEMBER ) {
+            ZU_ASSERT( ZU_INT_ADD_OK( (*tm)->year, 1 ) );
+            ( *tm )->year++;
+            ( *tm )->month = ZU_MONTH_JANUARY;
+        }
+    }
+}
+static void timeWalkBack( ZU_TIME **tm, ZU_INT days )
+{
+    while ( days > 0 ) {
+        if ( ( *tm )->day > days ) {
+            ( *tm )->day -= days;
+            return;
+        }
+        days -= ( *tm )->day;
+        ( *tm )->month--;
+        if ( ( *tm )->month < ZU_MONTH_JANUARY ) {
+            ZU_ASSERT( ZU_INT_SUB_OK( (*tm)->year, 1 ) );
+            ( *tm )->year--;
+            ( *tm )->month = ZU_MONTH_DECEMBER;
+        }
+        ( *tm )->day = zuTimeDaysInMonth( *tm );
+    }
+}
+void zuTimeShiftDays( ZU_TIME **tm, ZU_INT days )
+{
+    ZU_ASSERT( tm );
+    ZU_ASSERT( *tm );
+    if ( days == 0 ) {
+        return;
+    }
+    ZU_INT y4 = days / DAYS_PER_4_YEARS;
+    ZU_INT rest = days % DAYS_PER_4_YEARS;
+    ZU_ASSERT( ZU_INT_ADD_OK( (*tm)->year, y4*4 ) );
+    timeUnshare( tm );
+    ( *tm )->year += y4 * 4;
+    timeWalkForward( tm, rest );
+    timeWalkBack( tm, -rest );
+}
+
+// Adds the rest of `amount` / `unit` to `field`, one carry of `unit` up or down included, and hands the carry and then
+// the quotient on to `shiftGreater`.
+static void timeShiftField( ZU_TIME **tm, ZU_INT amount, ZU_INT ZU_TIME::*field, ZU_INT unit,
+                            void ( *shiftGreater )( ZU_TIME **, ZU_INT ) )
+{
+    ZU_INT value = ( *tm )->*field + amount % unit;
+    ZU_INT carry = value >= unit ? 1 : value < 0 ? -1 : 0;
+    timeSetField( tm, field, value - carry * unit );
+    shiftGreater( tm, carry );
+    shiftGreater( tm, amount / unit );
+}
+void zuTimeShiftHours( ZU_TIME **tm, ZU_INT hours )
+{
+    ZU_ASSERT( tm );
+    ZU_ASSERT( *tm );
+    timeShiftField( tm, hours, &ZU_TIME::hour, HOURS_PER_DAY, zuTimeShiftDays );
+}
+void zuTimeShiftMinutes( ZU_TIME **tm, ZU_INT minutes )
+{
+    ZU_ASSERT( tm );
+    ZU_ASSERT( *tm );
+    timeShiftField( tm, minutes, &ZU_TIME::minute, MINUTES_PER_HOUR, zuTimeShiftHours );
+}
+void zuTimeShiftSeconds( ZU_TIME **tm, ZU_INT seconds )
+{
+    ZU_ASSERT( tm );
+    ZU_ASSERT( *tm );
+    timeShiftField( tm, seconds, &ZU_TIME::second, SECONDS_PER_MINUTE, zuTimeShiftMinutes );
+}
+
+// Calendar
+ZU_BOOL zuTimeValid( ZU_TIME *tm )
+{
+    ZU_ASSERT( tm );
+    return tm->day <= timeMonthLength( tm->year, tm->month );
+}
+ZU_BOOL zuTimeLeapYear( ZU_TIME *tm )
+{
+    ZU_ASSERT( tm );
+    return timeIsLeapYear( tm->year );
+}
+ZU_INT zuTimeDaysInMonth( ZU_TIME *tm )
+{
+    ZU_ASSERT( tm );
+    return timeMonthLength( tm->year, tm->month );
+}
+ZU_INT zuTimeDaysInYear( ZU_TIME *tm )
+{
+    ZU_ASSERT( tm );
+    return timeYearLength( tm->year );
+}
+ZU_INT zuTimeDayOfYear( ZU_TIME *tm )
+{
+    ZU_ASSERT( tm );
+    return timeDayNumber( tm->year, tm->month, tm->day );
+}
+ZU_INT zuTimeWeekday( ZU_TIME *tm )
+{
+    ZU_ASSERT( tm );
+    // What the months ahead of each add to the weekday, and what the first of January of a century does.
+    static constexpr uint8_t MONTH_TERMS[] = { 0, 3, 3, 6, 1, 4, 6, 2, 5, 0, 3, 5 };
+    ZU_INT monthTerm = MONTH_TERMS[ tm->month - ZU_MONTH_JANUARY ];
+    ZU_INT century = tm->year / 100;
+    ZU_INT yearOfCentury = tm->year - century * 100;
+    ZU_INT centuryTerm = 2 * ( 3 - century % 4 );
+    // A leap day that is still to come must not count.
+    ZU_INT leapTerm = timeIsLeapYear( tm->year ) && tm->month <= ZU_MONTH_FEBRUARY ? 6 : 0;
+    ZU_INT yearTerm = ( yearOfCentury + yearOfCentury / 4 ) % DAYS_PER_WEEK;
+    ZU_INT fromSunday = ( leapTerm + centuryTerm + yearTerm + monthTerm + tm->day % DAYS_PER_WEEK ) % DAYS_PER_WEEK;
+    ZU_ASSERT( fromSunday >= 0 );
+    ZU_ASSERT( fromSunday < DAYS_PER_WEEK );
+    return ( fromSunday + DAYS_PER_WEEK - 1 ) % DAYS_PER_WEEK;
+}
+
+// Adds `count` times `amount` to a sum; false on overflow.
+static bool timeTryAdd( ZU_INT *sum, ZU_INT count, ZU_INT amount )
+{
+    ZU_INT product;
+    return !__builtin_mul_overflow( count, amount, &product ) && !__builtin_add_overflow( *sum, product, sum );
+}
+// Adds the days of the whole years from `year` to ahead of `endYear`, in seconds.
+static bool timeTryAddYears( ZU_INT *sum, ZU_INT year, ZU_INT endYear )
+{
+    ZU_INT years;
+    if ( __builtin_sub_overflow( endYear, year, &years ) ) {
+        return false;
+    }
+    ZU_INT leapYears = timeLeapYearsUpTo( endYear - 1 ) - timeLeapYearsUpTo( year - 1 );
+    return timeTryAdd( sum, years, DAYS_PER_COMMON_YEAR * SECONDS_PER_DAY ) &&
+           timeTryAdd( sum, leapYears, SECONDS_PER_DAY );
+}
+// Computes the seconds from `earlier` to `later`; false on overflow.
+static bool timeTryMeasure( const ZU_TIME *earlier, const ZU_TIME *later, ZU_INT *seconds )
+{
+    // The date of `earlier` moves towards that of `later`: to its year, then to its month, then to its day.
+    struct DATE {
+        ZU_INT year;
+        ZU_INT month;
+        ZU_INT day;
+    };
+    DATE date = { earlier->year, earlier->month, earlier->day };
+    DATE *a = &date;
+    const ZU_TIME *b = later;
+    ZU_INT sum = 0;
+    if ( a->year != b->year ) {
+        ZU_ASSERT( a->year < b->year );
+        ZU_INT daysLeft = timeYearLength( a->year ) + 1 - timeDayNumber( a->year, a->month, a->day );
+        if ( !timeTryAdd( &sum, daysLeft, SECONDS_PER_DAY ) || !timeTryAddYears( &sum, a->year + 1, b->year ) ) {
+            return false;
+        }
+        *a = { b->year, ZU_MONTH_JANUARY, 1 };
+    }
+    if ( a->month != b->month ) {
+        ZU_ASSERT( a->month < b->month );
+        ZU_INT days = timeDayNumber( b->year, b->month, 1 ) - timeDayNumber( a->year, a->month, a->day );
+        if ( !timeTryAdd( &sum, days, SECONDS_PER_DAY ) ) {
+            return false;
+        }
+        *a = { b->year, b->month, 1 };
+    }
+    if ( a->day != b->day ) {
+        ZU_ASSERT( a->day < b->day );
+        if ( !timeTryAdd( &sum, b->day - a->day, SECONDS_PER_DAY ) ) {
+            return false;
+        }
+    }
+    ZU_INT minutes = ( b->hour - earlier->hour ) * MINUTES_PER_HOUR - earlier->minute + b->minute;
+    if ( !timeTryAdd( &sum, minutes * SECONDS_PER_MINUTE - earlier->second + b->second, 1 ) ) {
+        return false;
+    }
+    *seconds = sum;
+    return true;
+}
+ZU_BOOL zuTimeDeltaSeconds( ZU_TIME *tmA, ZU_TIME *tmB, ZU_INT *deltaSeconds )
+{
+    ZU_ASSERT( tmA );
+    ZU_ASSERT( tmB );
+    bool backward = zuTimeCompare( tmA, tmB ) > 0;
+    ZU_INT seconds = 0;
+    bool ok = backward ? timeTryMeasure( tmB, tmA, &seconds ) : timeTryMeasure( tmA, tmB, &seconds );
+    if ( deltaSeconds ) {
+        *deltaSeconds = backward ? -seconds : seconds;
+    }
+    return ok;
+}
+
+// Conversion
+ZU_BOOL zuTimeTryConvertToTimeT( ZU_TIME *tm, ZU_INT *seconds )
+{
+    ZU_ASSERT( tm );
+    ZU_INT result = -1;
+    if ( timeIsWithin( tm->year, CONVERTED_YEAR_MIN, CONVERTED_YEAR_MAX ) ) {
+        result = timeSecondsSince1970( tm );
+    }
+    bool ok = result != -1;
+    if ( seconds ) {
+        *seconds = ok ? result : 0;
+    }
+    return ok;
+}
