@@ -1,6 +1,6 @@
 // Most texts of a program are short, so an object has room for 64 code points and longer texts alone need the heap.
-// Texts mostly grow at the end and are cut at either end, so the storage keeps free space at both: appending and cutting
-// move nothing as long as it lasts.
+// Texts mostly grow at the end and are cut at either end, so the storage keeps free space at both; where the text stands
+// in it, and when it moves, is in zu_slack_internal.h.
 //
 // Positions and counts are checked where they enter; from there on all lengths are within the storage.  A string that
 // anybody else holds is never changed: an insertion builds its successor in one step, so that each element moves once,
@@ -14,8 +14,8 @@
 #include <cstring>
 
 static constexpr ZU_INT INLINE_CHARS = ZU___STRING_INLINE_CHARS;
-static constexpr ZU_INT SPACE_MAX = ZU___STRING_INLINE_CHARS; // free elements at one end that a deletion leaves
-static_assert( ZU_STRING_FSPACE + ZU_STRING_BSPACE == SPACE_MAX );
+using STRING_SLACK = zu___Slack<ZU_STRING, ZU_CHAR, INLINE_CHARS, &ZU_STRING::chars, &ZU_STRING::inlineChars>;
+static_assert( ZU_STRING_FSPACE == STRING_SLACK::FRONT && ZU_STRING_BSPACE == STRING_SLACK::BACK );
 
 static ZU_STRING *emptyString = nullptr; // shared by everybody who holds an empty text
 
@@ -41,97 +41,10 @@ void zu___StringShutdown( void )
 
 static inline ZU_CHAR *stringText( ZU_STRING *zus )
 {
-    return zus->chars + zus->fspace;
-}
-static inline void stringCopyChars( ZU_CHAR *dest, const ZU_CHAR *src, ZU_INT count )
-{
-    if ( count > 0 ) {
-        memcpy( dest, src, (size_t)count * sizeof( ZU_CHAR ) );
-    }
-}
-static inline void stringMoveChars( ZU_CHAR *dest, const ZU_CHAR *src, ZU_INT count )
-{
-    if ( count > 0 && dest != src ) {
-        memmove( dest, src, (size_t)count * sizeof( ZU_CHAR ) );
-    }
+    return STRING_SLACK::first( zus );
 }
 
 // Storage
-
-// Replaces the storage by one of `capacity` elements, which is no less than before, and moves the text to element
-// `textAt` of it.
-static void stringReplaceStorage( ZU_STRING *zus, ZU_INT capacity, ZU_INT textAt )
-{
-    if ( zus->chars == zus->inlineChars ) {
-        ZU_CHAR *chars = (ZU_CHAR *)zuMemAllocN( capacity, sizeof( ZU_CHAR ) );
-        stringCopyChars( chars + textAt, stringText( zus ), zus->length );
-        zus->chars = chars;
-    } else {
-        zus->chars = (ZU_CHAR *)zuMemReallocN( zus->chars, capacity, sizeof( ZU_CHAR ) );
-        stringMoveChars( zus->chars + textAt, stringText( zus ), zus->length );
-    }
-    zu___ObjDbgSetAllocationSizeN( &zus->obj, capacity, sizeof( ZU_CHAR ) );
-}
-
-// Room ahead of the text.  Free space at the front is used up first, then all of it, then there is new storage with
-// slack at both ends.
-static void stringMakeRoomAtFront( ZU_STRING *zus, ZU_INT count )
-{
-    if ( zus->fspace >= count ) {
-        zus->fspace -= count;
-    } else if ( zus->fspace + zus->bspace >= count ) {
-        stringMoveChars( zus->chars + count, stringText( zus ), zus->length );
-        zus->bspace = zus->bspace + zus->fspace - count;
-        zus->fspace = 0;
-    } else {
-        ZU_ASSERT( ZU_INT_ADD_OK( ZU_STRING_FSPACE + ZU_STRING_BSPACE + zus->length, count ) );
-        stringReplaceStorage( zus, ZU_STRING_FSPACE + ZU_STRING_BSPACE + zus->length + count, count + ZU_STRING_FSPACE );
-        zus->fspace = ZU_STRING_FSPACE;
-        zus->bspace = ZU_STRING_BSPACE;
-    }
-}
-
-// Room behind the text.  Only a text inside the object moves to the front for it: a text on the heap that is appended to
-// keeps the free space ahead of it for who prepends.
-static void stringMakeRoomAtEnd( ZU_STRING *zus, ZU_INT count )
-{
-    if ( ZU___LIKELY( zus->bspace >= count ) ) {
-        zus->bspace -= count;
-    } else if ( zus->chars == zus->inlineChars && zus->fspace + zus->bspace >= count ) {
-        stringMoveChars( zus->chars, stringText( zus ), zus->length );
-        zus->bspace = zus->bspace + zus->fspace - count;
-        zus->fspace = 0;
-    } else {
-        ZU_ASSERT( ZU_INT_ADD_OK( zus->fspace + zus->length + ZU_STRING_BSPACE, count ) );
-        stringReplaceStorage( zus, zus->fspace + zus->length + ZU_STRING_BSPACE + count, zus->fspace );
-        zus->bspace = ZU_STRING_BSPACE;
-    }
-}
-
-// Room inside the text.
-static void stringMakeRoomInside( ZU_STRING *zus, ZU_INT atIndex, ZU_INT count )
-{
-    ZU_INT tailLength = zus->length - atIndex;
-    if ( zus->bspace >= count ) {
-        ZU_CHAR *tail = stringText( zus ) + atIndex;
-        stringMoveChars( tail + count, tail, tailLength );
-        zus->bspace -= count;
-    } else if ( zus->fspace + zus->bspace >= count ) {
-        ZU_INT newFspace = zus->fspace + zus->bspace - count;
-        ZU_CHAR *tail = stringText( zus ) + atIndex;
-        stringMoveChars( zus->chars + newFspace, stringText( zus ), atIndex );
-        stringMoveChars( tail + zus->bspace, tail, tailLength );
-        zus->fspace = newFspace;
-        zus->bspace = 0;
-    } else {
-        ZU_ASSERT( ZU_INT_ADD_OK( ZU_STRING_FSPACE + ZU_STRING_BSPACE + zus->length, count ) );
-        stringReplaceStorage( zus, ZU_STRING_FSPACE + ZU_STRING_BSPACE + zus->length + count, ZU_STRING_FSPACE );
-        ZU_CHAR *tail = zus->chars + ZU_STRING_FSPACE + atIndex;
-        stringMoveChars( tail + count, tail, tailLength );
-        zus->fspace = ZU_STRING_FSPACE;
-        zus->bspace = ZU_STRING_BSPACE;
-    }
-}
 
 ZU_CHAR *zu___StringMakeRoom( ZU_STRING *zus, ZU_INT atIndex, ZU_INT count )
 {
@@ -143,11 +56,20 @@ ZU_CHAR *zu___StringMakeRoom( ZU_STRING *zus, ZU_INT atIndex, ZU_INT count )
     if ( count > 0 ) {
         ZU_ASSERT( ZU_INT_ADD_OK( zus->length, count ) );
         if ( atIndex == 0 ) {
-            stringMakeRoomAtFront( zus, count );
+            if ( !STRING_SLACK::takeAtFront( zus, count ) ) {
+                ZU_ASSERT( ZU_INT_ADD_OK( ZU_STRING_FSPACE + ZU_STRING_BSPACE + zus->length, count ) );
+                STRING_SLACK::growAtFront( zus, count );
+            }
         } else if ( atIndex == zus->length ) {
-            stringMakeRoomAtEnd( zus, count );
+            if ( !STRING_SLACK::takeAtEnd( zus, count ) ) {
+                ZU_ASSERT( ZU_INT_ADD_OK( zus->fspace + zus->length + ZU_STRING_BSPACE, count ) );
+                STRING_SLACK::growAtEnd( zus, count );
+            }
         } else {
-            stringMakeRoomInside( zus, atIndex, count );
+            if ( !STRING_SLACK::takeInside( zus, atIndex, count ) ) {
+                ZU_ASSERT( ZU_INT_ADD_OK( ZU_STRING_FSPACE + ZU_STRING_BSPACE + zus->length, count ) );
+                STRING_SLACK::growInside( zus, atIndex, count );
+            }
         }
         zus->length += count;
     }
@@ -157,28 +79,7 @@ ZU_CHAR *zu___StringMakeRoom( ZU_STRING *zus, ZU_INT atIndex, ZU_INT count )
 void zu___StringCompact( ZU_STRING *zus )
 {
     ZU_ASSERT( zus );
-    if ( zus->fspace <= SPACE_MAX && zus->bspace <= SPACE_MAX ) {
-        return;
-    }
-    if ( zus->chars == zus->inlineChars ) {
-        return; // only ever with a slack within the bound
-    }
-    ZU_CHAR *old = zus->chars;
-    const ZU_CHAR *text = stringText( zus );
-    if ( zus->length <= INLINE_CHARS ) {
-        zus->chars = zus->inlineChars;
-        zus->fspace = 0;
-        zus->bspace = INLINE_CHARS - zus->length;
-        zu___ObjDbgSetAllocationSize( &zus->obj, 0 );
-    } else {
-        ZU_INT capacity = zus->length + ZU_STRING_FSPACE + ZU_STRING_BSPACE;
-        zus->chars = (ZU_CHAR *)zuMemAllocN( capacity, sizeof( ZU_CHAR ) );
-        zus->fspace = ZU_STRING_FSPACE;
-        zus->bspace = ZU_STRING_BSPACE;
-        zu___ObjDbgSetAllocationSizeN( &zus->obj, capacity, sizeof( ZU_CHAR ) );
-    }
-    stringCopyChars( stringText( zus ), text, zus->length );
-    zuMemFree( old );
+    STRING_SLACK::compact( zus );
 }
 
 // Standard functions
@@ -187,11 +88,7 @@ static void stringFree( ZU_OBJ *thisObj )
     ZU_STRING *zus = zuStringFrom( thisObj );
     ZU_ASSERT( zus );
     ZU_ASSERT( zus->chars );
-    if ( zus->chars != zus->inlineChars ) {
-        zuMemFree( zus->chars );
-        zu___ObjDbgSetAllocationSize( thisObj, 0 );
-    }
-    ZU_REF_POISON( zus->chars );
+    STRING_SLACK::finalize( zus );
 }
 static ZU_INT stringCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
 {
@@ -237,10 +134,7 @@ ZU_CHAR zuStringCharAt( ZU_STRING *zus, ZU_INT idx )
 ZU_STRING *zu___StringCreateEmpty( void )
 {
     ZU_STRING *zus = (ZU_STRING *)zu___ObjCreate( sizeof( ZU_STRING ), &zu___sort_ZU_STRING );
-    zus->length = 0;
-    zus->fspace = 0;
-    zus->bspace = INLINE_CHARS;
-    zus->chars = zus->inlineChars;
+    STRING_SLACK::initialize( zus, 0 );
     return zus;
 }
 ZU_STRING *zuStringCreate( void )
@@ -294,18 +188,14 @@ ZU_STRING *zuStringCreateFromCharsUse( ZU_CHAR *src, ZU_INT srcLength )
     if ( srcLength == 0 ) {
         return zuStringCreate();
     }
-    ZU_STRING *zus = zu___StringCreateEmpty();
-    zus->length = srcLength;
-    zus->fspace = 0;
-    zus->bspace = 0;
-    zus->chars = src;
-    zu___ObjDbgSetAllocationSizeN( &zus->obj, srcLength, sizeof( ZU_CHAR ) );
+    ZU_STRING *zus = (ZU_STRING *)zu___ObjCreate( sizeof( ZU_STRING ), &zu___sort_ZU_STRING );
+    STRING_SLACK::adopt( zus, src, srcLength );
     return zus;
 }
 
 // Creation from an encoded text.  The first run of the converter fills the object's own room and measures, so that a
 // text that fits is done.
-template < typename UNIT >
+template <typename UNIT>
 static ZU_STRING *stringCreateFromEncoded( ZU_INT ( *convert )( ZU_CHAR *, ZU_INT, const UNIT *, ZU_INT ),
                                            const UNIT *src, ZU_INT srcLength )
 {
@@ -359,8 +249,8 @@ static ZU_CHAR *stringOpenGap( ZU_STRING **zus, ZU_INT idx, ZU_INT count )
     ZU_ASSERT( ZU_INT_ADD_OK( old->length, count ) );
     ZU_STRING *copy = zu___StringCreateEmpty();
     ZU_CHAR *text = zu___StringMakeRoom( copy, 0, old->length + count );
-    stringCopyChars( text, stringText( old ), idx );
-    stringCopyChars( text + idx + count, stringText( old ) + idx, old->length - idx );
+    STRING_SLACK::copy( text, stringText( old ), idx );
+    STRING_SLACK::copy( text + idx + count, stringText( old ) + idx, old->length - idx );
     *zus = copy;
     ZU_REF_RELEASE( old );
     return text + idx;
@@ -383,7 +273,7 @@ void zuStringInsertInner( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src, ZU_INT o
     // Inserted into itself, a string is held over the change: that forces the copy and keeps what is read in place.
     ZU_STRING *held = src == *dest ? zuStringRetain( src ) : nullptr;
     ZU_CHAR *gap = stringOpenGap( dest, idx, count );
-    stringCopyChars( gap, stringText( src ) + offset, count );
+    STRING_SLACK::copy( gap, stringText( src ) + offset, count );
     ZU_REF_RELEASE_OPT( held );
 }
 void zuStringInsert( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src )
@@ -456,7 +346,7 @@ void zuStringInsertChars( ZU_STRING **zus, ZU_INT idx, const ZU_CHAR *chs, ZU_IN
     if ( chsLength == 0 ) {
         return;
     }
-    stringCopyChars( stringOpenGap( zus, idx, chsLength ), chs, chsLength );
+    STRING_SLACK::copy( stringOpenGap( zus, idx, chsLength ), chs, chsLength );
 }
 void zuStringInsertCstr( ZU_STRING **dest, ZU_INT idx, const char *src, ZU_INT srcLength )
 {
@@ -594,14 +484,14 @@ void zuStringPrependObj( ZU_STRING **dest, ZU_OBJ *obj )
 // Deletion.  A range at either end gives its elements to the free space there, and nothing moves but by compacting.
 
 // Asserts that the `count` code points from `offset` on are within the text of `*zus`.
-#define STRING_ASSERT_RANGE( zus, offset, count )             \
-    do {                                                      \
-        ZU_ASSERT( zus );                                     \
-        ZU_ASSERT( *zus );                                    \
-        ZU_ASSERT( offset >= 0 );                             \
-        ZU_ASSERT( count >= 0 );                              \
-        ZU_ASSERT( ZU_INT_ADD_OK( offset, count ) );          \
-        ZU_ASSERT( offset + count <= (*zus)->length );        \
+#define STRING_ASSERT_RANGE( zus, offset, count )      \
+    do {                                               \
+        ZU_ASSERT( zus );                              \
+        ZU_ASSERT( *zus );                             \
+        ZU_ASSERT( offset >= 0 );                      \
+        ZU_ASSERT( count >= 0 );                       \
+        ZU_ASSERT( ZU_INT_ADD_OK( offset, count ) );   \
+        ZU_ASSERT( offset + count <= (*zus)->length ); \
     } while ( 0 )
 
 void zuStringDelInner( ZU_STRING **zus, ZU_INT offset, ZU_INT count )
@@ -620,7 +510,7 @@ void zuStringDelInner( ZU_STRING **zus, ZU_INT offset, ZU_INT count )
         own->fspace += count;
     } else {
         ZU_CHAR *range = stringText( own ) + offset;
-        stringMoveChars( range, range + count, own->length - offset - count );
+        STRING_SLACK::move( range, range + count, own->length - offset - count );
         own->bspace += count;
     }
     own->length -= count;
@@ -783,7 +673,7 @@ ZU_BOOL zuStringEndsWithWcstr( ZU_STRING *zus, const char16_t *sub, ZU_INT subLe
 }
 
 // Conversion: one run of the converter to measure, one to fill an array of just that size.
-template < typename UNIT >
+template <typename UNIT>
 static UNIT *stringConvert( ZU_INT ( *convert )( UNIT *, ZU_INT, const ZU_CHAR *, ZU_INT, ZU_BOOL ), ZU_STRING *zus,
                             ZU_BOOL nulTerminate, ZU_INT *outLength )
 {

@@ -1,21 +1,25 @@
 // zu_string_internal.h: the inside of ZU_STRING, for the files that share it.
 #pragma once
 
+#include "zu/base/zu_slack_internal.h"
 #include "zu/base/zu_string.h"
 
 ZU_BEGIN_DECLS
 
-// Elements that live in the object, and the most free space at either end that a deletion leaves.
+// Elements that live in the object.
 #define ZU___STRING_INLINE_CHARS ( (ZU_INT)64 )
 
 // The text is the `length` elements of `chars` from `fspace` on; `bspace` free elements follow.
 struct ZU_STRING {
-    ZU_OBJ   obj;
-    ZU_INT   length;
-    ZU_INT   fspace;
-    ZU_INT   bspace;
-    ZU_CHAR *chars; // never null: inlineChars, or an array of zuMemAllocN
-    ZU_CHAR  inlineChars[ ZU___STRING_INLINE_CHARS ];
+    ZU_OBJ obj;
+    ZU_INT length;
+    ZU_INT fspace;
+    ZU_INT bspace;
+    ZU_CHAR *chars; // never null: inlineChars, or an array in the block
+    union {
+        ZU_CHAR inlineChars[ ZU___STRING_INLINE_CHARS ];
+        ZU___SLACK_BLOCK block; // while there is an array
+    };
 };
 
 // Returns a new, private, empty string.
