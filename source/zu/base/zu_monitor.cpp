@@ -3,6 +3,7 @@
 #include "zu/base/zu_monitor.h"
 
 #include "zu/runtime/zu_module.h"
+#include "zu/sys/zu_lock_internal.h"
 
 struct ZU_MONITOR {
     ZU_OBJ obj;
@@ -31,7 +32,7 @@ static void monitorFree( ZU_OBJ *thisObj )
 void zuMonitorEnter( ZU_MONITOR *monitor )
 {
     ZU_ASSERT( monitor );
-    zuObjLockAcquire( &monitor->obj );
+    zu___LockAcquireInline( &monitor->obj.lock );
     ZU_ASSERT( !monitor->entered );
     monitor->entered = ZU_TRUE;
 }
@@ -40,5 +41,5 @@ void zuMonitorLeave( ZU_MONITOR *monitor )
     ZU_ASSERT( monitor );
     ZU_ASSERT( monitor->entered );
     monitor->entered = ZU_FALSE;
-    zuObjLockRelease( &monitor->obj );
+    zu___LockReleaseInline( &monitor->obj.lock );
 }

@@ -30,8 +30,6 @@ static constexpr uint64_t READERS = READER * COUNT_MASK;
 static constexpr uint64_t READERS_WAITING = READER_WAITING * COUNT_MASK;
 static constexpr uint64_t WRITERS_WAITING = WRITER_WAITING * COUNT_MASK;
 
-static constexpr int SPINS = 64; // looks before a waiter sleeps, as in zu_lock.cpp
-
 // The acquiring changes pair with the releasing ones: who comes in sees what those wrote who have left.
 static bool srwTryChange( ZU___SRW_LOCK *lock, uint64_t *state, uint64_t newState, int order )
 {
@@ -54,8 +52,8 @@ static bool srwOpenToWriters( uint64_t state )
 static uint64_t srwSpin( ZU___SRW_LOCK *lock, bool ( *open )( uint64_t state ) )
 {
     uint64_t state = srwLook( lock );
-    for ( int spin = 0; spin < SPINS && !open( state ); spin++ ) {
-        zu___WaitPause();
+    for ( int pause = 1; pause <= ZU___WAIT_LONGEST_PAUSE && !open( state ); pause *= 2 ) {
+        zu___WaitPause( pause );
         state = srwLook( lock );
     }
     return state;

@@ -21,14 +21,23 @@ void zu___WaitWakeAll( const uint32_t *word );
 // Monotonic milliseconds.
 ZU_INT zu___WaitClock( void );
 
-// Tells the processor that the caller goes round a short loop of looks at a word.
-static inline void zu___WaitPause( void )
+// Who finds a lock taken looks at it for a while before it sleeps: sections are a few dozen instructions long, which is
+// less than a sleep costs.  The pause between two looks doubles from 1 to this number, so that looking hardly disturbs
+// the holder.
+#define ZU___WAIT_LONGEST_PAUSE 64
+
+// Passes the time between two looks: `count` times as long as the processor recommends.
+static inline void zu___WaitPause( int count )
 {
+    for ( int i = 0; i < count; i++ ) {
 #if defined( __x86_64__ ) || defined( __i386__ )
-    __builtin_ia32_pause();
+        __builtin_ia32_pause();
 #elif defined( __aarch64__ )
-    __asm__ volatile( "yield" );
+        __asm__ volatile( "yield" );
+#else
+        __asm__ volatile( "" );
 #endif
+    }
 }
 
 ZU_END_DECLS
