@@ -2,8 +2,12 @@
 
 #include "zu/base/zu_string.h"
 #include "zu/runtime/zu_identity.h"
+#include "zu/runtime/zu_module_internal.h"
+#include "zu/runtime/zu_runtime_version.h"
 
 #include <cstring>
+
+static constexpr ZU_INT NAME_MAX_LENGTH = 32; // characters
 
 static void moduleFree( ZU_OBJ *thisObj );
 static ZU_INT moduleCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj );
@@ -50,6 +54,10 @@ const char *const zu___module_version_string =
     " (" ZU___IDENTITY_OS_FRIENDLY_NAME ", " ZU___IDENTITY_HARDWARE_FRIENDLY_NAME
     ", " ZU___IDENTITY_VARIANT_FRIENDLY_NAME "), " MODULE_NAME " " MODULE_VERSION;
 
+const ZU_INT zu___module_build_os = ZU___IDENTITY_OS;
+const ZU_INT zu___module_build_hardware = ZU___IDENTITY_HARDWARE;
+const ZU_INT zu___module_build_variant = ZU___IDENTITY_VARIANT;
+
 ZU_MODULE *zuModule( void )
 {
     return &zu___module;
@@ -77,4 +85,146 @@ static ZU_INT moduleCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
 static ZU_STRING *moduleToString( ZU_OBJ *thisObj )
 {
     return zuStringCreateFromCstr( zuModuleFrom( thisObj )->moduleRecord->name, -1 );
+}
+
+ZU_STRING *zuModuleName( ZU_MODULE *module )
+{
+    ZU_ASSERT( module );
+    ZU_ASSERT( module->moduleRecord );
+    return zuStringCreateFromCstr( module->moduleRecord->name, -1 );
+}
+ZU_STRING *zuModuleDescription( ZU_MODULE *module )
+{
+    ZU_ASSERT( module );
+    ZU_ASSERT( module->moduleRecord );
+    return zuStringCreateFromCstr( module->moduleRecord->description, -1 );
+}
+ZU_MODULE_VERSION *zuModuleVersion( ZU_MODULE *module )
+{
+    ZU_ASSERT( module );
+    ZU_ASSERT( module->moduleRecord );
+    ZU_MODULE_VERSION *ver = zuModuleVersionTryCreateFromCstr( module->moduleRecord->version, -1 );
+    ZU_ASSERT( ver );
+    return ver;
+}
+
+ZU_BOOL zuModuleNameOk( ZU_STRING *moduleName )
+{
+    ZU_ASSERT( moduleName );
+    const ZU_CHAR *chs = zuStringBacking( moduleName );
+    ZU_INT length = zuStringLength( moduleName );
+    if ( length < 1 || length > NAME_MAX_LENGTH ) {
+        return ZU_FALSE;
+    }
+    bool underscore = false;
+    for ( ZU_INT i = 0; i < length; i++ ) {
+        ZU_CHAR ch = chs[ i ];
+        if ( ch == ZU_CHAR_LOW_LINE && !underscore && i > 0 && i < length - 1 ) {
+            underscore = true;
+        } else if ( !( ch >= 'a' && ch <= 'z' ) && !( ch >= '0' && ch <= '9' && i > 0 ) ) {
+            return ZU_FALSE;
+        }
+    }
+    return ZU_TRUE;
+}
+
+ZU_BOOL zuModuleHasPersonality( ZU_MODULE *module )
+{
+    ZU_ASSERT( module );
+    return module->personalityFunc != nullptr;
+}
+void *zuModuleRunPersonality( ZU_MODULE *module, void *argument1, void *argument2 )
+{
+    ZU_ASSERT( module );
+    return module->personalityFunc( argument1, argument2 );
+}
+
+// Lists of names in a record
+ZU_STRING *zu___ModuleNextName( const char **rest )
+{
+    const char *begin = *rest;
+    if ( !begin ) {
+        return nullptr;
+    }
+    const char *blank = strchr( begin, ' ' );
+    *rest = blank ? blank + 1 : nullptr;
+    return zuStringCreateFromCstr( begin, blank ? blank - begin : -1 );
+}
+
+// Compatibility: one function for each group of fields, all of them asked in the order of the record
+
+static bool moduleCheckHeader( ZU_MODULE *module )
+{
+    return module->obj.type == ZU___OBJ_TYPE_MODULE && !module->obj.sort && module->moduleRecord &&
+           module->moduleRecord->recordVersion == ZU___MODULE_RECORD_VERSION;
+}
+// Whether a text is absent, or that of the process.
+static bool moduleCheckProductText( const char *text, const char *processText )
+{
+    return !text || strcmp( text, processText ) == 0;
+}
+static bool moduleCheckProductNumber( ZU_INT number, ZU_INT processNumber )
+{
+    return number == ZU___MODULE_ANY_NUMBER || number == processNumber;
+}
+// The name, and the version, which may be left open from the right only.
+static bool moduleCheckProductVersion( const ZU___MODULE_RECORD *record )
+{
+    if ( !moduleCheckProductText( record->productName, zu___RuntimeVersionProductNameCstr() ) ) {
+        return false;
+    }
+    bool anyMajor = record->productVersionMajor == ZU___MODULE_ANY_NUMBER;
+    bool anyMinor = record->productVersionMinor == ZU___MODULE_ANY_NUMBER;
+    bool anyRelease = record->productVersionRelease == ZU___MODULE_ANY_NUMBER;
+    if ( ( !record->productName && !anyMajor ) || ( anyMajor && !anyMinor ) || ( anyMinor && !anyRelease ) ) {
+        return false;
+    }
+    return moduleCheckProductNumber( record->productVersionMajor, zuRuntimeVersionProductVersionMajor() ) &&
+           moduleCheckProductNumber( record->productVersionMinor, zuRuntimeVersionProductVersionMinor() ) &&
+           moduleCheckProductNumber( record->productVersionRelease, zuRuntimeVersionProductVersionRelease() );
+}
+static bool moduleCheckProductTexts( const ZU___MODULE_RECORD *record )
+{
+    if ( !record->productName ) {
+        return !record->productFriendlyName && !record->productBuildTime && !record->productVendorName &&
+               !record->productCopyright;
+    }
+    return moduleCheckProductText( record->productFriendlyName, zu___RuntimeVersionProductFriendlyNameCstr() ) &&
+           moduleCheckProductText( record->productBuildTime, zu___RuntimeVersionProductBuildTimeCstr() ) &&
+           moduleCheckProductText( record->productVendorName, zu___RuntimeVersionProductVendorNameCstr() ) &&
+           moduleCheckProductText( record->productCopyright, zu___RuntimeVersionProductCopyrightCstr() );
+}
+static bool moduleCheckVersion( const char *version )
+{
+    ZU_MODULE_VERSION *ver = version ? zuModuleVersionTryCreateFromCstr( version, -1 ) : nullptr;
+    ZU_REF_RELEASE_OPT( ver );
+    return ver != nullptr;
+}
+static bool moduleCheckName( const char *name )
+{
+    ZU_STRING *moduleName = name ? zuStringCreateFromCstr( name, -1 ) : nullptr;
+    bool ok = moduleName && zuModuleNameOk( moduleName );
+    ZU_REF_RELEASE_OPT( moduleName );
+    return ok;
+}
+static bool moduleCheckNames( const char *names )
+{
+    const char *rest = names && *names ? names : nullptr;
+    bool ok = names != nullptr;
+    while ( ZU_STRING *name = zu___ModuleNextName( &rest ) ) {
+        ok = ok && zuModuleNameOk( name );
+        zuStringRelease( name );
+    }
+    return ok;
+}
+ZU_BOOL zu___ModuleCheckCompatibility( ZU_MODULE *module )
+{
+    ZU_ASSERT( module );
+    if ( !moduleCheckHeader( module ) ) {
+        return ZU_FALSE;
+    }
+    const ZU___MODULE_RECORD *record = module->moduleRecord;
+    return moduleCheckProductVersion( record ) && moduleCheckProductTexts( record ) &&
+           moduleCheckName( record->name ) && record->description && moduleCheckVersion( record->version ) &&
+           moduleCheckNames( record->deps ) && moduleCheckNames( record->exts );
 }

@@ -7,19 +7,28 @@
 #include "zu/base/zu_time.h"
 #include "zu/base/zu_timestamp.h"
 #include "zu/base/zu_vector.h"
+#include "zu/io/zu_debug_print.h"
 #include "zu/runtime/zu_obj.h"
 #include "zu/runtime/zu_runtime_internal.h"
+#include "zu/runtime/zu_runtime_version.h"
 #include "zu/sys/zu_mem.h"
 #include "zu/sys/zu_unique.h"
 
 static constexpr ZU_INT DEFAULT_UNLOAD_MODULE_TIMEOUT = 60000; // milliseconds
 
 ZU_INT zu___RuntimeFlags = 0;
-static ZU_INT zu___RuntimeUnloadModuleTimeout = DEFAULT_UNLOAD_MODULE_TIMEOUT;
-static ZU___LOCK zu___RuntimePrintLock; // held while the print function runs
-static ZU_RUNTIME_PRINT_FUNC zu___RuntimePrintFunc = nullptr;
+ZU_INT zu___RuntimeUnloadModuleTimeout = DEFAULT_UNLOAD_MODULE_TIMEOUT;
+ZU___LOCK zu___RuntimePrintLock;
+ZU_RUNTIME_PRINT_FUNC zu___RuntimePrintFunc = nullptr;
 
-// The subsystems in the order of their start; they stop in reverse.
+// Start and stop
+//
+// The version comes first of all and goes last of all; it takes the application's texts and so stands outside the table.
+// The rest starts from the top of the table to its end and stops from the end to the top.  What a subsystem uses
+// therefore stands above it, and lives longer.
+//
+// The tags stop in the order in which they start, which the four rows of theirs bring about by naming each other's
+// shut-down crosswise: the first start stands beside the last stop.
 struct RUNTIME_SUBSYSTEM {
     void ( *startup )( void );
     void ( *shutdown )( void );
@@ -30,6 +39,7 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___ObjStartup, zu___ObjShutdown },
     { zu___StringStartup, zu___StringShutdown },
     { zu___VectorStartup, zu___VectorShutdown },
+    { zu___DebugPrintStartup, zu___DebugPrintShutdown },
     { zu___FormatStartup, zu___FormatShutdown },
     { zu___BoxedNullStartup, zu___BoxedNullShutdown },
     { zu___BoxedBoolStartup, zu___BoxedBoolShutdown },
@@ -38,28 +48,37 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
 };
 static constexpr size_t SUBSYSTEM_COUNT = sizeof SUBSYSTEMS / sizeof SUBSYSTEMS[ 0 ];
 
+static void runtimeStartSubsystems( const char *applicationIdentifier, const char *applicationFriendlyName,
+                                    const char *applicationVersion )
+{
+    zu___RuntimeVersionStartup( applicationIdentifier, applicationFriendlyName, applicationVersion );
+    for ( size_t i = 0; i < SUBSYSTEM_COUNT; i++ ) {
+        SUBSYSTEMS[ i ].startup();
+    }
+}
+static void runtimeStopSubsystems()
+{
+    for ( size_t i = SUBSYSTEM_COUNT; i > 0; i-- ) {
+        SUBSYSTEMS[ i - 1 ].shutdown();
+    }
+    zu___RuntimeVersionShutdown();
+}
+
 void zuRuntimeStartup( ZU_INT flags, ZU_INT optionalUnloadModuleTimeout, ZU_RUNTIME_PRINT_FUNC printFunc,
                        const char *applicationIdentifier, const char *applicationFriendlyName,
                        const char *applicationVersion )
 {
     ZU_ASSERT( optionalUnloadModuleTimeout >= -1 );
-    (void)applicationIdentifier;
-    (void)applicationFriendlyName;
-    (void)applicationVersion;
     zu___RuntimeFlags = zuRuntimeFlagsNormalize( flags );
     zu___RuntimeUnloadModuleTimeout =
         optionalUnloadModuleTimeout < 0 ? DEFAULT_UNLOAD_MODULE_TIMEOUT : optionalUnloadModuleTimeout;
     zu___LockInitialize( &zu___RuntimePrintLock );
     zu___RuntimePrintFunc = printFunc;
-    for ( size_t i = 0; i < SUBSYSTEM_COUNT; i++ ) {
-        SUBSYSTEMS[ i ].startup();
-    }
+    runtimeStartSubsystems( applicationIdentifier, applicationFriendlyName, applicationVersion );
 }
 ZU_INT zuRuntimeShutdown( void )
 {
-    for ( size_t i = SUBSYSTEM_COUNT; i > 0; i-- ) {
-        SUBSYSTEMS[ i - 1 ].shutdown();
-    }
+    runtimeStopSubsystems();
     zu___LockFinalize( &zu___RuntimePrintLock );
     zu___RuntimePrintFunc = nullptr;
     zu___RuntimeFlags = 0;

@@ -1,0 +1,56 @@
+#include "zu/io/zu_print.h"
+
+#include "zu/base/zu_string_format.h"
+#include "zu/runtime/zu_runtime.h"
+
+void zuPrint( ZU_STRING *zus )
+{
+    ZU_ASSERT( zus );
+    zuRuntimePrint( zuStringBacking( zus ), zuStringLength( zus ) );
+}
+static void printAndRelease( ZU_STRING *zus )
+{
+    zuPrint( zus );
+    zuStringRelease( zus );
+}
+void zuPrintCstr( const char *cstr, ZU_INT length )
+{
+    printAndRelease( zuStringCreateFromCstr( cstr, length ) );
+}
+void zuPrintWcstr( const char16_t *wcstr, ZU_INT length )
+{
+    printAndRelease( zuStringCreateFromWcstr( wcstr, length ) );
+}
+void zuPrintFormat( ZU_STRING *format, ... )
+{
+    va_list args;
+    va_start( args, format );
+    zuPrintFormatArgList( format, args );
+    va_end( args );
+}
+void zuPrintFormatArgList( ZU_STRING *format, va_list args )
+{
+    printAndRelease( zuStringCreateFromFormatArgList( format, args ) );
+}
+void zuPrintFormatCstr( const char *format, ZU_INT length, ... )
+{
+    va_list args;
+    va_start( args, length );
+    zuPrintFormatCstrArgList( format, length, args );
+    va_end( args );
+}
+void zuPrintFormatCstrArgList( const char *format, ZU_INT length, va_list args )
+{
+    printAndRelease( zuStringCreateFromFormatCstrArgList( format, length, args ) );
+}
+void zuPrintFormatWcstr( const char16_t *format, ZU_INT length, ... )
+{
+    va_list args;
+    va_start( args, length );
+    zuPrintFormatWcstrArgList( format, length, args );
+    va_end( args );
+}
+void zuPrintFormatWcstrArgList( const char16_t *format, ZU_INT length, va_list args )
+{
+    printAndRelease( zuStringCreateFromFormatWcstrArgList( format, length, args ) );
+}
