@@ -2,6 +2,7 @@
 
 #include "zu/base/zu_boxed_bool.h"
 #include "zu/base/zu_boxed_null.h"
+#include "zu/base/zu_buffer.h"
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_string.h"
 #include "zu/base/zu_time.h"
@@ -38,6 +39,7 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___UniqueStartup, zu___UniqueShutdown },
     { zu___ObjStartup, zu___ObjShutdown },
     { zu___StringStartup, zu___StringShutdown },
+    { zu___BufferStartup, zu___BufferShutdown },
     { zu___VectorStartup, zu___VectorShutdown },
     { zu___DebugPrintStartup, zu___DebugPrintShutdown },
     { zu___FormatStartup, zu___FormatShutdown },

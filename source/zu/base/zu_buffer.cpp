@@ -1,0 +1,1403 @@
+// Protocol stacks add headers ahead of a payload and take them off again, so that the storage has free room at both
+// ends: whole bytes at either end come and go without moving the others.  Everything else is one copy of bits, which
+// works on words wherever source and destination stand.
+//
+// All lengths inside are unsigned and in bits; the public forms check what comes from outside, convert it and hand it
+// to one function for each kind of operand.  A buffer that anybody else holds, and one on foreign memory, is exchanged
+// for a copy before its content changes.
+
+#include "zu/base/zu_buffer_internal.h"
+
+#include "zu/base/zu_string_internal.h"
+#include "zu/runtime/zu_module.h"
+#include "zu/sys/zu_mem.h"
+
+#include <cstring>
+
+typedef ZU___INT_UNSIGNED UINT;
+
+#define BIT_AT_BOUND( x )     ( ( (x)&7 ) == 0 )
+#define BYTES_TO_BITS( x )    ( (ZU___INT_UNSIGNED)(x)*8 )
+#define BYTES_TO_BITS_OK( x ) ( (ZU___INT_UNSIGNED)( x ) <= 0x1FFFFFFFFFFFFFFF )
+
+// Free room that a deletion leaves: twice what new storage has.
+static constexpr UINT FSPACE_MAX = 2 * ZU_BUFFER_FSPACE;
+static constexpr UINT BSPACE_MAX = 2 * ZU_BUFFER_BSPACE;
+static_assert( BIT_AT_BOUND( ZU_BUFFER_FSPACE ) && BIT_AT_BOUND( ZU_BUFFER_BSPACE ) );
+
+static ZU_BUFFER *emptyBuffer = nullptr; // shared by everybody who holds an empty buffer
+
+static void bufferFree( ZU_OBJ *thisObj );
+static ZU_INT bufferCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj );
+static ZU_STRING *bufferToString( ZU_OBJ *thisObj );
+
+static ZU_SORT zu___sort_ZU_BUFFER =
+    ZU___SORT_INITIALIZER( "ZU_BUFFER", &zu___module, bufferFree, bufferCompare, bufferToString );
+ZU___STDFUNCS( ZU_BUFFER, zuBuffer )
+
+// Returns a new, private, empty buffer without storage.
+static ZU_BUFFER *bufferCreateEmpty()
+{
+    ZU_BUFFER *buf = (ZU_BUFFER *)zu___ObjCreate( sizeof( ZU_BUFFER ), &zu___sort_ZU_BUFFER );
+    buf->bitLength = 0;
+    buf->bitFspace = 0;
+    buf->bitBspace = 0;
+    buf->bytes = nullptr;
+    buf->ref = nullptr;
+    return buf;
+}
+
+// Start-up
+void zu___BufferStartup( void )
+{
+    emptyBuffer = bufferCreateEmpty();
+}
+void zu___BufferShutdown( void )
+{
+    ZU_REF_RELEASE( emptyBuffer );
+    ZU_REF_POISON( emptyBuffer );
+}
+
+// Bits in memory, counted from the most significant one of `bytes[ 0 ]`
+
+// Returns the `count` bits from `idx` on, at most 64, the last of them lowest.
+static inline uint64_t bitsGet( const uint8_t *bytes, UINT idx, UINT count )
+{
+    uint64_t value = 0;
+    while ( count > 0 ) {
+        UINT phase = idx & 7;
+        UINT n = count < 8 - phase ? count : 8 - phase;
+        value = value << n | ( bytes[ idx >> 3 ] & 0xFF >> phase ) >> ( 8 - phase - n );
+        idx += n;
+        count -= n;
+    }
+    return value;
+}
+
+// Stores the low `count` bits of `value`, at most 64, from `idx` on.
+static inline void bitsPut( uint8_t *bytes, UINT idx, uint64_t value, UINT count )
+{
+    while ( count > 0 ) {
+        UINT phase = idx & 7;
+        UINT n = count < 8 - phase ? count : 8 - phase;
+        count -= n;
+        UINT shift = 8 - phase - n;
+        UINT mask = ( 0xFF >> ( 8 - n ) ) << shift;
+        uint8_t *byte = &bytes[ idx >> 3 ];
+        *byte = (uint8_t)( ( *byte & ~mask ) | ( ( value >> count ) << shift & mask ) );
+        idx += n;
+    }
+}
+
+static inline uint64_t bitsLoadWord( const uint8_t *bytes )
+{
+    uint64_t word;
+    memcpy( &word, bytes, sizeof word );
+    return __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ ? __builtin_bswap64( word ) : word;
+}
+static inline void bitsStoreWord( uint8_t *bytes, uint64_t word )
+{
+    word = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ ? __builtin_bswap64( word ) : word;
+    memcpy( bytes, &word, sizeof word );
+}
+
+// Fills `count` whole bytes from the bits of `src` from `phase`, 1 to 7, on.
+static void bitsCopyShifted( uint8_t *dest, const uint8_t *src, UINT phase, UINT count )
+{
+    for ( ; count >= 8; count -= 8, dest += 8, src += 8 ) {
+        bitsStoreWord( dest, bitsLoadWord( src ) << phase | src[ 8 ] >> ( 8 - phase ) );
+    }
+    for ( ; count > 0; count--, dest++, src++ ) {
+        *dest = (uint8_t)( src[ 0 ] << phase | src[ 1 ] >> ( 8 - phase ) );
+    }
+}
+
+// Copies `count` bits between memory that does not overlap; bits around the destination stay as they are.
+static void bitsCopy( uint8_t *dest, UINT destIdx, const uint8_t *src, UINT srcIdx, UINT count )
+{
+    if ( !BIT_AT_BOUND( destIdx ) ) {
+        UINT head = 8 - ( destIdx & 7 );
+        head = count < head ? count : head;
+        bitsPut( dest, destIdx, bitsGet( src, srcIdx, head ), head );
+        destIdx += head;
+        srcIdx += head;
+        count -= head;
+    }
+    UINT byteCount = count >> 3;
+    if ( byteCount > 0 ) {
+        if ( BIT_AT_BOUND( srcIdx ) ) {
+            memcpy( dest + ( destIdx >> 3 ), src + ( srcIdx >> 3 ), byteCount );
+        } else {
+            bitsCopyShifted( dest + ( destIdx >> 3 ), src + ( srcIdx >> 3 ), srcIdx & 7, byteCount );
+        }
+    }
+    UINT done = BYTES_TO_BITS( byteCount );
+    bitsPut( dest, destIdx + done, bitsGet( src, srcIdx + done, count - done ), count - done );
+}
+
+// Sets `count` bits from `idx` on to those of `value`, which is 0x00 or 0xFF.
+static void bitsFill( uint8_t *bytes, UINT idx, UINT count, uint8_t value )
+{
+    if ( !BIT_AT_BOUND( idx ) ) {
+        UINT head = 8 - ( idx & 7 );
+        head = count < head ? count : head;
+        bitsPut( bytes, idx, value, head );
+        idx += head;
+        count -= head;
+    }
+    if ( count >> 3 > 0 ) {
+        memset( bytes + ( idx >> 3 ), value, count >> 3 );
+    }
+    bitsPut( bytes, idx + ( count & ~(UINT)7 ), value, count & 7 );
+}
+
+// Moves the bytes that `bitCount` bits from `src` on lie in.
+static inline void bitsMove( uint8_t *dest, const uint8_t *src, UINT bitCount )
+{
+    if ( bitCount > 0 && dest != src ) {
+        memmove( dest, src, ( bitCount + 7 ) >> 3 );
+    }
+}
+
+static inline uint8_t *bufferContent( ZU_BUFFER *buf )
+{
+    return buf->bytes + ( buf->bitFspace >> 3 );
+}
+
+// The bits of a last byte that is not whole, in their places.
+static inline uint8_t bufferPartialByte( ZU_BUFFER *buf, UINT bitLength )
+{
+    return (uint8_t)( bufferContent( buf )[ bitLength >> 3 ] & 0xFF << ( 8 - ( bitLength & 7 ) ) );
+}
+
+// Storage
+
+// Returns the size in bytes of a storage for `used` bits and further `room`, which are whole bytes.
+static UINT bufferStorageSize( UINT used, UINT room )
+{
+    UINT sizeBytes = ( ( used + room ) >> 3 ) + ( BIT_AT_BOUND( used ) ? 0 : 1 );
+    ZU_ASSERT( BYTES_TO_BITS_OK( sizeBytes ) );
+    UINT sizeBits = BYTES_TO_BITS( sizeBytes );
+    ZU_ASSERT( ZU___INT_UNSIGNED_TO_ZU_INT_CONV_OK( sizeBits ) );
+    return sizeBytes;
+}
+static void bufferResizeStorage( ZU_BUFFER *buf, UINT sizeBytes )
+{
+    buf->bytes = (uint8_t *)zuMemRealloc( buf->bytes, (ZU_INT)sizeBytes );
+    zu___ObjDbgSetAllocationSize( &buf->obj, (ZU_INT)sizeBytes );
+}
+
+// Puts `newBuf` in the place of `*buf`.
+static void bufferReplace( ZU_BUFFER **buf, ZU_BUFFER *newBuf )
+{
+    ZU_BUFFER *old = *buf;
+    *buf = newBuf;
+    ZU_REF_RELEASE( old );
+}
+// Exchanges a buffer that others hold too for a private copy.
+static void bufferUnshare( ZU_BUFFER **buf )
+{
+    if ( ZU_REF_RETAIN_COUNT( *buf ) > 1 ) {
+        bufferReplace( buf, zuBufferCreateFrom( *buf ) );
+    }
+}
+// Makes sure that the content may be written.
+static void bufferMakeWritable( ZU_BUFFER **buf )
+{
+    if ( ( *buf )->ref || ZU_REF_RETAIN_COUNT( *buf ) > 1 ) {
+        bufferReplace( buf, zuBufferCreateFrom( *buf ) );
+    }
+}
+
+// Gives back storage that a deletion has made superfluous; the content may move.
+static void bufferTrim( ZU_BUFFER *buf )
+{
+    ZU_ASSERT( ZU_REF_RETAIN_COUNT( buf ) == 1 );
+    ZU_ASSERT( BIT_AT_BOUND( buf->bitFspace ) );
+    if ( buf->ref || ( buf->bitFspace <= FSPACE_MAX && buf->bitBspace <= BSPACE_MAX ) ) {
+        return;
+    }
+    if ( buf->bitLength == 0 ) {
+        zuMemFree( buf->bytes );
+        zu___ObjDbgSetAllocationSize( &buf->obj, 0 );
+        buf->bitFspace = 0;
+        buf->bitBspace = 0;
+        buf->bytes = nullptr;
+        return;
+    }
+    UINT sizeBytes = bufferStorageSize( buf->bitLength, ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE );
+    // The old storage holds the content there in any case: more than the new front room was free.
+    bitsMove( buf->bytes + ( ZU_BUFFER_FSPACE >> 3 ), bufferContent( buf ), buf->bitLength );
+    buf->bitFspace = ZU_BUFFER_FSPACE;
+    buf->bitBspace = BYTES_TO_BITS( sizeBytes ) - buf->bitLength - ZU_BUFFER_FSPACE;
+    bufferResizeStorage( buf, sizeBytes );
+}
+
+// Making room
+//
+// Each function opens a gap of `bitCount` bits, more than none, in a private buffer with storage of its own, and raises
+// its length.  What the gap holds is left to the caller.
+
+// The first storage of a buffer.
+static void bufferMakeFirstRoom( ZU_BUFFER **buf, UINT bitCount )
+{
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE + (*buf)->bitLength, bitCount ) );
+    UINT sizeBytes = bufferStorageSize( bitCount, ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE );
+    ZU_BUFFER *own = *buf;
+    own->bytes = (uint8_t *)zuMemAlloc( (ZU_INT)sizeBytes );
+    zu___ObjDbgSetAllocationSize( &own->obj, (ZU_INT)sizeBytes );
+    own->bitLength = bitCount;
+    own->bitFspace = ZU_BUFFER_FSPACE;
+    own->bitBspace = BYTES_TO_BITS( sizeBytes ) - bitCount - ZU_BUFFER_FSPACE;
+}
+
+// Room off the bytes' boundaries, or that brings what follows off them: the object gets the storage of a new one.
+static void bufferRebuild( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
+{
+    ZU_BUFFER *own = *buf;
+    ZU_BUFFER *tmp = bufferCreateEmpty();
+    bufferMakeFirstRoom( &tmp, own->bitLength + bitCount );
+    bitsCopy( bufferContent( tmp ), 0, bufferContent( own ), 0, atBit );
+    bitsCopy( bufferContent( tmp ), atBit + bitCount, bufferContent( own ), atBit, own->bitLength - atBit );
+    zuMemFree( own->bytes );
+    own->bytes = tmp->bytes;
+    own->bitLength = tmp->bitLength;
+    own->bitFspace = tmp->bitFspace;
+    own->bitBspace = tmp->bitBspace;
+    zu___ObjDbgSetAllocationSize( &own->obj, zu___ObjDbgAllocationSize( &tmp->obj ) );
+    zu___ObjDbgSetAllocationSize( &tmp->obj, 0 );
+    tmp->bytes = nullptr;
+    ZU_REF_RELEASE( tmp );
+}
+
+// Whole bytes at the front: from the front room, then from both, then there is new storage.
+static void bufferMakeRoomAtFront( ZU_BUFFER **buf, UINT bitCount )
+{
+    ZU_BUFFER *own = *buf;
+    if ( bitCount <= own->bitFspace ) {
+        own->bitFspace -= bitCount;
+    } else if ( bitCount <= own->bitFspace + own->bitBspace ) {
+        bitsMove( own->bytes + ( bitCount >> 3 ), bufferContent( own ), own->bitLength );
+        own->bitBspace = own->bitBspace + own->bitFspace - bitCount;
+        own->bitFspace = 0;
+    } else {
+        ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE + (*buf)->bitLength, bitCount ) );
+        UINT sizeBytes = bufferStorageSize( own->bitLength + bitCount, ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE );
+        bufferResizeStorage( own, sizeBytes );
+        bitsMove( own->bytes + ( ( bitCount + ZU_BUFFER_FSPACE ) >> 3 ), bufferContent( own ), own->bitLength );
+        own->bitBspace = BYTES_TO_BITS( sizeBytes ) - own->bitLength - bitCount - ZU_BUFFER_FSPACE;
+        own->bitFspace = ZU_BUFFER_FSPACE;
+    }
+    own->bitLength += bitCount;
+}
+
+// Any number of bits at the end.  Who appends keeps the front room for who prepends.
+static void bufferMakeRoomAtEnd( ZU_BUFFER **buf, UINT bitCount )
+{
+    ZU_BUFFER *own = *buf;
+    if ( bitCount <= own->bitBspace ) {
+        own->bitBspace -= bitCount;
+    } else {
+        ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( (*buf)->bitFspace + (*buf)->bitLength + bitCount, ZU_BUFFER_BSPACE ) );
+        UINT used = own->bitFspace + own->bitLength + bitCount;
+        UINT sizeBytes = bufferStorageSize( used, ZU_BUFFER_BSPACE );
+        bufferResizeStorage( own, sizeBytes );
+        own->bitBspace = BYTES_TO_BITS( sizeBytes ) - used;
+    }
+    own->bitLength += bitCount;
+}
+
+// Whole bytes between two bytes.
+static void bufferMakeRoomInside( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
+{
+    ZU_BUFFER *own = *buf;
+    UINT tailBits = own->bitLength - atBit;
+    uint8_t *tail = bufferContent( own ) + ( atBit >> 3 );
+    if ( bitCount <= own->bitBspace ) {
+        bitsMove( tail + ( bitCount >> 3 ), tail, tailBits );
+        own->bitBspace -= bitCount;
+    } else if ( bitCount <= own->bitBspace + own->bitFspace ) {
+        // The front room is made smaller by a number of bytes where bits were meant.  This is kept, since it decides
+        // where such an insertion is refused later; zu_buffer.h warns of it.  The content then ends behind the place
+        // where it would have to, and the storage grows by as much, so that nobody leaves it.
+        UINT wholeBspace = own->bitBspace & ~(UINT)7;
+        UINT delta = ( bitCount - wholeBspace ) >> 3; // bytes
+        UINT oldBytes = ( own->bitFspace + own->bitLength + own->bitBspace ) >> 3;
+        UINT newBits = own->bitFspace - delta + own->bitLength + bitCount + ( own->bitBspace & 7 );
+        bufferResizeStorage( own, bufferStorageSize( newBits, 0 ) );
+        memset( own->bytes + oldBytes, 0, ( ( newBits + 7 ) >> 3 ) - oldBytes );
+        uint8_t *head = bufferContent( own );
+        tail = head + ( atBit >> 3 );
+        bitsMove( head - delta, head, atBit );
+        bitsMove( tail + ( wholeBspace >> 3 ), tail, tailBits );
+        own->bitFspace -= delta;
+        own->bitBspace &= 7;
+    } else {
+        ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE + (*buf)->bitLength, bitCount ) );
+        UINT sizeBytes = bufferStorageSize( own->bitLength + bitCount, ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE );
+        bufferResizeStorage( own, sizeBytes );
+        // More goes in than the front room was, so that the tail moves back, out of the way of the head.
+        uint8_t *head = bufferContent( own );
+        uint8_t *newHead = own->bytes + ( ZU_BUFFER_FSPACE >> 3 );
+        bitsMove( newHead + ( ( atBit + bitCount ) >> 3 ), head + ( atBit >> 3 ), tailBits );
+        bitsMove( newHead, head, atBit );
+        own->bitBspace = BYTES_TO_BITS( sizeBytes ) - own->bitLength - bitCount - ZU_BUFFER_FSPACE;
+        own->bitFspace = ZU_BUFFER_FSPACE;
+    }
+    own->bitLength += bitCount;
+}
+
+// Opens a gap of `bitCount` bits, or none, ahead of bit `atBit` of whatever `*buf` is.
+static void bufferMakeRoom( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
+{
+    ZU_ASSERT( BIT_AT_BOUND( (*buf)->bitFspace ) );
+    ZU_ASSERT( atBit <= (*buf)->bitLength );
+    if ( bitCount == 0 ) {
+        return;
+    }
+    bufferMakeWritable( buf );
+    ZU_ASSERT( !(*buf)->ref );
+    if ( !( *buf )->bytes ) {
+        bufferMakeFirstRoom( buf, bitCount );
+    } else if ( atBit == 0 && BIT_AT_BOUND( bitCount ) ) {
+        bufferMakeRoomAtFront( buf, bitCount );
+    } else if ( atBit == ( *buf )->bitLength && atBit > 0 ) {
+        bufferMakeRoomAtEnd( buf, bitCount );
+    } else if ( atBit > 0 && BIT_AT_BOUND( atBit | bitCount ) ) {
+        bufferMakeRoomInside( buf, atBit, bitCount );
+    } else {
+        bufferRebuild( buf, atBit, bitCount );
+    }
+}
+
+// Standard functions
+static void bufferFree( ZU_OBJ *thisObj )
+{
+    ZU_BUFFER *buf = zuBufferFrom( thisObj );
+    ZU_ASSERT( buf );
+    if ( buf->ref ) {
+        ZU_REF_RELEASE( buf->ref );
+    } else {
+        zuMemFree( buf->bytes );
+        zu___ObjDbgSetAllocationSize( thisObj, 0 );
+    }
+    ZU_REF_POISON( buf->ref );
+}
+static ZU_INT bufferCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
+{
+    ZU_BUFFER *bufA = zuBufferFrom( thisObj );
+    ZU_BUFFER *bufB = zuBufferFrom( thatObj );
+    ZU_ASSERT( bufA );
+    ZU_ASSERT( bufB );
+    UINT common = bufA->bitLength < bufB->bitLength ? bufA->bitLength : bufB->bitLength;
+    ZU_INT order = zuMemCompare( bufferContent( bufA ), bufferContent( bufB ), (ZU_INT)( common >> 3 ) );
+    if ( order == 0 && !BIT_AT_BOUND( common ) ) {
+        uint8_t partialA = bufferPartialByte( bufA, common );
+        uint8_t partialB = bufferPartialByte( bufB, common );
+        order = ( partialA > partialB ) - ( partialA < partialB );
+    }
+    if ( order == 0 ) {
+        order = ( bufA->bitLength > bufB->bitLength ) - ( bufA->bitLength < bufB->bitLength );
+    }
+    return order;
+}
+
+static ZU_CHAR *bufferWriteHex( ZU_CHAR *text, uint8_t byte )
+{
+    static const char DIGITS[] = "0123456789abcdef";
+    *text++ = (ZU_CHAR)DIGITS[ byte >> 4 ];
+    *text++ = (ZU_CHAR)DIGITS[ byte & 15 ];
+    return text;
+}
+static ZU_STRING *bufferToString( ZU_OBJ *thisObj )
+{
+    ZU_BUFFER *buf = zuBufferFrom( thisObj );
+    ZU_ASSERT( buf );
+    UINT whole = buf->bitLength >> 3;
+    UINT partialBits = buf->bitLength & 7;
+    UINT groups = whole + ( partialBits ? 1 : 0 ); // two digits each, with blanks between
+    ZU_INT length = 2 + (ZU_INT)( groups ? 3 * groups - 1 : 0 ) + ( partialBits ? 2 : 0 );
+    ZU_STRING *zus = zu___StringCreateEmpty();
+    ZU_CHAR *text = zu___StringMakeRoom( zus, 0, length );
+    *text++ = '[';
+    for ( UINT i = 0; i < groups; i++ ) {
+        if ( i > 0 ) {
+            *text++ = ' ';
+        }
+        text = bufferWriteHex( text, i < whole ? bufferContent( buf )[ i ] : bufferPartialByte( buf, buf->bitLength ) );
+    }
+    if ( partialBits ) {
+        *text++ = '/';
+        *text++ = (ZU_CHAR)( '0' + partialBits );
+    }
+    *text = ']';
+    return zus;
+}
+
+// Inspection
+ZU_INT zuBufferLength( ZU_BUFFER *buf )
+{
+    ZU_ASSERT( buf );
+    return (ZU_INT)( buf->bitLength >> 3 );
+}
+ZU_INT zuBufferBitLength( ZU_BUFFER *buf )
+{
+    ZU_ASSERT( buf );
+    return (ZU_INT)buf->bitLength;
+}
+ZU_INT zuBufferSpace( ZU_BUFFER *buf )
+{
+    return zuBufferBitSpace( buf ) >> 3;
+}
+ZU_INT zuBufferBitSpace( ZU_BUFFER *buf )
+{
+    ZU_ASSERT( buf );
+    return ZU_INT_MAX - (ZU_INT)buf->bitLength;
+}
+ZU_BOOL zuBufferBitIsAligned( ZU_BUFFER *buf )
+{
+    ZU_ASSERT( buf );
+    return BIT_AT_BOUND( buf->bitLength );
+}
+const uint8_t *zuBufferBacking( ZU_BUFFER *buf )
+{
+    ZU_ASSERT( buf );
+    return bufferContent( buf );
+}
+const uint8_t *zuBufferBitBacking( ZU_BUFFER *buf )
+{
+    return zuBufferBacking( buf );
+}
+
+// What every form checks first, in the order of its arguments; a number of bytes and one of bits have texts of their
+// own.
+#define BUFFER_ASSERT_HOLDER( buf ) \
+    do {                            \
+        ZU_ASSERT( buf );           \
+        ZU_ASSERT( *buf );          \
+    } while ( 0 )
+#define BUFFER_ASSERT_BYTES( byteCount )            \
+    do {                                            \
+        ZU_ASSERT( byteCount >= 0 );                \
+        ZU_ASSERT( BYTES_TO_BITS_OK( byteCount ) ); \
+    } while ( 0 )
+#define BUFFER_ASSERT_BITS( bitCount )                                  \
+    do {                                                                \
+        ZU_ASSERT( ZU___INT_UNSIGNED_FROM_ZU_INT_CONV_OK( bitCount ) ); \
+    } while ( 0 )
+
+// Insertion, in bits: each makes room and fills it.
+static void bufferInsertInner( ZU_BUFFER **buf, UINT bitIdx, ZU_BUFFER *src, UINT bitOffset, UINT bitCount )
+{
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitOffset, bitCount ) );
+    ZU_ASSERT( bitOffset + bitCount <= src->bitLength );
+    // Inserted into itself, a buffer is held over the change: that forces the copy and keeps what is read in place.
+    ZU_BUFFER *held = src == *buf ? zuBufferRetain( src ) : nullptr;
+    bufferMakeRoom( buf, bitIdx, bitCount );
+    bitsCopy( bufferContent( *buf ), bitIdx, bufferContent( src ), bitOffset, bitCount );
+    ZU_REF_RELEASE_OPT( held );
+}
+static void bufferInsertOuter( ZU_BUFFER **buf, UINT bitIdx, ZU_BUFFER *src, UINT bitOffset, UINT bitCount )
+{
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitOffset, bitCount ) );
+    ZU_ASSERT( bitOffset + bitCount <= src->bitLength );
+    ZU_BUFFER *held = src == *buf ? zuBufferRetain( src ) : nullptr;
+    UINT behind = bitOffset + bitCount;
+    bufferMakeRoom( buf, bitIdx, src->bitLength - bitCount );
+    bitsCopy( bufferContent( *buf ), bitIdx, bufferContent( src ), 0, bitOffset );
+    bitsCopy( bufferContent( *buf ), bitIdx + bitOffset, bufferContent( src ), behind, src->bitLength - behind );
+    ZU_REF_RELEASE_OPT( held );
+}
+static void bufferInsertTrailing( ZU_BUFFER **buf, UINT bitIdx, ZU_BUFFER *src, UINT bitCount )
+{
+    ZU_ASSERT( bitCount <= src->bitLength );
+    bufferInsertInner( buf, bitIdx, src, src->bitLength - bitCount, bitCount );
+}
+static void bufferInsertBits( ZU_BUFFER **buf, UINT bitIdx, uint64_t bits, UINT bitCount )
+{
+    ZU_ASSERT( bitCount <= ZU_INT_BITS );
+    bufferMakeRoom( buf, bitIdx, bitCount );
+    bitsPut( bufferContent( *buf ), bitIdx, bits, bitCount );
+}
+static void bufferInsertBytes( ZU_BUFFER **buf, UINT bitIdx, const uint8_t *bytes, UINT byteCount )
+{
+    bufferMakeRoom( buf, bitIdx, BYTES_TO_BITS( byteCount ) );
+    bitsCopy( bufferContent( *buf ), bitIdx, bytes, 0, BYTES_TO_BITS( byteCount ) );
+}
+static void bufferInsertFill( ZU_BUFFER **buf, UINT bitIdx, UINT bitCount, uint8_t value )
+{
+    bufferMakeRoom( buf, bitIdx, bitCount );
+    bitsFill( bufferContent( *buf ), bitIdx, bitCount, value );
+}
+// The bits that the length lacks to whole bytes.
+static UINT bufferMissingBits( ZU_BUFFER *buf )
+{
+    return ( 8 - ( buf->bitLength & 7 ) ) & 7;
+}
+
+// Overwriting, in bits: each makes sure of the place, and of a content that may be written.
+static void bufferWriteInner( ZU_BUFFER **buf, UINT bitIdx, ZU_BUFFER *src, UINT bitOffset, UINT bitCount )
+{
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitOffset, bitCount ) );
+    ZU_ASSERT( bitOffset + bitCount <= src->bitLength );
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, bitCount ) );
+    ZU_ASSERT( bitIdx + bitCount <= (*buf)->bitLength );
+    if ( bitCount == 0 ) {
+        return;
+    }
+    ZU_BUFFER *held = src == *buf ? zuBufferRetain( src ) : nullptr;
+    bufferMakeWritable( buf );
+    bitsCopy( bufferContent( *buf ), bitIdx, bufferContent( src ), bitOffset, bitCount );
+    ZU_REF_RELEASE_OPT( held );
+}
+static void bufferWriteOuter( ZU_BUFFER **buf, UINT bitIdx, ZU_BUFFER *src, UINT bitOffset, UINT bitCount )
+{
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitOffset, bitCount ) );
+    ZU_ASSERT( bitOffset + bitCount <= src->bitLength );
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, src->bitLength - bitCount ) );
+    ZU_ASSERT( bitIdx + (src->bitLength - bitCount) <= (*buf)->bitLength );
+    // The first piece may replace *buf, and with it the source.
+    ZU_BUFFER *held = src == *buf ? zuBufferRetain( src ) : nullptr;
+    UINT behind = bitOffset + bitCount;
+    bufferWriteInner( buf, bitIdx, src, 0, bitOffset );
+    bufferWriteInner( buf, bitIdx + bitOffset, src, behind, src->bitLength - behind );
+    ZU_REF_RELEASE_OPT( held );
+}
+static void bufferWriteTrailing( ZU_BUFFER **buf, UINT bitIdx, ZU_BUFFER *src, UINT bitCount )
+{
+    ZU_ASSERT( bitCount <= src->bitLength );
+    bufferWriteInner( buf, bitIdx, src, src->bitLength - bitCount, bitCount );
+}
+static void bufferWriteBits( ZU_BUFFER **buf, UINT bitIdx, uint64_t bits, UINT bitCount )
+{
+    ZU_ASSERT( bitCount <= ZU_INT_BITS );
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, bitCount ) );
+    ZU_ASSERT( bitIdx + bitCount <= (*buf)->bitLength );
+    if ( bitCount > 0 ) {
+        bufferMakeWritable( buf );
+        bitsPut( bufferContent( *buf ), bitIdx, bits, bitCount );
+    }
+}
+static void bufferWriteBytes( ZU_BUFFER **buf, UINT bitIdx, const uint8_t *bytes, UINT byteCount )
+{
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, BYTES_TO_BITS( byteCount ) ) );
+    ZU_ASSERT( bitIdx + BYTES_TO_BITS( byteCount ) <= (*buf)->bitLength );
+    if ( byteCount > 0 ) {
+        bufferMakeWritable( buf );
+        bitsCopy( bufferContent( *buf ), bitIdx, bytes, 0, BYTES_TO_BITS( byteCount ) );
+    }
+}
+static void bufferWriteFill( ZU_BUFFER **buf, UINT bitIdx, UINT bitCount, uint8_t value )
+{
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, bitCount ) );
+    ZU_ASSERT( bitIdx + bitCount <= (*buf)->bitLength );
+    if ( bitCount > 0 ) {
+        bufferMakeWritable( buf );
+        bitsFill( bufferContent( *buf ), bitIdx, bitCount, value );
+    }
+}
+
+// Creation
+ZU_BUFFER *zuBufferCreate( void )
+{
+    return zuBufferRetain( emptyBuffer );
+}
+ZU_BUFFER *zuBufferCreateFrom( ZU_BUFFER *src )
+{
+    ZU_ASSERT( src );
+    ZU_BUFFER *buf = bufferCreateEmpty();
+    bufferInsertInner( &buf, 0, src, 0, src->bitLength );
+    return buf;
+}
+ZU_BUFFER *zuBufferCreateFromBits( ZU_INT bits, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_BITS( bitCount );
+    ZU_BUFFER *buf = bufferCreateEmpty();
+    bufferInsertBits( &buf, 0, (uint64_t)bits, (UINT)bitCount );
+    return buf;
+}
+ZU_BUFFER *zuBufferCreateFromByte( uint8_t byte )
+{
+    return zuBufferCreateFromBits( byte, 8 );
+}
+ZU_BUFFER *zuBufferCreateFromBytesCopy( const uint8_t *bytes, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_BYTES( byteCount );
+    ZU_ASSERT( bytes || !byteCount );
+    ZU_BUFFER *buf = bufferCreateEmpty();
+    bufferInsertBytes( &buf, 0, bytes, (UINT)byteCount );
+    return buf;
+}
+ZU_BUFFER *zuBufferCreateFromBytesUse( uint8_t *bytes, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_BYTES( byteCount );
+    ZU_ASSERT( bytes || !byteCount );
+    ZU_ASSERT( ZU___INT_UNSIGNED_TO_ZU_INT_CONV_OK( BYTES_TO_BITS( byteCount ) ) );
+    ZU_BUFFER *buf = bufferCreateEmpty();
+    buf->bytes = bytes;
+    buf->bitLength = BYTES_TO_BITS( byteCount );
+    zu___ObjDbgSetAllocationSize( &buf->obj, byteCount );
+    return buf;
+}
+ZU_BUFFER *zuBufferCreateFromBytesUseWithRef( const uint8_t *bytes, ZU_INT byteCount, ZU_OBJ *ref )
+{
+    BUFFER_ASSERT_BYTES( byteCount );
+    ZU_ASSERT( bytes || !byteCount );
+    ZU_ASSERT( ZU___INT_UNSIGNED_TO_ZU_INT_CONV_OK( BYTES_TO_BITS( byteCount ) ) );
+    ZU_ASSERT( ref );
+    ZU_BUFFER *buf = bufferCreateEmpty();
+    buf->bytes = const_cast<uint8_t *>( bytes ); // never written to while `ref` is set
+    buf->bitLength = BYTES_TO_BITS( byteCount );
+    buf->ref = zuObjRetain( ref );
+    return buf;
+}
+
+// Insertion in units of bytes and of bits
+void zuBufferInsert( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    ZU_ASSERT( src );
+    bufferInsertInner( buf, BYTES_TO_BITS( byteIdx ), src, 0, src->bitLength );
+}
+void zuBufferInsertInner( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BYTES( byteOffset );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferInsertInner( buf, BYTES_TO_BITS( byteIdx ), src, BYTES_TO_BITS( byteOffset ), BYTES_TO_BITS( byteCount ) );
+}
+void zuBufferInsertOuter( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BYTES( byteOffset );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferInsertOuter( buf, BYTES_TO_BITS( byteIdx ), src, BYTES_TO_BITS( byteOffset ), BYTES_TO_BITS( byteCount ) );
+}
+void zuBufferInsertLeading( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferInsertInner( buf, BYTES_TO_BITS( byteIdx ), src, 0, BYTES_TO_BITS( byteCount ) );
+}
+void zuBufferInsertTrailing( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferInsertTrailing( buf, BYTES_TO_BITS( byteIdx ), src, BYTES_TO_BITS( byteCount ) );
+}
+void zuBufferInsertBits( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_INT bits, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferInsertBits( buf, BYTES_TO_BITS( byteIdx ), (uint64_t)bits, (UINT)bitCount );
+}
+void zuBufferInsertByte( ZU_BUFFER **buf, ZU_INT byteIdx, uint8_t byte )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    bufferInsertBits( buf, BYTES_TO_BITS( byteIdx ), byte, 8 );
+}
+void zuBufferInsertBytes( ZU_BUFFER **buf, ZU_INT byteIdx, const uint8_t *bytes, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    BUFFER_ASSERT_BYTES( byteCount );
+    ZU_ASSERT( bytes || !byteCount );
+    bufferInsertBytes( buf, BYTES_TO_BITS( byteIdx ), bytes, (UINT)byteCount );
+}
+void zuBufferInsertZero( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferInsertFill( buf, BYTES_TO_BITS( byteIdx ), BYTES_TO_BITS( byteCount ), 0x00 );
+}
+void zuBufferInsertOne( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferInsertFill( buf, BYTES_TO_BITS( byteIdx ), BYTES_TO_BITS( byteCount ), 0xFF );
+}
+void zuBufferInsertAlignment( ZU_BUFFER **buf, ZU_INT byteIdx )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    bufferInsertFill( buf, BYTES_TO_BITS( byteIdx ), bufferMissingBits( *buf ), 0x00 );
+}
+
+void zuBufferBitInsert( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    ZU_ASSERT( src );
+    bufferInsertInner( buf, (UINT)bitIdx, src, 0, src->bitLength );
+}
+void zuBufferBitInsertInner( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src, ZU_INT bitOffset, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BITS( bitOffset );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferInsertInner( buf, (UINT)bitIdx, src, (UINT)bitOffset, (UINT)bitCount );
+}
+void zuBufferBitInsertOuter( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src, ZU_INT bitOffset, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BITS( bitOffset );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferInsertOuter( buf, (UINT)bitIdx, src, (UINT)bitOffset, (UINT)bitCount );
+}
+void zuBufferBitInsertLeading( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferInsertInner( buf, (UINT)bitIdx, src, 0, (UINT)bitCount );
+}
+void zuBufferBitInsertTrailing( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferInsertTrailing( buf, (UINT)bitIdx, src, (UINT)bitCount );
+}
+void zuBufferBitInsertBits( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_INT bits, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferInsertBits( buf, (UINT)bitIdx, (uint64_t)bits, (UINT)bitCount );
+}
+void zuBufferBitInsertByte( ZU_BUFFER **buf, ZU_INT bitIdx, uint8_t byte )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    bufferInsertBits( buf, (UINT)bitIdx, byte, 8 );
+}
+void zuBufferBitInsertBytes( ZU_BUFFER **buf, ZU_INT bitIdx, const uint8_t *bytes, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    BUFFER_ASSERT_BYTES( byteCount );
+    ZU_ASSERT( bytes || !byteCount );
+    bufferInsertBytes( buf, (UINT)bitIdx, bytes, (UINT)byteCount );
+}
+void zuBufferBitInsertZero( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferInsertFill( buf, (UINT)bitIdx, (UINT)bitCount, 0x00 );
+}
+void zuBufferBitInsertOne( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferInsertFill( buf, (UINT)bitIdx, (UINT)bitCount, 0xFF );
+}
+void zuBufferBitInsertAlignment( ZU_BUFFER **buf, ZU_INT bitIdx )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    bufferInsertFill( buf, (UINT)bitIdx, bufferMissingBits( *buf ), 0x00 );
+}
+
+// Appending: insertion behind the last bit, wherever that lies
+void zuBufferAppend( ZU_BUFFER **buf, ZU_BUFFER *src )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    ZU_ASSERT( src );
+    bufferInsertInner( buf, ( *buf )->bitLength, src, 0, src->bitLength );
+}
+void zuBufferAppendInner( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BYTES( byteOffset );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferInsertInner( buf, ( *buf )->bitLength, src, BYTES_TO_BITS( byteOffset ), BYTES_TO_BITS( byteCount ) );
+}
+void zuBufferAppendOuter( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BYTES( byteOffset );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferInsertOuter( buf, ( *buf )->bitLength, src, BYTES_TO_BITS( byteOffset ), BYTES_TO_BITS( byteCount ) );
+}
+void zuBufferAppendLeading( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferInsertInner( buf, ( *buf )->bitLength, src, 0, BYTES_TO_BITS( byteCount ) );
+}
+void zuBufferAppendTrailing( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferInsertTrailing( buf, ( *buf )->bitLength, src, BYTES_TO_BITS( byteCount ) );
+}
+void zuBufferAppendBits( ZU_BUFFER **buf, ZU_INT bits, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferInsertBits( buf, ( *buf )->bitLength, (uint64_t)bits, (UINT)bitCount );
+}
+void zuBufferAppendByte( ZU_BUFFER **buf, uint8_t byte )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    bufferInsertBits( buf, ( *buf )->bitLength, byte, 8 );
+}
+void zuBufferAppendBytes( ZU_BUFFER **buf, const uint8_t *bytes, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteCount );
+    ZU_ASSERT( bytes || !byteCount );
+    bufferInsertBytes( buf, ( *buf )->bitLength, bytes, (UINT)byteCount );
+}
+void zuBufferAppendZero( ZU_BUFFER **buf, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferInsertFill( buf, ( *buf )->bitLength, BYTES_TO_BITS( byteCount ), 0x00 );
+}
+void zuBufferAppendOne( ZU_BUFFER **buf, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferInsertFill( buf, ( *buf )->bitLength, BYTES_TO_BITS( byteCount ), 0xFF );
+}
+void zuBufferAppendAlignment( ZU_BUFFER **buf )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    bufferInsertFill( buf, ( *buf )->bitLength, bufferMissingBits( *buf ), 0x00 );
+}
+
+void zuBufferBitAppend( ZU_BUFFER **buf, ZU_BUFFER *src )
+{
+    zuBufferAppend( buf, src );
+}
+void zuBufferBitAppendInner( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT bitOffset, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BITS( bitOffset );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferInsertInner( buf, ( *buf )->bitLength, src, (UINT)bitOffset, (UINT)bitCount );
+}
+void zuBufferBitAppendOuter( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT bitOffset, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BITS( bitOffset );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferInsertOuter( buf, ( *buf )->bitLength, src, (UINT)bitOffset, (UINT)bitCount );
+}
+void zuBufferBitAppendLeading( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferInsertInner( buf, ( *buf )->bitLength, src, 0, (UINT)bitCount );
+}
+void zuBufferBitAppendTrailing( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferInsertTrailing( buf, ( *buf )->bitLength, src, (UINT)bitCount );
+}
+void zuBufferBitAppendBits( ZU_BUFFER **buf, ZU_INT bits, ZU_INT bitCount )
+{
+    zuBufferAppendBits( buf, bits, bitCount );
+}
+void zuBufferBitAppendByte( ZU_BUFFER **buf, uint8_t byte )
+{
+    zuBufferAppendByte( buf, byte );
+}
+void zuBufferBitAppendBytes( ZU_BUFFER **buf, const uint8_t *bytes, ZU_INT byteCount )
+{
+    zuBufferAppendBytes( buf, bytes, byteCount );
+}
+void zuBufferBitAppendZero( ZU_BUFFER **buf, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferInsertFill( buf, ( *buf )->bitLength, (UINT)bitCount, 0x00 );
+}
+void zuBufferBitAppendOne( ZU_BUFFER **buf, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferInsertFill( buf, ( *buf )->bitLength, (UINT)bitCount, 0xFF );
+}
+void zuBufferBitAppendAlignment( ZU_BUFFER **buf )
+{
+    zuBufferAppendAlignment( buf );
+}
+
+// Prepending: insertion ahead of the first bit
+void zuBufferPrepend( ZU_BUFFER **buf, ZU_BUFFER *src )
+{
+    zuBufferInsert( buf, 0, src );
+}
+void zuBufferPrependInner( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
+{
+    zuBufferInsertInner( buf, 0, src, byteOffset, byteCount );
+}
+void zuBufferPrependOuter( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
+{
+    zuBufferInsertOuter( buf, 0, src, byteOffset, byteCount );
+}
+void zuBufferPrependLeading( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT byteCount )
+{
+    zuBufferInsertLeading( buf, 0, src, byteCount );
+}
+void zuBufferPrependTrailing( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT byteCount )
+{
+    zuBufferInsertTrailing( buf, 0, src, byteCount );
+}
+void zuBufferPrependBits( ZU_BUFFER **buf, ZU_INT bits, ZU_INT bitCount )
+{
+    zuBufferInsertBits( buf, 0, bits, bitCount );
+}
+void zuBufferPrependByte( ZU_BUFFER **buf, uint8_t byte )
+{
+    zuBufferInsertByte( buf, 0, byte );
+}
+void zuBufferPrependBytes( ZU_BUFFER **buf, const uint8_t *bytes, ZU_INT byteCount )
+{
+    zuBufferInsertBytes( buf, 0, bytes, byteCount );
+}
+void zuBufferPrependZero( ZU_BUFFER **buf, ZU_INT byteCount )
+{
+    zuBufferInsertZero( buf, 0, byteCount );
+}
+void zuBufferPrependOne( ZU_BUFFER **buf, ZU_INT byteCount )
+{
+    zuBufferInsertOne( buf, 0, byteCount );
+}
+void zuBufferPrependAlignment( ZU_BUFFER **buf )
+{
+    zuBufferInsertAlignment( buf, 0 );
+}
+
+void zuBufferBitPrepend( ZU_BUFFER **buf, ZU_BUFFER *src )
+{
+    zuBufferBitInsert( buf, 0, src );
+}
+void zuBufferBitPrependInner( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT bitOffset, ZU_INT bitCount )
+{
+    zuBufferBitInsertInner( buf, 0, src, bitOffset, bitCount );
+}
+void zuBufferBitPrependOuter( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT bitOffset, ZU_INT bitCount )
+{
+    zuBufferBitInsertOuter( buf, 0, src, bitOffset, bitCount );
+}
+void zuBufferBitPrependLeading( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT bitCount )
+{
+    zuBufferBitInsertLeading( buf, 0, src, bitCount );
+}
+void zuBufferBitPrependTrailing( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT bitCount )
+{
+    zuBufferBitInsertTrailing( buf, 0, src, bitCount );
+}
+void zuBufferBitPrependBits( ZU_BUFFER **buf, ZU_INT bits, ZU_INT bitCount )
+{
+    zuBufferBitInsertBits( buf, 0, bits, bitCount );
+}
+void zuBufferBitPrependByte( ZU_BUFFER **buf, uint8_t byte )
+{
+    zuBufferBitInsertByte( buf, 0, byte );
+}
+void zuBufferBitPrependBytes( ZU_BUFFER **buf, const uint8_t *bytes, ZU_INT byteCount )
+{
+    zuBufferBitInsertBytes( buf, 0, bytes, byteCount );
+}
+void zuBufferBitPrependZero( ZU_BUFFER **buf, ZU_INT bitCount )
+{
+    zuBufferBitInsertZero( buf, 0, bitCount );
+}
+void zuBufferBitPrependOne( ZU_BUFFER **buf, ZU_INT bitCount )
+{
+    zuBufferBitInsertOne( buf, 0, bitCount );
+}
+void zuBufferBitPrependAlignment( ZU_BUFFER **buf )
+{
+    zuBufferBitInsertAlignment( buf, 0 );
+}
+
+// Overwriting in units of bytes and of bits
+void zuBufferWrite( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    ZU_ASSERT( src );
+    bufferWriteInner( buf, BYTES_TO_BITS( byteIdx ), src, 0, src->bitLength );
+}
+void zuBufferWriteInner( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BYTES( byteOffset );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferWriteInner( buf, BYTES_TO_BITS( byteIdx ), src, BYTES_TO_BITS( byteOffset ), BYTES_TO_BITS( byteCount ) );
+}
+void zuBufferWriteOuter( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BYTES( byteOffset );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferWriteOuter( buf, BYTES_TO_BITS( byteIdx ), src, BYTES_TO_BITS( byteOffset ), BYTES_TO_BITS( byteCount ) );
+}
+void zuBufferWriteLeading( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferWriteInner( buf, BYTES_TO_BITS( byteIdx ), src, 0, BYTES_TO_BITS( byteCount ) );
+}
+void zuBufferWriteTrailing( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferWriteTrailing( buf, BYTES_TO_BITS( byteIdx ), src, BYTES_TO_BITS( byteCount ) );
+}
+void zuBufferWriteBits( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_INT bits, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferWriteBits( buf, BYTES_TO_BITS( byteIdx ), (uint64_t)bits, (UINT)bitCount );
+}
+void zuBufferWriteByte( ZU_BUFFER **buf, ZU_INT byteIdx, uint8_t byte )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    bufferWriteBits( buf, BYTES_TO_BITS( byteIdx ), byte, 8 );
+}
+void zuBufferWriteBytes( ZU_BUFFER **buf, ZU_INT byteIdx, const uint8_t *bytes, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    BUFFER_ASSERT_BYTES( byteCount );
+    ZU_ASSERT( bytes || !byteCount );
+    bufferWriteBytes( buf, BYTES_TO_BITS( byteIdx ), bytes, (UINT)byteCount );
+}
+void zuBufferWriteZero( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferWriteFill( buf, BYTES_TO_BITS( byteIdx ), BYTES_TO_BITS( byteCount ), 0x00 );
+}
+void zuBufferWriteOne( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferWriteFill( buf, BYTES_TO_BITS( byteIdx ), BYTES_TO_BITS( byteCount ), 0xFF );
+}
+
+void zuBufferBitWrite( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    ZU_ASSERT( src );
+    bufferWriteInner( buf, (UINT)bitIdx, src, 0, src->bitLength );
+}
+void zuBufferBitWriteInner( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src, ZU_INT bitOffset, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BITS( bitOffset );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferWriteInner( buf, (UINT)bitIdx, src, (UINT)bitOffset, (UINT)bitCount );
+}
+void zuBufferBitWriteOuter( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src, ZU_INT bitOffset, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BITS( bitOffset );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferWriteOuter( buf, (UINT)bitIdx, src, (UINT)bitOffset, (UINT)bitCount );
+}
+void zuBufferBitWriteLeading( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferWriteInner( buf, (UINT)bitIdx, src, 0, (UINT)bitCount );
+}
+void zuBufferBitWriteTrailing( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    ZU_ASSERT( src );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferWriteTrailing( buf, (UINT)bitIdx, src, (UINT)bitCount );
+}
+void zuBufferBitWriteBits( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_INT bits, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferWriteBits( buf, (UINT)bitIdx, (uint64_t)bits, (UINT)bitCount );
+}
+void zuBufferBitWriteByte( ZU_BUFFER **buf, ZU_INT bitIdx, uint8_t byte )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    bufferWriteBits( buf, (UINT)bitIdx, byte, 8 );
+}
+void zuBufferBitWriteBytes( ZU_BUFFER **buf, ZU_INT bitIdx, const uint8_t *bytes, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    BUFFER_ASSERT_BYTES( byteCount );
+    ZU_ASSERT( bytes || !byteCount );
+    bufferWriteBytes( buf, (UINT)bitIdx, bytes, (UINT)byteCount );
+}
+void zuBufferBitWriteZero( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferWriteFill( buf, (UINT)bitIdx, (UINT)bitCount, 0x00 );
+}
+void zuBufferBitWriteOne( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferWriteFill( buf, (UINT)bitIdx, (UINT)bitCount, 0xFF );
+}
+
+// Reading
+static ZU_BUFFER *bufferRead( ZU_BUFFER *buf, UINT bitIdx, UINT bitCount )
+{
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, bitCount ) );
+    ZU_ASSERT( bitIdx + bitCount <= buf->bitLength );
+    ZU_BUFFER *range = bufferCreateEmpty();
+    bufferInsertInner( &range, 0, buf, bitIdx, bitCount );
+    return range;
+}
+static uint64_t bufferReadBits( ZU_BUFFER *buf, UINT bitIdx, UINT bitCount )
+{
+    ZU_ASSERT( bitCount <= ZU_INT_BITS );
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, bitCount ) );
+    ZU_ASSERT( bitIdx + bitCount <= buf->bitLength );
+    return bitsGet( bufferContent( buf ), bitIdx, bitCount );
+}
+static void bufferReadBytes( ZU_BUFFER *buf, UINT bitIdx, uint8_t *bytes, UINT byteCount )
+{
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, BYTES_TO_BITS( byteCount ) ) );
+    ZU_ASSERT( bitIdx + BYTES_TO_BITS( byteCount ) <= buf->bitLength );
+    bitsCopy( bytes, 0, bufferContent( buf ), bitIdx, BYTES_TO_BITS( byteCount ) );
+}
+
+ZU_BUFFER *zuBufferRead( ZU_BUFFER *buf, ZU_INT byteIdx, ZU_INT byteCount )
+{
+    ZU_ASSERT( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    BUFFER_ASSERT_BYTES( byteCount );
+    return bufferRead( buf, BYTES_TO_BITS( byteIdx ), BYTES_TO_BITS( byteCount ) );
+}
+ZU_INT zuBufferReadBits( ZU_BUFFER *buf, ZU_INT byteIdx, ZU_INT bitCount )
+{
+    ZU_ASSERT( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    BUFFER_ASSERT_BITS( bitCount );
+    return (ZU_INT)bufferReadBits( buf, BYTES_TO_BITS( byteIdx ), (UINT)bitCount );
+}
+uint8_t zuBufferReadByte( ZU_BUFFER *buf, ZU_INT byteIdx )
+{
+    ZU_ASSERT( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    return (uint8_t)bufferReadBits( buf, BYTES_TO_BITS( byteIdx ), 8 );
+}
+void zuBufferReadBytes( ZU_BUFFER *buf, ZU_INT byteIdx, uint8_t *bytes, ZU_INT byteCount )
+{
+    ZU_ASSERT( buf );
+    BUFFER_ASSERT_BYTES( byteIdx );
+    BUFFER_ASSERT_BYTES( byteCount );
+    ZU_ASSERT( bytes || !byteCount );
+    bufferReadBytes( buf, BYTES_TO_BITS( byteIdx ), bytes, (UINT)byteCount );
+}
+
+ZU_BUFFER *zuBufferBitRead( ZU_BUFFER *buf, ZU_INT bitIdx, ZU_INT bitCount )
+{
+    ZU_ASSERT( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    BUFFER_ASSERT_BITS( bitCount );
+    return bufferRead( buf, (UINT)bitIdx, (UINT)bitCount );
+}
+ZU_INT zuBufferBitReadBits( ZU_BUFFER *buf, ZU_INT bitIdx, ZU_INT bitCount )
+{
+    ZU_ASSERT( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    BUFFER_ASSERT_BITS( bitCount );
+    return (ZU_INT)bufferReadBits( buf, (UINT)bitIdx, (UINT)bitCount );
+}
+uint8_t zuBufferBitReadByte( ZU_BUFFER *buf, ZU_INT bitIdx )
+{
+    ZU_ASSERT( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    return (uint8_t)bufferReadBits( buf, (UINT)bitIdx, 8 );
+}
+void zuBufferBitReadBytes( ZU_BUFFER *buf, ZU_INT bitIdx, uint8_t *bytes, ZU_INT byteCount )
+{
+    ZU_ASSERT( buf );
+    BUFFER_ASSERT_BITS( bitIdx );
+    BUFFER_ASSERT_BYTES( byteCount );
+    ZU_ASSERT( bytes || !byteCount );
+    bufferReadBytes( buf, (UINT)bitIdx, bytes, (UINT)byteCount );
+}
+
+// Deletion.  Parts at either end go to the room there wherever that leaves the content on a byte's boundary.
+static void bufferDelInner( ZU_BUFFER **buf, UINT bitOffset, UINT bitCount )
+{
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitOffset, bitCount ) );
+    ZU_ASSERT( bitOffset + bitCount <= (*buf)->bitLength );
+    if ( bitCount == 0 ) {
+        return;
+    }
+    if ( bitCount == ( *buf )->bitLength ) {
+        zuBufferClear( buf );
+        return;
+    }
+    UINT behind = bitOffset + bitCount;
+    UINT behindCount = ( *buf )->bitLength - behind;
+    bool atFront = bitOffset == 0;
+    bool atEnd = behindCount == 0;
+    if ( !atEnd && !BIT_AT_BOUND( bitOffset | bitCount ) ) {
+        ZU_BUFFER *rest = bufferCreateEmpty();
+        bufferInsertInner( &rest, 0, *buf, 0, bitOffset );
+        bufferInsertInner( &rest, bitOffset, *buf, behind, behindCount );
+        bufferReplace( buf, rest );
+        return;
+    }
+    if ( atFront || atEnd ) {
+        bufferUnshare( buf );
+    } else {
+        bufferMakeWritable( buf );
+        uint8_t *gap = bufferContent( *buf ) + ( bitOffset >> 3 );
+        bitsMove( gap, gap + ( bitCount >> 3 ), behindCount );
+    }
+    if ( atFront ) {
+        ( *buf )->bitFspace += bitCount;
+    } else {
+        ( *buf )->bitBspace += bitCount;
+    }
+    ( *buf )->bitLength -= bitCount;
+    bufferTrim( *buf );
+}
+static void bufferDelOuter( ZU_BUFFER **buf, UINT bitOffset, UINT bitCount )
+{
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitOffset, bitCount ) );
+    ZU_ASSERT( bitOffset + bitCount <= (*buf)->bitLength );
+    if ( bitCount == ( *buf )->bitLength ) {
+        return;
+    }
+    if ( bitCount == 0 ) {
+        zuBufferClear( buf );
+        return;
+    }
+    if ( !BIT_AT_BOUND( bitOffset ) ) {
+        bufferReplace( buf, bufferRead( *buf, bitOffset, bitCount ) );
+        return;
+    }
+    bufferUnshare( buf );
+    ( *buf )->bitFspace += bitOffset;
+    ( *buf )->bitBspace += ( *buf )->bitLength - bitOffset - bitCount;
+    ( *buf )->bitLength = bitCount;
+    bufferTrim( *buf );
+}
+static void bufferDelTrailing( ZU_BUFFER **buf, UINT bitCount )
+{
+    ZU_ASSERT( bitCount <= (*buf)->bitLength );
+    bufferDelInner( buf, ( *buf )->bitLength - bitCount, bitCount );
+}
+
+void zuBufferDelInner( ZU_BUFFER **buf, ZU_INT byteOffset, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteOffset );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferDelInner( buf, BYTES_TO_BITS( byteOffset ), BYTES_TO_BITS( byteCount ) );
+}
+void zuBufferDelOuter( ZU_BUFFER **buf, ZU_INT byteOffset, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteOffset );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferDelOuter( buf, BYTES_TO_BITS( byteOffset ), BYTES_TO_BITS( byteCount ) );
+}
+void zuBufferDelLeading( ZU_BUFFER **buf, ZU_INT byteCount )
+{
+    zuBufferDelInner( buf, 0, byteCount );
+}
+void zuBufferDelTrailing( ZU_BUFFER **buf, ZU_INT byteCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BYTES( byteCount );
+    bufferDelTrailing( buf, BYTES_TO_BITS( byteCount ) );
+}
+
+void zuBufferBitDelInner( ZU_BUFFER **buf, ZU_INT bitOffset, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitOffset );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferDelInner( buf, (UINT)bitOffset, (UINT)bitCount );
+}
+void zuBufferBitDelOuter( ZU_BUFFER **buf, ZU_INT bitOffset, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitOffset );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferDelOuter( buf, (UINT)bitOffset, (UINT)bitCount );
+}
+void zuBufferBitDelLeading( ZU_BUFFER **buf, ZU_INT bitCount )
+{
+    zuBufferBitDelInner( buf, 0, bitCount );
+}
+void zuBufferBitDelTrailing( ZU_BUFFER **buf, ZU_INT bitCount )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    BUFFER_ASSERT_BITS( bitCount );
+    bufferDelTrailing( buf, (UINT)bitCount );
+}
+void zuBufferClear( ZU_BUFFER **buf )
+{
+    BUFFER_ASSERT_HOLDER( buf );
+    bufferReplace( buf, zuBufferCreate() );
+}
