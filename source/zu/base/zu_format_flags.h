@@ -1,12 +1,14 @@
 // zu_format_flags.h: how a number or a text stands in its field, a ZU_INT of bits.
 //
 // Conversions of a format set them by the characters that zu_string_format.h lists; the encoders of zu_format.h take
-// them as they are.  Pure functions, callable from any thread.
+// them as they are.  Callable from any thread.
 #pragma once
 
 #include "zu/sys/zu_int.h"
 
 ZU_BEGIN_DECLS
+
+typedef struct ZU_STRING ZU_STRING;
 
 /// Pads with blanks on the right; cancels ZU_FORMAT_FLAG_ZEROPAD.
 #define ZU_FORMAT_FLAG_LEFTALIGN    ( (ZU_INT)1 )
@@ -29,5 +31,15 @@ ZU_BEGIN_DECLS
 
 /// Returns `flags` without those that others cancel, and without bits that have no meaning.
 ZU_API ZU_INT zuFormatFlagsNormalize( ZU_INT flags );
+/// Reads flags as zuFlagsetParse does, "ZU_FORMAT_FLAG_ZEROPAD|ZU_FORMAT_FLAG_UPPERCASE", and normalizes them.
+ZU_API ZU_INT zuFormatFlagsFromString( ZU_STRING *zus );
+/// Returns the names of the flags that normalizing leaves of `flags`.
+ZU_API ZU_STRING *zuFormatFlagsToString( ZU_INT flags );
+
+// For authors of classes and modules
+/// Makes the names of the flags.
+ZU_API void zu___FormatFlagsStartup( void );
+/// Releases the names of the flags.
+ZU_API void zu___FormatFlagsShutdown( void );
 
 ZU_END_DECLS

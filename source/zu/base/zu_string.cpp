@@ -96,15 +96,7 @@ static ZU_INT stringCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
     ZU_STRING *zusB = zuStringFrom( thatObj );
     ZU_ASSERT( zusA );
     ZU_ASSERT( zusB );
-    const ZU_CHAR *charsA = stringText( zusA );
-    const ZU_CHAR *charsB = stringText( zusB );
-    ZU_INT common = zuIntMin( zusA->length, zusB->length );
-    for ( ZU_INT i = 0; i < common; i++ ) {
-        if ( charsA[ i ] != charsB[ i ] ) {
-            return charsA[ i ] < charsB[ i ] ? -1 : 1;
-        }
-    }
-    return ( zusA->length > zusB->length ) - ( zusA->length < zusB->length );
+    return zu___StringCompareChars( stringText( zusA ), zusA->length, stringText( zusB ), zusB->length );
 }
 static ZU_STRING *stringToString( ZU_OBJ *thisObj )
 {

@@ -1,7 +1,9 @@
-// zu_obj_internal.h: the object database and the object logs, for the files that keep and show them.
+// zu_obj_internal.h: the object database and the object logs, for the files that keep and show them, and the order of
+// objects without a call, for containers.
 #pragma once
 
 #include "zu/runtime/zu_obj.h"
+#include "zu/runtime/zu_sort.h"
 
 ZU_BEGIN_DECLS
 
@@ -11,5 +13,14 @@ struct ZU___OBJ_LOG_ENTRY {
     ZU_CHAR            *chars;  // null if the line is empty
     ZU___OBJ_LOG_ENTRY *next;
 };
+
+// As zuObjCompare.  Two objects of one class with an order of its own, as nearly all keys are, take no detour to it.
+static inline ZU_INT zu___ObjCompareInline( ZU_OBJ *objA, ZU_OBJ *objB )
+{
+    if ( ZU___LIKELY( objA && objB && objA->sort && objA->sort == objB->sort && objA->sort->compareFunc ) ) {
+        return objA == objB ? 0 : objA->sort->compareFunc( objA, objB );
+    }
+    return zuObjCompare( objA, objB );
+}
 
 ZU_END_DECLS

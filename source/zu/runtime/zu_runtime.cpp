@@ -3,7 +3,9 @@
 #include "zu/base/zu_boxed_bool.h"
 #include "zu/base/zu_boxed_null.h"
 #include "zu/base/zu_buffer.h"
+#include "zu/base/zu_dict.h"
 #include "zu/base/zu_format.h"
+#include "zu/base/zu_format_flags.h"
 #include "zu/base/zu_string.h"
 #include "zu/base/zu_time.h"
 #include "zu/base/zu_timestamp.h"
@@ -41,7 +43,10 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___StringStartup, zu___StringShutdown },
     { zu___BufferStartup, zu___BufferShutdown },
     { zu___VectorStartup, zu___VectorShutdown },
+    { zu___DictStartup, zu___DictShutdown },
+    { zu___FormatFlagsStartup, zu___FormatFlagsShutdown },
     { zu___DebugPrintStartup, zu___DebugPrintShutdown },
+    { zu___RuntimeFlagsStartup, zu___RuntimeFlagsShutdown },
     { zu___FormatStartup, zu___FormatShutdown },
     { zu___BoxedNullStartup, zu___BoxedNullShutdown },
     { zu___BoxedBoolStartup, zu___BoxedBoolShutdown },

@@ -5,6 +5,8 @@
 
 ZU_BEGIN_DECLS
 
+typedef struct ZU_STRING ZU_STRING;
+
 /// The bare library: cancels all other flags, and looks no path up.
 #define ZU_RUNTIME_FLAG_MINIMAL ( (ZU_INT)0x0001 )
 /// The process belongs to the system, not to a user: data lie under the system's path.
@@ -32,5 +34,15 @@ ZU_BEGIN_DECLS
 
 /// Returns `flags` without bits that have no meaning, or none without others that are missing.
 ZU_API ZU_INT zuRuntimeFlagsNormalize( ZU_INT flags );
+/// Reads flags as zuFlagsetParse does, "ZU_RUNTIME_FLAG_SYSTEM|ZU_RUNTIME_FLAG_MODULE_DEBUG", and normalizes them.
+ZU_API ZU_INT zuRuntimeFlagsFromString( ZU_STRING *zus );
+/// Returns the names of the flags that normalizing leaves of `flags`.
+ZU_API ZU_STRING *zuRuntimeFlagsToString( ZU_INT flags );
+
+// For authors of classes and modules
+/// Makes the names of the flags.
+ZU_API void zu___RuntimeFlagsStartup( void );
+/// Releases the names of the flags.
+ZU_API void zu___RuntimeFlagsShutdown( void );
 
 ZU_END_DECLS

@@ -1,0 +1,1033 @@
+// A sorted array of pairs, searched by bisection: a pair takes 16 bytes, and nothing beside the object while there are
+// few; keys need an order but no hash; walking in order is walking an array.  What an array is bad at, insertion ahead
+// of many pairs, happens to single Sets only: whatever takes many pairs at once sorts or merges them and moves each
+// once.
+//
+// The storage that a run of single calls would leave is part of the contract, so operations on whole dicts compute it
+// without going through it.
+
+#include "zu/base/zu_dict_internal.h"
+
+#include "zu/base/zu_boxed_bool.h"
+#include "zu/base/zu_boxed_int.h"
+#include "zu/base/zu_boxed_null.h"
+#include "zu/base/zu_boxed_real.h"
+#include "zu/base/zu_string_internal.h"
+#include "zu/base/zu_vector.h"
+#include "zu/runtime/zu_module.h"
+#include "zu/runtime/zu_obj_internal.h"
+#include "zu/sys/zu_mem.h"
+#include "zu/sys/zu_real.h"
+
+#include <cstring>
+#include <utility>
+
+static constexpr ZU_INT INLINE_PAIRS = ZU___DICT_INLINE_PAIRS;
+static constexpr ZU_INT SLACK = 32;                   // pairs that new storage has room for beyond what is asked
+static constexpr ZU_INT SLACK_MAX = 2 * INLINE_PAIRS; // that a deletion leaves
+
+static ZU_DICT *emptyDict = nullptr; // shared by everybody who holds an empty dict
+
+static void dictFree( ZU_OBJ *thisObj );
+static ZU_INT dictCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj );
+static ZU_STRING *dictToString( ZU_OBJ *thisObj );
+
+static ZU_SORT zu___sort_ZU_DICT =
+    ZU___SORT_INITIALIZER( "ZU_DICT", &zu___module, dictFree, dictCompare, dictToString );
+ZU___STDFUNCS( ZU_DICT, zuDict )
+
+// Start-up
+void zu___DictStartup( void )
+{
+    emptyDict = nullptr;
+    emptyDict = zu___DictCreateEmpty();
+}
+void zu___DictShutdown( void )
+{
+    ZU_REF_RELEASE( emptyDict );
+    ZU_REF_POISON( emptyDict );
+}
+
+// Pairs
+static inline void dictCopyPairs( ZU___DICT_PAIR *dest, const ZU___DICT_PAIR *src, ZU_INT count )
+{
+    if ( count > 0 ) {
+        memcpy( dest, src, (size_t)count * sizeof( ZU___DICT_PAIR ) );
+    }
+}
+static inline void dictMovePairs( ZU___DICT_PAIR *dest, const ZU___DICT_PAIR *src, ZU_INT count )
+{
+    if ( count > 0 && dest != src ) {
+        memmove( dest, src, (size_t)count * sizeof( ZU___DICT_PAIR ) );
+    }
+}
+static inline void dictReleasePair( ZU___DICT_PAIR pair )
+{
+    ZU_REF_RELEASE( pair.key );
+    ZU_REF_RELEASE( pair.val );
+}
+
+// Storage
+
+// Returns the room that a dict with `alloc` takes to hold `length` pairs.
+static ZU_INT dictGrownAlloc( ZU_INT alloc, ZU_INT length )
+{
+    if ( length <= alloc ) {
+        return alloc;
+    }
+    return ZU_INT_ADD_OK( length, SLACK ) ? length + SLACK : length;
+}
+
+// Gives a dict storage of `alloc` pairs, more than it has.
+static void dictGrow( ZU_DICT *dict, ZU_INT alloc )
+{
+    if ( dict->items == dict->inlineItems ) {
+        dict->items = (ZU___DICT_PAIR *)zuMemAllocN( alloc, sizeof( ZU___DICT_PAIR ) );
+        dictCopyPairs( dict->items, dict->inlineItems, dict->length );
+    } else {
+        dict->items = (ZU___DICT_PAIR *)zuMemReallocN( dict->items, alloc, sizeof( ZU___DICT_PAIR ) );
+    }
+    dict->alloc = alloc;
+    zu___ObjDbgSetAllocationSizeN( &dict->obj, alloc, sizeof( ZU___DICT_PAIR ) );
+}
+
+ZU___DICT_PAIR *zu___DictMakeRoom( ZU_DICT *dict, ZU_INT atIndex, ZU_INT count )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( ZU_REF_RETAIN_COUNT( dict ) == 1 );
+    ZU_ASSERT( atIndex >= 0 );
+    ZU_ASSERT( atIndex <= dict->length );
+    ZU_ASSERT( count >= 0 );
+    if ( count > 0 ) {
+        ZU_ASSERT( ZU_INT_ADD_OK( dict->length, count ) );
+        ZU_INT alloc = dictGrownAlloc( dict->alloc, dict->length + count );
+        if ( alloc > dict->alloc ) {
+            dictGrow( dict, alloc );
+        }
+        ZU_ASSERT( dict->length + count <= dict->alloc );
+        dictMovePairs( dict->items + atIndex + count, dict->items + atIndex, dict->length - atIndex );
+        dict->length += count;
+    }
+    return dict->items + atIndex;
+}
+
+// Returns the room that compacting leaves.  A dict that keeps its pairs in the object is always within the bound.
+static ZU_INT dictCompactAlloc( ZU_INT alloc, ZU_INT length )
+{
+    if ( alloc - length <= SLACK_MAX ) {
+        return alloc;
+    }
+    return zuIntMax( length, INLINE_PAIRS );
+}
+
+// Gives a dict storage of `alloc` pairs, no more than it has.
+static void dictShrink( ZU_DICT *dict, ZU_INT alloc )
+{
+    if ( alloc == dict->alloc ) {
+        return;
+    }
+    dict->alloc = alloc;
+    if ( alloc == INLINE_PAIRS ) {
+        dictCopyPairs( dict->inlineItems, dict->items, dict->length );
+        zuMemFree( dict->items );
+        dict->items = dict->inlineItems;
+        zu___ObjDbgSetAllocationSize( &dict->obj, 0 );
+    } else {
+        dict->items = (ZU___DICT_PAIR *)zuMemReallocN( dict->items, alloc, sizeof( ZU___DICT_PAIR ) );
+        zu___ObjDbgSetAllocationSizeN( &dict->obj, alloc, sizeof( ZU___DICT_PAIR ) );
+    }
+}
+
+void zu___DictCompact( ZU_DICT *dict )
+{
+    ZU_ASSERT( dict );
+    dictShrink( dict, dictCompactAlloc( dict->alloc, dict->length ) );
+}
+
+// Replaces a shared dict by a private copy.
+static void dictUnshare( ZU_DICT **dict )
+{
+    if ( ZU_REF_RETAIN_COUNT( *dict ) > 1 ) {
+        ZU_DICT *old = *dict;
+        *dict = zuDictCreateFrom( old );
+        ZU_REF_RELEASE( old );
+    }
+}
+
+// Standard functions
+static void dictFree( ZU_OBJ *thisObj )
+{
+    ZU_DICT *dict = zuDictFrom( thisObj );
+    ZU_ASSERT( dict );
+    for ( ZU_INT i = 0; i < dict->length; i++ ) {
+        dictReleasePair( dict->items[ i ] );
+    }
+    if ( dict->items != dict->inlineItems ) {
+        zuMemFree( dict->items );
+        zu___ObjDbgSetAllocationSize( thisObj, 0 );
+    }
+    ZU_REF_POISON( dict->items );
+}
+static ZU_INT dictCompareOpt( ZU_OBJ *objA, ZU_OBJ *objB )
+{
+    if ( objA && objB ) {
+        return zu___ObjCompareInline( objA, objB );
+    }
+    return ( objA != nullptr ) - ( objB != nullptr );
+}
+static ZU_INT dictCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
+{
+    ZU_DICT *dictA = zuDictFrom( thisObj );
+    ZU_DICT *dictB = zuDictFrom( thatObj );
+    ZU_ASSERT( dictA );
+    ZU_ASSERT( dictB );
+    ZU_INT common = zuIntMin( dictA->length, dictB->length );
+    for ( ZU_INT i = 0; i < common; i++ ) {
+        ZU_INT order = dictCompareOpt( dictA->items[ i ].key, dictB->items[ i ].key );
+        if ( order == 0 ) {
+            order = dictCompareOpt( dictA->items[ i ].val, dictB->items[ i ].val );
+        }
+        if ( order != 0 ) {
+            return order;
+        }
+    }
+    return ( dictA->length > dictB->length ) - ( dictA->length < dictB->length );
+}
+static ZU_STRING *dictToString( ZU_OBJ *thisObj )
+{
+    ZU_DICT *dict = zuDictFrom( thisObj );
+    ZU_ASSERT( dict );
+    ZU_STRING *text = zuStringCreate();
+    zuStringAppendChar( &text, '{' );
+    for ( ZU_INT i = 0; i < dict->length; i++ ) {
+        if ( i > 0 ) {
+            zuStringAppendCstr( &text, ", ", 2 );
+        }
+        zuStringAppendObj( &text, dict->items[ i ].key );
+        zuStringAppendChar( &text, '=' );
+        zuStringAppendObj( &text, dict->items[ i ].val );
+    }
+    zuStringAppendChar( &text, '}' );
+    return text;
+}
+
+// Creation
+ZU_DICT *zu___DictCreateEmpty( void )
+{
+    ZU_DICT *dict = (ZU_DICT *)zu___ObjCreate( sizeof( ZU_DICT ), &zu___sort_ZU_DICT );
+    dict->alloc = INLINE_PAIRS;
+    dict->length = 0;
+    dict->items = dict->inlineItems;
+    return dict;
+}
+ZU_DICT *zuDictCreate( void )
+{
+    return emptyDict ? zuDictRetain( emptyDict ) : nullptr;
+}
+ZU_DICT *zuDictCreateFrom( ZU_DICT *src )
+{
+    ZU_ASSERT( src );
+    ZU_DICT *dict = zu___DictCreateEmpty();
+    ZU___DICT_PAIR *gap = zu___DictMakeRoom( dict, 0, src->length );
+    for ( ZU_INT i = 0; i < src->length; i++ ) {
+        gap[ i ] = { zuObjRetain( src->items[ i ].key ), zuObjRetain( src->items[ i ].val ) };
+    }
+    return dict;
+}
+
+// Merges `left` and `right`, each in order, into `dest`.  Of equal keys those of `left` come first.
+static void dictMergePairs( ZU___DICT_PAIR *dest, const ZU___DICT_PAIR *left, ZU_INT leftCount,
+                            const ZU___DICT_PAIR *right, ZU_INT rightCount )
+{
+    while ( leftCount > 0 && rightCount > 0 ) {
+        if ( zu___ObjCompareInline( left->key, right->key ) <= 0 ) {
+            *dest++ = *left++;
+            leftCount--;
+        } else {
+            *dest++ = *right++;
+            rightCount--;
+        }
+    }
+    dictCopyPairs( dest, left, leftCount );
+    dictCopyPairs( dest + leftCount, right, rightCount );
+}
+
+// Sorts pairs by key, equal keys in the order in which they stand.  A merge sort stays within the array even where the
+// order of a class contradicts itself, as that of reals does within its tolerance; std::sort need not.
+static void dictSortPairs( ZU___DICT_PAIR *pairs, ZU_INT count )
+{
+    static constexpr ZU_INT RUN = 8; // runs by insertion, which passes ascending keys with one comparison each
+    for ( ZU_INT i = 1; i < count; i++ ) {
+        ZU___DICT_PAIR pair = pairs[ i ];
+        ZU_INT at = i;
+        while ( at % RUN > 0 && zu___ObjCompareInline( pairs[ at - 1 ].key, pair.key ) > 0 ) {
+            pairs[ at ] = pairs[ at - 1 ];
+            at--;
+        }
+        pairs[ at ] = pair;
+    }
+    bool ascending = true;
+    for ( ZU_INT at = RUN; ascending && at < count; at += RUN ) {
+        ascending = zu___ObjCompareInline( pairs[ at - 1 ].key, pairs[ at ].key ) <= 0;
+    }
+    if ( ascending ) {
+        return;
+    }
+    ZU___DICT_PAIR *scratch = (ZU___DICT_PAIR *)zuMemAllocN( count, sizeof( ZU___DICT_PAIR ) );
+    ZU___DICT_PAIR *from = pairs;
+    ZU___DICT_PAIR *to = scratch;
+    for ( ZU_INT run = RUN; run < count; run *= 2 ) {
+        for ( ZU_INT at = 0; at < count; at += 2 * run ) {
+            ZU_INT leftCount = zuIntMin( run, count - at );
+            ZU_INT rightCount = zuIntMin( run, count - at - leftCount );
+            dictMergePairs( to + at, from + at, leftCount, from + at + leftCount, rightCount );
+        }
+        std::swap( from, to );
+    }
+    if ( from == scratch ) {
+        dictCopyPairs( pairs, scratch, count );
+    }
+    zuMemFree( scratch );
+}
+
+void zu___DictSort( ZU_DICT *dict, bool lastWins )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( ZU_REF_RETAIN_COUNT( dict ) == 1 );
+    dictSortPairs( dict->items, dict->length );
+    ZU___DICT_PAIR *items = dict->items;
+    ZU_INT kept = 0;
+    for ( ZU_INT i = 0; i < dict->length; i++ ) {
+        if ( kept > 0 && zu___ObjCompareInline( items[ kept - 1 ].key, items[ i ].key ) == 0 ) {
+            if ( lastWins ) {
+                std::swap( items[ kept - 1 ], items[ i ] );
+            }
+            dictReleasePair( items[ i ] );
+        } else {
+            items[ kept++ ] = items[ i ];
+        }
+    }
+    dict->length = kept;
+}
+
+ZU_DICT *zuDictCreateWithKeysAndValues( ZU_VECTOR *keysVector, ZU_VECTOR *valuesVector )
+{
+    ZU_ASSERT( keysVector );
+    ZU_ASSERT( valuesVector );
+    ZU_ASSERT( zuVectorLength( keysVector ) == zuVectorLength( valuesVector ) );
+    ZU_DICT *dict = zu___DictCreateEmpty();
+    ZU_INT count = zuVectorLength( keysVector );
+    ZU_OBJ *const *keys = zuVectorBacking( keysVector );
+    ZU_OBJ *const *values = zuVectorBacking( valuesVector );
+    ZU___DICT_PAIR *gap = zu___DictMakeRoom( dict, 0, count );
+    for ( ZU_INT i = 0; i < count; i++ ) {
+        gap[ i ] = { zuObjRetain( keys[ i ] ), zuObjRetain( values[ i ] ) };
+    }
+    zu___DictSort( dict, false );
+    return dict;
+}
+
+// Access by position
+ZU_INT zuDictLength( ZU_DICT *dict )
+{
+    ZU_ASSERT( dict );
+    return dict->length;
+}
+ZU_OBJ *zuDictKeyAt( ZU_DICT *dict, ZU_INT idx )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( idx >= 0 );
+    ZU_ASSERT( idx < dict->length );
+    return zuObjRetain( dict->items[ idx ].key );
+}
+ZU_OBJ *zuDictValueAt( ZU_DICT *dict, ZU_INT idx )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( idx >= 0 );
+    ZU_ASSERT( idx < dict->length );
+    return zuObjRetain( dict->items[ idx ].val );
+}
+void zuDictSetValueAt( ZU_DICT **dict, ZU_INT idx, ZU_OBJ *value )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( *dict );
+    ZU_ASSERT( idx >= 0 );
+    ZU_ASSERT( idx < (*dict)->length );
+    ZU_ASSERT( value );
+    zuObjRetain( value ); // ahead of the copy: it may be the dict itself
+    dictUnshare( dict );
+    ZU_OBJ *old = ( *dict )->items[ idx ].val;
+    ( *dict )->items[ idx ].val = value;
+    ZU_REF_RELEASE( old );
+}
+void zuDictDelAt( ZU_DICT **dict, ZU_INT idx )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( *dict );
+    ZU_ASSERT( idx >= 0 );
+    ZU_ASSERT( idx < (*dict)->length );
+    if ( ( *dict )->length == 1 ) {
+        zuDictClear( dict );
+        return;
+    }
+    dictUnshare( dict );
+    ZU_ASSERT( (*dict)->items[ idx ].key );
+    ZU_ASSERT( (*dict)->items[ idx ].val );
+    ZU_DICT *own = *dict;
+    ZU___DICT_PAIR pair = own->items[ idx ];
+    dictMovePairs( own->items + idx, own->items + idx + 1, own->length - idx - 1 );
+    own->length--;
+    zu___DictCompact( own );
+    dictReleasePair( pair );
+}
+
+// Returns the keys or the values, whichever `member` names.
+static ZU_VECTOR *dictVector( ZU_DICT *dict, ZU_OBJ *ZU___DICT_PAIR::*member )
+{
+    if ( dict->length == 0 ) {
+        return zuVectorCreate();
+    }
+    ZU_OBJ **objs = (ZU_OBJ **)zuMemAllocN( dict->length, sizeof( ZU_OBJ * ) );
+    for ( ZU_INT i = 0; i < dict->length; i++ ) {
+        objs[ i ] = zuObjRetain( dict->items[ i ].*member );
+    }
+    return zuVectorCreateFromObjsUse( objs, dict->length );
+}
+ZU_VECTOR *zuDictKeysVector( ZU_DICT *dict )
+{
+    ZU_ASSERT( dict );
+    return dictVector( dict, &ZU___DICT_PAIR::key );
+}
+ZU_VECTOR *zuDictValuesVector( ZU_DICT *dict )
+{
+    ZU_ASSERT( dict );
+    return dictVector( dict, &ZU___DICT_PAIR::val );
+}
+
+// Searching.  A key is whatever has an order() that tells how a stored key stands to it, as zuObjCompare( stored, key )
+// would if the key were an object.
+struct DICT_OBJ_KEY {
+    ZU_OBJ *key;
+
+    ZU_INT order( ZU_OBJ *stored ) const
+    {
+        return zu___ObjCompareInline( stored, key );
+    }
+};
+struct DICT_TEXT_KEY {
+    const ZU_CHAR *chars;
+    ZU_INT length;
+    ZU_SORT *sort = zuStringSort();
+
+    ZU_INT order( ZU_OBJ *stored ) const
+    {
+        if ( ZU___UNLIKELY( stored->sort != sort ) ) {
+            return zuSortCompare( zuObjSort( stored ), sort );
+        }
+        ZU_STRING *zus = (ZU_STRING *)stored;
+        return zu___StringCompareChars( zus->chars + zus->fspace, zus->length, chars, length );
+    }
+};
+struct DICT_INT_KEY {
+    ZU_INT value;
+    ZU_SORT *sort = zuBoxedIntSort();
+
+    ZU_INT order( ZU_OBJ *stored ) const
+    {
+        if ( ZU___UNLIKELY( stored->sort != sort ) ) {
+            return zuSortCompare( zuObjSort( stored ), sort );
+        }
+        ZU_INT storedValue = zuBoxedIntValue( (ZU_BOXED_INT *)stored );
+        return ( storedValue > value ) - ( storedValue < value );
+    }
+};
+struct DICT_REAL_KEY {
+    double value;
+    ZU_SORT *sort = zuBoxedRealSort();
+
+    ZU_INT order( ZU_OBJ *stored ) const
+    {
+        if ( ZU___UNLIKELY( stored->sort != sort ) ) {
+            return zuSortCompare( zuObjSort( stored ), sort );
+        }
+        return zuRealCompare( zuBoxedRealValue( (ZU_BOXED_REAL *)stored ), value );
+    }
+};
+
+// Where a key stands or, if it does not, belongs.
+struct DICT_PLACE {
+    ZU_INT idx;
+    bool found;
+};
+
+// Searches the pairs from `begin` on.  Keys often come in order, so the ends are looked at first.
+template <typename KEY>
+static DICT_PLACE dictFindFrom( ZU_DICT *dict, ZU_INT begin, const KEY &key )
+{
+    const ZU___DICT_PAIR *items = dict->items;
+    if ( begin == dict->length ) {
+        return { begin, false };
+    }
+    ZU_INT order = key.order( items[ begin ].key );
+    if ( order >= 0 ) {
+        return { begin, order == 0 };
+    }
+    ZU_INT hi = dict->length - 1;
+    order = key.order( items[ hi ].key );
+    if ( order <= 0 ) {
+        return { order == 0 ? hi : dict->length, order == 0 };
+    }
+    ZU_INT lo = begin;
+    while ( hi - lo > 1 ) {
+        ZU_INT mid = lo + ( hi - lo ) / 2;
+        order = key.order( items[ mid ].key );
+        if ( order == 0 ) {
+            return { mid, true };
+        }
+        ( order < 0 ? lo : hi ) = mid;
+    }
+    return { hi, false };
+}
+// Searches for an object; strings and integers, the most usual keys, without a call for each comparison.
+static DICT_PLACE dictFindObjFrom( ZU_DICT *dict, ZU_INT begin, ZU_OBJ *key )
+{
+    if ( key->sort == zuStringSort() ) {
+        ZU_STRING *zus = (ZU_STRING *)key;
+        return dictFindFrom( dict, begin, DICT_TEXT_KEY{ zus->chars + zus->fspace, zus->length } );
+    }
+    if ( key->sort == zuBoxedIntSort() ) {
+        return dictFindFrom( dict, begin, DICT_INT_KEY{ zuBoxedIntValue( (ZU_BOXED_INT *)key ) } );
+    }
+    return dictFindFrom( dict, begin, DICT_OBJ_KEY{ key } );
+}
+
+template <typename KEY>
+static ZU_INT dictIndexOf( ZU_DICT *dict, const KEY &key )
+{
+    DICT_PLACE place = dictFindFrom( dict, 0, key );
+    return place.found ? place.idx : -1;
+}
+static ZU_INT dictIndexOfObj( ZU_DICT *dict, ZU_OBJ *key )
+{
+    DICT_PLACE place = dictFindObjFrom( dict, 0, key );
+    return place.found ? place.idx : -1;
+}
+static ZU_INT dictIndexOfBool( ZU_DICT *dict, ZU_BOOL key )
+{
+    ZU_BOXED_BOOL *boxed = zuBoxedBoolCreate( key );
+    ZU_INT idx = dictIndexOfObj( dict, zuBoxedBoolObj( boxed ) );
+    ZU_REF_RELEASE( boxed );
+    return idx;
+}
+static ZU_INT dictIndexOfNull( ZU_DICT *dict )
+{
+    ZU_BOXED_NULL *boxed = zuBoxedNullCreate();
+    ZU_INT idx = dictIndexOfObj( dict, zuBoxedNullObj( boxed ) );
+    ZU_REF_RELEASE( boxed );
+    return idx;
+}
+ZU_INT zu___DictIndexOfChars( ZU_DICT *dict, const ZU_CHAR *chars, ZU_INT length )
+{
+    ZU_ASSERT( dict );
+    return dictIndexOf( dict, DICT_TEXT_KEY{ chars, length } );
+}
+// Searches for an encoded text, of which no string is made.
+template <typename UNIT>
+static ZU_INT dictIndexOfEncoded( ZU_DICT *dict, ZU_INT ( *convert )( ZU_CHAR *, ZU_INT, const UNIT *, ZU_INT ),
+                                  const UNIT *src, ZU_INT srcLength )
+{
+    static constexpr ZU_INT LOCAL_CHARS = 128; // few keys are longer
+    ZU_CHAR local[ LOCAL_CHARS ];
+    ZU_INT length = convert( local, LOCAL_CHARS, src, srcLength );
+    if ( length <= LOCAL_CHARS ) {
+        return dictIndexOf( dict, DICT_TEXT_KEY{ local, length } );
+    }
+    ZU_CHAR *chars = (ZU_CHAR *)zuMemAllocN( length, sizeof( ZU_CHAR ) );
+    convert( chars, length, src, srcLength );
+    ZU_INT idx = dictIndexOf( dict, DICT_TEXT_KEY{ chars, length } );
+    zuMemFree( chars );
+    return idx;
+}
+static ZU_INT dictIndexOfCstr( ZU_DICT *dict, const char *src, ZU_INT srcLength )
+{
+    return dictIndexOfEncoded( dict, zuCharsConvertFromCstr, src, srcLength );
+}
+static ZU_INT dictIndexOfWcstr( ZU_DICT *dict, const char16_t *src, ZU_INT srcLength )
+{
+    return dictIndexOfEncoded( dict, zuCharsConvertFromWcstr, src, srcLength );
+}
+
+// Reading
+static ZU_OBJ *dictValueOpt( ZU_DICT *dict, ZU_INT idx )
+{
+    return idx < 0 ? nullptr : zuObjRetain( dict->items[ idx ].val );
+}
+ZU_OBJ *zuDictObjKey( ZU_DICT *dict, ZU_OBJ *key )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( key );
+    return dictValueOpt( dict, dictIndexOfObj( dict, key ) );
+}
+ZU_OBJ *zuDictBoolKey( ZU_DICT *dict, ZU_BOOL key )
+{
+    ZU_ASSERT( dict );
+    return dictValueOpt( dict, dictIndexOfBool( dict, key ) );
+}
+ZU_OBJ *zuDictIntKey( ZU_DICT *dict, ZU_INT key )
+{
+    ZU_ASSERT( dict );
+    return dictValueOpt( dict, dictIndexOf( dict, DICT_INT_KEY{ key } ) );
+}
+ZU_OBJ *zuDictRealKey( ZU_DICT *dict, double key )
+{
+    ZU_ASSERT( dict );
+    return dictValueOpt( dict, dictIndexOf( dict, DICT_REAL_KEY{ key } ) );
+}
+ZU_OBJ *zuDictNullKey( ZU_DICT *dict )
+{
+    ZU_ASSERT( dict );
+    return dictValueOpt( dict, dictIndexOfNull( dict ) );
+}
+ZU_OBJ *zuDictStringKey( ZU_DICT *dict, ZU_STRING *key )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( key );
+    return dictValueOpt( dict, dictIndexOfObj( dict, zuStringObj( key ) ) );
+}
+ZU_OBJ *zuDictStringKeyCstr( ZU_DICT *dict, const char *src, ZU_INT srcLength )
+{
+    ZU_ASSERT( dict );
+    return dictValueOpt( dict, dictIndexOfCstr( dict, src, srcLength ) );
+}
+ZU_OBJ *zuDictStringKeyWcstr( ZU_DICT *dict, const char16_t *src, ZU_INT srcLength )
+{
+    ZU_ASSERT( dict );
+    return dictValueOpt( dict, dictIndexOfWcstr( dict, src, srcLength ) );
+}
+ZU_OBJ *zuDictSortKey( ZU_DICT *dict, ZU_SORT *key )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( key );
+    return dictValueOpt( dict, dictIndexOfObj( dict, zuSortObj( key ) ) );
+}
+
+// Testing
+ZU_BOOL zuDictHasObjKey( ZU_DICT *dict, ZU_OBJ *key )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( key );
+    return dictIndexOfObj( dict, key ) >= 0;
+}
+ZU_BOOL zuDictHasBoolKey( ZU_DICT *dict, ZU_BOOL key )
+{
+    ZU_ASSERT( dict );
+    return dictIndexOfBool( dict, key ) >= 0;
+}
+ZU_BOOL zuDictHasIntKey( ZU_DICT *dict, ZU_INT key )
+{
+    ZU_ASSERT( dict );
+    return dictIndexOf( dict, DICT_INT_KEY{ key } ) >= 0;
+}
+ZU_BOOL zuDictHasRealKey( ZU_DICT *dict, double key )
+{
+    ZU_ASSERT( dict );
+    return dictIndexOf( dict, DICT_REAL_KEY{ key } ) >= 0;
+}
+ZU_BOOL zuDictHasNullKey( ZU_DICT *dict )
+{
+    ZU_ASSERT( dict );
+    return dictIndexOfNull( dict ) >= 0;
+}
+ZU_BOOL zuDictHasStringKey( ZU_DICT *dict, ZU_STRING *key )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( key );
+    return dictIndexOfObj( dict, zuStringObj( key ) ) >= 0;
+}
+ZU_BOOL zuDictHasStringKeyCstr( ZU_DICT *dict, const char *src, ZU_INT srcLength )
+{
+    ZU_ASSERT( dict );
+    return dictIndexOfCstr( dict, src, srcLength ) >= 0;
+}
+ZU_BOOL zuDictHasStringKeyWcstr( ZU_DICT *dict, const char16_t *src, ZU_INT srcLength )
+{
+    ZU_ASSERT( dict );
+    return dictIndexOfWcstr( dict, src, srcLength ) >= 0;
+}
+ZU_BOOL zuDictHasSortKey( ZU_DICT *dict, ZU_SORT *key )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( key );
+    return dictIndexOfObj( dict, zuSortObj( key ) ) >= 0;
+}
+
+// Finding
+ZU_INT zuDictIndexOfObjKey( ZU_DICT *dict, ZU_OBJ *key )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( key );
+    return dictIndexOfObj( dict, key );
+}
+ZU_INT zuDictIndexOfBoolKey( ZU_DICT *dict, ZU_BOOL key )
+{
+    ZU_ASSERT( dict );
+    return dictIndexOfBool( dict, key );
+}
+ZU_INT zuDictIndexOfIntKey( ZU_DICT *dict, ZU_INT key )
+{
+    ZU_ASSERT( dict );
+    return dictIndexOf( dict, DICT_INT_KEY{ key } );
+}
+ZU_INT zuDictIndexOfRealKey( ZU_DICT *dict, double key )
+{
+    ZU_ASSERT( dict );
+    return dictIndexOf( dict, DICT_REAL_KEY{ key } );
+}
+ZU_INT zuDictIndexOfNullKey( ZU_DICT *dict )
+{
+    ZU_ASSERT( dict );
+    return dictIndexOfNull( dict );
+}
+ZU_INT zuDictIndexOfStringKey( ZU_DICT *dict, ZU_STRING *key )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( key );
+    return dictIndexOfObj( dict, zuStringObj( key ) );
+}
+ZU_INT zuDictIndexOfStringKeyCstr( ZU_DICT *dict, const char *src, ZU_INT srcLength )
+{
+    ZU_ASSERT( dict );
+    return dictIndexOfCstr( dict, src, srcLength );
+}
+ZU_INT zuDictIndexOfStringKeyWcstr( ZU_DICT *dict, const char16_t *src, ZU_INT srcLength )
+{
+    ZU_ASSERT( dict );
+    return dictIndexOfWcstr( dict, src, srcLength );
+}
+ZU_INT zuDictIndexOfSortKey( ZU_DICT *dict, ZU_SORT *key )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( key );
+    return dictIndexOfObj( dict, zuSortObj( key ) );
+}
+
+// Writing.  zuDictSetObjKey does the work; the other forms make the key an object.
+void zuDictSetObjKey( ZU_DICT **dict, ZU_OBJ *key, ZU_OBJ *value )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( *dict );
+    ZU_ASSERT( key );
+    ZU_ASSERT( value );
+    // Ahead of the copy, since either may be the dict itself
+    ZU___DICT_PAIR pair = { zuObjRetain( key ), zuObjRetain( value ) };
+    dictUnshare( dict );
+    DICT_PLACE place = dictFindObjFrom( *dict, 0, key );
+    if ( place.found ) {
+        ZU___DICT_PAIR old = ( *dict )->items[ place.idx ];
+        ( *dict )->items[ place.idx ] = pair;
+        dictReleasePair( old );
+    } else {
+        *zu___DictMakeRoom( *dict, place.idx, 1 ) = pair;
+    }
+}
+// Sets a key that the caller has made, and gives it up.
+static void dictSetUse( ZU_DICT **dict, ZU_OBJ *key, ZU_OBJ *value )
+{
+    zuDictSetObjKey( dict, key, value );
+    ZU_REF_RELEASE( key );
+}
+void zuDictSetBoolKey( ZU_DICT **dict, ZU_BOOL key, ZU_OBJ *value )
+{
+    dictSetUse( dict, zuBoxedBoolObj( zuBoxedBoolCreate( key ) ), value );
+}
+void zuDictSetIntKey( ZU_DICT **dict, ZU_INT key, ZU_OBJ *value )
+{
+    dictSetUse( dict, zuBoxedIntObj( zuBoxedIntCreate( key ) ), value );
+}
+void zuDictSetRealKey( ZU_DICT **dict, double key, ZU_OBJ *value )
+{
+    dictSetUse( dict, zuBoxedRealObj( zuBoxedRealCreate( key ) ), value );
+}
+void zuDictSetNullKey( ZU_DICT **dict, ZU_OBJ *value )
+{
+    dictSetUse( dict, zuBoxedNullObj( zuBoxedNullCreate() ), value );
+}
+void zuDictSetStringKey( ZU_DICT **dict, ZU_STRING *key, ZU_OBJ *value )
+{
+    zuDictSetObjKey( dict, zuStringObj( key ), value );
+}
+void zuDictSetStringKeyCstr( ZU_DICT **dict, const char *src, ZU_INT srcLength, ZU_OBJ *value )
+{
+    dictSetUse( dict, zuStringObj( zuStringCreateFromCstr( src, srcLength ) ), value );
+}
+void zuDictSetStringKeyWcstr( ZU_DICT **dict, const char16_t *src, ZU_INT srcLength, ZU_OBJ *value )
+{
+    dictSetUse( dict, zuStringObj( zuStringCreateFromWcstr( src, srcLength ) ), value );
+}
+void zuDictSetSortKey( ZU_DICT **dict, ZU_SORT *key, ZU_OBJ *value )
+{
+    zuDictSetObjKey( dict, zuSortObj( key ), value );
+}
+
+// Deletion
+static void dictDelOpt( ZU_DICT **dict, ZU_INT idx )
+{
+    if ( idx >= 0 ) {
+        zuDictDelAt( dict, idx );
+    }
+}
+void zuDictDelObjKey( ZU_DICT **dict, ZU_OBJ *key )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( *dict );
+    ZU_ASSERT( key );
+    dictDelOpt( dict, dictIndexOfObj( *dict, key ) );
+}
+void zuDictDelBoolKey( ZU_DICT **dict, ZU_BOOL key )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( *dict );
+    dictDelOpt( dict, dictIndexOfBool( *dict, key ) );
+}
+void zuDictDelIntKey( ZU_DICT **dict, ZU_INT key )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( *dict );
+    dictDelOpt( dict, dictIndexOf( *dict, DICT_INT_KEY{ key } ) );
+}
+void zuDictDelRealKey( ZU_DICT **dict, double key )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( *dict );
+    dictDelOpt( dict, dictIndexOf( *dict, DICT_REAL_KEY{ key } ) );
+}
+void zuDictDelNullKey( ZU_DICT **dict )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( *dict );
+    dictDelOpt( dict, dictIndexOfNull( *dict ) );
+}
+void zuDictDelStringKey( ZU_DICT **dict, ZU_STRING *key )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( *dict );
+    ZU_ASSERT( key );
+    dictDelOpt( dict, dictIndexOfObj( *dict, zuStringObj( key ) ) );
+}
+void zuDictDelStringKeyCstr( ZU_DICT **dict, const char *src, ZU_INT srcLength )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( *dict );
+    dictDelOpt( dict, dictIndexOfCstr( *dict, src, srcLength ) );
+}
+void zuDictDelStringKeyWcstr( ZU_DICT **dict, const char16_t *src, ZU_INT srcLength )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( *dict );
+    dictDelOpt( dict, dictIndexOfWcstr( *dict, src, srcLength ) );
+}
+void zuDictDelSortKey( ZU_DICT **dict, ZU_SORT *key )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( *dict );
+    ZU_ASSERT( key );
+    dictDelOpt( dict, dictIndexOfObj( *dict, zuSortObj( key ) ) );
+}
+
+// Whole dicts
+void zuDictClear( ZU_DICT **dict )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( *dict );
+    ZU_DICT *old = *dict;
+    *dict = zuDictCreate();
+    ZU_REF_RELEASE( old );
+}
+void zu___DictClear( ZU_DICT **dict )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( *dict );
+    if ( ZU_REF_RETAIN_COUNT( *dict ) > 1 ) {
+        zuDictClear( dict );
+        return;
+    }
+    ZU_DICT *own = *dict;
+    for ( ZU_INT i = 0; i < own->length; i++ ) {
+        dictReleasePair( std::exchange( own->items[ i ], { nullptr, nullptr } ) );
+    }
+    own->length = 0;
+}
+
+// Ends an operation that has left the first `length` pairs of a private dict, with the room of `alloc` pairs.
+static void dictCut( ZU_DICT **dict, ZU_INT length, ZU_INT alloc )
+{
+    ( *dict )->length = length;
+    if ( length == 0 ) {
+        zuDictClear( dict );
+    } else {
+        dictShrink( *dict, alloc );
+    }
+}
+void zuDictDelValue( ZU_DICT **dict, ZU_OBJ *value, ZU_BOOL useCompare )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( *dict );
+    ZU_ASSERT( value );
+    if ( ( *dict )->length == 0 ) {
+        return;
+    }
+    zuObjRetain( value ); // ahead of the copy: it may be the dict itself
+    dictUnshare( dict );
+    ZU___DICT_PAIR *items = ( *dict )->items;
+    ZU_INT length = ( *dict )->length;
+    ZU_INT kept = 0;
+    for ( ZU_INT i = 0; i < length; i++ ) {
+        ZU___DICT_PAIR pair = items[ i ];
+        if ( pair.val == value || ( useCompare && zu___ObjCompareInline( pair.val, value ) == 0 ) ) {
+            dictReleasePair( pair );
+        } else {
+            items[ kept++ ] = pair;
+        }
+    }
+    dictCut( dict, kept, dictCompactAlloc( ( *dict )->alloc, kept ) );
+    ZU_REF_RELEASE( value );
+}
+void zuDictInclude( ZU_DICT **dest, ZU_DICT *src, ZU_BOOL overwrite )
+{
+    ZU_ASSERT( dest );
+    ZU_ASSERT( *dest );
+    ZU_ASSERT( src );
+    if ( src->length == 0 ) {
+        return;
+    }
+    ZU_DICT *held = zuDictRetain( src ); // it may be *dest
+    dictUnshare( dest );
+    ZU_DICT *own = *dest;
+
+    // Where each new key belongs among the present ones, -1 for a key that is there already
+    static constexpr ZU_INT LOCAL_PLACES = 64;
+    ZU_INT local[ LOCAL_PLACES ];
+    ZU_INT *places = src->length <= LOCAL_PLACES ? local : (ZU_INT *)zuMemAllocN( src->length, sizeof( ZU_INT ) );
+    ZU_INT length = own->length;
+    ZU_INT alloc = own->alloc;
+    ZU_INT begin = 0;
+    for ( ZU_INT i = 0; i < src->length; i++ ) {
+        ZU___DICT_PAIR pair = src->items[ i ];
+        DICT_PLACE place = dictFindObjFrom( own, begin, pair.key );
+        begin = place.idx + place.found;
+        places[ i ] = place.found ? -1 : place.idx;
+        if ( !place.found ) {
+            ZU_ASSERT( ZU_INT_ADD_OK( length, 1 ) );
+            length++;
+            alloc = dictGrownAlloc( alloc, length );
+        } else if ( overwrite ) {
+            dictReleasePair(
+                std::exchange( own->items[ place.idx ], { zuObjRetain( pair.key ), zuObjRetain( pair.val ) } ) );
+        }
+    }
+
+    // From the end on, each present pair moves once.
+    if ( alloc > own->alloc ) {
+        dictGrow( own, alloc );
+    }
+    ZU_INT tail = own->length;
+    own->length = length;
+    for ( ZU_INT i = src->length - 1; tail < length; i-- ) {
+        if ( places[ i ] >= 0 ) {
+            ZU_INT added = length - tail;
+            dictMovePairs( own->items + places[ i ] + added, own->items + places[ i ], tail - places[ i ] );
+            length -= tail - places[ i ] + 1;
+            tail = places[ i ];
+            own->items[ length ] = { zuObjRetain( src->items[ i ].key ), zuObjRetain( src->items[ i ].val ) };
+        }
+    }
+    if ( places != local ) {
+        zuMemFree( places );
+    }
+    ZU_REF_RELEASE( held );
+}
+void zuDictExclude( ZU_DICT **dest, ZU_DICT *src )
+{
+    ZU_ASSERT( dest );
+    ZU_ASSERT( *dest );
+    ZU_ASSERT( src );
+    if ( ( *dest )->length == 0 || src->length == 0 ) {
+        return;
+    }
+    if ( *dest == src ) {
+        zuDictClear( dest );
+        return;
+    }
+    // The pairs behind each removed one move ahead when the next is found.
+    ZU_INT length = ( *dest )->length;
+    ZU_INT left = length;
+    ZU_INT alloc = ( *dest )->alloc;
+    ZU_INT kept = 0; // pairs in their new place
+    ZU_INT run = 0;  // first pair that is not
+    ZU_INT begin = 0;
+    for ( ZU_INT i = 0; i < src->length; i++ ) {
+        DICT_PLACE place = dictFindObjFrom( *dest, begin, src->items[ i ].key );
+        begin = place.idx + place.found;
+        if ( place.found ) {
+            if ( left == length ) {
+                dictUnshare( dest );
+                alloc = ( *dest )->alloc;
+            }
+            ZU___DICT_PAIR *items = ( *dest )->items;
+            ZU___DICT_PAIR pair = items[ place.idx ];
+            dictMovePairs( items + kept, items + run, place.idx - run );
+            kept += place.idx - run;
+            run = place.idx + 1;
+            left--;
+            alloc = dictCompactAlloc( alloc, left );
+            dictReleasePair( pair );
+        }
+    }
+    if ( left < length ) {
+        dictMovePairs( ( *dest )->items + kept, ( *dest )->items + run, length - run );
+        dictCut( dest, left, alloc );
+    }
+}
+void zuDictIntersect( ZU_DICT **dest, ZU_DICT *src, ZU_BOOL useSrcValues )
+{
+    ZU_ASSERT( dest );
+    ZU_ASSERT( *dest );
+    ZU_ASSERT( src );
+    ZU_DICT *old = *dest;
+    if ( old == src || old->length == 0 ) {
+        return;
+    }
+    if ( src->length == 0 ) {
+        zuDictClear( dest );
+        return;
+    }
+    ZU_DICT *result = zu___DictCreateEmpty();
+    ZU_INT begin = 0;
+    for ( ZU_INT i = 0; i < old->length; i++ ) {
+        ZU___DICT_PAIR pair = old->items[ i ];
+        DICT_PLACE place = dictFindObjFrom( src, begin, pair.key );
+        begin = place.idx + place.found;
+        if ( place.found ) {
+            ZU_OBJ *value = useSrcValues ? src->items[ place.idx ].val : pair.val;
+            *zu___DictMakeRoom( result, result->length, 1 ) = { zuObjRetain( pair.key ), zuObjRetain( value ) };
+        }
+    }
+    *dest = result;
+    ZU_REF_RELEASE( old );
+}
+ZU_BOOL zuDictDisjoint( ZU_DICT *dictA, ZU_DICT *dictB )
+{
+    ZU_ASSERT( dictA );
+    ZU_ASSERT( dictB );
+    ZU_DICT *smaller = dictB->length < dictA->length ? dictB : dictA;
+    ZU_DICT *larger = smaller == dictA ? dictB : dictA;
+    ZU_INT begin = 0;
+    for ( ZU_INT i = 0; i < smaller->length; i++ ) {
+        DICT_PLACE place = dictFindObjFrom( larger, begin, smaller->items[ i ].key );
+        if ( place.found ) {
+            return ZU_FALSE;
+        }
+        begin = place.idx;
+    }
+    return ZU_TRUE;
+}

@@ -1,0 +1,50 @@
+// zu_dict_internal.h: the inside of ZU_DICT, for the files that share it.
+#pragma once
+
+#include "zu/base/zu_boxed_int.h"
+#include "zu/base/zu_dict.h"
+
+ZU_BEGIN_DECLS
+
+// Pairs that live in the object.
+#define ZU___DICT_INLINE_PAIRS ( (ZU_INT)32 )
+
+// Both references are owned and never null.
+typedef struct ZU___DICT_PAIR {
+    ZU_OBJ *key;
+    ZU_OBJ *val;
+} ZU___DICT_PAIR;
+
+// The `length` pairs of `items` are strictly ascending by zuObjCompare of their keys.
+struct ZU_DICT {
+    ZU_OBJ obj;
+    ZU_INT alloc; // pairs that `items` has room for
+    ZU_INT length;
+    ZU___DICT_PAIR *items; // never null: inlineItems, or an array of zuMemAllocN
+    ZU___DICT_PAIR inlineItems[ ZU___DICT_INLINE_PAIRS ];
+};
+
+// Opens a gap of `count` pairs ahead of `atIndex` in a private dict, raises its length by `count` and returns the gap,
+// which the caller fills.
+ZU___DICT_PAIR *zu___DictMakeRoom( ZU_DICT *dict, ZU_INT atIndex, ZU_INT count );
+
+// Gives storage back after a private dict has shrunk; its pairs may move.
+void zu___DictCompact( ZU_DICT *dict );
+
+// Brings the pairs of a private dict in order, after its gap has been filled in any.  Of equal keys the pair stays that
+// stands first or, with `lastWins`, last, key and value alike.  Takes the time of a sort.
+void zu___DictSort( ZU_DICT *dict, bool lastWins );
+
+// Returns the position of the string key of `length` code points, of which no string is made; -1 if there is none.
+ZU_INT zu___DictIndexOfChars( ZU_DICT *dict, const ZU_CHAR *chars, ZU_INT length );
+
+// Returns the value of the boxed integer at `idx`, or `absent` for an index of -1.
+static inline ZU_INT zu___DictIntAt( ZU_DICT *dict, ZU_INT idx, ZU_INT absent )
+{
+    return idx < 0 ? absent : zuBoxedIntValue( zuBoxedIntFrom( dict->items[ idx ].val ) );
+}
+
+// Returns a new, private, empty dict.
+ZU_DICT *zu___DictCreateEmpty( void );
+
+ZU_END_DECLS

@@ -1,0 +1,238 @@
+#include "zu/base/zu_flagset.h"
+
+#include "zu/base/zu_boxed_int.h"
+#include "zu/base/zu_flagset_internal.h"
+#include "zu/base/zu_format.h"
+#include "zu/base/zu_name.h"
+#include "zu/base/zu_string.h"
+#include "zu/base/zu_vector.h"
+#include "zu/runtime/zu_module.h"
+
+struct ZU_FLAGSET {
+    ZU_OBJ obj;
+    ZU_DICT *byName;                 // ZU_STRING to ZU_BOXED_INT
+    ZU_STRING *names[ ZU_INT_BITS ]; // by bit; each may be null
+};
+
+static void flagsetFree( ZU_OBJ *thisObj );
+
+static ZU_SORT zu___sort_ZU_FLAGSET =
+    ZU___SORT_INITIALIZER( "ZU_FLAGSET", &zu___module, flagsetFree, nullptr, nullptr );
+ZU___STDFUNCS( ZU_FLAGSET, zuFlagset )
+
+// Creation
+static ZU_FLAGSET *flagsetCreateUse( ZU_DICT *byName )
+{
+    ZU_FLAGSET *fs = (ZU_FLAGSET *)zu___ObjCreate( sizeof( ZU_FLAGSET ), &zu___sort_ZU_FLAGSET );
+    fs->byName = byName;
+    for ( ZU_STRING *&name : fs->names ) {
+        name = nullptr;
+    }
+    return fs;
+}
+ZU_FLAGSET *zuFlagsetCreate( void )
+{
+    return flagsetCreateUse( zuDictCreate() );
+}
+ZU_FLAGSET *zuFlagsetCreateFrom( ZU_FLAGSET *source )
+{
+    ZU_ASSERT( source );
+    ZU_FLAGSET *fs = flagsetCreateUse( zuDictRetain( source->byName ) );
+    for ( ZU_INT bit = 0; bit < ZU_INT_BITS; bit++ ) {
+        fs->names[ bit ] = source->names[ bit ] ? zuStringRetain( source->names[ bit ] ) : nullptr;
+    }
+    return fs;
+}
+
+// Replaces a shared flag set by a private copy.
+static void flagsetUnshare( ZU_FLAGSET **fs )
+{
+    if ( ZU_REF_RETAIN_COUNT( *fs ) > 1 ) {
+        ZU_FLAGSET *old = *fs;
+        *fs = zuFlagsetCreateFrom( old );
+        ZU_REF_RELEASE( old );
+    }
+}
+
+// Replaces the printed name of a bit; null: by none.
+static void flagsetSetName( ZU_FLAGSET *fs, ZU_INT bit, ZU_STRING *name )
+{
+    ZU_STRING *old = fs->names[ bit ];
+    fs->names[ bit ] = name ? zuStringRetain( name ) : nullptr;
+    ZU_REF_RELEASE_OPT( old );
+}
+
+ZU_FLAGSET *zu___FlagsetCreateFromRows( const ZU___NAMED_VALUE *rows, ZU_INT count, const char *variable,
+                                        const char *file, int32_t line )
+{
+    ZU_FLAGSET *fs = flagsetCreateUse( zu___DictCreateEmpty() );
+    ZU___DICT_PAIR *pairs = zu___DictMakeRoom( fs->byName, 0, count );
+    zu___NamedValuesFill( pairs, rows, count );
+    for ( ZU_INT i = 0; i < count; i++ ) {
+        ZU_INT value = rows[ i ].value;
+        ZU_ASSERT( value && zuIntBitHighest( value ) == zuIntBitLowest( value ) );
+        flagsetSetName( fs, zuIntBitLowest( value ), zuStringFrom( pairs[ i ].key ) );
+    }
+    zu___NamedValuesSort( fs->byName, rows, "zuFlagsetHasFlagCstr", variable, file, line );
+    return fs;
+}
+
+static void flagsetFree( ZU_OBJ *thisObj )
+{
+    ZU_FLAGSET *fs = zuFlagsetFrom( thisObj );
+    ZU_ASSERT( fs );
+    ZU_REF_RELEASE( fs->byName );
+    ZU_REF_POISON( fs->byName );
+    for ( ZU_STRING *&name : fs->names ) {
+        ZU_REF_RELEASE_OPT( name );
+        ZU_REF_POISON( name );
+    }
+}
+
+// Setting a name
+void zuFlagsetSetFlag( ZU_FLAGSET **fs, ZU_STRING *name, ZU_INT value )
+{
+    ZU_ASSERT( fs );
+    ZU_ASSERT( *fs );
+    ZU_ASSERT( zuNameUpperCaseOk( name, ZU_TRUE ) );
+    ZU_ASSERT( value && zuIntBitHighest( value ) == zuIntBitLowest( value ) );
+    flagsetUnshare( fs );
+    ZU_BOXED_INT *boxed = zuBoxedIntCreate( value );
+    zuDictSetStringKey( &( *fs )->byName, name, zuBoxedIntObj( boxed ) );
+    ZU_REF_RELEASE( boxed );
+    flagsetSetName( *fs, zuIntBitLowest( value ), name );
+}
+void zuFlagsetSetFlagCstr( ZU_FLAGSET **fs, const char *name, ZU_INT nameLength, ZU_INT value )
+{
+    ZU_STRING *zus = zuStringCreateFromCstr( name, nameLength );
+    zuFlagsetSetFlag( fs, zus, value );
+    ZU_REF_RELEASE( zus );
+}
+void zuFlagsetSetFlagWcstr( ZU_FLAGSET **fs, const char16_t *name, ZU_INT nameLength, ZU_INT value )
+{
+    ZU_STRING *zus = zuStringCreateFromWcstr( name, nameLength );
+    zuFlagsetSetFlag( fs, zus, value );
+    ZU_REF_RELEASE( zus );
+}
+
+// Deletion
+void zuFlagsetDelFlag( ZU_FLAGSET **fs, ZU_STRING *name )
+{
+    ZU_ASSERT( fs );
+    ZU_ASSERT( *fs );
+    ZU_ASSERT( name );
+    ZU_INT value = zuFlagsetFlag( *fs, name );
+    if ( value == 0 ) {
+        return;
+    }
+    flagsetUnshare( fs );
+    zuDictDelStringKey( &( *fs )->byName, name );
+    flagsetSetName( *fs, zuIntBitLowest( value ), nullptr );
+}
+void zuFlagsetDelFlagCstr( ZU_FLAGSET **fs, const char *name, ZU_INT nameLength )
+{
+    ZU_STRING *zus = zuStringCreateFromCstr( name, nameLength );
+    zuFlagsetDelFlag( fs, zus );
+    ZU_REF_RELEASE( zus );
+}
+void zuFlagsetDelFlagWcstr( ZU_FLAGSET **fs, const char16_t *name, ZU_INT nameLength )
+{
+    ZU_STRING *zus = zuStringCreateFromWcstr( name, nameLength );
+    zuFlagsetDelFlag( fs, zus );
+    ZU_REF_RELEASE( zus );
+}
+
+// Looking names up
+ZU_INT zuFlagsetFlag( ZU_FLAGSET *fs, ZU_STRING *name )
+{
+    ZU_ASSERT( fs );
+    ZU_ASSERT( name );
+    return zu___DictIntAt( fs->byName, zuDictIndexOfStringKey( fs->byName, name ), 0 );
+}
+ZU_INT zuFlagsetFlagCstr( ZU_FLAGSET *fs, const char *name, ZU_INT nameLength )
+{
+    ZU_ASSERT( fs );
+    return zu___DictIntAt( fs->byName, zuDictIndexOfStringKeyCstr( fs->byName, name, nameLength ), 0 );
+}
+ZU_INT zuFlagsetFlagWcstr( ZU_FLAGSET *fs, const char16_t *name, ZU_INT nameLength )
+{
+    ZU_ASSERT( fs );
+    return zu___DictIntAt( fs->byName, zuDictIndexOfStringKeyWcstr( fs->byName, name, nameLength ), 0 );
+}
+ZU_BOOL zuFlagsetHasFlag( ZU_FLAGSET *fs, ZU_STRING *name )
+{
+    ZU_ASSERT( fs );
+    ZU_ASSERT( name );
+    return zuDictHasStringKey( fs->byName, name );
+}
+ZU_BOOL zuFlagsetHasFlagCstr( ZU_FLAGSET *fs, const char *name, ZU_INT nameLength )
+{
+    ZU_ASSERT( fs );
+    return zuDictHasStringKeyCstr( fs->byName, name, nameLength );
+}
+ZU_BOOL zuFlagsetHasFlagWcstr( ZU_FLAGSET *fs, const char16_t *name, ZU_INT nameLength )
+{
+    ZU_ASSERT( fs );
+    return zuDictHasStringKeyWcstr( fs->byName, name, nameLength );
+}
+ZU_VECTOR *zuFlagsetFlagsVector( ZU_FLAGSET *fs )
+{
+    ZU_ASSERT( fs );
+    return zuDictKeysVector( fs->byName );
+}
+
+// Printing and reading
+static constexpr ZU_CHAR DELIMITER = ZU_CHAR_VERTICAL_LINE;
+
+ZU_STRING *zuFlagsetGenerate( ZU_FLAGSET *fs, ZU_INT flags )
+{
+    ZU_ASSERT( fs );
+    ZU_STRING *text = zuStringCreate();
+    for ( uint64_t rest = (uint64_t)flags; rest != 0; rest &= rest - 1 ) {
+        ZU_STRING *name = fs->names[ zuIntBitLowest( (ZU_INT)rest ) ];
+        ZU_ASSERT( name );
+        if ( zuStringLength( text ) > 0 ) {
+            zuStringAppendChar( &text, DELIMITER );
+        }
+        zuStringAppend( &text, name );
+    }
+    return text;
+}
+// Returns the value of one element.
+static ZU_INT flagsetParseElement( ZU_FLAGSET *fs, const ZU_CHAR *chars, ZU_INT length )
+{
+    zu___EnumTrim( &chars, &length );
+    ZU_INT idx = zu___DictIndexOfChars( fs->byName, chars, length );
+    if ( idx >= 0 ) {
+        return zu___DictIntAt( fs->byName, idx, 0 );
+    }
+    ZU_INT value;
+    ZU_INT consumed;
+    if ( !zuFormatTryDecodeIntChars( chars, length, -1, &value, &consumed ) ) {
+        return 0;
+    }
+    if ( consumed == length ) {
+        for ( ZU_INT bit = 0; bit < ZU_INT_BITS; bit++ ) {
+            if ( !fs->names[ bit ] ) {
+                value &= ( ZU_INT ) ~( (uint64_t)1 << bit );
+            }
+        }
+    }
+    return value;
+}
+ZU_INT zuFlagsetParse( ZU_FLAGSET *fs, ZU_STRING *flags )
+{
+    ZU_ASSERT( fs );
+    ZU_ASSERT( flags );
+    const ZU_CHAR *chars = zuStringBacking( flags );
+    ZU_INT length = zuStringLength( flags );
+    ZU_INT result = 0;
+    ZU_INT begin = 0;
+    for ( ZU_INT end = 0; end <= length; end++ ) {
+        if ( end == length || chars[ end ] == DELIMITER ) {
+            result |= flagsetParseElement( fs, chars + begin, end - begin );
+            begin = end + 1;
+        }
+    }
+    return result;
+}

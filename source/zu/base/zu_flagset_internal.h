@@ -1,0 +1,17 @@
+// zu_flagset_internal.h: the making of the flag sets that the library itself has.
+#pragma once
+
+#include "zu/base/zu_enum_internal.h"
+#include "zu/base/zu_flagset.h"
+
+ZU_BEGIN_DECLS
+
+// Creates the flag set of a table for the process-wide variable `variable`, as ZU___ENUM_CREATE does.
+#define ZU___FLAGSET_CREATE( variable, rows ) \
+    zu___FlagsetCreateFromRows( rows, (ZU_INT)( sizeof( rows ) / sizeof( *( rows ) ) ), #variable, __FILE__, __LINE__ )
+
+// Behind ZU___FLAGSET_CREATE.
+ZU_FLAGSET *zu___FlagsetCreateFromRows( const ZU___NAMED_VALUE *rows, ZU_INT count, const char *variable,
+                                        const char *file, int32_t line );
+
+ZU_END_DECLS

@@ -1,0 +1,523 @@
+#include "zu/base/zu_dict_internal.h"
+
+#include "zu/zu.hpp"
+#include "zu_test_support.h"
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <random>
+#include <vector>
+
+using OBJ = zu::Ref<ZU_OBJ>;
+using DICT = zu::Ref<ZU_DICT>;
+
+static OBJ boxed( ZU_INT value )
+{
+    return zu::adopt( zuBoxedIntObj( zuBoxedIntCreate( value ) ) );
+}
+static OBJ text( const std::string &chars )
+{
+    return zu::adopt( zuStringObj( zuStringCreateFromCstr( chars.c_str(), -1 ) ) );
+}
+static bool isEmptyDict( ZU_DICT *dict )
+{
+    return zu::adopt( zuDictCreate() ).get() == dict;
+}
+// Returns a new dict that maps each character of `keys`, as a string, to its place.
+static DICT dictOf( const std::string &keys )
+{
+    DICT dict = zu::adopt( zuDictCreate() );
+    for ( size_t i = 0; i < keys.size(); i++ ) {
+        zuDictSetStringKeyCstr( dict.inOut(), &keys[ i ], 1, boxed( (ZU_INT)i ).get() );
+    }
+    return dict;
+}
+static DICT dictOfInts( ZU_INT count )
+{
+    DICT dict = zu::adopt( zuDictCreate() );
+    for ( ZU_INT i = 0; i < count; i++ ) {
+        zuDictSetIntKey( dict.inOut(), i, boxed( -i ).get() );
+    }
+    return dict;
+}
+static std::string toStd( ZU_OBJ *obj )
+{
+    zu::Ref<ZU_STRING> printed = zu::adopt( zuObjToString( obj ) );
+    char *chars = zuStringConvertToUtf8( printed.get(), ZU_TRUE, nullptr );
+    std::string result = chars;
+    zuMemFree( chars );
+    return result;
+}
+
+// A dict as a map of the very objects, changed pair by pair, with the storage that this leads to.
+struct MODEL {
+    struct LESS {
+        bool operator()( ZU_OBJ *a, ZU_OBJ *b ) const
+        {
+            return zuObjCompare( a, b ) < 0;
+        }
+    };
+    std::map<ZU_OBJ *, ZU_OBJ *, LESS> pairs;
+    ZU_INT alloc = 32;
+    bool shared = true; // before an operation
+    bool isEmptyDict = true;
+
+    ZU_INT length() const
+    {
+        return (ZU_INT)pairs.size();
+    }
+    bool has( ZU_OBJ *key ) const
+    {
+        return pairs.count( key ) > 0;
+    }
+    void clear()
+    {
+        *this = MODEL();
+    }
+    void unshare()
+    {
+        if ( shared ) {
+            alloc = length() > 32 ? length() + 32 : 32;
+            shared = false;
+            isEmptyDict = false;
+        }
+    }
+    void set( ZU_OBJ *key, ZU_OBJ *value )
+    {
+        unshare();
+        pairs.erase( key ); // the key is exchanged too
+        pairs[ key ] = value;
+        if ( length() > alloc ) {
+            alloc = length() + 32;
+        }
+    }
+    void del( ZU_OBJ *key )
+    {
+        if ( !has( key ) ) {
+            return;
+        }
+        if ( length() == 1 ) {
+            clear();
+            return;
+        }
+        unshare();
+        pairs.erase( key );
+        if ( alloc - length() > 64 ) {
+            alloc = length() <= 32 ? 32 : length();
+        }
+    }
+};
+
+// A dict, which others may share, and its model.
+struct HOLDER {
+    DICT dict = zu::adopt( zuDictCreate() );
+    MODEL model;
+
+    void expectSame() const
+    {
+        ZU_DICT *d = dict.get();
+        ASSERT_EQ( zuDictLength( d ), model.length() );
+        ZU_INT idx = 0;
+        for ( auto [ key, value ] : model.pairs ) {
+            ASSERT_EQ( d->items[ idx ].key, key ) << idx;
+            ASSERT_EQ( d->items[ idx ].val, value ) << idx;
+            idx++;
+        }
+        ASSERT_EQ( d->alloc, model.alloc );
+        ASSERT_EQ( d->items == d->inlineItems, model.alloc == 32 );
+        ASSERT_EQ( zu___ObjDbgAllocationSize( zuDictObj( d ) ), model.alloc == 32 ? 0 : model.alloc * 16 );
+        ASSERT_EQ( isEmptyDict( d ), model.isEmptyDict );
+    }
+};
+
+class DictModel : public testing::TestWithParam<unsigned> {
+protected:
+    std::mt19937 random{ GetParam() };
+    std::vector<OBJ> keys; // of many sorts, each as two objects that are equal
+    std::vector<OBJ> values;
+    std::array<HOLDER, 4> holders;
+    size_t operation = 0; // the last
+
+    DictModel()
+    {
+        for ( int twin = 0; twin < 2; twin++ ) {
+            for ( ZU_INT i = 0; i < 60; i++ ) {
+                keys.push_back( boxed( i - 5 ) );
+                keys.push_back( text( "same beginning " + std::string( (size_t)i % 7, 'x' ) + std::to_string( i ) ) );
+                keys.push_back( zu::adopt( zuBoxedRealObj( zuBoxedRealCreate( (double)i / 4 ) ) ) );
+            }
+            keys.push_back( zu::adopt( zuBoxedNullObj( zuBoxedNullCreate() ) ) );
+            keys.push_back( zu::adopt( zuBoxedBoolObj( zuBoxedBoolCreate( twin ) ) ) );
+            keys.push_back( zu::share( zuSortObj( twin ? zuDictSort() : zuStringSort() ) ) );
+            keys.push_back( zu::adopt( zuDictObj( dictOf( "xyz" ).release() ) ) );
+        }
+        for ( ZU_INT i = 0; i < 30; i++ ) {
+            values.push_back( boxed( i / 2 ) );
+        }
+    }
+    size_t below( size_t limit )
+    {
+        return random() % limit;
+    }
+    ZU_OBJ *anyOf( const std::vector<OBJ> &objs )
+    {
+        return objs[ below( objs.size() ) ].get();
+    }
+    HOLDER &anyHolder()
+    {
+        HOLDER &holder = holders[ below( holders.size() ) ];
+        holder.model.shared = ZU_REF_RETAIN_COUNT( holder.dict.get() ) > 1;
+        return holder;
+    }
+
+    void create( HOLDER &holder )
+    {
+        std::vector<ZU_OBJ *> newKeys( below( 150 ) );
+        std::generate( newKeys.begin(), newKeys.end(), [ & ] { return anyOf( keys ); } );
+        if ( below( 3 ) == 0 ) {
+            std::sort( newKeys.begin(), newKeys.end(), MODEL::LESS() );
+        }
+        holder.model.clear();
+        holder.model.unshare();
+        zu::Ref<ZU_VECTOR> keysVector = zu::adopt( zuVectorCreate() );
+        zu::Ref<ZU_VECTOR> valuesVector = zu::adopt( zuVectorCreate() );
+        for ( ZU_OBJ *key : newKeys ) {
+            ZU_OBJ *value = anyOf( values );
+            zuVectorPrependObj( keysVector.inOut(), key );
+            zuVectorPrependObj( valuesVector.inOut(), value );
+            holder.model.set( key, value );
+        }
+        holder.model.alloc = newKeys.size() > 32 ? (ZU_INT)newKeys.size() + 32 : 32;
+        holder.dict = zu::adopt( zuDictCreateWithKeysAndValues( keysVector.get(), valuesVector.get() ) );
+    }
+    void changePair( HOLDER &holder, bool growing )
+    {
+        MODEL &model = holder.model;
+        ZU_OBJ *key = anyOf( keys );
+        ZU_OBJ *value = anyOf( values );
+        if ( below( 4 ) < ( growing ? 3 : 1 ) ) {
+            model.set( key, value );
+            zuDictSetObjKey( holder.dict.inOut(), key, value );
+        } else if ( model.length() == 0 || below( 2 ) == 0 ) {
+            model.del( key );
+            zuDictDelObjKey( holder.dict.inOut(), key );
+        } else {
+            size_t idx = below( model.pairs.size() );
+            auto at = std::next( model.pairs.begin(), (std::ptrdiff_t)idx );
+            if ( below( 2 ) == 0 ) {
+                model.set( at->first, value );
+                zuDictSetValueAt( holder.dict.inOut(), (ZU_INT)idx, value );
+            } else {
+                model.del( at->first );
+                zuDictDelAt( holder.dict.inOut(), (ZU_INT)idx );
+            }
+        }
+    }
+    void delValue( HOLDER &holder, ZU_OBJ *value, bool useCompare )
+    {
+        MODEL &model = holder.model;
+        if ( model.length() > 0 ) {
+            model.unshare();
+        }
+        for ( auto [ key, present ] : std::map( model.pairs ) ) {
+            if ( present == value || ( useCompare && zuObjCompare( present, value ) == 0 ) ) {
+                ZU_INT alloc = model.alloc; // compacted once, behind the last deletion
+                model.del( key );
+                model.alloc = model.length() > 0 ? alloc : 32;
+            }
+        }
+        if ( model.length() > 0 && model.alloc - model.length() > 64 ) {
+            model.alloc = std::max<ZU_INT>( model.length(), 32 );
+        }
+        zuDictDelValue( holder.dict.inOut(), value, useCompare );
+    }
+    // Changes a dict by another, which may be the same object.
+    void include( HOLDER &holder, ZU_DICT *src, const MODEL &srcModel, bool overwrite )
+    {
+        holder.model.shared = holder.model.shared || holder.dict.get() == src;
+        if ( srcModel.length() > 0 ) {
+            holder.model.unshare();
+        }
+        for ( auto [ key, value ] : srcModel.pairs ) {
+            if ( overwrite || !holder.model.has( key ) ) {
+                holder.model.set( key, value );
+            }
+        }
+        zuDictInclude( holder.dict.inOut(), src, overwrite );
+    }
+    void exclude( HOLDER &holder, ZU_DICT *src, const MODEL &srcModel )
+    {
+        for ( auto [ key, value ] : srcModel.pairs ) {
+            holder.model.del( key );
+        }
+        zuDictExclude( holder.dict.inOut(), src );
+    }
+    void intersect( HOLDER &holder, ZU_DICT *src, const MODEL &srcModel, bool useSrcValues )
+    {
+        if ( holder.dict.get() != src && holder.model.length() > 0 ) {
+            MODEL result;
+            if ( srcModel.length() > 0 ) {
+                result.unshare();
+            }
+            for ( auto [ key, value ] : holder.model.pairs ) {
+                if ( srcModel.has( key ) ) {
+                    result.set( key, useSrcValues ? srcModel.pairs.at( key ) : value );
+                }
+            }
+            holder.model = result;
+        }
+        zuDictIntersect( holder.dict.inOut(), src, useSrcValues );
+    }
+    void ask( const HOLDER &holder, const HOLDER &other )
+    {
+        ZU_DICT *dict = holder.dict.get();
+        const auto &pairs = holder.model.pairs;
+        ZU_OBJ *key = anyOf( keys );
+        auto at = pairs.find( key );
+        ZU_INT idx = at == pairs.end() ? -1 : (ZU_INT)std::distance( pairs.begin(), at );
+        ASSERT_EQ( zuDictIndexOfObjKey( dict, key ), idx );
+        ASSERT_EQ( zuDictHasObjKey( dict, key ), idx >= 0 );
+        ASSERT_EQ( zu::adopt( zuDictObjKey( dict, key ) ).get(), idx < 0 ? nullptr : at->second );
+        bool disjoint = std::none_of( pairs.begin(), pairs.end(),
+                                      [ & ]( const auto &pair ) { return other.model.has( pair.first ); } );
+        ASSERT_EQ( zuDictDisjoint( dict, other.dict.get() ), disjoint );
+        if ( holder.model.length() > 0 ) {
+            ZU_INT some = (ZU_INT)below( pairs.size() );
+            zu::Ref<ZU_VECTOR> keysVector = zu::adopt( zuDictKeysVector( dict ) );
+            zu::Ref<ZU_VECTOR> valuesVector = zu::adopt( zuDictValuesVector( dict ) );
+            ASSERT_EQ( zuVectorLength( keysVector.get() ), holder.model.length() );
+            ASSERT_EQ( zuVectorBacking( keysVector.get() )[ some ], zu::adopt( zuDictKeyAt( dict, some ) ).get() );
+            ASSERT_EQ( zuVectorBacking( valuesVector.get() )[ some ], zu::adopt( zuDictValueAt( dict, some ) ).get() );
+        }
+    }
+    void step( bool growing )
+    {
+        HOLDER &holder = anyHolder();
+        const HOLDER &other = holders[ below( holders.size() ) ];
+        const MODEL srcModel = other.model;
+        ZU_DICT *borrowed = other.dict.get(); // no reference more than the holders have
+        ask( holder, other );
+        operation = below( 60 );
+        switch ( operation ) {
+        case 0:
+            create( holder );
+            break;
+        case 1:
+            delValue( holder, anyOf( values ), below( 2 ) == 0 );
+            break;
+        case 2:
+            include( holder, borrowed, srcModel, below( 2 ) == 0 );
+            break;
+        case 3:
+            exclude( holder, borrowed, srcModel );
+            break;
+        case 4:
+            intersect( holder, borrowed, srcModel, below( 2 ) == 0 );
+            break;
+        case 5:
+            holder.dict = other.dict;
+            holder.model = srcModel;
+            break;
+        case 6:
+            holder.model.shared = true;
+            holder.model.unshare();
+            holder.dict = zu::adopt( zuDictCreateFrom( holder.dict.get() ) );
+            break;
+        case 7:
+            holder.model.clear();
+            zuDictClear( holder.dict.inOut() );
+            break;
+        case 8:
+            holder.model.shared ? holder.model.clear() : holder.model.pairs.clear();
+            zu___DictClear( holder.dict.inOut() );
+            break;
+        default:
+            changePair( holder, growing );
+        }
+    }
+};
+TEST_P( DictModel, StaysLikeItsModel )
+{
+    for ( int i = 0; i < 6000; i++ ) {
+        step( i / 500 % 2 == 0 );
+        for ( const HOLDER &holder : holders ) {
+            holder.expectSame();
+        }
+        ASSERT_FALSE( HasFatalFailure() ) << "seed " << GetParam() << ", step " << i << ", operation " << operation;
+    }
+}
+INSTANTIATE_TEST_SUITE_P( Seeds, DictModel, testing::Range( 1u, 9u ) );
+
+TEST( Dict, TakesManyKeysInAnyOrder )
+{
+    constexpr ZU_INT COUNT = 200000;
+    std::vector<ZU_INT> numbers( COUNT );
+    std::mt19937 random( 1 );
+    std::generate( numbers.begin(), numbers.end(), [ & ] { return (ZU_INT)( random() % COUNT ); } );
+    zu::Ref<ZU_VECTOR> keys = zu::adopt( zuVectorCreate() );
+    zu::Ref<ZU_VECTOR> values = zu::adopt( zuVectorCreate() );
+    std::map<std::string, ZU_INT> model;
+    for ( ZU_INT i = 0; i < COUNT; i++ ) {
+        std::string key = "key " + std::to_string( numbers[ (size_t)i ] );
+        zuVectorAppendStringCstr( keys.inOut(), key.c_str(), -1 );
+        zuVectorAppendInt( values.inOut(), i );
+        model.emplace( key, i ); // the first of equal keys stays
+    }
+    DICT dict = zu::adopt( zuDictCreateWithKeysAndValues( keys.get(), values.get() ) );
+    ASSERT_EQ( zuDictLength( dict.get() ), (ZU_INT)model.size() );
+    EXPECT_EQ( dict.get()->alloc, COUNT + 32 );
+    ZU_INT idx = 0;
+    for ( const auto &[ key, value ] : model ) {
+        ASSERT_EQ( dict.get()->items[ idx ].key, zuVectorBacking( keys.get() )[ value ] );
+        ASSERT_EQ( dict.get()->items[ idx ].val, zuVectorBacking( values.get() )[ value ] );
+        ASSERT_EQ( zuDictIndexOfStringKeyCstr( dict.get(), key.c_str(), -1 ), idx++ );
+    }
+}
+
+// Each kind of key: an object for it, and its own functions.
+struct KEY_FORM {
+    const char *name;
+    OBJ key;
+    std::function<ZU_OBJ *( ZU_DICT * )> read;
+    std::function<ZU_BOOL( ZU_DICT * )> has;
+    std::function<ZU_INT( ZU_DICT * )> indexOf;
+    std::function<void( ZU_DICT **, ZU_OBJ *value )> set;
+    std::function<void( ZU_DICT ** )> del;
+};
+#define KEY_FORM_OF( form, key, ... )                                                   \
+    KEY_FORM                                                                            \
+    {                                                                                   \
+#form, key, [ & ]( ZU_DICT *dict ) { return zuDict##form( dict, ##__VA_ARGS__ ); },   \
+            [ & ]( ZU_DICT *dict ) { return zuDictHas##form( dict, ##__VA_ARGS__ ); },        \
+            [ & ]( ZU_DICT *dict ) { return zuDictIndexOf##form( dict, ##__VA_ARGS__ ); },    \
+            [ & ]( ZU_DICT **dict, ZU_OBJ *value ) { zuDictSet##form( dict, ##__VA_ARGS__, value ); }, \
+            [ & ]( ZU_DICT **dict ) { zuDictDel##form( dict, ##__VA_ARGS__ ); } \
+    }
+TEST( Dict, TakesEveryKindOfKey )
+{
+    zu::Ref<ZU_STRING> string = zu::adopt( zuStringCreateFromAscii( "string", -1 ) );
+    const std::string longKey( 300, 'l' );
+    const std::u16string wide = u"w\u00EF\u4E16";
+    const std::vector<KEY_FORM> forms = {
+        KEY_FORM_OF( ObjKey, boxed( 77 ), boxed( 77 ).get() ),
+        KEY_FORM_OF( BoolKey, zu::adopt( zuBoxedBoolObj( zuBoxedBoolCreate( ZU_TRUE ) ) ), 5 ),
+        KEY_FORM_OF( IntKey, boxed( INT64_MIN ), INT64_MIN ),
+        KEY_FORM_OF( RealKey, zu::adopt( zuBoxedRealObj( zuBoxedRealCreate( 1.0 ) ) ), 1.0 + 1e-17 ),
+        KEY_FORM_OF( NullKey, zu::adopt( zuBoxedNullObj( zuBoxedNullCreate() ) ) ),
+        KEY_FORM_OF( StringKey, text( "string" ), string.get() ),
+        KEY_FORM_OF( StringKeyCstr, text( "cst" ), "cstring", 3 ),
+        KEY_FORM_OF( StringKeyCstr, text( longKey ), longKey.c_str(), -1 ),
+        KEY_FORM_OF( StringKeyWcstr, text( "w\u00EF\u4E16" ), wide.c_str(), -1 ),
+        KEY_FORM_OF( StringKeyWcstr, text( "w" ), wide.c_str(), 1 ),
+        KEY_FORM_OF( SortKey, zu::share( zuSortObj( zuDictSort() ) ), zuDictSort() ),
+    };
+    DICT dict = zu::adopt( zuDictCreate() );
+    for ( size_t i = 0; i < forms.size(); i++ ) {
+        const KEY_FORM &form = forms[ i ];
+        OBJ value = boxed( (ZU_INT)i );
+        EXPECT_EQ( form.read( dict.get() ), nullptr ) << form.name;
+        EXPECT_FALSE( form.has( dict.get() ) ) << form.name;
+        EXPECT_EQ( form.indexOf( dict.get() ), -1 ) << form.name;
+        form.del( dict.inOut() );
+        form.set( dict.inOut(), value.get() );
+        EXPECT_EQ( zuDictLength( dict.get() ), (ZU_INT)i + 1 ) << form.name;
+        EXPECT_EQ( zu::adopt( zuDictObjKey( dict.get(), form.key.get() ) ).get(), value.get() ) << form.name;
+    }
+    for ( size_t i = 0; i < forms.size(); i++ ) {
+        const KEY_FORM &form = forms[ i ];
+        OBJ value = zu::adopt( form.read( dict.get() ) );
+        EXPECT_EQ( toStd( value.get() ), std::to_string( i ) ) << form.name;
+        EXPECT_TRUE( form.has( dict.get() ) ) << form.name;
+        EXPECT_EQ( form.indexOf( dict.get() ), zuDictIndexOfObjKey( dict.get(), form.key.get() ) ) << form.name;
+        form.del( dict.inOut() );
+        EXPECT_FALSE( zuDictHasObjKey( dict.get(), form.key.get() ) ) << form.name;
+    }
+    EXPECT_TRUE( isEmptyDict( dict.get() ) );
+}
+
+TEST( Dict, KeepsPairsInTheObjectUpTo32 )
+{
+    DICT dict = dictOfInts( 32 );
+    EXPECT_EQ( dict.get()->alloc, 32 );
+    zuDictSetIntKey( dict.inOut(), 32, boxed( 0 ).get() );
+    EXPECT_EQ( dict.get()->alloc, 65 );
+    dict = dictOfInts( 97 );
+    EXPECT_EQ( dict.get()->alloc, 98 );
+    while ( zuDictLength( dict.get() ) > 34 ) {
+        zuDictDelAt( dict.inOut(), 0 );
+    }
+    EXPECT_EQ( dict.get()->alloc, 98 ); // a slack of 64 stays
+    zuDictDelAt( dict.inOut(), 0 );
+    EXPECT_EQ( dict.get()->alloc, 33 );
+    dict = dictOfInts( 65 );
+    while ( zuDictLength( dict.get() ) > 1 ) {
+        zuDictDelAt( dict.inOut(), 0 );
+    }
+    EXPECT_EQ( dict.get()->alloc, 65 );
+    zuDictDelAt( dict.inOut(), 0 );
+    EXPECT_TRUE( isEmptyDict( dict.get() ) );
+}
+TEST( Dict, MayHoldItself )
+{
+    DICT dict = dictOf( "ab" );
+    zuDictSetObjKey( dict.inOut(), zuDictObj( dict.get() ), zuDictObj( dict.get() ) );
+    zuDictSetValueAt( dict.inOut(), 2, zuDictObj( dict.get() ) );
+    EXPECT_EQ( toStd( zuDictObj( dict.get() ) ), "{{a=0, b=1}={a=0, b=1}, a=0, b={{a=0, b=1}={a=0, b=1}, a=0, b=1}}" );
+    zuDictDelValue( dict.inOut(), zuDictObj( dict.get() ), ZU_TRUE );
+    EXPECT_EQ( zuDictLength( dict.get() ), 3 );
+}
+TEST( Dict, PrintsItsPairs )
+{
+    DICT dict = zu::adopt( zuDictCreate() );
+    EXPECT_EQ( toStd( zuDictObj( dict.get() ) ), "{}" );
+    zuDictSetStringKeyCstr( dict.inOut(), "a", -1, boxed( 1 ).get() );
+    EXPECT_EQ( toStd( zuDictObj( dict.get() ) ), "{a=1}" );
+    zuDictSetIntKey( dict.inOut(), 7, zuDictObj( dict.get() ) );
+    EXPECT_EQ( toStd( zuDictObj( dict.get() ) ), "{7={a=1}, a=1}" );
+}
+TEST( Dict, IsOrderedPairByPair )
+{
+    // "ba" maps b to 0 and a to 1.
+    const char *const ascending[] = { "", "a", "ab", "abc", "ac", "ba", "cab", "b", "bc" };
+    for ( size_t i = 0; i < std::size( ascending ); i++ ) {
+        for ( size_t j = 0; j < std::size( ascending ); j++ ) {
+            ZU_INT order = zuDictCompare( dictOf( ascending[ i ] ).get(), dictOf( ascending[ j ] ).get() );
+            EXPECT_EQ( order, ( i > j ) - ( i < j ) ) << ascending[ i ] << " and " << ascending[ j ];
+        }
+    }
+}
+
+TEST( DictAborts, BrokenConditions )
+{
+    DICT dict = dictOf( "ab" );
+    ZU_DICT *none = nullptr;
+    OBJ obj = boxed( 1 );
+    zu::Ref<ZU_VECTOR> one = zu::adopt( zuVectorCreateFromObj( obj.get() ) );
+    zu::Ref<ZU_VECTOR> empty = zu::adopt( zuVectorCreate() );
+    expectAbort( "src", [ & ] { zuDictCreateFrom( nullptr ); } );
+    expectAbort( "keysVector", [ & ] { zuDictCreateWithKeysAndValues( nullptr, nullptr ); } );
+    expectAbort( "valuesVector", [ & ] { zuDictCreateWithKeysAndValues( one.get(), nullptr ); } );
+    expectAbort( "zuVectorLength( keysVector ) == zuVectorLength( valuesVector )",
+                 [ & ] { zuDictCreateWithKeysAndValues( one.get(), empty.get() ); } );
+    expectAbort( "dict", [ & ] { zuDictLength( nullptr ); } );
+    expectAbort( "idx >= 0", [ & ] { zuDictKeyAt( dict.get(), -1 ); } );
+    expectAbort( "idx < dict->length", [ & ] { zuDictValueAt( dict.get(), 2 ); } );
+    expectAbort( "idx < (*dict)->length", [ & ] { zuDictSetValueAt( dict.inOut(), 2, obj.get() ); } );
+    expectAbort( "value", [ & ] { zuDictSetValueAt( dict.inOut(), 1, nullptr ); } );
+    expectAbort( "idx < (*dict)->length", [ & ] { zuDictDelAt( dict.inOut(), 2 ); } );
+    expectAbort( "key", [ & ] { zuDictObjKey( dict.get(), nullptr ); } );
+    expectAbort( "key", [ & ] { zuDictHasStringKey( dict.get(), nullptr ); } );
+    expectAbort( "key", [ & ] { zuDictIndexOfSortKey( dict.get(), nullptr ); } );
+    expectAbort( "*dict", [ & ] { zuDictSetObjKey( &none, obj.get(), obj.get() ); } );
+    expectAbort( "key", [ & ] { zuDictSetStringKey( dict.inOut(), nullptr, obj.get() ); } );
+    expectAbort( "value", [ & ] { zuDictSetIntKey( dict.inOut(), 1, nullptr ); } );
+    expectAbort( "*dict", [ & ] { zuDictDelIntKey( &none, 1 ); } );
+    expectAbort( "value", [ & ] { zuDictDelValue( dict.inOut(), nullptr, ZU_FALSE ); } );
+    expectAbort( "*dest", [ & ] { zuDictInclude( &none, dict.get(), ZU_FALSE ); } );
+    expectAbort( "src", [ & ] { zuDictExclude( dict.inOut(), nullptr ); } );
+    expectAbort( "dest", [ & ] { zuDictIntersect( nullptr, dict.get(), ZU_FALSE ); } );
+    expectAbort( "dictB", [ & ] { zuDictDisjoint( dict.get(), nullptr ); } );
+    expectAbort( "ZU_INT_ADD_OK( dict->length, count )",
+                 [ & ] { zu___DictMakeRoom( dict.get(), 0, ZU_INT_MAX - 1 ); } );
+}
