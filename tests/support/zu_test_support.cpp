@@ -5,6 +5,8 @@
 #include <array>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
+#include <random>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <thread>
@@ -95,6 +97,42 @@ std::string runProgram( const std::string &commandLine )
     std::string output = readAll( program );
     EXPECT_EQ( pclose( program ), 0 ) << commandLine;
     return output;
+}
+
+void runRestarted( int64_t flags, const std::function< void() > &statement )
+{
+    fflush( nullptr );
+    pid_t child = fork();
+    ASSERT_GE( child, 0 );
+    if ( child == 0 ) {
+        zuRuntimeShutdown();
+        zuRuntimeStartup( flags, -1, nullptr, "zu-test", "Tests of zu", "1.0" );
+        statement();
+        zuRuntimeShutdown();
+        fflush( nullptr );
+        _exit( testing::Test::HasFailure() );
+    }
+    int status = 0;
+    waitpid( child, &status, 0 );
+    EXPECT_EQ( status, 0 );
+}
+
+uint64_t testSeed()
+{
+    const char *seed = getenv( "ZU_TEST_SEED" );
+    return seed ? strtoull( seed, nullptr, 10 ) : std::random_device{}();
+}
+
+// Under a sanitizer too an exhausted heap is the library's to report.
+extern "C" const char *__asan_default_options();
+extern "C" const char *__asan_default_options()
+{
+    return "allocator_may_return_null=1";
+}
+extern "C" const char *__tsan_default_options();
+extern "C" const char *__tsan_default_options()
+{
+    return "allocator_may_return_null=1";
 }
 
 int main( int argc, char **argv )

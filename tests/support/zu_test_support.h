@@ -1,6 +1,7 @@
 // zu_test_support.h: what the tests share.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <gtest/gtest.h>
 #include <string>
@@ -14,3 +15,11 @@ void runThreads( int count, const std::function< void( int ) > &body );
 
 // Runs a program and returns its standard output; a failure to run it, or its failing, fails the test.
 std::string runProgram( const std::string &commandLine );
+
+// Runs `statement` in a child process in which the library has been started anew with `flags`; a failed expectation there
+// is one here.
+void runRestarted( int64_t flags, const std::function< void() > &statement );
+
+// Returns the seed of a test with random numbers, which a failure must show: the number in the environment variable
+// ZU_TEST_SEED, or a new one.
+uint64_t testSeed();

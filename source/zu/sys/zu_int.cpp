@@ -159,17 +159,16 @@ ZU_INT zuIntBitClearLowest( ZU_INT value, ZU_INT lowest )
     ZU_ASSERT( lowest <= ZU_INT_BITS );
     return lowest == 0 ? value : zuIntBitClearRange( value, 0, lowest - 1 );
 }
-// No case for 0 here: the range from 64 to 63 is put in order, and aborts at bit 64.
+// No case for 0 here, and no limits: the range is checked bit by bit.  From 64 to 63 it is put in order, and aborts at
+// bit 64.
 ZU_INT zuIntBitSetHighest( ZU_INT value, ZU_INT highest )
 {
-    ZU_ASSERT( highest >= 0 );
-    ZU_ASSERT( highest <= ZU_INT_BITS );
+    ZU_ASSERT( ZU_INT_SUB_OK( ZU_INT_BITS, highest ) );
     return zuIntBitSetRange( value, ZU_INT_BITS - highest, ZU_INT_BITS - 1 );
 }
 ZU_INT zuIntBitClearHighest( ZU_INT value, ZU_INT highest )
 {
-    ZU_ASSERT( highest >= 0 );
-    ZU_ASSERT( highest <= ZU_INT_BITS );
+    ZU_ASSERT( ZU_INT_SUB_OK( ZU_INT_BITS, highest ) );
     return zuIntBitClearRange( value, ZU_INT_BITS - highest, ZU_INT_BITS - 1 );
 }
 ZU_INT zuIntBitCount( ZU_INT value )

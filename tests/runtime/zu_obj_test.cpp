@@ -1,0 +1,455 @@
+#include "zu/runtime/zu_obj.h"
+
+#include "zu/base/zu_string.h"
+#include "zu/runtime/zu_module.h"
+#include "zu/runtime/zu_runtime_flags.h"
+#include "zu/runtime/zu_sort.h"
+#include "zu_test_support.h"
+
+#include <algorithm>
+#include <atomic>
+#include <functional>
+#include <pthread.h>
+#include <random>
+#include <string>
+#include <vector>
+
+static ZU___MODULE_RECORD testRecord = {
+    ZU___MODULE_RECORD_VERSION, nullptr, nullptr, -1, -1, -1, nullptr, nullptr, nullptr, "objtest", "", "", "", ""
+};
+static ZU_MODULE testModule = { ZU___OBJ_STATIC_INITIALIZER( ZU___OBJ_TYPE_MODULE ),
+                                &testRecord,
+                                nullptr,
+                                nullptr,
+                                nullptr,
+                                nullptr,
+                                nullptr,
+                                0,
+                                nullptr,
+                                nullptr };
+
+// A node of a graph: it holds others, and counts its end.
+struct TEST_NODE {
+    ZU_OBJ obj;
+    std::vector<TEST_NODE *> *held; // null: none
+    TEST_NODE *next;                // null: none
+    std::atomic<int> *freed;        // null: nobody counts
+};
+ZU_STDFUNCS_DECLARE( TEST_NODE, testNode )
+static void nodeFree( ZU_OBJ *thisObj );
+static ZU_SORT zu___sort_TEST_NODE = ZU___SORT_INITIALIZER( "TEST_NODE", &testModule, nodeFree, nullptr, nullptr );
+ZU___STDFUNCS( TEST_NODE, testNode )
+
+static TEST_NODE *nodeCreate( std::atomic<int> *freed = nullptr, TEST_NODE *next = nullptr )
+{
+    TEST_NODE *node = (TEST_NODE *)zu___ObjCreate( sizeof( TEST_NODE ), testNodeSort() );
+    node->held = nullptr;
+    node->next = next;
+    node->freed = freed;
+    return node;
+}
+static void nodeFree( ZU_OBJ *thisObj )
+{
+    TEST_NODE *node = testNodeFrom( thisObj );
+    ZU_REF_RELEASE_OPT( node->next );
+    ZU_REF_POISON( node->next );
+    if ( node->held ) {
+        for ( TEST_NODE *each : *node->held ) {
+            testNodeRelease( each );
+        }
+        delete node->held;
+    }
+    if ( node->freed ) {
+        ( *node->freed )++;
+    }
+}
+
+// A number, with an order and a text of its own.
+struct TEST_NUMBER {
+    ZU_OBJ obj;
+    ZU_INT value;
+};
+ZU_STDFUNCS_DECLARE( TEST_NUMBER, testNumber )
+static ZU_INT numberCompares = 0;
+static ZU_INT numberCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj );
+static ZU_STRING *numberToString( ZU_OBJ *thisObj );
+static ZU_SORT zu___sort_TEST_NUMBER =
+    ZU___SORT_INITIALIZER( "TEST_NUMBER", nullptr, nullptr, numberCompare, numberToString );
+ZU___STDFUNCS( TEST_NUMBER, testNumber )
+
+static TEST_NUMBER *numberCreate( ZU_INT value )
+{
+    TEST_NUMBER *number = (TEST_NUMBER *)zu___ObjCreate( sizeof( TEST_NUMBER ), testNumberSort() );
+    number->value = value;
+    return number;
+}
+static ZU_INT numberCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
+{
+    numberCompares++;
+    return zuIntConstrain( testNumberFrom( thisObj )->value - testNumberFrom( thatObj )->value, -1, 1 );
+}
+static ZU_STRING *numberToString( ZU_OBJ *thisObj )
+{
+    return zuStringCreateFromAscii( testNumberFrom( thisObj )->value < 0 ? "minus" : "plus", -1 );
+}
+static std::string takeText( ZU_STRING *zus )
+{
+    std::string text( zuStringBacking( zus ), zuStringBacking( zus ) + zuStringLength( zus ) );
+    zuStringRelease( zus );
+    return text;
+}
+
+// Order and identity
+
+// The order over all objects is total, whatever their classes.
+TEST( Obj, OrderIsTotal )
+{
+    uint64_t seed = testSeed();
+    SCOPED_TRACE( seed );
+    std::mt19937_64 random( seed );
+    std::vector<ZU_OBJ *> objs;
+    for ( int i = 0; i < 60; i++ ) {
+        ZU_CHAR letter = 'a' + (ZU_CHAR)( random() % 4 );
+        ZU_OBJ *choices[] = { testNodeObj( nodeCreate() ),
+                              testNumberObj( numberCreate( (ZU_INT)( random() % 5 ) - 2 ) ),
+                              zuStringObj( zuStringCreateFromCharsCopy( &letter, 1 ) ) };
+        std::shuffle( choices, choices + 3, random );
+        objs.insert( objs.end(), choices, choices + 3 );
+    }
+    objs.push_back( zuSortObj( testNodeSort() ) );
+    objs.push_back( zuSortObj( zuStringSort() ) );
+    objs.push_back( zuModuleObj( &testModule ) );
+    objs.push_back( zuModuleObj( zuModule() ) );
+    for ( ZU_OBJ *a : objs ) {
+        for ( ZU_OBJ *b : objs ) {
+            ZU_INT order = zuObjCompare( a, b );
+            ASSERT_EQ( order, -zuObjCompare( b, a ) );
+            std::string nameA = zuObjSort( a )->name, nameB = zuObjSort( b )->name;
+            if ( nameA != nameB ) {
+                ASSERT_EQ( order, nameA < nameB ? -1 : 1 ) << nameA << " and " << nameB;
+                ASSERT_EQ( zuObjDefaultCompareFunc( a, b ), order );
+            } else if ( zuObjSort( a ) == testNodeSort() ) {
+                ASSERT_EQ( order == 0, a == b );
+                ASSERT_EQ( zuObjDefaultCompareFunc( a, b ), order );
+                ASSERT_EQ( order, zuIntConstrain( zu___ObjUnique( a ) - zu___ObjUnique( b ), -1, 1 ) );
+            }
+            for ( ZU_OBJ *c : objs ) {
+                if ( order <= 0 && zuObjCompare( b, c ) <= 0 ) {
+                    ASSERT_LE( zuObjCompare( a, c ), 0 );
+                }
+            }
+        }
+    }
+    for ( ZU_OBJ *each : objs ) {
+        zuObjRelease( each );
+    }
+    // The static objects among them are not freed, and get back what the loop took.
+    zuSortRetain( testNodeSort() );
+    zuSortRetain( zuStringSort() );
+    zuModuleRetain( &testModule );
+    zuModuleRetain( zuModule() );
+}
+
+TEST( Obj, ComparesItselfWithoutAskingTheClass )
+{
+    TEST_NUMBER *one = numberCreate( 1 ), *other = numberCreate( 1 );
+    ZU_INT before = numberCompares;
+    EXPECT_EQ( testNumberCompare( one, one ), 0 );
+    EXPECT_EQ( testNumberEquals( one, one ), ZU_TRUE );
+    EXPECT_EQ( numberCompares, before );
+    EXPECT_EQ( testNumberEquals( one, other ), ZU_TRUE );
+    EXPECT_EQ( numberCompares, before + 1 );
+    EXPECT_NE( zuObjDefaultCompareFunc( &one->obj, &other->obj ), 0 );
+    testNumberRelease( one );
+    testNumberRelease( other );
+}
+
+TEST( Obj, NumbersAreGivenOutOnDemandAndUsedAgain )
+{
+    TEST_NODE *first = nodeCreate(), *second = nodeCreate();
+    EXPECT_EQ( first->obj.unique, -1 );
+    ZU_INT unique = zu___ObjUnique( &second->obj );
+    EXPECT_EQ( zu___ObjUnique( &second->obj ), unique );
+    EXPECT_EQ( second->obj.unique, unique );
+    testNodeRelease( second );
+    EXPECT_EQ( zu___ObjUnique( &first->obj ), unique );
+    testNodeRelease( first );
+    EXPECT_EQ( zu___ObjUnique( zuSortObj( zuStringSort() ) ), -1 );
+    EXPECT_EQ( zu___ObjUnique( zuModuleObj( zuModule() ) ), -1 );
+
+    for ( int round = 0; round < 200; round++ ) {
+        TEST_NODE *shared = nodeCreate();
+        ZU_INT seen[ 2 ];
+        runThreads( 2, [ & ]( int thread ) { seen[ thread ] = zu___ObjUnique( &shared->obj ); } );
+        EXPECT_EQ( seen[ 0 ], seen[ 1 ] );
+        testNodeRelease( shared );
+    }
+}
+
+TEST( Obj, Texts )
+{
+    TEST_NODE *node = nodeCreate();
+    TEST_NUMBER *number = numberCreate( -5 );
+    EXPECT_EQ( takeText( testNumberToString( number ) ), "minus" );
+    std::string text = takeText( testNodeToString( node ) );
+    char expected[ 40 ];
+    snprintf( expected, sizeof expected, "TEST_NODE(%llX)", (unsigned long long)zu___ObjUnique( &node->obj ) );
+    EXPECT_EQ( text, expected );
+    EXPECT_EQ( takeText( zuObjToString( &node->obj ) ), text );
+    EXPECT_EQ( takeText( zuObjDefaultToStringFunc( &number->obj ) ).rfind( "TEST_NUMBER(", 0 ), 0u );
+    testNodeRelease( node );
+    testNumberRelease( number );
+}
+
+TEST( Obj, CastsAndSorts )
+{
+    TEST_NODE *node = nodeCreate();
+    EXPECT_EQ( testNodeObj( node ), &node->obj );
+    EXPECT_EQ( testNodeFrom( &node->obj ), node );
+    EXPECT_EQ( testNodeObj( nullptr ), nullptr );
+    EXPECT_EQ( testNodeFrom( nullptr ), nullptr );
+    EXPECT_EQ( zuObjSort( &node->obj ), testNodeSort() );
+    EXPECT_EQ( zuObjSort( zuSortObj( testNodeSort() ) ), zuSortSort() );
+    EXPECT_EQ( zuObjSort( zuSortObj( zuSortSort() ) ), zuSortSort() );
+    EXPECT_EQ( zuObjSort( zuModuleObj( zuModule() ) ), zuModuleSort() );
+    EXPECT_EQ( ZU_REF_RETAIN_COUNT( node ), 1u );
+    zuObjLockAcquire( &node->obj );
+    zuObjLockRelease( &node->obj );
+    EXPECT_EQ( zu___ObjDbgObjectSize( &node->obj ), (ZU_INT)sizeof( TEST_NODE ) );
+    EXPECT_EQ( zu___ObjDbgAllocationSize( &node->obj ), 0 );
+    zu___ObjDbgSetAllocationSizeN( &node->obj, 3, 8 );
+    EXPECT_EQ( zu___ObjDbgAllocationSize( &node->obj ), 24 );
+    testNodeRelease( node );
+}
+
+// References
+TEST( Obj, CountsReferences )
+{
+    std::atomic<int> freed{ 0 };
+    TEST_NODE *node = nodeCreate( &freed );
+    EXPECT_EQ( testNodeRetain( node ), node );
+    EXPECT_EQ( zuObjRetain( &node->obj ), &node->obj );
+    EXPECT_EQ( ZU_REF_RETAIN_COUNT( node ), 3u );
+    EXPECT_EQ( zu___RetainCountIncrement( &node->obj.retainCount ), 4u );
+    EXPECT_EQ( zu___RetainCountValue( &node->obj.retainCount ), 4u );
+    EXPECT_EQ( zu___RetainCountDecrement( &node->obj.retainCount ), 3u );
+    zuObjRelease( &node->obj );
+    testNodeRelease( node );
+    TEST_NODE *nodes[] = { node, nullptr };
+    int evaluations = 0;
+    EXPECT_EQ( freed, 0 );
+    ZU_REF_RELEASE_OPT( nodes[ evaluations++ ] );
+    ZU_REF_RELEASE_OPT( nodes[ evaluations++ ] );
+    EXPECT_EQ( evaluations, 2 );
+    EXPECT_EQ( freed, 1 );
+}
+
+// Holders come and go on both sides; the last of all frees, once, and sees what the others did to the object.
+TEST( Obj, ThreadsShareReferences )
+{
+    std::atomic<int> freed{ 0 };
+    static constexpr int ROUNDS = 300;
+    for ( int round = 0; round < ROUNDS; round++ ) {
+        TEST_NODE *node = nodeCreate( &freed );
+        node->held = new std::vector<TEST_NODE *>; // plain memory, for the thread sanitizer to watch
+        testNodeRetain( node );
+        runThreads( 2, [ & ]( int ) {
+            for ( int i = 0; i < 50; i++ ) {
+                testNodeRetain( node );
+                zuObjRelease( &node->obj );
+            }
+            EXPECT_TRUE( node->held->empty() );
+            testNodeRelease( node );
+        } );
+    }
+    EXPECT_EQ( freed, ROUNDS );
+    EXPECT_EQ( zuSortObjects( testNodeSort() ), 0 );
+    EXPECT_EQ( testModule.sorts, 0u );
+}
+
+// Runs `body` on a thread with as much stack as the library must make do with.
+static void runOnSmallStack( const std::function<void()> &body )
+{
+    pthread_attr_t attributes;
+    pthread_t thread;
+    pthread_attr_init( &attributes );
+    ASSERT_EQ( pthread_attr_setstacksize( &attributes, 128 * 1024 ), 0 );
+    auto run = []( void *argument ) -> void * {
+        ( *(const std::function<void()> *)argument )();
+        return nullptr;
+    };
+    ASSERT_EQ( pthread_create( &thread, &attributes, run, const_cast<std::function<void()> *>( &body ) ), 0 );
+    pthread_join( thread, nullptr );
+    pthread_attr_destroy( &attributes );
+}
+
+TEST( Obj, DeepGraphsGoInOneRelease )
+{
+    runOnSmallStack( [] {
+        static constexpr int LENGTH = 1000000;
+        std::atomic<int> freed{ 0 };
+        TEST_NODE *chain = nullptr;
+        for ( int i = 0; i < LENGTH; i++ ) {
+            chain = nodeCreate( &freed, chain );
+        }
+        testNodeRelease( chain );
+        EXPECT_EQ( freed, LENGTH ) << "a chain";
+    } );
+    uint64_t seed = testSeed();
+    SCOPED_TRACE( seed );
+    runOnSmallStack( [ & ] {
+        // Each node is held by one or two of those behind it, mostly by near ones: deep, wide, and shared.
+        std::mt19937_64 random( seed );
+        std::atomic<int> freed{ 0 };
+        std::vector<TEST_NODE *> nodes;
+        for ( int i = 0; i < 20000; i++ ) {
+            nodes.push_back( nodeCreate( &freed ) );
+            nodes.back()->held = new std::vector<TEST_NODE *>;
+        }
+        for ( size_t i = 0; i + 1 < nodes.size(); i++ ) {
+            for ( uint64_t holders = 1 + random() % 2; holders > 0; holders-- ) {
+                size_t span = random() % 10 ? 2 : nodes.size();
+                size_t holder = i + 1 + random() % std::min( span, nodes.size() - i - 1 );
+                nodes[ holder ]->held->push_back( testNodeRetain( nodes[ i ] ) );
+            }
+        }
+        TEST_NODE *survivor = testNodeRetain( nodes[ 10 ] );
+        TEST_NODE *last = nodes.back();
+        nodes.pop_back();
+        for ( TEST_NODE *node : nodes ) {
+            testNodeRelease( node );
+        }
+        EXPECT_EQ( freed, 0 );
+        testNodeRelease( last );
+        EXPECT_EQ( ZU_REF_RETAIN_COUNT( survivor ), 1u );
+        testNodeRelease( survivor );
+        EXPECT_EQ( freed, 20000 ) << "a graph";
+    } );
+    EXPECT_EQ( zuSortObjects( testNodeSort() ), 0 );
+}
+
+// Sorts
+TEST( Sort, KnowsItsObjectsAndItsModule )
+{
+    EXPECT_EQ( zuSortModule( testNodeSort() ), &testModule );
+    EXPECT_EQ( zuSortHasModule( testNodeSort() ), ZU_TRUE );
+    EXPECT_EQ( zuSortModule( testNumberSort() ), nullptr );
+    EXPECT_EQ( zuSortHasModule( testNumberSort() ), ZU_FALSE );
+    EXPECT_EQ( takeText( zuSortName( testNodeSort() ) ), "TEST_NODE" );
+    EXPECT_EQ( takeText( zuSortToString( testNodeSort() ) ), "TEST_NODE" );
+    EXPECT_EQ( zuSortCompare( testNodeSort(), testNumberSort() ), -1 );
+    EXPECT_EQ( testModule.sorts, 0u );
+    TEST_NODE *one = nodeCreate(), *two = nodeCreate();
+    EXPECT_EQ( zuSortObjects( testNodeSort() ), 2 );
+    EXPECT_EQ( testModule.sorts, 1u );
+    testNodeRelease( one );
+    testNodeRelease( two );
+    EXPECT_EQ( zuSortObjects( testNodeSort() ), 0 );
+    EXPECT_EQ( testModule.sorts, 0u );
+    EXPECT_EQ( testModule.sortsFirst, nullptr ) << "chains are kept with the object database only";
+}
+
+// With the object database on, chains hold what lives, in the order in which it came.
+TEST( Sort, ChainsItsObjects )
+{
+    uint64_t seed = testSeed();
+    SCOPED_TRACE( seed );
+    runRestarted( ZU_RUNTIME_FLAG_OBJECT_DATABASE, [ & ] {
+        std::mt19937_64 random( seed );
+        std::vector<TEST_NODE *> nodes;
+        for ( int step = 0; step < 2000; step++ ) {
+            if ( nodes.size() < random() % 8 ) {
+                nodes.push_back( nodeCreate() );
+            } else if ( !nodes.empty() ) {
+                auto which = nodes.begin() + (ptrdiff_t)( random() % nodes.size() );
+                testNodeRelease( *which );
+                nodes.erase( which );
+            }
+            std::vector<TEST_NODE *> forward, backward;
+            for ( ZU_OBJ *obj = testNodeSort()->objectsFirst; obj; obj = obj->objectsNext ) {
+                forward.push_back( testNodeFrom( obj ) );
+            }
+            for ( ZU_OBJ *obj = testNodeSort()->objectsLast; obj; obj = obj->objectsPrevious ) {
+                backward.insert( backward.begin(), testNodeFrom( obj ) );
+            }
+            ASSERT_EQ( forward, nodes );
+            ASSERT_EQ( backward, nodes );
+            ZU_SORT *active = nodes.empty() ? nullptr : testNodeSort();
+            ASSERT_TRUE( testModule.sortsFirst == active && testModule.sortsLast == active );
+            ASSERT_TRUE( !testNodeSort()->sortsPrevious && !testNodeSort()->sortsNext );
+            ASSERT_EQ( testModule.sorts, active ? 1u : 0u );
+        }
+        for ( TEST_NODE *node : nodes ) {
+            testNodeRelease( node );
+        }
+    } );
+}
+
+TEST( ObjAborts, StandardOperations )
+{
+    TEST_NODE *node = nodeCreate();
+    ZU_OBJ *sortObj = zuSortObj( testNodeSort() );
+    expectAbort( "obj", [] { testNodeRetain( nullptr ); }, "stdfunc retain" );
+    expectAbort( "obj", [] { testNodeRelease( nullptr ); }, "stdfunc release" );
+    expectAbort( "!obj || zuObjSort(obj)==&zu___sort_TEST_NUMBER", [ & ] { testNumberFrom( &node->obj ); },
+                 "stdfunc from" );
+    expectAbort( "!obj || zuObjSort(obj)==&zu___sort_ZU_STRING", [ & ] { zuStringFrom( sortObj ); }, "stdfunc from" );
+    expectAbort( "obj", [] { testNodeToString( nullptr ); }, "stdfunc tostring" );
+    expectAbort( "objA", [ & ] { testNodeCompare( nullptr, node ); }, "stdfunc compare a" );
+    expectAbort( "objB", [ & ] { testNodeCompare( node, nullptr ); }, "stdfunc compare b" );
+    expectAbort( "objA", [ & ] { testNodeEquals( nullptr, node ); } );
+    expectAbort( "objB", [ & ] { testNodeEquals( node, nullptr ); } );
+    expectAbort( "obj", [] { zuObjRetain( nullptr ); } );
+    expectAbort( "obj", [] { zuObjRelease( nullptr ); } );
+    expectAbort( "zu___ref_release_tmp", [] { ZU_REF_RELEASE( (TEST_NODE *)nullptr ); } );
+    testNodeRelease( node );
+}
+
+TEST( ObjAborts, ObjectsThatCannotBe )
+{
+    TEST_NODE *node = nodeCreate();
+    ZU_OBJ *sortObj = zuSortObj( testNodeSort() );
+    expectAbort( "sort", [] { zu___ObjCreate( sizeof( TEST_NODE ), nullptr ); } );
+    expectAbort( "size > 0", [] { zu___ObjCreate( 0, testNodeSort() ); } );
+    expectAbort( "thisObj", [] { zu___ObjFree( nullptr ); } );
+    expectAbort( "thisObj->type != ZU___OBJ_TYPE_OBJECT || ZU___RETAIN_COUNT_VALUE( thisObj->retainCount ) == 0",
+                 [ & ] { zu___ObjFree( &node->obj ); } );
+    expectAbort( "thisObj", [] { zuObjSort( nullptr ); } );
+    expectAbort( nullptr, [ & ] {
+        node->obj.sort = nullptr;
+        zuObjSort( &node->obj );
+    } );
+    expectAbort( "thisObj->sort || thisObj->type != ZU___OBJ_TYPE_OBJECT", [ & ] {
+        node->obj.sort = nullptr;
+        zu___ObjUnique( &node->obj );
+    } );
+    expectAbort( "thisObj", [ & ] { zuObjDefaultCompareFunc( nullptr, sortObj ); } );
+    expectAbort( "thatObj", [ & ] { zuObjDefaultCompareFunc( sortObj, nullptr ); } );
+    expectAbort( "thisObj", [] { zuObjToString( nullptr ); } );
+    expectAbort( "result", [ & ] {
+        zu___sort_TEST_NODE.toStringFunc = []( ZU_OBJ * ) -> ZU_STRING * { return nullptr; };
+        zuObjToString( &node->obj );
+    } );
+    for ( auto *lockFunc : { zuObjLockAcquire, zuObjLockRelease } ) {
+        expectAbort( "thisObj", [ & ] { lockFunc( nullptr ); } );
+        expectAbort( "thisObj->sort", [ & ] { lockFunc( sortObj ); } );
+    }
+    expectAbort( "size >= 0", [ & ] { zu___ObjDbgSetAllocationSize( &node->obj, -1 ); } );
+    expectAbort( "count >= 0", [ & ] { zu___ObjDbgSetAllocationSizeN( &node->obj, -1, -1 ); } );
+    expectAbort( "ZU_INT_MUL_OK( count, size )", [ & ] { zu___ObjDbgSetAllocationSizeN( &node->obj, ZU_INT_MAX, 2 ); } );
+    testNodeRelease( node );
+
+    expectAbort( nullptr, [ & ] { zuSortSort()->freeFunc( sortObj ); }, "sort free" );
+    expectAbort( "&zu___sort_ZU_SORT == zuObjSort( thisObj )",
+                 [] { zuSortSort()->freeFunc( zuModuleObj( zuModule() ) ); } );
+    expectAbort( nullptr, [] { zuModuleSort()->freeFunc( zuModuleObj( zuModule() ) ); }, "module free" );
+    expectAbort( "&zu___sort_ZU_MODULE == zuObjSort( thisObj )", [ & ] { zuModuleSort()->freeFunc( sortObj ); } );
+    ZU_SORT twin = ZU___SORT_INITIALIZER( "TEST_NODE", nullptr, nullptr, nullptr, nullptr );
+    expectAbort( nullptr, [ & ] { zuSortCompare( &twin, testNodeSort() ); } );
+    ZU_SORT unnamed = ZU___SORT_INITIALIZER( nullptr, nullptr, nullptr, nullptr, nullptr );
+    expectAbort( "sortA->name", [ & ] { zuSortCompare( &unnamed, testNodeSort() ); } );
+    expectAbort( "sortB->name", [ & ] { zuSortCompare( testNodeSort(), &unnamed ); } );
+    expectAbort( "sort->name", [ & ] { zuSortName( &unnamed ); } );
+    ZU_SORT misnamed = ZU___SORT_INITIALIZER( "Misnamed", nullptr, nullptr, nullptr, nullptr );
+    expectAbort( "zuNameUpperCaseOk( zus, ZU_TRUE )", [ & ] { zuSortName( &misnamed ); } );
+}

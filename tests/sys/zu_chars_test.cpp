@@ -1,0 +1,401 @@
+// Conversions against references that take one unit after the other and know nothing of blocks, buffers or measuring.
+
+#include "zu/sys/zu_chars.h"
+
+#include "zu_test_support.h"
+
+#include <algorithm>
+#include <array>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+using Chars = std::vector<ZU_CHAR>;
+using Bytes = std::string;
+using Units = std::u16string;
+
+static constexpr ZU_CHAR REPLACEMENT = 0xFFFD;
+
+// Runs a conversion of `src` into destinations of all lengths, or of some if there are many, and expects each to hold the
+// beginning of `wanted`, nothing to be written behind its end, and the result always to be the length of the whole.
+template <typename DEST, typename CONVERT>
+static void expectMeasuringCopy( const DEST &wanted, CONVERT convert )
+{
+    static constexpr typename DEST::value_type GUARD = 0x5A;
+    const ZU_INT whole = (ZU_INT)wanted.size();
+    ASSERT_EQ( convert( nullptr, ZU_INT{ 0 } ), whole );
+    for ( ZU_INT destLength = 0; destLength <= whole + 2; destLength++ ) {
+        if ( destLength > 40 && destLength < whole - 8 ) {
+            destLength = std::min( destLength + 61, whole - 8 );
+        }
+        DEST dest( (size_t)destLength + 1, GUARD );
+        ASSERT_EQ( convert( dest.data(), destLength ), whole ) << "into " << destLength;
+        size_t stored = (size_t)std::min( destLength, whole );
+        DEST expected( wanted.begin(), wanted.begin() + (ptrdiff_t)stored );
+        expected.resize( dest.size(), GUARD );
+        ASSERT_EQ( dest, expected ) << "into " << destLength;
+    }
+}
+
+// The same for both forms of a conversion to a text.
+template <typename DEST, typename UNIT>
+static void expectMeasuringCopyTo( DEST wanted, ZU_INT ( *convert )( UNIT *, ZU_INT, const ZU_CHAR *, ZU_INT, ZU_BOOL ),
+                                   const Chars &src )
+{
+    for ( ZU_BOOL addNul : { ZU_FALSE, ZU_TRUE } ) {
+        if ( addNul ) {
+            wanted.push_back( 0 );
+        }
+        expectMeasuringCopy( wanted, [ & ]( UNIT *dest, ZU_INT destLength ) {
+            return convert( dest, destLength, src.data(), (ZU_INT)src.size(), addNul );
+        } );
+    }
+}
+
+// UTF-8
+
+// The state machine, byte by byte.
+static Chars decodedUtf8( const Bytes &src )
+{
+    enum { NEUTRAL, IN_SEQUENCE, SKIPPING } state = NEUTRAL;
+    Chars result;
+    ZU_CHAR value = 0;
+    int missing = 0;
+    for ( size_t i = 0; i < src.size(); ) {
+        ZU_CHAR byte = (uint8_t)src[ i ];
+        bool continues = byte >= 0x80 && byte <= 0xBF;
+        switch ( state ) {
+        case NEUTRAL:
+            i++;
+            if ( byte < 0x80 ) {
+                result.push_back( byte );
+            } else if ( byte >= 0xC0 && byte <= 0xF7 ) {
+                state = IN_SEQUENCE;
+                missing = byte < 0xE0 ? 1 : byte < 0xF0 ? 2 : 3;
+                value = byte & ( byte < 0xE0 ? 0x1F : byte < 0xF0 ? 0x0F : 0x07 );
+            } else {
+                result.push_back( REPLACEMENT );
+                state = SKIPPING;
+            }
+            break;
+        case IN_SEQUENCE:
+            if ( !continues ) {
+                result.push_back( REPLACEMENT );
+                state = NEUTRAL;
+                break;
+            }
+            i++;
+            value = value * 64 + byte % 64;
+            if ( --missing == 0 ) {
+                if ( value <= 0x10FFFF ) {
+                    result.push_back( value );
+                }
+                state = NEUTRAL;
+            }
+            break;
+        case SKIPPING:
+            if ( continues ) {
+                i++;
+            } else {
+                state = NEUTRAL;
+            }
+        }
+    }
+    return result;
+}
+static Bytes encodedUtf8( const Chars &src )
+{
+    Bytes result;
+    for ( ZU_CHAR ch : src ) {
+        ch = ch > 0x10FFFF ? REPLACEMENT : ch;
+        int behind = ch < 0x80 ? 0 : ch < 0x800 ? 1 : ch < 0x10000 ? 2 : 3;
+        static constexpr int MARKS[] = { 0, 0xC0, 0xE0, 0xF0 };
+        result += (char)( MARKS[ behind ] | (int)( ch >> 6 * behind ) );
+        while ( behind-- > 0 ) {
+            result += (char)( 0x80 | ( ch >> 6 * behind & 0x3F ) );
+        }
+    }
+    return result;
+}
+static void expectDecodedUtf8( const Bytes &src, const Chars &wanted )
+{
+    SCOPED_TRACE( testing::PrintToString( std::vector<int>( src.begin(), src.end() ) ) );
+    expectMeasuringCopy( wanted, [ & ]( ZU_CHAR *dest, ZU_INT destLength ) {
+        return zuCharsConvertFromUtf8( dest, destLength, src.data(), (ZU_INT)src.size() );
+    } );
+    if ( src.find( '\0' ) == Bytes::npos ) {
+        expectMeasuringCopy( wanted, [ & ]( ZU_CHAR *dest, ZU_INT destLength ) {
+            return zuCharsConvertFromUtf8( dest, destLength, src.c_str(), -1 );
+        } );
+    }
+}
+
+TEST( CharsUtf8, DecodesWhatNeverEndsWell )
+{
+    expectDecodedUtf8( "\xC0\x80", { 0 } );
+    expectDecodedUtf8( "\xED\xA0\x80", { 0xD800 } );
+    expectDecodedUtf8( "\xF4\x90\x80\x80", {} );
+    expectDecodedUtf8( "\xE2\x41", { REPLACEMENT, 'A' } );
+    expectDecodedUtf8( "\x80\x80\x41", { REPLACEMENT, 'A' } );
+    expectDecodedUtf8( "A\xE2\x82", { 'A' } );
+}
+
+// Every sequence of up to four of the bytes at which something changes, alone and within text.
+TEST( CharsUtf8, DecodesEverySequence )
+{
+    static constexpr uint8_t EDGES[] = { 0x00, 0x41, 0x7F, 0x80, 0x8F, 0x90, 0xA0, 0xBF, 0xC0, 0xC1,
+                                         0xDF, 0xE0, 0xED, 0xEF, 0xF0, 0xF3, 0xF4, 0xF7, 0xF8, 0xFF };
+    static constexpr size_t COUNT = sizeof EDGES;
+    const Bytes around( 40, 'x' );
+    std::array<ZU_CHAR, 128> dest;
+    for ( size_t number = 0; number < COUNT * COUNT * COUNT * COUNT; number++ ) {
+        Bytes sequence;
+        for ( size_t rest = number; rest > 0; rest /= COUNT ) {
+            sequence += (char)EDGES[ rest % COUNT ];
+        }
+        for ( const Bytes &src : { sequence, around + sequence + around } ) {
+            Chars wanted = decodedUtf8( src );
+            ZU_INT length = zuCharsConvertFromUtf8( dest.data(), dest.size(), src.data(), (ZU_INT)src.size() );
+            ASSERT_EQ( Chars( dest.begin(), dest.begin() + length ), wanted ) << "sequence " << number;
+            ASSERT_EQ( zuCharsConvertFromUtf8( nullptr, 0, src.data(), (ZU_INT)src.size() ), length );
+        }
+    }
+}
+
+// A text of runs of one kind, such as languages have them, and now and then something that is none.
+static Chars randomText( std::mt19937_64 &random, size_t length )
+{
+    static constexpr ZU_CHAR ENDS[] = { 0x80, 0x800, 0x10000, 0x110000, 0x110000 };
+    Chars text;
+    while ( text.size() < length ) {
+        ZU_CHAR end = ENDS[ random() % 5 ];
+        for ( size_t run = random() % 40; run > 0; run-- ) {
+            text.push_back( (ZU_CHAR)( random() % end ) );
+        }
+        if ( random() % 8 == 0 ) {
+            static constexpr ZU_CHAR ODD[] = { 0, 0xD800, 0xDBFF, 0xDC00, 0xDFFF, 0x110000, 0xFFFFFFFF };
+            text.push_back( ODD[ random() % 7 ] );
+        }
+    }
+    text.resize( length );
+    return text;
+}
+
+TEST( CharsUtf8, DecodesAndEncodesRandomText )
+{
+    uint64_t seed = testSeed();
+    SCOPED_TRACE( seed );
+    std::mt19937_64 random( seed );
+    for ( int round = 0; round < 1500 && !HasFatalFailure(); round++ ) {
+        Chars text = randomText( random, random() % ( round % 50 ? 120 : 5000 ) );
+        Bytes bytes = encodedUtf8( text );
+        expectMeasuringCopyTo( bytes, zuCharsConvertToUtf8, text );
+        // Damaged, it still decodes as the state machine has it.
+        for ( size_t i = 0; i < bytes.size(); i += 1 + random() % 100 ) {
+            bytes[ i ] = (char)random();
+        }
+        expectDecodedUtf8( bytes, decodedUtf8( bytes ) );
+    }
+    Chars all;
+    for ( ZU_CHAR ch = 0; ch < 0x110010; ch++ ) {
+        all.push_back( ch );
+    }
+    Bytes bytes( 5000000, 0 );
+    bytes.resize(
+        (size_t)zuCharsConvertToUtf8( bytes.data(), (ZU_INT)bytes.size(), all.data(), (ZU_INT)all.size(), ZU_FALSE ) );
+    EXPECT_TRUE( bytes == encodedUtf8( all ) );
+}
+
+// ASCII
+TEST( CharsAscii, BothWays )
+{
+    Bytes bytes;
+    Chars chars, decoded;
+    for ( int round = 0; round < 300; round++ ) {
+        bytes += (char)round;
+        decoded.push_back( round % 256 < 0x80 ? (ZU_CHAR)round % 256 : REPLACEMENT );
+        chars.push_back( (ZU_CHAR)round * 0x10001 );
+    }
+    Bytes encoded;
+    for ( ZU_CHAR ch : chars ) {
+        encoded += ch < 0x80 ? (char)ch : '?';
+    }
+    expectMeasuringCopy( decoded, [ & ]( ZU_CHAR *dest, ZU_INT destLength ) {
+        return zuCharsConvertFromAscii( dest, destLength, bytes.data(), (ZU_INT)bytes.size() );
+    } );
+    expectMeasuringCopyTo( encoded, zuCharsConvertToAscii, chars );
+    EXPECT_EQ( zuCharsConvertFromAscii( nullptr, 0, "four", -1 ), 4 );
+}
+
+// UTF-16 and the narrow encoding
+
+static Units encodedWide( const Chars &src )
+{
+    Units units;
+    for ( ZU_CHAR ch : src ) {
+        ch = ch == 0 || ch > 0x10FFFF ? REPLACEMENT : ch;
+        if ( ch > 0xFFFF ) {
+            units += (char16_t)( 0xD7C0 + ( ch >> 10 ) );
+            ch = 0xDC00 + ch % 0x400;
+        }
+        units += (char16_t)ch;
+    }
+    return units;
+}
+static bool isHalf( ZU_CHAR ch, ZU_CHAR first )
+{
+    return ch >= first && ch < first + 0x400;
+}
+// Joins the pairs; what is left of surrogates is replaced.
+static Chars joined( const Units &src )
+{
+    Chars chars;
+    for ( size_t i = 0; i < src.size(); i++ ) {
+        ZU_CHAR ch = src[ i ];
+        if ( isHalf( ch, 0xD800 ) && i + 1 < src.size() && isHalf( src[ i + 1 ], 0xDC00 ) ) {
+            ch = ( ch - 0xD7C0 ) * 0x400 + ( src[ ++i ] - 0xDC00 );
+        } else if ( isHalf( ch, 0xD800 ) || isHalf( ch, 0xDC00 ) ) {
+            ch = REPLACEMENT;
+        }
+        chars.push_back( ch );
+    }
+    return chars;
+}
+// Decodes well-formed UTF-8; of all else the longest beginning of something well formed, or one byte, is replaced.
+static Chars decodedStrictly( const Bytes &src )
+{
+    static const std::set<Bytes> beginnings = [] {
+        std::set<Bytes> set;
+        for ( ZU_CHAR ch = 0x80; ch < 0x110000; ch += 0x40 ) { // all last bytes are alike
+            Bytes whole = encodedUtf8( { ch } );
+            for ( size_t length = 1; length < whole.size() && !isHalf( ch & ~0x400u, 0xD800 ); length++ ) {
+                set.insert( whole.substr( 0, length ) );
+            }
+        }
+        return set;
+    }();
+    Chars result;
+    for ( size_t i = 0; i < src.size(); ) {
+        size_t taken = 1;
+        ZU_CHAR ch = REPLACEMENT;
+        for ( size_t length = 1; length <= std::min<size_t>( src.size() - i, 4 ); length++ ) {
+            Bytes sequence = src.substr( i, length );
+            Chars decoded = decodedUtf8( sequence );
+            if ( encodedUtf8( decoded ) == sequence && !isHalf( decoded[ 0 ] & ~0x400u, 0xD800 ) ) {
+                taken = length;
+                ch = decoded[ 0 ];
+                break;
+            }
+            if ( beginnings.count( sequence ) ) {
+                taken = length;
+            }
+        }
+        result.push_back( ch );
+        i += taken;
+    }
+    return result;
+}
+
+TEST( CharsWide, WidensUnitsAndMakesPairs )
+{
+    uint64_t seed = testSeed();
+    SCOPED_TRACE( seed );
+    std::mt19937_64 random( seed );
+    for ( int round = 0; round < 100 && !HasFatalFailure(); round++ ) {
+        Chars text = randomText( random, random() % 200 );
+        Units units = encodedWide( text );
+        expectMeasuringCopyTo( units, zuCharsConvertToWcstr, text );
+        for ( ZU_INT length : { ZU_INT{ -1 }, (ZU_INT)units.size() } ) {
+            expectMeasuringCopy( Chars( units.begin(), units.end() ), [ & ]( ZU_CHAR *dest, ZU_INT destLength ) {
+                return zuCharsConvertFromWcstr( dest, destLength, units.c_str(), length );
+            } );
+        }
+    }
+}
+
+TEST( CharsNarrow, TravelThroughUtf16 )
+{
+    uint64_t seed = testSeed();
+    SCOPED_TRACE( seed );
+    std::mt19937_64 random( seed );
+    for ( int round = 0; round < 600 && !HasFatalFailure(); round++ ) {
+        // Around the 96 units that need no heap, and shorter; a third is ASCII
+        Chars text = randomText( random, round % 2 ? 90 + random() % 12 : random() % 12 );
+        if ( round % 3 == 0 ) {
+            std::transform( text.begin(), text.end(), text.begin(), []( ZU_CHAR ch ) { return ch % 0x7F + 1; } );
+        }
+        Bytes bytes = encodedUtf8( joined( encodedWide( text ) ) );
+        expectMeasuringCopyTo( bytes, zuCharsConvertToCstr, text );
+        for ( size_t i = 0; round % 5 && i < bytes.size(); i += 1 + random() % 30 ) {
+            bytes[ i ] = (char)( random() % 255 + 1 );
+        }
+        Units wide = encodedWide( decodedStrictly( bytes ) );
+        for ( ZU_INT length : { ZU_INT{ -1 }, (ZU_INT)bytes.size() } ) {
+            expectMeasuringCopy( Chars( wide.begin(), wide.end() ), [ & ]( ZU_CHAR *dest, ZU_INT destLength ) {
+                return zuCharsConvertFromCstr( dest, destLength, bytes.c_str(), length );
+            } );
+        }
+    }
+}
+
+TEST( Chars, SanitizeJoinsPairsAndDropsTheRest )
+{
+    uint64_t seed = testSeed();
+    SCOPED_TRACE( seed );
+    std::mt19937_64 random( seed );
+    static constexpr ZU_CHAR ALPHABET[] = { 'a',    0xD800, 0xDBFF,   0xDC00,   0xDFFF,
+                                            0xD83D, 0xDE00, 0x10FFFF, 0x110000, 0xFFFFFFFF };
+    for ( int round = 0; round < 2000 && !HasFatalFailure(); round++ ) {
+        Chars src( random() % 12 );
+        std::generate( src.begin(), src.end(), [ & ] { return ALPHABET[ random() % 10 ]; } );
+        Chars wanted;
+        for ( size_t i = 0; i < src.size(); i++ ) {
+            if ( isHalf( src[ i ], 0xDC00 ) && i > 0 && isHalf( src[ i - 1 ], 0xD800 ) ) {
+                wanted.push_back( ( src[ i - 1 ] - 0xD7C0 ) * 0x400 + ( src[ i ] - 0xDC00 ) );
+            } else if ( src[ i ] <= 0x10FFFF && !isHalf( src[ i ], 0xD800 ) && !isHalf( src[ i ], 0xDC00 ) ) {
+                wanted.push_back( src[ i ] );
+            }
+        }
+        expectMeasuringCopy( wanted, [ & ]( ZU_CHAR *dest, ZU_INT destLength ) {
+            return zuCharsSanitize( dest, destLength, src.data(), (ZU_INT)src.size() );
+        } );
+        EXPECT_EQ( zuCharsAllOk( src.data(), (ZU_INT)src.size() ),
+                   std::all_of( src.begin(), src.end(), []( ZU_CHAR ch ) { return ch < 0x110000; } ) );
+        zuCharsSanitize( src.data(), (ZU_INT)src.size(), src.data(), (ZU_INT)src.size() );
+        EXPECT_TRUE( std::equal( wanted.begin(), wanted.end(), src.begin() ) ) << "in place";
+    }
+    EXPECT_EQ( zuCharsAllOk( nullptr, 0 ), ZU_TRUE );
+}
+
+TEST( CharsAborts, ChecksItsArguments )
+{
+    ZU_CHAR chars[ 4 ] = {};
+    char bytes[ 4 ] = {};
+    char16_t units[ 4 ] = {};
+    auto expectFrom = [ & ]( auto convert, auto *src ) {
+        expectAbort( "srcLength >= -1", [ & ] { convert( chars, -1, src, -2 ); } );
+        expectAbort( "destLength >= 0", [ & ] { convert( chars, -1, src, 1 ); } );
+        expectAbort( "srcLength == 0 || src", [ & ] { convert( nullptr, 1, decltype( src ){ nullptr }, -1 ); } );
+        expectAbort( "destLength == 0 || dest", [ & ] { convert( nullptr, 1, src, 0 ); } );
+    };
+    expectFrom( zuCharsConvertFromAscii, bytes );
+    expectFrom( zuCharsConvertFromUtf8, bytes );
+    expectFrom( zuCharsConvertFromCstr, bytes );
+    expectFrom( zuCharsConvertFromWcstr, units );
+    expectAbort( "ZU_INT_TO_SIGNED_INT_CONV_OK( srcLength )",
+                 [ & ] { zuCharsConvertFromCstr( nullptr, 0, bytes, ZU_INT{ 1 } << 31 ); } );
+    auto expectTo = [ & ]( auto convert, auto *dest ) {
+        expectAbort( "srcLength >= 0", [ & ] { convert( dest, -1, chars, -1, ZU_FALSE ); } );
+        expectAbort( "destLength >= 0", [ & ] { convert( dest, -1, chars, 1, ZU_FALSE ); } );
+        expectAbort( "srcLength == 0 || src", [ & ] { convert( dest, 1, nullptr, 1, ZU_FALSE ); } );
+        expectAbort( "destLength == 0 || dest", [ & ] { convert( nullptr, 1, chars, 1, ZU_FALSE ); } );
+        expectAbort( "srcLength < ZU_INT_MAX", [ & ] { convert( dest, 1, chars, ZU_INT_MAX, ZU_TRUE ); } );
+    };
+    expectTo( zuCharsConvertToAscii, bytes );
+    expectTo( zuCharsConvertToUtf8, bytes );
+    expectTo( zuCharsConvertToCstr, bytes );
+    expectTo( zuCharsConvertToWcstr, units );
+    expectAbort( "srcLength >= 0", [ & ] { zuCharsAllOk( chars, -1 ); } );
+    expectAbort( "srcLength == 0 || src", [ & ] { zuCharsSanitize( chars, 1, nullptr, 1 ); } );
+}

@@ -1,0 +1,190 @@
+// Arithmetic against 128-bit integers, in which no result of two operands is out of range.
+
+#include "zu/sys/zu_int.h"
+
+#include "zu_test_support.h"
+
+#include <algorithm>
+#include <bitset>
+#include <initializer_list>
+#include <random>
+#include <vector>
+
+__extension__ typedef __int128 WIDE;
+
+// Pairs of the numbers at which something changes, and random ones of all magnitudes.
+static std::vector<std::pair<ZU_INT, ZU_INT>> operandPairs( uint64_t seed )
+{
+    std::vector<ZU_INT> edges;
+    for ( int bit : { 0, 1, 2, 15, 30, 31, 32, 33, 61, 62 } ) {
+        for ( ZU_INT off : { -1, 0, 1 } ) {
+            edges.push_back( ( ZU_INT{ 1 } << bit ) + off );
+            edges.push_back( -( ZU_INT{ 1 } << bit ) + off );
+        }
+    }
+    edges.insert( edges.end(), { ZU_INT_MIN, ZU_INT_MIN + 1, ZU_INT_MIN / 2, ZU_INT_MAX / 2, ZU_INT_MAX - 1, ZU_INT_MAX,
+                                 3037000499, 3037000500, 7 } ); // two of them around the root of 2^63
+    std::vector<std::pair<ZU_INT, ZU_INT>> pairs;
+    for ( ZU_INT a : edges ) {
+        for ( ZU_INT b : edges ) {
+            pairs.emplace_back( a, b );
+        }
+    }
+    std::mt19937_64 random( seed );
+    for ( int i = 0; i < 100000; i++ ) {
+        ZU_INT a = (ZU_INT)random() >> random() % 64;
+        pairs.emplace_back( a, (ZU_INT)random() >> random() % 64 );
+    }
+    return pairs;
+}
+static bool inRange( WIDE value )
+{
+    return value >= ZU_INT_MIN && value <= ZU_INT_MAX;
+}
+static ZU_INT saturated( WIDE value )
+{
+    return (ZU_INT)std::clamp<WIDE>( value, ZU_INT_MIN, ZU_INT_MAX );
+}
+// Rounded down between numbers that are not negative, up (toward zero) between negative ones and across zero.
+static ZU_INT midpoint( WIDE a, WIDE b )
+{
+    WIDE sum = a + b;
+    bool roundsUp = a < 0 || b < 0;
+    return (ZU_INT)( ( sum - ( sum & 1 ) ) / 2 + ( roundsUp ? sum & 1 : 0 ) );
+}
+
+TEST( Int, ArithmeticIsThatOfWiderIntegers )
+{
+    uint64_t seed = testSeed();
+    SCOPED_TRACE( seed );
+    for ( auto [ a, b ] : operandPairs( seed ) ) {
+        SCOPED_TRACE( testing::Message() << a << " and " << b );
+        WIDE wideA = a, wideB = b;
+        ASSERT_EQ( zuIntAddOk( a, b ), inRange( wideA + wideB ) );
+        ASSERT_EQ( zuIntSubOk( a, b ), inRange( wideA - wideB ) );
+        ASSERT_EQ( zuIntMulOk( a, b ), inRange( wideA * wideB ) );
+        ASSERT_EQ( ZU_INT_ADD_OK( a, b ), inRange( wideA + wideB ) );
+        ASSERT_EQ( ZU_INT_SUB_OK( a, b ), inRange( wideA - wideB ) );
+        ASSERT_EQ( ZU_INT_MUL_OK( a, b ), inRange( wideA * wideB ) );
+        ASSERT_EQ( zuIntAddSaturating( a, b ), saturated( wideA + wideB ) );
+        ASSERT_EQ( zuIntSubSaturating( a, b ), saturated( wideA - wideB ) );
+        ASSERT_EQ( zuIntMulSaturating( a, b ), saturated( wideA * wideB ) );
+        ASSERT_EQ( zuIntDivOk( a, b ), b != 0 && inRange( wideA / wideB ) );
+        if ( b != 0 ) {
+            ASSERT_EQ( zuIntDivSaturating( a, b ), saturated( wideA / wideB ) );
+        }
+        ASSERT_EQ( zuIntMid( a, b ), midpoint( a, b ) );
+        ASSERT_EQ( zuIntMin( a, b ), std::min( a, b ) );
+        ASSERT_EQ( zuIntMax( a, b ), std::max( a, b ) );
+        ASSERT_EQ( zuIntAbsSaturating( a ), saturated( wideA < 0 ? -wideA : wideA ) );
+        if ( a != ZU_INT_MIN ) {
+            ASSERT_EQ( zuIntAbs( a ), wideA < 0 ? -wideA : wideA );
+        }
+        ZU_INT limits[] = { std::min( a, b ), std::max( a, b ) };
+        for ( ZU_INT value : { ZU_INT_MIN, ZU_INT{ -3 }, a, b, ZU_INT_MAX } ) {
+            ASSERT_EQ( zuIntConstrain( value, a, b ), std::clamp( value, limits[ 0 ], limits[ 1 ] ) );
+        }
+        ZU_INT x = a, y = b;
+        zuIntSortPair( &x, &y );
+        ASSERT_TRUE( x == limits[ 0 ] && y == limits[ 1 ] );
+        x = a;
+        y = b;
+        ASSERT_EQ( zuIntExchange( &x, &y ), b );
+        ASSERT_TRUE( x == b && y == a );
+        // The unsigned twin
+        uint64_t unsignedA = (uint64_t)a, unsignedB = (uint64_t)b;
+        ASSERT_EQ( ZU___INT_UNSIGNED_ADD_OK( unsignedA, unsignedB ), unsignedA + unsignedB >= unsignedA );
+        ASSERT_EQ( ZU___INT_UNSIGNED_FROM_ZU_INT_CONV_OK( a ), a >= 0 );
+        ASSERT_EQ( ZU___INT_UNSIGNED_TO_ZU_INT_CONV_OK( unsignedA ), a >= 0 );
+        ASSERT_EQ( ZU_INT_FROM_SIZET_CONV_OK( unsignedA ), a >= 0 );
+        ASSERT_EQ( ZU_INT_TO_SIGNED_INT_CONV_OK( a ), (int32_t)a == a );
+    }
+    ZU_INT same = 5;
+    EXPECT_EQ( zuIntExchange( &same, &same ), 5 );
+}
+
+TEST( Int, MidpointsRound )
+{
+    EXPECT_EQ( zuIntMid( 1, 2 ), 1 );
+    EXPECT_EQ( zuIntMid( -2, -1 ), -1 );
+    EXPECT_EQ( zuIntMid( -1, 2 ), 1 );
+    EXPECT_EQ( zuIntMid( -2, 1 ), 0 );
+    EXPECT_EQ( zuIntMid( ZU_INT_MAX, ZU_INT_MIN ), 0 );
+}
+
+TEST( Int, BitsAreThoseOfABitset )
+{
+    uint64_t seed = testSeed();
+    SCOPED_TRACE( seed );
+    std::mt19937_64 random( seed );
+    std::vector<uint64_t> values = { 0, 1, UINT64_MAX, 0x5555555555555555, uint64_t{ 1 } << 63 };
+    for ( int i = 0; i < 100; i++ ) {
+        values.push_back( random() >> random() % 64 & random() );
+    }
+    auto bits = []( ZU_INT value ) { return std::bitset<64>( (uint64_t)value ); };
+    for ( uint64_t each : values ) {
+        std::bitset<64> model( each );
+        ZU_INT value = (ZU_INT)each;
+        EXPECT_EQ( zuIntBitCount( value ), (ZU_INT)model.count() );
+        ZU_INT lowest = -1, highest = -1;
+        for ( ZU_INT bit = 0; bit < 64; bit++ ) {
+            if ( model[ (size_t)bit ] ) {
+                lowest = lowest < 0 ? bit : lowest;
+                highest = bit;
+            }
+            EXPECT_EQ( zuIntBitIsSet( value, bit ), model[ (size_t)bit ] );
+            EXPECT_EQ( bits( zuIntBitSet( value, bit ) ), std::bitset<64>( model ).set( (size_t)bit ) );
+            EXPECT_EQ( bits( zuIntBitClear( value, bit ) ), std::bitset<64>( model ).reset( (size_t)bit ) );
+        }
+        EXPECT_EQ( zuIntBitLowest( value ), lowest );
+        EXPECT_EQ( zuIntBitHighest( value ), highest );
+        std::bitset<64> all;
+        all.set();
+        for ( ZU_INT a = 0; a < 64; a++ ) {
+            ZU_INT b = (ZU_INT)( random() % 64 );
+            ZU_INT first = std::min( a, b ), last = std::max( a, b );
+            std::bitset<64> range = all >> (size_t)( 63 - ( last - first ) ) << (size_t)first;
+            EXPECT_EQ( bits( zuIntBitSetRange( value, a, b ) ), model | range );
+            EXPECT_EQ( bits( zuIntBitClearRange( value, a, b ) ), model & ~range );
+            EXPECT_EQ( bits( zuIntBitSetLowest( value, a + 1 ) ), model | all >> (size_t)( 63 - a ) );
+            EXPECT_EQ( bits( zuIntBitClearLowest( value, a + 1 ) ), model & ~( all >> (size_t)( 63 - a ) ) );
+            EXPECT_EQ( bits( zuIntBitSetHighest( value, a + 1 ) ), model | all << (size_t)( 63 - a ) );
+            EXPECT_EQ( bits( zuIntBitClearHighest( value, a + 1 ) ), model & ~( all << (size_t)( 63 - a ) ) );
+        }
+        EXPECT_EQ( zuIntBitSetLowest( value, 0 ), value );
+        EXPECT_EQ( zuIntBitClearLowest( value, 0 ), value );
+    }
+}
+
+TEST( IntAborts, OutOfRange )
+{
+    ZU_INT number = 0;
+    expectAbort( "zuIntMulOk( value, -1 )", [] { zuIntAbs( ZU_INT_MIN ); } );
+    expectAbort( nullptr, [] { zuIntDivSaturating( 1, 0 ); } );
+    expectAbort( "a", [ & ] { zuIntExchange( nullptr, &number ); } );
+    expectAbort( "b", [ & ] { zuIntExchange( &number, nullptr ); } );
+    expectAbort( "a", [ & ] { zuIntSortPair( nullptr, nullptr ); } );
+    expectAbort( "b", [ & ] { zuIntSortPair( &number, nullptr ); } );
+    for ( auto *bitFunc : { zuIntBitSet, zuIntBitClear,
+                            +[]( ZU_INT value, ZU_INT bit ) -> ZU_INT { return zuIntBitIsSet( value, bit ); } } ) {
+        expectAbort( "bit >= 0", [ & ] { bitFunc( 0, -1 ); } );
+        expectAbort( "bit < ZU_INT_BITS", [ & ] { bitFunc( 0, 64 ); } );
+    }
+    for ( auto *rangeFunc : { zuIntBitSetRange, zuIntBitClearRange } ) {
+        expectAbort( "bit >= 0", [ & ] { rangeFunc( 0, 3, -1 ); } );
+        expectAbort( "bit < ZU_INT_BITS", [ & ] { rangeFunc( 0, 64, 3 ); } );
+        expectAbort( "b < ZU_INT_MAX", [ & ] { rangeFunc( 0, ZU_INT_MAX, 3 ); } );
+    }
+    for ( auto *lowestFunc : { zuIntBitSetLowest, zuIntBitClearLowest } ) {
+        expectAbort( "lowest >= 0", [ & ] { lowestFunc( 0, -1 ); } );
+        expectAbort( "lowest <= ZU_INT_BITS", [ & ] { lowestFunc( 0, 65 ); } );
+    }
+    // The range of the highest bits begins at 64 - highest: none at all is the range of the bits 63 and 64.
+    for ( auto *highestFunc : { zuIntBitSetHighest, zuIntBitClearHighest } ) {
+        expectAbort( "bit < ZU_INT_BITS", [ & ] { highestFunc( 0, 0 ); } );
+        expectAbort( "bit < ZU_INT_BITS", [ & ] { highestFunc( 0, -1 ); } );
+        expectAbort( "bit >= 0", [ & ] { highestFunc( 0, 65 ); } );
+        expectAbort( "bit >= 0", [ & ] { highestFunc( 0, ZU_INT_MAX ); } );
+        expectAbort( "ZU_INT_SUB_OK( ZU_INT_BITS, highest )", [ & ] { highestFunc( 0, ZU_INT_MIN ); } );
+    }
+}

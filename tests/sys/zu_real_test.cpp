@@ -1,0 +1,85 @@
+#include "zu/sys/zu_real.h"
+
+#include "zu_test_support.h"
+
+#include <cmath>
+#include <limits>
+
+static constexpr double EPSILON = 0x1p-52;
+static constexpr double INFINITE = std::numeric_limits<double>::infinity();
+static constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
+
+TEST( Real, ComparesWithinAnAbsoluteTolerance )
+{
+    static constexpr struct {
+        double a, b;
+        ZU_INT order, reverse;
+    } ROWS[] = {
+        { 1.0, 1.0, 0, 0 },
+        { 1.0, 1.0 + EPSILON, 0, 0 },
+        { 1.0, 1.0 + 2 * EPSILON, -1, 1 },
+        { 0.0, -0.0, 0, 0 },
+        { 0.0, EPSILON, 0, 0 },
+        { -EPSILON / 2, EPSILON / 2, 0, 0 },
+        { 0.0, EPSILON * 1.5, -1, 1 },
+        { 1e-300, -1e-300, 0, 0 },
+        { 1e10, 1e10 + 0x1p-19, -1, 1 }, // the next double: the tolerance is lost in the sum
+        { -1e10, 1e10, -1, 1 },
+        { INFINITE, INFINITE, 0, 0 },
+        { -INFINITE, INFINITE, -1, 1 },
+        { 1e308, INFINITE, -1, 1 },
+        { NOT_A_NUMBER, 0.0, 1, 1 },
+        { NOT_A_NUMBER, INFINITE, 1, 1 },
+        { NOT_A_NUMBER, NOT_A_NUMBER, 1, 1 },
+    };
+    for ( const auto &row : ROWS ) {
+        SCOPED_TRACE( testing::Message() << row.a << " and " << row.b );
+        EXPECT_EQ( zuRealCompare( row.a, row.b ), row.order );
+        EXPECT_EQ( zuRealCompare( row.b, row.a ), row.reverse );
+        EXPECT_EQ( zuRealEquals( row.a, row.b ), row.order == 0 );
+        EXPECT_EQ( zuRealEquals( row.b, row.a ), row.order == 0 );
+    }
+    EXPECT_EQ( zuRealCompareInt( 3.0, 3 ), 0 );
+    EXPECT_EQ( zuRealCompareInt( 2.5, 3 ), -1 );
+    EXPECT_EQ( zuRealCompareInt( NOT_A_NUMBER, 3 ), 1 );
+    EXPECT_EQ( zuRealCompareInt( 0x1p63, ZU_INT_MAX ), 0 ); // which rounds up to it
+    EXPECT_EQ( zuRealEqualsInt( -3.0, -3 ), ZU_TRUE );
+    EXPECT_EQ( zuRealEqualsInt( 3.5, 3 ), ZU_FALSE );
+}
+
+TEST( Real, KindsTruncationAndConversion )
+{
+    static constexpr struct {
+        double value, truncated;
+        ZU_INT integer;
+    } ROWS[] = {
+        { 0.0, 0.0, 0 },
+        { 0.9, 0.0, 0 },
+        { -0.9, -0.0, 0 },
+        { 2.5, 2.0, 2 },
+        { -2.5, -2.0, -2 },
+        { 0x1p53 + 2, 0x1p53 + 2, ( ZU_INT{ 1 } << 53 ) + 2 },
+        { 0x1.fffffffffffffp62, 0x1.fffffffffffffp62, ZU_INT_MAX - 1023 },
+        { 0x1p63, 0x1p63, ZU_INT_MIN }, // what the processor gives
+        { 0x1.0000000000001p63, 0x1.0000000000001p63, ZU_INT_MAX },
+        { -0x1p63, -0x1p63, ZU_INT_MIN },
+        { -0x1.0000000000001p63, -0x1.0000000000001p63, ZU_INT_MIN },
+        { 1e300, 1e300, ZU_INT_MAX },
+        { -1e300, -1e300, ZU_INT_MIN },
+        { INFINITE, INFINITE, ZU_INT_MAX },
+        { -INFINITE, -INFINITE, ZU_INT_MIN },
+    };
+    for ( const auto &row : ROWS ) {
+        SCOPED_TRACE( row.value );
+        EXPECT_EQ( zuRealToInt( row.value ), row.integer );
+        EXPECT_EQ( zuRealTrunc( row.value ), row.truncated );
+        EXPECT_EQ( std::signbit( zuRealTrunc( row.value ) ), std::signbit( row.truncated ) );
+        bool finite = row.value != INFINITE && row.value != -INFINITE;
+        EXPECT_EQ( zuRealIsFinite( row.value ), finite );
+        EXPECT_EQ( zuRealOk( row.value ), finite );
+        EXPECT_EQ( zuRealIsNan( row.value ), ZU_FALSE );
+    }
+    EXPECT_EQ( zuRealToInt( NOT_A_NUMBER ), ZU_INT_MIN );
+    EXPECT_TRUE( zuRealIsNan( zuRealTrunc( NOT_A_NUMBER ) ) );
+    EXPECT_TRUE( zuRealIsNan( NOT_A_NUMBER ) && !zuRealIsFinite( NOT_A_NUMBER ) && !zuRealOk( NOT_A_NUMBER ) );
+}
