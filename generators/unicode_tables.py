@@ -85,6 +85,8 @@ class Database:
         self.read_case_folding()
         self.read_scripts(scripts)
         self.compositions = self.find_compositions()
+        self.quick_check = {form: {} for form in FORMS}  # code points that are not in the form, or perhaps not
+        self.read_normalization_props()
 
     def lines(self, name):
         """Yields the fields of each line of a file, without comments and empty lines."""
@@ -144,6 +146,21 @@ class Database:
             for ch in range(int(first, 16), int(last or first, 16) + 1):
                 self.script[ch] = scripts[script]
 
+    def read_normalization_props(self):
+        for characters, name, *value in self.lines("DerivedNormalizationProps.txt"):
+            form, _, check = name.partition("_")
+            if check == "QC":
+                first, _, last = characters.partition("..")
+                for ch in range(int(first, 16), int(last or first, 16) + 1):
+                    self.quick_check[form][ch] = value[0]
+
+    def decompose(self, ch, form):
+        """Returns the full decomposition of `ch`, as far as the form goes; Hangul syllables stay whole."""
+        tag, mapping = self.decomposition.get(ch, (None, None))
+        if tag is None or tag != CANONICAL and "K" not in form:
+            return (ch,)
+        return tuple(each for part in mapping for each in self.decompose(part, form))
+
     def find_compositions(self):
         """Returns the pairs that compose, with their primary composites (Unicode Standard, section 3.11)."""
         excluded = {int(ch, 16) for ch, in self.lines("CompositionExclusions.txt")}
@@ -162,6 +179,13 @@ def code_points(field):
 # Reading the library's headers
 
 CANONICAL = 1
+
+# The normalization forms by number
+FORMS = ("NFC", "NFKC", "NFD", "NFKD")
+SURROGATES = range(0xD800, 0xE000)
+SYLLABLES = range(0xAC00, 0xD7A4)
+# Second characters of Hangul syllables.  U+11A7 is none, but the composing step takes it for one.
+JAMO = [*range(0x1161, 0x1176), *range(0x11A7, 0x11C3)]
 
 
 def read_enumeration(name):
@@ -275,6 +299,62 @@ def make_composition(pairs):
     return shifts, number, [slots.get(i, 0) for i in range(length)]
 
 
+def make_normalization(data):
+    """Returns the entry of each code point for the normalizer, and the elements of all decompositions; what their bits
+    are, zu_unicode_db_internal.h tells."""
+    ranks = {value: rank for rank, value in enumerate(sorted(set(data.combining_class)))}
+    if max(ranks.values()) >= 63:
+        stop("the ranks of combining classes have outgrown their field")
+    seconds = {second for _, second in data.compositions} | set(JAMO)
+    rank = [ranks[value] for value in data.combining_class]
+
+    def elements(characters):
+        last = len(characters) - 1
+        return tuple(ch | (ch in seconds) << 21 | (i == last) << 22 | rank[ch] << 26 for i, ch in enumerate(characters))
+
+    def inner(characters, form):
+        return rank[characters[0]] > 0 or "C" in form and characters[0] in seconds
+
+    entries, sequences = {}, {}
+    for ch in range(CODE_POINTS):
+        canonical, compatible = data.decompose(ch, "NFD"), data.decompose(ch, "NFKD")
+        entry = rank[ch] | (ch in seconds) << 15 | (ch in SYLLABLES) << 14
+        for i, form in enumerate(FORMS):
+            decomposed = compatible if "K" in form else canonical
+            work = data.quick_check[form].get(ch)
+            if (work == "N") != (decomposed != (ch,) or ch in SYLLABLES) and "D" in form:
+                stop(f"U+{ch:04X} decomposes otherwise than {form}_QC tells")
+            if (work == "M") != (ch in seconds and ch != 0x11A7) and "C" in form:
+                stop(f"U+{ch:04X} composes otherwise than {form}_QC tells")
+            work = work or ch in SURROGATES or "C" in form and ch in seconds
+            within = inner(decomposed, form) or ch in SURROGATES
+            if within and not work and not rank[ch]:
+                stop(f"U+{ch:04X} is settled in {form}, but no boundary")
+            entry |= bool(work) << 6 + i | within << 10 + i
+        if entry:
+            entries[ch] = entry
+        for characters in (canonical, compatible):
+            found = [rank[each] for each in characters]
+            if any(left > right > 0 for left, right in zip(found, found[1:])):
+                stop(f"U+{ch:04X} decomposes out of order")
+        if compatible != (ch,):
+            both = canonical not in ((ch,), compatible)
+            sequences[ch] = (elements(canonical) if both else ()) + elements(compatible), both
+
+    # Longer ones first, so that others are found as their ends.
+    pool, place = [0], {}
+    for sequence in sorted({sequence for sequence, _ in sequences.values()}, key=lambda each: (-len(each), each)):
+        if sequence not in place:
+            for i in range(len(sequence)):
+                place.setdefault(sequence[i:], len(pool) + i)
+            pool += sequence
+    if len(pool) >> 15:
+        stop("the decompositions have outgrown the field of their place")
+    for ch, (sequence, both) in sequences.items():
+        entries[ch] |= place[sequence] << 16 | both << 31
+    return entries, pool
+
+
 BANNER = f"// Generated by generators/unicode_tables.py from the Unicode Character Database {VERSION}; do not edit."
 
 
@@ -308,6 +388,11 @@ def make_tables(data):
     sizes["second characters"] = out.add_two_stages("CompSecond", by_code_point(number))
     out.header.append("")
     sizes["compositions"] = out.add_array("zu___unicodeCompPairs", slots)
+
+    entries, pool = make_normalization(data)
+    sizes["normalization"] = out.add_two_stages("Norm", by_code_point(entries))
+    out.header.append("")
+    sizes["characters of full decompositions"] = out.add_array("zu___unicodeNormRuns", pool)
 
     header = [
         BANNER,

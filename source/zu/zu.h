@@ -55,5 +55,7 @@
 #include "zu/unicode/zu_unicode_db.h"
 #include "zu/unicode/zu_unicode_genc.h"
 #include "zu/unicode/zu_unicode_madb.h"
+#include "zu/unicode/zu_unicode_normal_form.h"
+#include "zu/unicode/zu_unicode_normalizer.h"
 #include "zu/unicode/zu_unicode_properties.h"
 #include "zu/unicode/zu_unicode_script.h"

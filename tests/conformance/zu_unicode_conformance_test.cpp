@@ -5,16 +5,19 @@
 #include "zu/unicode/zu_unicode_cdmt_internal.h"
 #include "zu/unicode/zu_unicode_db.h"
 #include "zu/unicode/zu_unicode_genc_internal.h"
+#include "zu/unicode/zu_unicode_normalizer.h"
 #include "zu/unicode/zu_unicode_properties.h"
 #include "zu/unicode/zu_unicode_script_internal.h"
 
 #include <array>
 #include <cstdio>
 #include <map>
+#include <random>
 #include <set>
 #include <sstream>
 #include <string>
 #include <utility>
+#include <vector>
 
 static constexpr ZU_CHAR CODE_POINTS = 0x110000;
 static const std::string VERSION = "14.0.0";
@@ -161,6 +164,107 @@ TEST( UnicodeConformance, PairsComposeAsInPython )
             expectComposition( differences, pairs, each, ch );
         }
     }
+}
+
+// Normalization
+static const std::vector<std::pair<std::string, ZU_UNICODE_NORMAL_FORM>> FORMS = {
+    { "NFC", ZU_UNICODE_NORMAL_FORM_NFC },
+    { "NFD", ZU_UNICODE_NORMAL_FORM_NFD },
+    { "NFKC", ZU_UNICODE_NORMAL_FORM_NFKC },
+    { "NFKD", ZU_UNICODE_NORMAL_FORM_NFKD },
+};
+
+static std::vector<ZU_CHAR> parseText( const std::string &text )
+{
+    std::vector<ZU_CHAR> chars;
+    std::istringstream stream( text );
+    ZU_CHAR ch;
+    for ( stream >> std::hex; stream >> ch; ) {
+        chars.push_back( ch );
+    }
+    return chars;
+}
+// The text in the form, written in pieces of random lengths.
+static std::string normalizedText( ZU_UNICODE_NORMAL_FORM form, const std::vector<ZU_CHAR> &chars,
+                                   std::minstd_rand &random )
+{
+    ZU_UNICODE_NORMALIZER *norm = zuUnicodeNormalizerCreate( form );
+    ZU_STRING *result = zuStringCreate();
+    for ( size_t at = 0; at < chars.size(); ) {
+        size_t length = std::min<size_t>( chars.size() - at, 1 + random() % ( 1 + random() % 200 ) );
+        zuUnicodeNormalizerWriteChars( norm, &chars[ at ], (ZU_INT)length );
+        zuUnicodeNormalizerRead( norm, &result, (ZU_INT)( random() % 100 ) );
+        at += length;
+    }
+    zuUnicodeNormalizerFlush( norm );
+    zuUnicodeNormalizerRead( norm, &result, -1 );
+    std::string text = mappingText( zuStringBacking( result ), zuStringLength( result ) );
+    zuStringRelease( result );
+    zuUnicodeNormalizerRelease( norm );
+    return text;
+}
+
+// Compares with lines of a text and its NFC, NFD, NFKC and NFKD.  Returns the texts of one character.
+static std::set<ZU_CHAR> expectNormalizations( const std::string &lines )
+{
+    std::istringstream reference( lines );
+    std::minstd_rand random;
+    Differences differences;
+    std::set<ZU_CHAR> singles;
+    for ( std::string line; std::getline( reference, line ); ) {
+        std::vector<std::string> fields;
+        std::istringstream stream( line );
+        for ( std::string field; std::getline( stream, field, ';' ); ) {
+            fields.push_back( field );
+        }
+        if ( fields.size() != 5 ) {
+            ADD_FAILURE() << line;
+            return singles;
+        }
+        std::vector<ZU_CHAR> source = parseText( fields[ 0 ] );
+        if ( source.size() == 1 ) {
+            singles.insert( source[ 0 ] );
+        }
+        for ( size_t form = 0; form < 4; form++ ) {
+            // NFC and NFD of a K form are the K form's.
+            for ( size_t i = 0; i < 5; i++ ) {
+                const std::string &wanted = fields[ i < 3 || form > 1 ? form + 1 : form + 3 ];
+                std::string found = normalizedText( FORMS[ form ].second, parseText( fields[ i ] ), random );
+                differences.expectEqual( FORMS[ form ].first + " of " + fields[ i ] + ": " + found,
+                                         FORMS[ form ].first + " of " + fields[ i ] + ": " + wanted );
+            }
+        }
+    }
+    return singles;
+}
+
+TEST( UnicodeConformance, NormalizesAsTheConsortiumTests )
+{
+    std::string command = pythonCommand( "normalization-test" );
+    if ( command.empty() ) {
+        GTEST_SKIP() << "no Python of Unicode " << VERSION;
+    }
+    std::set<ZU_CHAR> singles = expectNormalizations( runProgram( command ) );
+    EXPECT_GT( singles.size(), 16000u );
+    // What the file does not list by itself stays as it is.
+    std::minstd_rand random;
+    Differences differences;
+    for ( ZU_CHAR ch = 0; ch < CODE_POINTS; ++ch ) {
+        if ( ( ch < 0xD800 || ch > 0xDFFF ) && !singles.count( ch ) ) {
+            for ( const auto &form : FORMS ) {
+                differences.expectEqual( normalizedText( form.second, { ch }, random ), hex( ch ) );
+            }
+        }
+    }
+}
+
+TEST( UnicodeConformance, NormalizesRandomTextsAsPython )
+{
+    std::string command = pythonCommand( "normalizations" );
+    if ( command.empty() ) {
+        GTEST_SKIP() << "no Python of Unicode " << VERSION;
+    }
+    expectNormalizations( runProgram( command ) );
 }
 
 // Scripts and white space

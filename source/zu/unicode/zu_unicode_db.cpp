@@ -44,16 +44,7 @@ ZU_BOOL zu___UnicodeCompDbLookup( ZU_CHAR ch1, ZU_CHAR ch2, ZU_CHAR *composeTo )
 {
     ZU_ASSERT( ZU_CHAR_OK( ch1 ) );
     ZU_ASSERT( ZU_CHAR_OK( ch2 ) );
-    // Second characters are few, and nearly all are marks: in most text the first load decides.
-    ZU_CHAR composite = 0;
-    uint32_t column = ZU___UNICODE_TABLE_FETCH( CompSecond, ch2 );
-    if ( column ) {
-        uint32_t row = ZU___UNICODE_TABLE_FETCH( CompFirst, ch1 );
-        uint32_t entry = row ? zu___unicodeCompPairs[ row + column ] : 0;
-        if ( entry >> 21 == row ) {
-            composite = entry & 0x1FFFFF;
-        }
-    }
+    ZU_CHAR composite = zu___UnicodeCompDbFetch( ch1, ch2 );
     if ( composeTo ) {
         *composeTo = composite;
     }

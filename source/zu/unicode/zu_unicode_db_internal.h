@@ -10,8 +10,9 @@
 //     Lower, Upper, Fold  place in Runs << 2 | length; 0: none
 //     CompFirst           where the row of this first character begins in CompPairs; 0: it composes with none
 //     CompSecond          the column of this second character, from 1 on; 0: it composes with none
+//     Norm                what the normalizer asks, the bits ZU___UNICODE_NORM_... below
 //
-// Runs holds the characters of all mappings.  The rows of CompPairs lie over one another, each filling gaps of the
+// Runs holds the characters of all mappings; NormRuns holds full decompositions, of Norm's elements.  The rows of CompPairs lie over one another, each filling gaps of the
 // others: an entry is the beginning of the row that it belongs to << 21 | composite.
 #pragma once
 
@@ -19,6 +20,29 @@
 #include "zu/unicode/zu_unicode_db_tables_internal.h"
 #include "zu/unicode/zu_unicode_genc.h"
 #include "zu/unicode/zu_unicode_script.h"
+
+// Norm, an entry: the combining class as a rank among all classes that occur, bits for each normalization form, and the
+// place in NormRuns of the full decomposition, canonical and compatible alike or the only one, unless BOTH is set.  A
+// Hangul syllable decomposes too, but by computation.
+//
+// A character that works in a form may not stand in text of that form, or not everywhere: it decomposes, or composes
+// with what is ahead of it.  An inner character is no boundary in a form: what it decomposes to begins with a mark, or
+// with a character that may compose with what is ahead.  All surrogates work and are inner.
+static constexpr uint32_t ZU___UNICODE_NORM_RANK = 0x3F;
+static constexpr uint32_t ZU___UNICODE_NORM_WORK = 1 << 6;   // shifted left by the number of the form
+static constexpr uint32_t ZU___UNICODE_NORM_INNER = 1 << 10; // shifted left by the number of the form
+static constexpr uint32_t ZU___UNICODE_NORM_HANGUL = 1 << 14;
+static constexpr uint32_t ZU___UNICODE_NORM_SECOND = 1 << 15; // may be the second of a pair that composes
+static constexpr int ZU___UNICODE_NORM_PLACE_SHIFT = 16;
+static constexpr uint32_t ZU___UNICODE_NORM_PLACE = 0x7FFF;
+static constexpr uint32_t ZU___UNICODE_NORM_BOTH = 1U
+                                                   << 31; // the canonical decomposition, behind it the compatible one
+
+// An element: a character, bits, and the rank of its combining class.
+static constexpr uint32_t ZU___UNICODE_ELEMENT_CHAR = 0x1FFFFF;
+static constexpr uint32_t ZU___UNICODE_ELEMENT_SECOND = 1 << 21;
+static constexpr uint32_t ZU___UNICODE_ELEMENT_LAST = 1 << 22; // the decomposition ends here; in NormRuns only
+static constexpr int ZU___UNICODE_ELEMENT_RANK_SHIFT = 26;
 
 // Where END is the end of the code space, an assertion of ZU_CHAR_OK ahead makes the test vanish.
 template <int BITS, ZU_CHAR END, typename INDEX, typename VALUE>
@@ -54,4 +78,15 @@ static inline ZU_UNICODE_SCRIPT zu___UnicodeScriptDbFetch( ZU_CHAR ch )
 static inline ZU_INT zu___UnicodeDecimalDbFetch( ZU_CHAR ch )
 {
     return ZU___UNICODE_TABLE_FETCH( Decimal, ch ) - 1;
+}
+static inline ZU_CHAR zu___UnicodeCompDbFetch( ZU_CHAR ch1, ZU_CHAR ch2 )
+{
+    // Second characters are few, and nearly all are marks: in most text the first load decides.
+    uint32_t column = ZU___UNICODE_TABLE_FETCH( CompSecond, ch2 );
+    if ( !column ) {
+        return 0;
+    }
+    uint32_t row = ZU___UNICODE_TABLE_FETCH( CompFirst, ch1 );
+    uint32_t entry = row ? zu___unicodeCompPairs[ row + column ] : 0;
+    return entry >> 21 == row ? entry & 0x1FFFFF : 0;
 }

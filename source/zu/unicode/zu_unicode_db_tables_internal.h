@@ -60,4 +60,11 @@ extern const uint8_t zu___unicodeCompSecondIndex[ 1125 ];
 extern const uint8_t zu___unicodeCompSecondBlocks[ 1664 ];
 
 extern const uint32_t zu___unicodeCompPairs[ 1014 ];
+
+static constexpr int zu___unicodeNormBits = 5;
+static constexpr ZU_CHAR zu___unicodeNormEnd = 0x2fa20;
+extern const uint16_t zu___unicodeNormIndex[ 6097 ];
+extern const uint32_t zu___unicodeNormBlocks[ 12448 ];
+
+extern const uint32_t zu___unicodeNormRuns[ 6363 ];
 #pragma GCC visibility pop

@@ -1,0 +1,391 @@
+// The normalizer against a plain model of its three stages, which takes one character after the other, and rows for what
+// a reader of the standard would look up.  tests/conformance compares it with what others make of the standard.
+
+#include "zu/unicode/zu_unicode_normalizer.h"
+
+#include "zu/unicode/zu_unicode_db.h"
+#include "zu_test_support.h"
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+class Model {
+public:
+    explicit Model( ZU_UNICODE_NORMAL_FORM normalForm )
+        : form( normalForm ),
+          composes( normalForm == ZU_UNICODE_NORMAL_FORM_NFC || normalForm == ZU_UNICODE_NORMAL_FORM_NFKC )
+    {
+    }
+    void write( ZU_CHAR ch )
+    {
+        ZU_CHAR high = 0;
+        std::swap( high, highSurrogate );
+        if ( ch >= 0xD800 && ch < 0xDC00 ) {
+            highSurrogate = ch;
+        } else if ( ch >= 0xDC00 && ch < 0xE000 ) {
+            if ( high ) {
+                decompose( 0x10000 + ( ( high - 0xD800 ) << 10 ) + ( ch - 0xDC00 ) );
+            }
+        } else if ( ch < 0x110000 ) {
+            decompose( ch );
+        }
+        reorder( false );
+    }
+    void flush()
+    {
+        highSurrogate = 0;
+        reorder( true );
+        composeStart = composed.size();
+        lastStarter = 0;
+        lastClass = 255;
+    }
+    size_t readable() const
+    {
+        return composes ? composeStart : composed.size();
+    }
+    std::u32string read( size_t count )
+    {
+        count = std::min( count, readable() );
+        std::u32string text = composed.substr( 0, count );
+        composed.erase( 0, count );
+        composeStart -= composes ? count : 0;
+        return text;
+    }
+
+private:
+    ZU_UNICODE_NORMAL_FORM form;
+    bool composes;
+    ZU_CHAR highSurrogate = 0;
+    std::u32string waiting, composed; // the latter is plain output in the forms that do not compose
+    size_t composeStart = 0;
+    ZU_CHAR lastStarter = 0;
+    ZU_INT lastClass = 255;
+
+    void decompose( ZU_CHAR ch )
+    {
+        ZU_INT length, tag;
+        const ZU_CHAR *mapping = zu___UnicodeCdmDbLookup( ch, &length, &tag );
+        bool compatible = form == ZU_UNICODE_NORMAL_FORM_NFKC || form == ZU_UNICODE_NORMAL_FORM_NFKD;
+        if ( ch >= 0xAC00 && ch <= 0xD7A3 ) {
+            ZU_CHAR syllable = ch - 0xAC00;
+            waiting += { 0x1100 + syllable / 588, 0x1161 + syllable % 588 / 28 };
+            waiting += std::u32string( syllable % 28 != 0, 0x11A7 + syllable % 28 );
+        } else if ( mapping && ( compatible || tag == ZU_UNICODE_CDMT_CANONICAL ) ) {
+            std::for_each( mapping, mapping + length, [ this ]( ZU_CHAR each ) { decompose( each ); } );
+        } else {
+            waiting += ch;
+        }
+    }
+    void reorder( bool flush )
+    {
+        size_t n = waiting.size();
+        if ( !flush ) {
+            while ( n > 0 && zu___UnicodeCccvDbLookup( waiting[ n - 1 ] ) != 0 ) {
+                n--;
+            }
+            n -= n > 0;
+            if ( n == 0 && waiting.size() < 4096 ) {
+                return;
+            }
+            n = n ? n : waiting.size();
+        }
+        for ( size_t begin = 0; begin < n; begin++ ) {
+            size_t end = begin;
+            while ( end < n && zu___UnicodeCccvDbLookup( waiting[ end ] ) != 0 ) {
+                end++;
+            }
+            std::stable_sort(
+                waiting.begin() + (ptrdiff_t)begin, waiting.begin() + (ptrdiff_t)end,
+                []( ZU_CHAR a, ZU_CHAR b ) { return zu___UnicodeCccvDbLookup( a ) < zu___UnicodeCccvDbLookup( b ); } );
+            begin = end;
+        }
+        std::u32string ordered = waiting.substr( 0, n );
+        waiting.erase( 0, n );
+        if ( !composes ) {
+            composed += ordered;
+            return;
+        }
+        for ( ZU_CHAR ch : ordered ) {
+            compose( ch );
+        }
+        if ( composed.size() - composeStart >= 4096 ) {
+            composeStart = composed.size();
+        }
+    }
+    void compose( ZU_CHAR ch )
+    {
+        ZU_INT cccv = zu___UnicodeCccvDbLookup( ch );
+        if ( composeStart < composed.size() && ( lastClass < cccv || ( lastClass == 0 && cccv == 0 ) ) ) {
+            ZU_CHAR composite = 0;
+            if ( lastClass == 0 && lastStarter >= 0x1100 && lastStarter <= 0x1112 && ch >= 0x1161 && ch <= 0x1175 ) {
+                composite = ( lastStarter * 21 + ch ) * 28 - 2639516;
+            } else if ( lastClass == 0 && lastStarter >= 0xAC00 && lastStarter <= 0xD7A3 &&
+                        ( lastStarter - 0xAC00 ) % 28 == 0 && ch >= 0x11A7 && ch <= 0x11C2 ) {
+                composite = lastStarter + ch - 0x11A7;
+            } else {
+                zu___UnicodeCompDbLookup( lastStarter, ch, &composite );
+            }
+            if ( composite ) {
+                composed[ composeStart ] = composite;
+                lastStarter = composite;
+                return;
+            }
+        }
+        composed += ch;
+        if ( cccv == 0 ) {
+            lastStarter = ch;
+            composeStart = composed.size() - 1;
+        }
+        lastClass = cccv == 0 ? 0 : std::max( cccv, lastClass );
+    }
+};
+
+} // namespace
+
+static std::u32string takeChars( ZU_STRING *zus )
+{
+    const ZU_CHAR *chars = zuStringBacking( zus );
+    std::u32string text( chars, chars + zuStringLength( zus ) );
+    zuStringRelease( zus );
+    return text;
+}
+static void writeText( ZU_UNICODE_NORMALIZER *norm, const std::u32string &text )
+{
+    std::vector<ZU_CHAR> chars( text.begin(), text.end() );
+    zuUnicodeNormalizerWriteChars( norm, chars.data(), (ZU_INT)chars.size() );
+}
+static std::u32string readText( ZU_UNICODE_NORMALIZER *norm, ZU_INT count )
+{
+    ZU_STRING *zus = zuStringCreate();
+    ZU_INT length = zuUnicodeNormalizerRead( norm, &zus, count );
+    EXPECT_EQ( length, zuStringLength( zus ) );
+    return takeChars( zus );
+}
+
+// Characters that are seldom in texts and always in trouble, with the likelihood of each kind in a text drawn anew.
+class Alphabet {
+public:
+    explicit Alphabet( std::mt19937 &randomNumbers ) : random( randomNumbers )
+    {
+        for ( size_t i = 0; i < 6; i++ ) {
+            kinds.push_back( &KINDS[ pick( KINDS.size() ) ] );
+        }
+    }
+    size_t pick( size_t count )
+    {
+        return std::uniform_int_distribution<size_t>( 0, count - 1 )( random );
+    }
+    ZU_CHAR ch()
+    {
+        const std::u32string &kind = *kinds[ pick( kinds.size() ) ];
+        if ( kind.empty() ) {
+            ZU_CHAR any = (ZU_CHAR)pick( 0x30000 );
+            return any == 0x2FFFF ? 0xFFFFFFFF : any > 0x2FF00 ? any + 0xE0000 : any;
+        }
+        return kind[ pick( kind.size() ) ];
+    }
+    std::u32string text( size_t length )
+    {
+        std::u32string text;
+        while ( text.size() < length ) {
+            text += pick( 50 ) ? std::u32string( 1, ch() ) : std::u32string( pick( 20 ), ch() );
+        }
+        return text;
+    }
+
+private:
+    std::mt19937 &random;
+    std::vector<const std::u32string *> kinds;
+    static const std::vector<std::u32string> KINDS;
+};
+
+const std::vector<std::u32string> Alphabet::KINDS = {
+    U"aeiouAEO ,.", // compose with much
+    U"\u00E9\u00C5\u1EA1\u1E69\u01D6\u1FB4\u1FED\u0390\u1EBF",
+    U"\u0300\u0301\u0302\u0308\u0323\u0327\u0338\u0345\u0316\u031B", // compose, but for one
+    U"\u05B0\u05B1\u05C1\u064B\u0651\u0670\u093C\u094D\u0E38\u20D2\U0001D165\u0F71\u0F72\u0F74",
+    U"\u0340\u0341\u0343\u0344\u0F73\u0F75\u0F81",                                 // marks that decompose
+    U"\u212B\u2126\u0958\u09DC\u0F43\uFB1F\u2ADC\U0001D15E\uF900\U0002F800\u1F71", // never come back
+    U"\uFB01\uFDFA\uFF9E\uFF76\uFF21\u1E9B\u03D3\u00A8\u3316\u3131\uFFC2\u00BD",
+    U"\uAC00\uAC01\uD7A3\uD788",
+    U"\u1100\u1112\u1161\u1175\u1176\u11A7\u11A8\u11C2\u11C3\u1113\u1160",
+    U"\u09C7\u09BE\u09D7\u0DD9\u0DCA\u0DCF\U00011131\U00011127\u0CC6\u0CC2\u0CD5\u1025\u102E", // starters that compose
+    U"\u3042\u304B\u3099\u309A\u4E00\U00020000\U0001F600\u0416",
+    { 0xD83D, 0xDE00, 0xD800, 0xDC00, 0xD834, 0xDD5E, 'a', 0x301 },
+    { 0x110000, 0xFFFFFFFF, 0x10FFFF, 'e', 0x301 },
+    {} // any
+};
+
+TEST( UnicodeNormalizer, IsWhatTheModelIs )
+{
+    for ( unsigned seed = 0; seed < 1000; seed++ ) {
+        std::mt19937 random( seed );
+        Alphabet alphabet( random );
+        ZU_UNICODE_NORMAL_FORM form = seed % 4;
+        SCOPED_TRACE( "seed " + std::to_string( seed ) );
+        ZU_UNICODE_NORMALIZER *norm = zuUnicodeNormalizerCreate( form );
+        Model model( form );
+        for ( int step = 0; step < 40; step++ ) {
+            size_t what = alphabet.pick( 20 );
+            if ( what < 6 ) {
+                ZU_CHAR ch = alphabet.ch();
+                zuUnicodeNormalizerWriteChar( norm, ch );
+                model.write( ch );
+            } else if ( what < 14 ) {
+                std::u32string text = alphabet.text( alphabet.pick( what == 6 ? 400 : 40 ) );
+                writeText( norm, text );
+                std::for_each( text.begin(), text.end(), [ & ]( ZU_CHAR ch ) { model.write( ch ); } );
+            } else if ( what == 14 && seed % 7 == 0 ) {
+                // A long run of few different marks, or of one.
+                std::u32string marks = alphabet.text( 1 + alphabet.pick( 4 ) ), text;
+                for ( size_t length = alphabet.pick( 2 ) ? 9000 : alphabet.pick( 5000 ); text.size() < length; ) {
+                    text += marks[ alphabet.pick( marks.size() ) ];
+                }
+                writeText( norm, text );
+                std::for_each( text.begin(), text.end(), [ & ]( ZU_CHAR ch ) { model.write( ch ); } );
+            } else if ( what < 16 ) {
+                size_t count = alphabet.pick( 2 ) ? alphabet.pick( 10 ) : 100000;
+                ASSERT_EQ( readText( norm, (ZU_INT)count ), model.read( count ) );
+            } else if ( what < 18 ) {
+                std::vector<ZU_CHAR> chars( alphabet.pick( 100 ) );
+                ZU_INT count = zuUnicodeNormalizerReadChars( norm, chars.data(), (ZU_INT)chars.size() );
+                ASSERT_EQ( std::u32string( chars.begin(), chars.begin() + count ), model.read( chars.size() ) );
+            } else if ( what == 18 && alphabet.pick( 3 ) == 0 ) {
+                zuUnicodeNormalizerFlush( norm );
+                model.flush();
+            }
+            ASSERT_EQ( zuUnicodeNormalizerReadable( norm ), (ZU_INT)model.readable() ) << "step " << step;
+        }
+        zuUnicodeNormalizerFlush( norm );
+        model.flush();
+        ASSERT_EQ( readText( norm, -1 ), model.read( model.readable() ) );
+        ASSERT_EQ( zuUnicodeNormalizerReadable( norm ), 0 );
+        zuUnicodeNormalizerRelease( norm );
+    }
+}
+
+// Rows: what goes in, in one write for each string, and what has come out ahead of the flush and behind it
+static constexpr ZU_UNICODE_NORMAL_FORM NFC = ZU_UNICODE_NORMAL_FORM_NFC, NFKC = ZU_UNICODE_NORMAL_FORM_NFKC;
+static constexpr ZU_UNICODE_NORMAL_FORM NFD = ZU_UNICODE_NORMAL_FORM_NFD, NFKD = ZU_UNICODE_NORMAL_FORM_NFKD;
+
+static void expectNormalized( ZU_UNICODE_NORMAL_FORM form, const std::vector<std::u32string> &writes,
+                              const std::u32string &early, const std::u32string &late )
+{
+    ZU_UNICODE_NORMALIZER *norm = zuUnicodeNormalizerCreate( form );
+    for ( const std::u32string &text : writes ) {
+        writeText( norm, text );
+    }
+    EXPECT_EQ( readText( norm, -1 ), early );
+    zuUnicodeNormalizerFlush( norm );
+    EXPECT_EQ( readText( norm, -1 ), late );
+    zuUnicodeNormalizerRelease( norm );
+}
+TEST( UnicodeNormalizer, HoldsBackWhatMayChange )
+{
+    expectNormalized( NFC, { U"e", U"\u0301" }, U"", U"\u00E9" );
+    expectNormalized( NFC, { U"abcde" }, U"abc", U"de" );
+    expectNormalized( NFC, { U"abcdefghijklm", U"\u0327n" }, U"abcdefghijkl", U"m\u0327n" );
+    expectNormalized( NFC, { U"abcdefghijq", U"\u0327", U"lm" }, U"abcdefghijq\u0327", U"lm" );
+    expectNormalized( NFD, { U"\u00E9" }, U"", U"e\u0301" );
+    expectNormalized( NFD, { U"abcdefghijk\u00E9" }, U"abcdefghijk", U"e\u0301" );
+    expectNormalized( NFD, { U"\u1E0B\u0323" }, U"", U"d\u0323\u0307" );
+    expectNormalized( NFC, { U"\u1E0B\u0323" }, U"", U"\u1E0D\u0307" );
+    expectNormalized( NFD, { U"\uAC00" }, U"\u1100", U"\u1161" );
+    expectNormalized( NFC, { U"\u1100\u1161\u11A8" }, U"", U"\uAC01" );
+    expectNormalized( NFC, { U"\uFB01" }, U"", U"\uFB01" );
+    expectNormalized( NFKC, { U"\uFB01" }, U"", U"fi" );
+    expectNormalized( NFKD, { U"\uFB01" }, U"f", U"i" );
+    expectNormalized( NFC, { { 0xD83D }, { 0xDE00 } }, U"", U"\U0001F600" );
+    expectNormalized( NFC, { { 0xDE00 } }, U"", U"" );
+    expectNormalized( NFC, { { 0xD83D, 'a' } }, U"", U"a" );
+    expectNormalized( NFC, { { 'a', 0xD83D } }, U"", U"a" );
+}
+TEST( UnicodeNormalizer, LetsLongRunsGo )
+{
+    for ( ZU_UNICODE_NORMAL_FORM form : { NFC, NFKC, NFD, NFKD } ) {
+        std::u32string marks( 4096, U'\u0301' );
+        expectNormalized( form, { marks.substr( 1 ) }, U"", marks.substr( 1 ) );
+        expectNormalized( form, { marks + marks.substr( 3192 ) }, marks, marks.substr( 3192 ) );
+        // Ordered on either side of the cut alone.
+        expectNormalized( form, { marks + U"\u0323" }, marks, U"\u0323" );
+        expectNormalized( form, { marks.substr( 1 ) + U"\u0323" }, U"\u0323" + marks.substr( 1 ), U"" );
+    }
+}
+TEST( UnicodeNormalizer, ComposesNothingAcrossFlushAndClear )
+{
+    ZU_UNICODE_NORMALIZER *norm = zuUnicodeNormalizerCreate( NFC );
+    writeText( norm, U"e" );
+    zuUnicodeNormalizerFlush( norm );
+    writeText( norm, U"\u0301" );
+    zuUnicodeNormalizerFlush( norm );
+    EXPECT_EQ( readText( norm, 1 ), U"e" );
+    writeText( norm, { 'a', 'b', 'c', 0xD83D } );
+    zuUnicodeNormalizerClear( norm );
+    EXPECT_EQ( zuUnicodeNormalizerReadable( norm ), 0 );
+    writeText( norm, { 0xDE00, 0x301 } );
+    zuUnicodeNormalizerFlush( norm );
+    EXPECT_EQ( readText( norm, -1 ), U"\u0301" );
+    zuUnicodeNormalizerRelease( norm );
+}
+TEST( UnicodeNormalizer, TakesPartsOfStrings )
+{
+    ZU_UNICODE_NORMALIZER *norm = zuUnicodeNormalizerCreate( NFC );
+    ZU_STRING *src = zuStringCreateFromUtf8( "ae\u0301b", -1 );
+    ZU_STRING *dest = zuStringCreateFromAscii( ">", -1 );
+    zuUnicodeNormalizerWrite( norm, src );
+    zuUnicodeNormalizerWriteInner( norm, src, 1, 3 );
+    zuUnicodeNormalizerWriteOuter( norm, src, 0, 2 );
+    zuUnicodeNormalizerWriteOuter( norm, src, 2, 1 );
+    zuUnicodeNormalizerWriteLeading( norm, src, 2 );
+    zuUnicodeNormalizerWriteTrailing( norm, src, 2 );
+    zuUnicodeNormalizerFlush( norm );
+    EXPECT_EQ( zuUnicodeNormalizerRead( norm, &dest, 3 ), 3 );
+    EXPECT_EQ( zuUnicodeNormalizerRead( norm, &dest, 0 ), 0 );
+    EXPECT_EQ( zuUnicodeNormalizerRead( norm, &dest, -1 ), 10 );
+    EXPECT_EQ( takeChars( dest ), U">a\u00E9b\u00E9b\u0301baeba\u00E9b" );
+    zuStringRelease( src );
+    zuUnicodeNormalizerRelease( norm );
+}
+TEST( UnicodeNormalizer, FormsHaveNames )
+{
+    EXPECT_EQ( takeChars( zuUnicodeNormalFormToString( NFC ) ), U"NFC" );
+    EXPECT_EQ( takeChars( zuUnicodeNormalFormToString( NFKC ) ), U"NFKC" );
+    EXPECT_EQ( takeChars( zuUnicodeNormalFormToString( NFD ) ), U"NFD" );
+    EXPECT_EQ( takeChars( zuUnicodeNormalFormToString( NFKD ) ), U"NFKD" );
+}
+
+TEST( UnicodeNormalizerAborts, BadArguments )
+{
+    ZU_UNICODE_NORMALIZER *norm = zuUnicodeNormalizerCreate( NFD );
+    ZU_STRING *src = zuStringCreateFromAscii( "abc", -1 );
+    ZU_STRING *dest = zuStringCreate();
+    ZU_CHAR ch = 'a';
+    for ( ZU_INT form : { (ZU_INT)-1, (ZU_INT)4, ZU_INT_MIN } ) {
+        expectAbort( "ZU_UNICODE_NORMAL_FORM_OK( normalForm )", [ & ] { zuUnicodeNormalizerCreate( form ); } );
+        expectAbort( "ZU_UNICODE_NORMAL_FORM_OK( nf )", [ & ] { zuUnicodeNormalFormToString( form ); } );
+    }
+    expectAbort( "norm", [ & ] { zuUnicodeNormalizerWriteChar( nullptr, 'a' ); } );
+    expectAbort( "chsLength >= 0", [ & ] { zuUnicodeNormalizerWriteChars( norm, &ch, -1 ); } );
+    expectAbort( "chs || chsLength == 0", [ & ] { zuUnicodeNormalizerWriteChars( norm, nullptr, 1 ); } );
+    expectAbort( "src", [ & ] { zuUnicodeNormalizerWrite( norm, nullptr ); } );
+    expectAbort( "offset + count <= zuStringLength( src )",
+                 [ & ] { zuUnicodeNormalizerWriteInner( norm, src, 2, 2 ); } );
+    expectAbort( "ZU_INT_ADD_OK( offset, count )",
+                 [ & ] { zuUnicodeNormalizerWriteOuter( norm, src, 2, ZU_INT_MAX ); } );
+    expectAbort( "count <= zuStringLength( src )", [ & ] { zuUnicodeNormalizerWriteTrailing( norm, src, 4 ); } );
+    expectAbort( "maxLen == -1 || maxLen >= 0", [ & ] { zuUnicodeNormalizerRead( norm, &dest, -2 ); } );
+    expectAbort( "*dest", [ & ] {
+        ZU_STRING *none = nullptr;
+        zuUnicodeNormalizerRead( norm, &none, -1 );
+    } );
+    expectAbort( "destLen >= 0", [ & ] { zuUnicodeNormalizerReadChars( norm, &ch, -1 ); } );
+    expectAbort( "dest || destLen == 0", [ & ] { zuUnicodeNormalizerReadChars( norm, nullptr, 1 ); } );
+    expectAbort( "*zus", [ & ] { zuUnicodeNormalizerClear( norm ); } );
+    zuStringRelease( dest );
+    zuStringRelease( src );
+    zuUnicodeNormalizerRelease( norm );
+}
