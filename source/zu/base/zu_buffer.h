@@ -16,8 +16,8 @@
 // One insertion is not as it should be, and is kept: whole bytes that go in between two bytes, more than fit the room
 // behind but no more than fit both rooms together, leave the content misplaced, and the next function that makes room
 // or deletes aborts unless the number of bytes taken from the front room is a multiple of 8.  Nothing outside the
-// buffer's memory is read or written.  To insert into the middle of a buffer that has been appended to until its room
-// was used up, insert into what zuBufferCreateFrom returns, which has the room of a new buffer.
+// buffer's memory is read or written.  New storage has room for 160 bytes behind and for 80 at the front; whoever
+// inserts that much puts the parts together by appending instead.
 #pragma once
 
 #include "zu/runtime/zu_obj.h"

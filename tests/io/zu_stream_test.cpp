@@ -1,0 +1,541 @@
+// Byte and character streams have one contract and differ in little, so that one suite runs on both.  Its backends count
+// their calls, and fail and fall short when they are told to.
+
+#include "zu/io/zu_buffer_byte_sink.h"
+#include "zu/io/zu_buffer_byte_source.h"
+#include "zu/io/zu_string_char_sink.h"
+#include "zu/io/zu_string_char_source.h"
+#include "zu_test_support.h"
+
+#include <algorithm>
+#include <vector>
+
+typedef std::vector<ZU_INT> COUNTS;
+
+// What differs between the two
+struct BYTE_STREAMS {
+    typedef uint8_t UNIT;
+    typedef ZU_BUFFER VALUE;
+    typedef ZU_BYTE_SINK SINK;
+    typedef ZU_BYTE_SOURCE SOURCE;
+    static constexpr bool WRITE_UNITS_FAILS_FOR_GOOD = false; // zuByteSinkWriteBytes leaves the sink as it is
+    static constexpr bool READS_NOTHING_BY_A_CALL = false;    // zuByteSourceReadBytes returns at once for 0
+    static constexpr const char *NAME = "byte";
+    static constexpr const char *VALUE_NAME = "buf";
+    static constexpr const char *LENGTH = "zuBufferLength( buf )";
+    static constexpr const char *UNITS_NAME = "bytes";
+
+    static constexpr auto createSink = zu___ByteSinkCreate;
+    static constexpr auto sinkObj = zuByteSinkObj;
+    static constexpr auto sinkError = zuByteSinkError;
+    static constexpr auto flush = zuByteSinkFlush;
+    static constexpr auto write = zuByteSinkWrite;
+    static constexpr auto writeInner = zuByteSinkWriteInner;
+    static constexpr auto writeOuter = zuByteSinkWriteOuter;
+    static constexpr auto writeLeading = zuByteSinkWriteLeading;
+    static constexpr auto writeTrailing = zuByteSinkWriteTrailing;
+    static constexpr auto writeUnits = zuByteSinkWriteBytes;
+    static constexpr auto sourceObj = zuByteSourceObj;
+    static constexpr auto end = zuByteSourceEnd;
+    static constexpr auto sourceError = zuByteSourceError;
+    static constexpr auto read = zuByteSourceRead;
+    static constexpr auto readUnits = zuByteSourceReadBytes;
+    static constexpr auto valueObj = zuBufferObj;
+    static constexpr auto valueLength = zuBufferLength;
+    static constexpr auto valueBacking = zuBufferBacking;
+    static constexpr auto createEmpty = zuBufferCreate;
+    static constexpr auto createValue = zuBufferCreateFromBytesCopy;
+
+    static SOURCE *createSource( ZU_BYTE_SOURCE_READ_FUNC readFunc, ZU_OBJ *closure )
+    {
+        return zu___ByteSourceCreate( readFunc, nullptr, closure );
+    }
+};
+struct CHAR_STREAMS {
+    typedef ZU_CHAR UNIT;
+    typedef ZU_STRING VALUE;
+    typedef ZU_CHAR_SINK SINK;
+    typedef ZU_CHAR_SOURCE SOURCE;
+    static constexpr bool WRITE_UNITS_FAILS_FOR_GOOD = true;
+    static constexpr bool READS_NOTHING_BY_A_CALL = true;
+    static constexpr const char *NAME = "char";
+    static constexpr const char *VALUE_NAME = "zus";
+    static constexpr const char *LENGTH = "zuStringLength( zus )";
+    static constexpr const char *UNITS_NAME = "chars";
+
+    static constexpr auto createSink = zu___CharSinkCreate;
+    static constexpr auto sinkObj = zuCharSinkObj;
+    static constexpr auto sinkError = zuCharSinkError;
+    static constexpr auto flush = zuCharSinkFlush;
+    static constexpr auto write = zuCharSinkWrite;
+    static constexpr auto writeInner = zuCharSinkWriteInner;
+    static constexpr auto writeOuter = zuCharSinkWriteOuter;
+    static constexpr auto writeLeading = zuCharSinkWriteLeading;
+    static constexpr auto writeTrailing = zuCharSinkWriteTrailing;
+    static constexpr auto writeUnits = zuCharSinkWriteChars;
+    static constexpr auto createSource = zu___CharSourceCreate;
+    static constexpr auto sourceObj = zuCharSourceObj;
+    static constexpr auto end = zuCharSourceEnd;
+    static constexpr auto sourceError = zuCharSourceError;
+    static constexpr auto read = zuCharSourceRead;
+    static constexpr auto readUnits = zuCharSourceReadChars;
+    static constexpr auto valueObj = zuStringObj;
+    static constexpr auto valueLength = zuStringLength;
+    static constexpr auto valueBacking = zuStringBacking;
+    static constexpr auto createEmpty = zuStringCreate;
+    static constexpr auto createValue = zuStringCreateFromCharsCopy;
+};
+
+// A backend and a stream on it; the closure is an object that only has to be kept.
+template <typename STREAMS>
+class Stream : public testing::Test {
+public:
+    typedef typename STREAMS::UNIT UNIT;
+    typedef std::vector<UNIT> UNITS;
+    typedef typename STREAMS::VALUE VALUE;
+
+    // What the writing backend has got, call by call, and the call from which on it fails
+    static inline std::vector<UNITS> written;
+    static inline size_t failingWrite;
+    static inline int flushes;
+    static inline ZU_BOOL flushResult;
+    // What the reading backend has been asked for, what it has, and the calls that fail
+    static inline COUNTS asked;
+    static inline ZU_INT available;
+    static inline size_t failingRead;
+
+    ZU_STRING *closure = zuStringCreateFromAscii( "closure", -1 );
+    typename STREAMS::SINK *sink = STREAMS::createSink( writeFunc, flushFunc, zuStringObj( closure ) );
+    typename STREAMS::SOURCE *source = STREAMS::createSource( readFunc, zuStringObj( closure ) );
+    VALUE *value = makeValue( 3000 );
+    VALUE *dest = STREAMS::createEmpty();
+
+    Stream()
+    {
+        written.clear();
+        failingWrite = SIZE_MAX;
+        flushes = 0;
+        flushResult = ZU_TRUE;
+        asked.clear();
+        available = 0;
+        failingRead = SIZE_MAX;
+    }
+    ~Stream() override
+    {
+        if ( sink ) {
+            zuObjRelease( STREAMS::sinkObj( sink ) );
+        }
+        zuObjRelease( STREAMS::sourceObj( source ) );
+        EXPECT_EQ( ZU_REF_RETAIN_COUNT( closure ), 1u );
+        zuStringRelease( closure );
+        zuObjRelease( STREAMS::valueObj( value ) );
+        zuObjRelease( STREAMS::valueObj( dest ) );
+    }
+
+    static UNIT unitAt( ZU_INT i )
+    {
+        return (UNIT)( i % 251 );
+    }
+    static VALUE *makeValue( ZU_INT length )
+    {
+        UNITS units( (size_t)length );
+        for ( ZU_INT i = 0; i < length; i++ ) {
+            units[ (size_t)i ] = unitAt( i );
+        }
+        return STREAMS::createValue( units.data(), length );
+    }
+    UNITS part( ZU_INT begin, ZU_INT end ) const
+    {
+        return UNITS( STREAMS::valueBacking( value ) + begin, STREAMS::valueBacking( value ) + end );
+    }
+    // Expects `calls` to be all that has been written since the last time.
+    void expectWritten( const std::vector<UNITS> &calls )
+    {
+        EXPECT_EQ( written, calls );
+        written.clear();
+    }
+    // Expects that `dest` has the first units of what the backend has, and the calls that it took.
+    void expectRead( ZU_INT length, const COUNTS &calls )
+    {
+        EXPECT_EQ( STREAMS::valueLength( dest ), length );
+        const UNIT *units = STREAMS::valueBacking( dest );
+        for ( ZU_INT i = 0; i < length; i++ ) {
+            ASSERT_EQ( units[ i ], unitAt( i ) ) << i;
+        }
+        EXPECT_EQ( asked, calls );
+    }
+
+    static ZU_BOOL writeFunc( ZU_OBJ *, const UNIT *units, ZU_INT count )
+    {
+        written.push_back( UNITS( units, units + count ) );
+        return written.size() <= failingWrite;
+    }
+    static ZU_BOOL flushFunc( ZU_OBJ * )
+    {
+        flushes++;
+        return flushResult;
+    }
+    static ZU_BOOL readFunc( ZU_OBJ *, UNIT *units, ZU_INT maxCount, ZU_INT *count )
+    {
+        EXPECT_EQ( *count, 0 );
+        static ZU_INT position;
+        position = asked.empty() ? 0 : position;
+        asked.push_back( maxCount );
+        for ( ; *count < maxCount && position < available; position++ ) {
+            units[ ( *count )++ ] = unitAt( position );
+        }
+        return asked.size() <= failingRead;
+    }
+};
+typedef testing::Types<BYTE_STREAMS, CHAR_STREAMS> BOTH_STREAMS;
+TYPED_TEST_SUITE( Stream, BOTH_STREAMS );
+
+TYPED_TEST( Stream, WritersHandOverTheMemoryInAsFewCalls )
+{
+    auto part = [ this ]( ZU_INT begin, ZU_INT end ) { return this->part( begin, end ); };
+    EXPECT_EQ( TypeParam::write( this->sink, this->value ), ZU_TRUE );
+    this->expectWritten( { part( 0, 3000 ) } );
+    EXPECT_TRUE( TypeParam::writeInner( this->sink, this->value, 5, 2 ) );
+    this->expectWritten( { part( 5, 7 ) } );
+    EXPECT_TRUE( TypeParam::writeLeading( this->sink, this->value, 2 ) );
+    this->expectWritten( { part( 0, 2 ) } );
+    EXPECT_TRUE( TypeParam::writeTrailing( this->sink, this->value, 2 ) );
+    this->expectWritten( { part( 2998, 3000 ) } );
+    EXPECT_TRUE( TypeParam::writeOuter( this->sink, this->value, 1, 2998 ) );
+    this->expectWritten( { part( 0, 1 ), part( 2999, 3000 ) } );
+    EXPECT_TRUE( TypeParam::writeOuter( this->sink, this->value, 0, 2999 ) );
+    this->expectWritten( { part( 2999, 3000 ) } );
+    EXPECT_TRUE( TypeParam::writeOuter( this->sink, this->value, 1, 2999 ) );
+    this->expectWritten( { part( 0, 1 ) } );
+    EXPECT_TRUE( TypeParam::writeUnits( this->sink, this->part( 0, 9 ).data(), 9 ) );
+    this->expectWritten( { part( 0, 9 ) } );
+    EXPECT_EQ( this->flushes, 0 );
+}
+
+TYPED_TEST( Stream, WritingNothingCallsNothing )
+{
+    EXPECT_TRUE( TypeParam::write( this->sink, this->dest ) );
+    EXPECT_TRUE( TypeParam::writeInner( this->sink, this->value, 3000, 0 ) );
+    EXPECT_TRUE( TypeParam::writeInner( this->sink, nullptr, 0, 0 ) );
+    EXPECT_TRUE( TypeParam::writeLeading( this->sink, nullptr, 0 ) );
+    EXPECT_TRUE( TypeParam::writeTrailing( this->sink, nullptr, 0 ) );
+    EXPECT_TRUE( TypeParam::writeOuter( this->sink, nullptr, 0, 0 ) );
+    EXPECT_TRUE( TypeParam::writeOuter( this->sink, this->value, 0, 3000 ) );
+    EXPECT_TRUE( TypeParam::writeUnits( this->sink, nullptr, 0 ) );
+    this->expectWritten( {} );
+}
+
+TYPED_TEST( Stream, AFailedSinkRefusesEverything )
+{
+    auto write = [ this ]() { return TypeParam::write( this->sink, this->value ); };
+    auto outer = [ this ]() { return TypeParam::writeOuter( this->sink, this->value, 10, 20 ); };
+    auto units = [ this ]() { return TypeParam::writeUnits( this->sink, this->part( 0, 1 ).data(), 1 ); };
+    auto nothing = [ this ]() { return TypeParam::writeUnits( this->sink, nullptr, 0 ); };
+    this->failingWrite = 0;
+    EXPECT_EQ( units(), ZU_FALSE );
+    EXPECT_EQ( TypeParam::sinkError( this->sink ), TypeParam::WRITE_UNITS_FAILS_FOR_GOOD );
+    if ( !TypeParam::WRITE_UNITS_FAILS_FOR_GOOD ) {
+        EXPECT_TRUE( nothing() );
+        // The second piece of two fails.
+        this->written.clear();
+        this->failingWrite = 1;
+        EXPECT_FALSE( outer() );
+        EXPECT_TRUE( TypeParam::sinkError( this->sink ) );
+        EXPECT_EQ( this->written.size(), 2u );
+    }
+    this->written.clear();
+    EXPECT_FALSE( write() );
+    EXPECT_FALSE( outer() );
+    EXPECT_FALSE( units() );
+    EXPECT_FALSE( nothing() );
+    EXPECT_FALSE( TypeParam::writeInner( this->sink, nullptr, 0, 0 ) );
+    EXPECT_FALSE( TypeParam::flush( this->sink ) );
+    this->expectWritten( {} );
+    zuObjRelease( TypeParam::sinkObj( std::exchange( this->sink, nullptr ) ) );
+    EXPECT_EQ( this->flushes, 0 ) << "a failed sink is not flushed at its end";
+}
+
+TYPED_TEST( Stream, AFailingWriteIsForGood )
+{
+    this->failingWrite = 0;
+    EXPECT_FALSE( TypeParam::writeOuter( this->sink, this->value, 10, 20 ) );
+    EXPECT_EQ( this->written.size(), 1u ) << "the second piece is not tried";
+    EXPECT_TRUE( TypeParam::sinkError( this->sink ) );
+}
+
+TYPED_TEST( Stream, FlushesOnDemandAndAtTheEnd )
+{
+    EXPECT_EQ( TypeParam::flush( this->sink ), ZU_TRUE );
+    EXPECT_EQ( this->flushes, 1 );
+    zuObjRelease( TypeParam::sinkObj( this->sink ) );
+    EXPECT_EQ( this->flushes, 2 );
+    this->sink = TypeParam::createSink( this->writeFunc, this->flushFunc, nullptr );
+    this->flushResult = ZU_FALSE;
+    EXPECT_EQ( TypeParam::flush( this->sink ), ZU_FALSE );
+    EXPECT_TRUE( TypeParam::sinkError( this->sink ) );
+    EXPECT_FALSE( TypeParam::write( this->sink, this->value ) );
+    this->expectWritten( {} );
+}
+
+TYPED_TEST( Stream, ReadsInChunks )
+{
+    struct ROW {
+        ZU_INT available;
+        ZU_INT maxCount;
+        ZU_INT length;
+        COUNTS asked;
+        bool end;
+    };
+    const ROW rows[] = {
+        { 3000, 2500, 2500, { 1024, 1024, 452 }, false },
+        { 2500, 2500, 2500, { 1024, 1024, 452 }, false },
+        { 2400, 2500, 2400, { 1024, 1024, 452 }, true },
+        { 1024, -1, 1024, { 1024, 1024 }, true },
+        { 5, 5, 5, { 5 }, false },
+        { 0, 1, 0, { 1 }, true },
+        { 10, 0, 0, {}, false },
+    };
+    for ( const ROW &row : rows ) {
+        SCOPED_TRACE( std::to_string( row.available ) + ", " + std::to_string( row.maxCount ) );
+        auto fresh = TypeParam::createSource( this->readFunc, nullptr );
+        zuObjRelease( TypeParam::valueObj( this->dest ) );
+        this->dest = TypeParam::createEmpty();
+        this->asked.clear();
+        this->available = row.available;
+        EXPECT_EQ( TypeParam::read( fresh, &this->dest, row.maxCount ), row.length );
+        this->expectRead( row.length, row.asked );
+        EXPECT_EQ( TypeParam::end( fresh ), row.end );
+        EXPECT_FALSE( TypeParam::sourceError( fresh ) );
+        if ( row.end ) {
+            this->available = 9000;
+            EXPECT_EQ( TypeParam::read( fresh, &this->dest, -1 ), 0 );
+            this->expectRead( row.length, row.asked );
+        }
+        zuObjRelease( TypeParam::sourceObj( fresh ) );
+    }
+}
+
+TYPED_TEST( Stream, ReadsUnitsByOneCallEvenAfterTheEnd )
+{
+    typename TestFixture::UNITS units( 5000 );
+    auto readUnits = [ & ]( ZU_INT maxCount ) { return TypeParam::readUnits( this->source, units.data(), maxCount ); };
+    this->available = 3000;
+    EXPECT_EQ( readUnits( 3000 ), 3000 );
+    EXPECT_FALSE( TypeParam::end( this->source ) );
+    EXPECT_EQ( TypeParam::readUnits( this->source, nullptr, 0 ), 0 );
+    EXPECT_FALSE( TypeParam::end( this->source ) );
+    EXPECT_EQ( readUnits( 1 ), 0 );
+    EXPECT_TRUE( TypeParam::end( this->source ) );
+    this->available = 3010;
+    EXPECT_EQ( readUnits( 5000 ), 10 ) << "the input has grown";
+    EXPECT_EQ( units[ 9 ], this->unitAt( 3009 ) );
+    EXPECT_TRUE( TypeParam::end( this->source ) );
+    EXPECT_EQ( this->asked,
+               TypeParam::READS_NOTHING_BY_A_CALL ? COUNTS( { 3000, 0, 1, 5000 } ) : COUNTS( { 3000, 1, 5000 } ) );
+}
+
+TYPED_TEST( Stream, AFailingReadKeepsWhatItBrought )
+{
+    this->available = 3000;
+    this->failingRead = 1;
+    EXPECT_EQ( TypeParam::read( this->source, &this->dest, -1 ), 2048 );
+    this->expectRead( 2048, { 1024, 1024 } );
+    EXPECT_TRUE( TypeParam::end( this->source ) );
+    EXPECT_TRUE( TypeParam::sourceError( this->source ) );
+    EXPECT_EQ( TypeParam::read( this->source, &this->dest, -1 ), 0 );
+    typename TestFixture::UNIT unit;
+    this->failingRead = SIZE_MAX;
+    EXPECT_EQ( TypeParam::readUnits( this->source, &unit, 1 ), 1 );
+    EXPECT_TRUE( TypeParam::sourceError( this->source ) ) << "no success undoes a failure";
+}
+
+TYPED_TEST( Stream, Aborts )
+{
+    typedef TypeParam S;
+    const std::string name = S::NAME;
+    const std::string valueName = S::VALUE_NAME;
+    const std::string range = name + "Offset + " + name + "Count";
+    const std::string tooLong = range + " == 0 || " + range + " <= " + S::LENGTH;
+    const std::string read = name + "sRead";
+    typename S::UNIT unit = 0;
+    struct ROW {
+        std::string expression;
+        std::function<void()> statement;
+    };
+    const ROW rows[] = {
+        { name.substr( 0, 1 ) + "s", [ & ] { S::flush( nullptr ); } },
+        { "writeFunc", [ & ] { S::createSink( nullptr, this->flushFunc, nullptr ); } },
+        { "flushFunc", [ & ] { S::createSink( this->writeFunc, nullptr, nullptr ); } },
+        { "readFunc", [ & ] { S::createSource( nullptr, nullptr ); } },
+        { valueName, [ & ] { S::write( this->sink, nullptr ); } },
+        { name + "Offset >= 0", [ & ] { S::writeInner( this->sink, this->value, -1, 1 ); } },
+        { name + "Offset == 0 || " + valueName, [ & ] { S::writeOuter( this->sink, nullptr, 1, 0 ); } },
+        { name + "Count >= 0", [ & ] { S::writeLeading( this->sink, this->value, -1 ); } },
+        { name + "Count == 0 || " + valueName, [ & ] { S::writeTrailing( this->sink, nullptr, 1 ); } },
+        { "ZU_INT_ADD_OK( " + name + "Offset, " + name + "Count )",
+          [ & ] { S::writeInner( this->sink, this->value, ZU_INT_MAX, ZU_INT_MAX ); } },
+        { tooLong, [ & ] { S::writeOuter( this->sink, this->value, 2999, 2 ); } },
+        { tooLong, [ & ] { S::writeInner( this->sink, this->value, 2999, 2 ); } },
+        { name + "Offset >= 0", [ & ] { S::writeTrailing( this->sink, this->value, 3001 ); } },
+        { name + "Count == 0 || " + S::UNITS_NAME, [ & ] { S::writeUnits( this->sink, nullptr, 1 ); } },
+        { "max" + std::string( S::WRITE_UNITS_FAILS_FOR_GOOD ? "Char" : "Byte" ) + "Count >= -1",
+          [ & ] { S::read( this->source, &this->dest, -2 ); } },
+        { read + " >= 0",
+          [ & ] {
+              S::read(
+                  S::createSource( []( ZU_OBJ *, auto *, ZU_INT, ZU_INT *n ) { return *n = -1, ZU_TRUE; }, nullptr ),
+                  &this->dest, 1 );
+          } },
+        { read + " <= " + name + "sToRead",
+          [ & ] {
+              S::read(
+                  S::createSource( []( ZU_OBJ *, auto *, ZU_INT, ZU_INT *n ) { return *n = 6, ZU_TRUE; }, nullptr ),
+                  &this->dest, 5 );
+          } },
+        { read + " <= max" + ( S::WRITE_UNITS_FAILS_FOR_GOOD ? "Char" : "Byte" ) + "Count",
+          [ & ] {
+              S::readUnits(
+                  S::createSource( []( ZU_OBJ *, auto *, ZU_INT, ZU_INT *n ) { return *n = 2, ZU_TRUE; }, nullptr ),
+                  &unit, 1 );
+          } },
+    };
+    for ( const ROW &row : rows ) {
+        SCOPED_TRACE( row.expression );
+        expectAbort( row.expression.c_str(), row.statement );
+    }
+}
+
+// Skipping, which byte sources alone can do
+TEST( ByteSource, SkipsByReadingIfItHasTo )
+{
+    typedef Stream<BYTE_STREAMS> BACKEND;
+    ZU_BYTE_SOURCE *source = zu___ByteSourceCreate( BACKEND::readFunc, nullptr, nullptr );
+    BACKEND::asked.clear();
+    BACKEND::available = 3000;
+    BACKEND::failingRead = SIZE_MAX;
+    EXPECT_EQ( zuByteSourceSkip( source, 0 ), 0 );
+    EXPECT_EQ( zuByteSourceSkip( source, 1500 ), 1500 );
+    EXPECT_FALSE( zuByteSourceEnd( source ) );
+    uint8_t byte = 0;
+    EXPECT_EQ( zuByteSourceReadBytes( source, &byte, 1 ), 1 );
+    EXPECT_EQ( byte, BACKEND::unitAt( 1500 ) );
+    EXPECT_EQ( zuByteSourceSkip( source, -1 ), 1499 );
+    EXPECT_TRUE( zuByteSourceEnd( source ) );
+    EXPECT_EQ( zuByteSourceSkip( source, -1 ), 0 );
+    EXPECT_EQ( BACKEND::asked, COUNTS( { 1024, 476, 1, 1024, 1024 } ) );
+    zuByteSourceRelease( source );
+}
+TEST( ByteSource, SkipsByItsFunction )
+{
+    static COUNTS asked;
+    static ZU_BOOL ok;
+    ok = ZU_TRUE;
+    ZU_BYTE_SOURCE *source = zu___ByteSourceCreate(
+        Stream<BYTE_STREAMS>::readFunc,
+        []( ZU_OBJ *, ZU_INT maxCount, ZU_INT *count ) {
+            asked.push_back( maxCount );
+            *count = maxCount == ZU_INT_MAX ? 7 : maxCount;
+            return ok;
+        },
+        nullptr );
+    EXPECT_EQ( zuByteSourceSkip( source, 5000 ), 5000 );
+    EXPECT_FALSE( zuByteSourceEnd( source ) );
+    ok = ZU_FALSE;
+    EXPECT_EQ( zuByteSourceSkip( source, 3 ), 3 );
+    EXPECT_TRUE( zuByteSourceEnd( source ) && zuByteSourceError( source ) );
+    EXPECT_EQ( zuByteSourceSkip( source, -1 ), 0 );
+    EXPECT_EQ( asked, COUNTS( { 5000, 3 } ) );
+    zuByteSourceRelease( source );
+}
+
+// The backends in memory
+TEST( BufferByteStreams, CollectAndDeliver )
+{
+    ZU_BUFFER_BYTE_SINK *collector = zuBufferByteSinkCreate();
+    ZU_BYTE_SINK *first = zuBufferByteSinkByteSink( collector );
+    ZU_BYTE_SINK *second = zuBufferByteSinkByteSink( collector );
+    EXPECT_TRUE( zuByteSinkWriteBytes( first, (const uint8_t *)"ab", 2 ) );
+    ZU_BUFFER *thirteen = zuBufferCreateFromBits( 0x1234, 13 );
+    EXPECT_TRUE( zuByteSinkWrite( second, thirteen ) ) << "one byte of thirteen bits";
+    EXPECT_TRUE( zuByteSinkFlush( first ) );
+    ZU_BUFFER *collected = zuBufferByteSinkBuffer( collector );
+    ZU_BUFFER *nothing = zuBufferByteSinkBuffer( collector );
+    EXPECT_EQ( zuBufferReadBits( collected, 0, 24 ), 0x616291 );
+    EXPECT_EQ( zuBufferBitLength( collected ), 24 );
+    EXPECT_EQ( zuBufferBitLength( nothing ), 0 );
+
+    ZU_BUFFER_BYTE_SOURCE *delivery = zuBufferByteSourceCreate( collected );
+    ZU_BYTE_SOURCE *source = zuBufferByteSourceByteSource( delivery );
+    ZU_BYTE_SOURCE *other = zuBufferByteSourceByteSource( delivery );
+    uint8_t bytes[ 2 ];
+    EXPECT_EQ( zuByteSourceReadBytes( source, bytes, 1 ), 1 );
+    EXPECT_EQ( bytes[ 0 ], 0x61 );
+    EXPECT_EQ( zuByteSourceSkip( other, 1 ), 1 ) << "both share one position";
+    EXPECT_EQ( zuByteSourceReadBytes( source, bytes, 1 ), 1 );
+    EXPECT_EQ( bytes[ 0 ], 0x91 );
+    EXPECT_FALSE( zuByteSourceEnd( source ) );
+    EXPECT_EQ( zuByteSourceSkip( source, 1 ), 0 );
+    EXPECT_TRUE( zuByteSourceEnd( source ) && !zuByteSourceEnd( other ) && !zuByteSourceError( source ) );
+    ZU_BUFFER *whole = zuBufferByteSourceBuffer( delivery );
+    EXPECT_EQ( whole, collected );
+
+    ZU_BUFFER_BYTE_SOURCE *partial = zuBufferByteSourceCreate( thirteen );
+    ZU_BYTE_SOURCE *one = zuBufferByteSourceByteSource( partial );
+    EXPECT_EQ( zuByteSourceReadBytes( one, bytes, 2 ), 1 );
+    for ( ZU_OBJ *obj : { zuByteSourceObj( one ), zuBufferByteSourceObj( partial ), zuBufferObj( whole ),
+                          zuByteSourceObj( other ), zuByteSourceObj( source ), zuBufferByteSourceObj( delivery ),
+                          zuBufferObj( nothing ), zuBufferObj( collected ), zuBufferObj( thirteen ),
+                          zuByteSinkObj( second ), zuByteSinkObj( first ), zuBufferByteSinkObj( collector ) } ) {
+        zuObjRelease( obj );
+    }
+}
+TEST( StringCharStreams, WriteTextsOfAllKinds )
+{
+    ZU_STRING_CHAR_SINK *collector = zuStringCharSinkCreate();
+    ZU_CHAR_SINK *sink = zuStringCharSinkCharSink( collector );
+    ZU_STRING *format = zuStringCreateFromAscii( "%i|", -1 );
+    EXPECT_TRUE( zuCharSinkWriteChar( sink, 0x1F600 ) );
+    EXPECT_TRUE( zuCharSinkWriteCstr( sink, "cstr|", -1 ) );
+    EXPECT_TRUE( zuCharSinkWriteWcstr( sink, u"wcstr|", -1 ) );
+    EXPECT_TRUE( zuCharSinkWriteFormat( sink, format, (ZU_INT)1 ) );
+    EXPECT_TRUE( zuCharSinkWriteFormatCstr( sink, "%i|%i", 3, (ZU_INT)2 ) );
+    EXPECT_TRUE( zuCharSinkWriteFormatWcstr( sink, u"%s%i", -1, format, (ZU_INT)3 ) );
+    EXPECT_TRUE( zuCharSinkFlush( sink ) );
+    ZU_STRING *collected = zuStringCharSinkString( collector );
+    ZU_STRING *nothing = zuStringCharSinkString( collector );
+    EXPECT_TRUE( zuStringEqualsWcstr( nothing, u"", -1 ) );
+    ZU_STRING *expected = zuStringCreateFromUtf8( "?cstr|wcstr|1|2|%i|3", -1 );
+    zuStringSetCharAt( &expected, 0, 0x1F600 );
+    EXPECT_TRUE( zuStringEquals( collected, expected ) );
+
+    ZU_STRING_CHAR_SOURCE *delivery = zuStringCharSourceCreate( collected );
+    ZU_CHAR_SOURCE *source = zuStringCharSourceCharSource( delivery );
+    ZU_CHAR first;
+    EXPECT_EQ( zuCharSourceReadChars( source, &first, 1 ), 1 );
+    EXPECT_EQ( first, 0x1F600u );
+    ZU_STRING *rest = zuStringCreate();
+    EXPECT_EQ( zuCharSourceRead( source, &rest, -1 ), 19 );
+    EXPECT_TRUE( zuStringEndsWith( expected, rest ) );
+    ZU_STRING *whole = zuStringCharSourceString( delivery );
+    EXPECT_EQ( whole, collected );
+    for ( ZU_OBJ *obj :
+          { zuStringObj( whole ), zuStringObj( rest ), zuCharSourceObj( source ), zuStringCharSourceObj( delivery ),
+            zuStringObj( expected ), zuStringObj( nothing ), zuStringObj( collected ), zuStringObj( format ),
+            zuCharSinkObj( sink ), zuStringCharSinkObj( collector ) } ) {
+        zuObjRelease( obj );
+    }
+}
+TEST( StringCharStreams, AFailedSinkWritesNoTextOfAnyKind )
+{
+    typedef Stream<CHAR_STREAMS> BACKEND;
+    BACKEND::written.clear();
+    BACKEND::failingWrite = 0;
+    ZU_CHAR_SINK *sink = zu___CharSinkCreate( BACKEND::writeFunc, BACKEND::flushFunc, nullptr );
+    EXPECT_FALSE( zuCharSinkWriteChar( sink, 'a' ) );
+    EXPECT_TRUE( zuCharSinkError( sink ) );
+    EXPECT_FALSE( zuCharSinkWriteChar( sink, 'a' ) );
+    EXPECT_FALSE( zuCharSinkWriteCstr( sink, "a", -1 ) );
+    EXPECT_FALSE( zuCharSinkWriteFormatCstr( sink, "%~s", -1, zuStringCreateFromAscii( "taken over", -1 ) ) );
+    EXPECT_EQ( BACKEND::written.size(), 1u );
+    zuCharSinkRelease( sink );
+}
