@@ -20,6 +20,7 @@
 #include "zu/base/zu_name.h"
 #include "zu/base/zu_nanoseconds.h"
 #include "zu/base/zu_region.h"
+#include "zu/base/zu_store.h"
 #include "zu/base/zu_string.h"
 #include "zu/base/zu_string_format.h"
 #include "zu/base/zu_time.h"

@@ -6,6 +6,7 @@
 #include "zu/base/zu_dict.h"
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_format_flags.h"
+#include "zu/base/zu_store.h"
 #include "zu/base/zu_string.h"
 #include "zu/base/zu_time.h"
 #include "zu/base/zu_timestamp.h"
@@ -50,6 +51,7 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___FormatStartup, zu___FormatShutdown },
     { zu___BoxedNullStartup, zu___BoxedNullShutdown },
     { zu___BoxedBoolStartup, zu___BoxedBoolShutdown },
+    { zu___StoreStartup, zu___StoreShutdown },
     { zu___TimestampStartup, zu___TimestampShutdown },
     { zu___TimeStartup, zu___TimeShutdown },
 };

@@ -1,0 +1,512 @@
+#include "zu/base/zu_store.h"
+
+#include "zu/sys/zu_mem.h"
+#include "zu/zu.hpp"
+#include "zu_test_support.h"
+
+#include <cstdlib>
+#include <map>
+#include <pthread.h>
+#include <random>
+#include <set>
+#include <vector>
+
+using STRING = zu::Ref<ZU_STRING>;
+using STORE = zu::Ref<ZU_STORE>;
+
+static STRING makeString( const std::string &text )
+{
+    return zu::adopt( zuStringCreateFromUtf8( text.data(), (ZU_INT)text.size() ) );
+}
+static std::string textOf( const STRING &zus )
+{
+    ZU_INT length;
+    char *chars = zuStringConvertToUtf8( zus.get(), ZU_FALSE, &length );
+    std::string text( chars ? chars : "", (size_t)length );
+    zuMemFree( chars );
+    return text;
+}
+static std::vector<std::string> takeTexts( ZU_VECTOR *vec )
+{
+    std::vector<std::string> texts;
+    for ( ZU_INT i = 0; i < zuVectorLength( vec ); i++ ) {
+        texts.push_back( textOf( zu::adopt( zuStringFrom( zuVectorObjAt( vec, i ) ) ) ) );
+    }
+    zuVectorRelease( vec );
+    return texts;
+}
+
+// All forms of each operation, to be chosen by a number: zuStoreXIn( form, ... ) calls the form of zuStoreX.
+enum { PLAIN, AT, CSTR, WCSTR, FORMAT, FORMAT_CSTR, FORMAT_WCSTR, FORMS };
+
+struct ADDRESS {
+    std::string text;
+    ZU_INT position; // -1: not in use, so that AT is PLAIN
+};
+// `BEFORE` and `BEHIND` are the arguments on either side of the address, with their commas.
+#define FORMS_OF( RESULT, name, STORE_TYPE, PARAMETERS, BEFORE, BEHIND )                                               \
+    static RESULT name##In( int form, STORE_TYPE store, const ADDRESS &address PARAMETERS )                            \
+    {                                                                                                                  \
+        const char *text = address.text.c_str();                                                                       \
+        switch ( form == AT && address.position < 0 ? PLAIN : form ) {                                                 \
+        case AT:                                                                                                       \
+            return name##At( store BEFORE, address.position BEHIND );                                                  \
+        case CSTR:                                                                                                     \
+            return name##Cstr( store BEFORE, ( address.text + "?" ).c_str(), (ZU_INT)address.text.size() BEHIND );     \
+        case WCSTR:                                                                                                    \
+            return name##Wcstr( store BEFORE, std::u16string( text, text + address.text.size() ).c_str(), -1 BEHIND ); \
+        case FORMAT:                                                                                                   \
+            return name##Format( store BEFORE, makeString( "%lc" ).get() BEHIND, text );                               \
+        case FORMAT_CSTR:                                                                                              \
+            return name##FormatCstr( store BEFORE, "%lc?", 3 BEHIND, text );                                           \
+        case FORMAT_WCSTR:                                                                                             \
+            return name##FormatWcstr( store BEFORE, u"%lc", -1 BEHIND, text );                                         \
+        default:                                                                                                       \
+            return name( store BEFORE, makeString( address.text ).get() BEHIND );                                      \
+        }                                                                                                              \
+    }
+#define COMMA                         ,
+#define READING_FORMS( RESULT, name ) FORMS_OF( RESULT, name, ZU_STORE *, , , )
+#define SETTING_FORMS( name, TYPE )   FORMS_OF( void, name, ZU_STORE **, COMMA TYPE item, , COMMA item )
+#define TYPED_FORMS( kind, TYPE )                                                        \
+    READING_FORMS( ZU_BOOL, zuStoreHasValue##kind )                                      \
+    FORMS_OF( ZU_BOOL, zuStoreValue##kind, ZU_STORE *, COMMA TYPE *value, COMMA value, ) \
+    SETTING_FORMS( zuStoreSetValue##kind, TYPE )
+
+// The only form that is missing.
+static ZU_BOOL zuStoreHasAddressAt( ZU_STORE *store, ZU_INT idx )
+{
+    return zuStoreHasAddress( store, zu::adopt( zuStoreAddressAt( store, idx ) ).get() );
+}
+READING_FORMS( ZU_BOOL, zuStoreHasAddress )
+READING_FORMS( ZU_BOOL, zuStoreHasValue )
+READING_FORMS( ZU_STRING *, zuStoreValue )
+SETTING_FORMS( zuStoreSetValue, ZU_STRING * )
+FORMS_OF( void, zuStoreDelValue, ZU_STORE **, , , )
+READING_FORMS( ZU_BOOL, zuStoreHasStore )
+READING_FORMS( ZU_STORE *, zuStoreStore )
+SETTING_FORMS( zuStoreSetStore, ZU_STORE * )
+FORMS_OF( void, zuStoreDelStore, ZU_STORE **, , , )
+TYPED_FORMS( Bool, ZU_BOOL )
+TYPED_FORMS( Int, ZU_INT )
+TYPED_FORMS( Real, double )
+
+// The model
+struct MODEL {
+    std::map<std::string, std::string> values;
+    std::map<std::string, MODEL> stores;
+
+    std::vector<std::string> addresses() const
+    {
+        std::set<std::string> all;
+        for ( const auto &each : values ) {
+            all.insert( each.first );
+        }
+        for ( const auto &each : stores ) {
+            all.insert( each.first );
+        }
+        return { all.begin(), all.end() };
+    }
+    ADDRESS find( const std::string &text ) const
+    {
+        std::vector<std::string> all = addresses();
+        auto found = std::find( all.begin(), all.end(), text );
+        return { text, found == all.end() ? -1 : found - all.begin() };
+    }
+    void merge( const MODEL &other )
+    {
+        values.insert( other.values.begin(), other.values.end() );
+        for ( const auto &each : other.stores ) {
+            stores[ each.first ].merge( each.second );
+        }
+    }
+    int depth() const
+    {
+        int deepest = 0;
+        for ( const auto &each : stores ) {
+            deepest = std::max( deepest, each.second.depth() );
+        }
+        return deepest + 1;
+    }
+};
+static int order( const MODEL &a, const MODEL &b )
+{
+    if ( a.addresses() != b.addresses() ) {
+        return a.addresses() < b.addresses() ? -1 : 1;
+    }
+    if ( a.values != b.values ) {
+        return a.values < b.values ? -1 : 1;
+    }
+    auto mine = a.stores.begin();
+    auto theirs = b.stores.begin();
+    for ( ; mine != a.stores.end() && theirs != b.stores.end(); ++mine, ++theirs ) {
+        if ( mine->first != theirs->first ) {
+            return mine->first < theirs->first ? -1 : 1;
+        }
+        if ( int result = order( mine->second, theirs->second ) ) {
+            return result;
+        }
+    }
+    return ( mine != a.stores.end() ) - ( theirs != b.stores.end() );
+}
+
+class StoreModel : public testing::Test {
+protected:
+    struct HOLDER {
+        STORE store = zu::adopt( zuStoreCreate() );
+        MODEL model;
+    };
+
+    int below( int end )
+    {
+        return (int)( random() % (uint64_t)end );
+    }
+    int anyForm()
+    {
+        return below( FORMS );
+    }
+    ADDRESS anyAddress( const MODEL &model )
+    {
+        static const char *const TEXTS[] = { "-", "0",      "A", "_",
+                                             "a", "a-Z_09", "b", "long-long-long-long-long-long-long" };
+        return model.find( TEXTS[ below( 8 ) ] );
+    }
+
+    // What the text `text` says as a number: a reading of another make, for texts that both read alike.
+    template <typename T, typename READ>
+    void expectTyped( ZU_BOOL has, ZU_BOOL read, T value, const std::string *text, READ reference )
+    {
+        T wanted = 0;
+        bool possible = text && reference( *text, &wanted );
+        EXPECT_EQ( has, possible );
+        EXPECT_EQ( read, possible );
+        // Reals are read digit by digit, so the last bits may differ.
+        EXPECT_DOUBLE_EQ( (double)value, (double)( possible ? wanted : 0 ) );
+    }
+    void expectTypedValues( ZU_STORE *store, const ADDRESS &address, const std::string *text )
+    {
+        auto real = []( const std::string &digits, double *value ) {
+            char *end;
+            *value = strtod( digits.c_str(), &end );
+            return end > digits.c_str() && *end == '\0';
+        };
+        ZU_BOOL b = 7;
+        ZU_INT i = 7;
+        double r = 7.0;
+        ZU_BOOL read = zuStoreValueBoolIn( anyForm(), store, address, &b );
+        expectTyped( zuStoreHasValueBoolIn( anyForm(), store, address ), read, b, text,
+                     [ real ]( const std::string &word, ZU_BOOL *value ) {
+                         double number = 0.0;
+                         bool possible = real( word, &number );
+                         *value = possible ? number != 0.0 : word == "true";
+                         return possible || word == "true" || word == "false";
+                     } );
+        read = zuStoreValueIntIn( anyForm(), store, address, &i );
+        expectTyped( zuStoreHasValueIntIn( anyForm(), store, address ), read, i, text,
+                     []( const std::string &digits, ZU_INT *value ) {
+                         char *end;
+                         *value = strtoll( digits.c_str(), &end, 10 );
+                         return end > digits.c_str() && *end == '\0';
+                     } );
+        read = zuStoreValueRealIn( anyForm(), store, address, &r );
+        expectTyped( zuStoreHasValueRealIn( anyForm(), store, address ), read, r, text, real );
+    }
+    void expectHolds( ZU_STORE *store, const MODEL &model )
+    {
+        std::vector<std::string> all = model.addresses();
+        EXPECT_EQ( takeTexts( zuStoreAddressesVector( store ) ), all );
+        ASSERT_EQ( zuStoreLength( store ), (ZU_INT)all.size() );
+        std::vector<std::string> withValue;
+        std::vector<std::string> withStore;
+        for ( const ADDRESS &address : { anyAddress( model ), anyAddress( model ) } ) {
+            EXPECT_EQ( zuStoreHasAddressIn( anyForm(), store, address ), address.position >= 0 );
+            all.push_back( address.text );
+        }
+        for ( const std::string &text : all ) {
+            ADDRESS address = model.find( text );
+            if ( address.position >= 0 ) {
+                EXPECT_EQ( textOf( zu::adopt( zuStoreAddressAt( store, address.position ) ) ), text );
+            }
+            auto value = model.values.find( text );
+            auto sub = model.stores.find( text );
+            bool hasValue = value != model.values.end();
+            bool hasStore = sub != model.stores.end();
+            EXPECT_EQ( zuStoreHasValueIn( anyForm(), store, address ), hasValue );
+            EXPECT_EQ( zuStoreHasStoreIn( anyForm(), store, address ), hasStore );
+            STRING foundValue = zu::adopt( zuStoreValueIn( anyForm(), store, address ) );
+            STORE foundStore = zu::adopt( zuStoreStoreIn( anyForm(), store, address ) );
+            ASSERT_EQ( bool( foundValue ), hasValue );
+            ASSERT_EQ( bool( foundStore ), hasStore );
+            expectTypedValues( store, address, hasValue ? &value->second : nullptr );
+            if ( hasValue ) {
+                EXPECT_EQ( textOf( foundValue ), value->second );
+                withValue.push_back( text );
+            }
+            if ( hasStore ) {
+                expectHolds( foundStore.get(), sub->second );
+                withStore.push_back( text );
+            }
+        }
+        for ( auto *texts : { &withValue, &withStore } ) {
+            std::set<std::string> unique( texts->begin(), texts->end() );
+            texts->assign( unique.begin(), unique.end() );
+        }
+        EXPECT_EQ( takeTexts( zuStoreValueAddressesVector( store ) ), withValue );
+        EXPECT_EQ( takeTexts( zuStoreStoreAddressesVector( store ) ), withStore );
+    }
+
+    void setAnyValue( HOLDER &holder, const ADDRESS &address )
+    {
+        static const char *const TEXTS[] = { "true", "false", "", "x", "12x", "-7", "0", "2.250000", "-0.5" };
+        ZU_STORE **store = holder.store.inOut();
+        std::string text;
+        int number = below( 2001 ) - 1000;
+        switch ( below( 4 ) ) {
+        case 0:
+            text = number > 0 ? "true" : "false";
+            zuStoreSetValueBoolIn( anyForm(), store, address, number > 0 );
+            break;
+        case 1:
+            text = std::to_string( number );
+            zuStoreSetValueIntIn( anyForm(), store, address, number );
+            break;
+        case 2:
+            text = std::to_string( number / 8.0 );
+            zuStoreSetValueRealIn( anyForm(), store, address, number / 8.0 );
+            break;
+        default:
+            text = TEXTS[ below( 9 ) ];
+            zuStoreSetValueIn( anyForm(), store, address, makeString( text ).get() );
+        }
+        holder.model.values[ address.text ] = text;
+    }
+    void setStore( HOLDER &holder, const ADDRESS &address, const HOLDER &other )
+    {
+        // A copy first: the two may be one.
+        MODEL child = other.model;
+        zuStoreSetStoreIn( anyForm(), holder.store.inOut(), address, other.store.get() );
+        holder.model.stores[ address.text ] = child;
+    }
+    void merge( HOLDER &holder, const HOLDER &other )
+    {
+        MODEL added = other.model;
+        zuStoreMerge( holder.store.inOut(), other.store.get() );
+        holder.model.merge( added );
+    }
+    void change( HOLDER &holder, const HOLDER &other )
+    {
+        ADDRESS address = anyAddress( holder.model );
+        switch ( below( 10 ) ) {
+        case 0:
+            zuStoreDelValueIn( anyForm(), holder.store.inOut(), address );
+            holder.model.values.erase( address.text );
+            break;
+        case 1:
+            zuStoreDelStoreIn( anyForm(), holder.store.inOut(), address );
+            holder.model.stores.erase( address.text );
+            break;
+        case 2:
+            holder = other;
+            break;
+        case 3:
+            holder.store = zu::adopt( zuStoreCreateFrom( other.store.get() ) );
+            holder.model = other.model;
+            break;
+        case 4:
+            merge( holder, other );
+            break;
+        case 5: {
+            // Nested: read, change, write back.
+            HOLDER inner;
+            if ( STORE sub = zu::adopt( zuStoreStoreIn( anyForm(), holder.store.get(), address ) ) ) {
+                inner.store = sub;
+                inner.model = holder.model.stores[ address.text ];
+            }
+            setAnyValue( inner, anyAddress( inner.model ) );
+            setStore( holder, address, inner );
+            break;
+        }
+        case 6:
+            setStore( holder, address, other );
+            break;
+        default:
+            setAnyValue( holder, address );
+        }
+        if ( holder.model.depth() > 3 ) {
+            zuStoreClear( holder.store.inOut() );
+            holder.model = {};
+        }
+    }
+
+    uint64_t seed = std::random_device()();
+    std::mt19937_64 random{ seed };
+};
+
+TEST_F( StoreModel, HoldersDoWhatTheirModelsDo )
+{
+    HOLDER holders[ 4 ];
+    for ( int step = 0; step < 2000 && !HasFailure(); step++ ) {
+        SCOPED_TRACE( "seed " + std::to_string( seed ) + ", step " + std::to_string( step ) );
+        change( holders[ below( 4 ) ], holders[ below( 4 ) ] );
+        for ( const HOLDER &holder : holders ) {
+            expectHolds( holder.store.get(), holder.model );
+        }
+        const HOLDER &a = holders[ below( 4 ) ];
+        const HOLDER &b = holders[ below( 4 ) ];
+        EXPECT_EQ( zuStoreCompare( a.store.get(), b.store.get() ), order( a.model, b.model ) );
+    }
+}
+
+TEST( Store, Addresses )
+{
+    for ( const char *ok : { "-_09AZaz", "a", "-", "0" } ) {
+        EXPECT_TRUE( zuStoreAddressOk( makeString( ok ).get() ) ) << ok;
+    }
+    for ( const char *bad : { "", "a.b", "a=b", " a", "a/", ":", "@", "[", "`", "{", "^", "\u00E9", "\u0663" } ) {
+        EXPECT_FALSE( zuStoreAddressOk( makeString( bad ).get() ) ) << bad;
+    }
+}
+TEST( Store, ListsAreInOrderOfTheirIndices )
+{
+    STORE list = zu::adopt( zuStoreCreate() );
+    const ZU_INT count = 12;
+    for ( ZU_INT i = count - 1; i >= 0; i-- ) {
+        zuStoreSetValueIntFormatCstr( list.inOut(), "%.*A", -1, i, count - 1, i );
+    }
+    for ( ZU_INT i = 0; i < count; i++ ) {
+        ZU_INT value = -7;
+        EXPECT_TRUE( zuStoreValueIntAt( list.get(), &value, i ) );
+        EXPECT_EQ( value, i );
+    }
+    EXPECT_EQ( textOf( zu::adopt( zuStoreAddressAt( list.get(), 3 ) ) ), "03" );
+}
+TEST( Store, TypedReading )
+{
+    struct ROW {
+        const char *text;
+        int b; // -1: none
+        ZU_INT i;
+        bool hasInt;
+        double r;
+        bool hasReal;
+    };
+    static const ROW ROWS[] = {
+        { "12x", -1, 0, false, 0.0, false },
+        { "0x10", 1, 16, true, 16.0, true },
+        { " 12 ", 1, 12, true, 12.0, true },
+        { "TRUE", 1, 0, false, 0.0, false },
+        { " false ", 0, 0, false, 0.0, false },
+        { "0", 0, 0, true, 0.0, true },
+        { "yes", -1, 0, false, 0.0, false },
+        { "1,5", 1, 0, false, 1.5, true },
+        { "9223372036854775808", 1, 0, false, 9223372036854775808.0, true },
+        { "", -1, 0, false, 0.0, false },
+    };
+    for ( const ROW &row : ROWS ) {
+        SCOPED_TRACE( row.text );
+        STORE store = zu::adopt( zuStoreCreate() );
+        zuStoreSetValueCstr( store.inOut(), "a", -1, makeString( row.text ).get() );
+        ZU_BOOL b = 7;
+        ZU_INT i = 7;
+        double r = 7.0;
+        EXPECT_EQ( zuStoreValueBoolCstr( store.get(), &b, "a", -1 ), row.b >= 0 );
+        EXPECT_EQ( b, row.b == 1 );
+        EXPECT_EQ( zuStoreValueIntCstr( store.get(), &i, "a", -1 ), row.hasInt );
+        EXPECT_EQ( i, row.i );
+        EXPECT_EQ( zuStoreValueRealCstr( store.get(), &r, "a", -1 ), row.hasReal );
+        EXPECT_DOUBLE_EQ( r, row.r );
+    }
+    STORE store = zu::adopt( zuStoreCreate() );
+    zuStoreSetValueRealCstr( store.inOut(), "a", -1, 0.9999999 );
+    EXPECT_EQ( textOf( zu::adopt( zuStoreValueCstr( store.get(), "a", -1 ) ) ), "0.999999" );
+}
+TEST( Store, NobodyElseIsTouched )
+{
+    STORE store = zu::adopt( zuStoreCreate() );
+    STORE same = store;
+    zuStoreDelValueCstr( store.inOut(), "a", -1 );
+    EXPECT_NE( store.get(), same.get() ) << "a deletion copies, even of what is not there";
+    STORE child = zu::adopt( zuStoreCreate() );
+    zuStoreSetStoreCstr( store.inOut(), "child", -1, child.get() );
+    zuStoreSetValueBoolCstr( child.inOut(), "a", -1, ZU_TRUE );
+    EXPECT_EQ( zuStoreLength( zu::adopt( zuStoreStoreCstr( store.get(), "child", -1 ) ).get() ), 0 );
+    // Merged in place or not, a sub-store that somebody holds stays as it is.
+    STORE held = zu::adopt( zuStoreStoreCstr( store.get(), "child", -1 ) );
+    STORE other = zu::adopt( zuStoreCreate() );
+    zuStoreSetStoreCstr( other.inOut(), "child", -1, child.get() );
+    zuStoreMerge( store.inOut(), other.get() );
+    EXPECT_EQ( zuStoreLength( held.get() ), 0 );
+    EXPECT_TRUE( zuStoreEquals( store.get(), other.get() ) );
+    EXPECT_EQ( zuStoreLength( child.get() ), 1 );
+}
+
+// A chain of stores, with a value at each level.
+static STORE makeChain( int depth, ZU_INT value )
+{
+    STORE chain = zu::adopt( zuStoreCreate() );
+    while ( depth-- > 0 ) {
+        STORE node = zu::adopt( zuStoreCreate() );
+        zuStoreSetValueIntFormatCstr( node.inOut(), "v%i", -1, value, value );
+        zuStoreSetStoreCstr( node.inOut(), "s", -1, chain.get() );
+        chain = node;
+    }
+    return chain;
+}
+static void *mergeDeepStores( void * )
+{
+    STORE store = makeChain( 10000, 1 );
+    zuStoreMerge( store.inOut(), makeChain( 20000, 2 ).get() );
+    ZU_INT both = 0;
+    ZU_INT levels = 0;
+    while ( STORE next = zu::adopt( zuStoreStoreCstr( store.get(), "s", -1 ) ) ) {
+        levels++;
+        both += zuStoreHasValueIntCstr( store.get(), "v1", -1 ) && zuStoreHasValueIntCstr( store.get(), "v2", -1 );
+        store = next;
+    }
+    EXPECT_EQ( levels, 20000 );
+    EXPECT_EQ( both, 10000 );
+    return nullptr;
+}
+TEST( Store, MergesDeepStoresOnASmallStack )
+{
+    pthread_attr_t attributes;
+    pthread_attr_init( &attributes );
+    pthread_attr_setstacksize( &attributes, 128 * 1024 );
+    pthread_t thread;
+    ASSERT_EQ( pthread_create( &thread, &attributes, mergeDeepStores, nullptr ), 0 );
+    pthread_join( thread, nullptr );
+    pthread_attr_destroy( &attributes );
+}
+
+TEST( StoreAborts, Arguments )
+{
+    STORE store = zu::adopt( zuStoreCreate() );
+    STORE none;
+    STRING a = makeString( "a" );
+    ADDRESS bad = { "a.b", -1 };
+    ADDRESS good = { "a", -1 };
+    for ( int form = PLAIN; form < FORMS; form++ ) {
+        expectAbort( "zuStoreAddressOk( address)", [ & ] { zuStoreHasAddressIn( form, store.get(), bad ); } );
+        expectAbort( "zuStoreAddressOk( address)", [ & ] { zuStoreSetStoreIn( form, store.inOut(), bad, nullptr ); } );
+        expectAbort( "store", [ & ] { zuStoreValueIntIn( form, nullptr, good, nullptr ); } );
+        expectAbort( "*store", [ & ] { zuStoreSetValueIntIn( form, none.inOut(), good, 1 ); } );
+    }
+    for ( auto read :
+          { zuStoreHasValue, zuStoreHasStore, zuStoreHasValueBool, zuStoreHasValueInt, zuStoreHasValueReal } ) {
+        expectAbort( "zuStoreAddressOk( address)", [ & ] { read( store.get(), makeString( "" ).get() ); } );
+        expectAbort( "store", [ & ] { read( nullptr, a.get() ); } );
+    }
+    for ( auto del : { zuStoreDelValue, zuStoreDelStore } ) {
+        expectAbort( "zuStoreAddressOk( address)", [ & ] { del( store.inOut(), makeString( "" ).get() ); } );
+        expectAbort( "store", [ & ] { del( nullptr, a.get() ); } );
+        expectAbort( "*store", [ & ] { del( none.inOut(), a.get() ); } );
+    }
+    expectAbort( "address", [ & ] { zuStoreValue( store.get(), nullptr ); } );
+    expectAbort( "value", [ & ] { zuStoreSetValue( store.inOut(), a.get(), nullptr ); } );
+    expectAbort( "other", [ & ] { zuStoreSetStore( store.inOut(), a.get(), nullptr ); } );
+    expectAbort( "other", [ & ] { zuStoreMerge( store.inOut(), nullptr ); } );
+    expectAbort( "source", [ & ] { zuStoreCreateFrom( nullptr ); } );
+    expectAbort( "*store", [ & ] { zuStoreClear( none.inOut() ); } );
+    expectAbort( "idx < dict->length", [ & ] { zuStoreValueAt( store.get(), 0 ); } );
+    expectAbort( "store", [ & ] { zuStoreDelValueAt( nullptr, 0 ); } );
+}
