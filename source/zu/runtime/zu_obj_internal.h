@@ -4,6 +4,7 @@
 
 #include "zu/runtime/zu_obj.h"
 #include "zu/runtime/zu_sort.h"
+#include "zu/sys/zu_chars.h"
 
 ZU_BEGIN_DECLS
 
@@ -22,5 +23,14 @@ static inline ZU_INT zu___ObjCompareInline( ZU_OBJ *objA, ZU_OBJ *objB )
     }
     return zuObjCompare( objA, objB );
 }
+
+// Defines the checked downcast <prefix>From, and no more, for a class that only its own source file knows.
+#define ZU___STDFUNCS_PRIVATE( type, prefix )                                                     \
+    static type *prefix##From( ZU_OBJ *obj )                                                      \
+    {                                                                                             \
+        ZU___STDFUNCS_CHECK( !obj || zuObjSort( obj ) == &zu___sort_##type, "stdfunc from",       \
+                             "!obj || zuObjSort(obj)==&zu___sort_" #type );                       \
+        return (type *)obj;                                                                       \
+    }
 
 ZU_END_DECLS

@@ -11,6 +11,8 @@
 #include "zu/base/zu_time.h"
 #include "zu/base/zu_timestamp.h"
 #include "zu/base/zu_vector.h"
+#include "zu/charset/zu_charset.h"
+#include "zu/charset/zu_charset_flags.h"
 #include "zu/io/zu_debug_print.h"
 #include "zu/runtime/zu_obj.h"
 #include "zu/runtime/zu_runtime_internal.h"
@@ -46,6 +48,7 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___VectorStartup, zu___VectorShutdown },
     { zu___DictStartup, zu___DictShutdown },
     { zu___FormatFlagsStartup, zu___FormatFlagsShutdown },
+    { zu___CharsetFlagsStartup, zu___CharsetFlagsShutdown },
     { zu___DebugPrintStartup, zu___DebugPrintShutdown },
     { zu___RuntimeFlagsStartup, zu___RuntimeFlagsShutdown },
     { zu___FormatStartup, zu___FormatShutdown },
@@ -54,6 +57,7 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___StoreStartup, zu___StoreShutdown },
     { zu___TimestampStartup, zu___TimestampShutdown },
     { zu___TimeStartup, zu___TimeShutdown },
+    { zu___CharsetStartup, zu___CharsetShutdown },
 };
 static constexpr size_t SUBSYSTEM_COUNT = sizeof SUBSYSTEMS / sizeof SUBSYSTEMS[ 0 ];
 

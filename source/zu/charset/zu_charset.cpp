@@ -1,0 +1,362 @@
+// What is known of a set stands in its row of a table, as text without pointers; start-up makes the lookups of it.
+
+#include "zu/charset/zu_charset.h"
+
+#include "zu/base/zu_boxed_int.h"
+#include "zu/base/zu_dict.h"
+#include "zu/base/zu_enum_internal.h"
+#include "zu/base/zu_string.h"
+#include "zu/base/zu_vector.h"
+#include "zu/charset/zu_charset_map.h"
+#include "zu/charset/zu_charset_utf.h"
+#include "zu/io/zu_buffer_byte_sink.h"
+#include "zu/io/zu_buffer_byte_source.h"
+#include "zu/unicode/zu_unicode_db.h"
+
+#include <cstring>
+#include <initializer_list>
+
+struct CHARSET_ROW {
+    char ianaNames[ 240 ]; // divided by blanks; the preferred one first
+    ZU_INT codePage;       // -1: none
+};
+// By number.
+static constexpr CHARSET_ROW ROWS[] = {
+    { "US-ASCII ANSI_X3.4-1968 iso-ir-6 ANSI_X3.4-1986 ISO_646.irv:1991 ASCII ascii ISO646-US "
+      "us IBM367 cp367 367 csASCII ISO-10646-UCS-Basic csUnicodeASCII cp20127 20127",
+      20127 },
+    { "ISO-8859-1 ISO_8859-1:1987 iso-ir-100 ISO_8859-1 latin1 l1 IBM819 CP819 819 csISOLatin1 "
+      "ISO-10646-Unicode-Latin1 csUnicodeLatin1 ISO-10646 cp28591 28591",
+      28591 },
+    { "ISO-8859-2 ISO_8859-2:1987 iso-ir-101 ISO_8859-2 latin2 l2 csISOLatin2 cp28592 28592", 28592 },
+    { "ISO-8859-3 ISO_8859-3:1988 iso-ir-109 ISO_8859-3 latin3 l3 csISOLatin3 cp28593 28593", 28593 },
+    { "ISO-8859-4 ISO_8859-4:1988 iso-ir-110 ISO_8859-4 latin4 l4 csISOLatin4 cp28594 28594", 28594 },
+    { "ISO-8859-5 ISO_8859-5:1988 iso-ir-144 ISO_8859-5 cyrillic csISOLatinCyrillic cp28595 "
+      "28595",
+      28595 },
+    { "ISO-8859-6 ISO_8859-6:1987 iso-ir-127 ISO_8859-6 ECMA-114 ASMO-708 arabic "
+      "csISOLatinArabic cp28596 28596",
+      28596 },
+    { "ISO-8859-7 ISO_8859-7:1987 iso-ir-126 ISO_8859-7 ELOT_928 ECMA-118 greek greek8 "
+      "csISOLatinGreek cp28597 28597",
+      28597 },
+    { "ISO-8859-8 ISO_8859-8:1988 iso-ir-138 ISO_8859-8 hebrew csISOLatinHebrew cp28598 28598", 28598 },
+    { "ISO-8859-9 ISO_8859-9:1989 iso-ir-148 ISO_8859-9 latin5 l5 csISOLatin5 cp28599 28599", 28599 },
+    { "ISO-8859-10 ISO_8859-10:1992 iso-ir-157 ISO_8859-10 latin6 l6 csISOLatin6", -1 },
+    { "ISO-8859-11 ISO_8859-11", -1 },
+    { "ISO-8859-13 ISO_8859-13 latin7 l7 csISOLatin7 cp28603 28603", 28603 },
+    { "ISO-8859-14 ISO_8859-14:1998 iso-ir-199 ISO_8859-14 ISO-8859-14 iso-celtic latin8 l8 "
+      "csISOLatin8",
+      -1 },
+    { "ISO-8859-15 ISO_8859-15 Latin-9 latin9 l9 csISOLatin9 cp28605 28605", 28605 },
+    { "ISO-8859-16 ISO_8859-16:2001 iso-ir-226 ISO_8859-16 ISO-8859-16 latin10 l10 csISOLatin10", -1 },
+    { "KOI8-R csKOI8R cp20866 20866", 20866 },
+    { "IBM037 cp037 ebcdic-cp-us ebcdic-cp-ca ebcdic-cp-wt ebcdic-cp-nl csIBM037 037", 37 },
+    { "IBM437 cp437 437 csPC8CodePage437", 437 },
+    { "IBM500 cp500 ebcdic-cp-be ebcdic-cp-ch csIBM500 500", 500 },
+    { "IBM850 cp850 850 csPC850Multilingual", 850 },
+    { "IBM852 cp852 852 csPCp852", 852 },
+    { "IBM855 cp855 855 csIBM855", 855 },
+    { "IBM857 cp857 857 csIBM857", 857 },
+    { "IBM860 cp860 860 csIBM860", 860 },
+    { "IBM861 cp861 861 csIBM861", 861 },
+    { "IBM862 cp862 862 csPC862LatinHebrew", 862 },
+    { "IBM863 cp863 863 csIBM863", 863 },
+    { "IBM864 cp864 864 csIBM864", 864 },
+    { "IBM865 cp865 865 csIBM865", 865 },
+    { "IBM866 cp866 866 csIBM866", 866 },
+    { "IBM869 cp869 869 cp-gr csIBM869", 869 },
+    { "cp874 874", 874 },
+    { "cp875 875", 875 },
+    { "IBM1026 cp1026 csIBM1026 1026", 1026 },
+    { "windows-1250 cp1250 1250", 1250 },
+    { "windows-1251 cp1251 1251", 1251 },
+    { "windows-1252 cp1252 1252", 1252 },
+    { "windows-1253 cp1253 1253", 1253 },
+    { "windows-1254 cp1254 1254", 1254 },
+    { "windows-1255 cp1255 1255", 1255 },
+    { "windows-1256 cp1256 1256", 1256 },
+    { "windows-1257 cp1257 1257", 1257 },
+    { "windows-1258 cp1258 1258", 1258 },
+    { "UTF-8 cp65001 65001", 65001 },
+    { "UTF-16", -1 },
+    { "UTF-16BE ISO-10646-UCS-2 csUCS2 csUnicode cp1201 1201", 1201 },
+    { "UTF-16LE cp1200 1200", 1200 },
+    { "UTF-32", -1 },
+    { "UTF-32BE ISO-10646-UCS-4 csUCS4", -1 },
+    { "UTF-32LE", -1 },
+};
+static constexpr ZU___NAMED_VALUE NAMES[] = {
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_ASCII ),       ZU___NAMED_VALUE_OF( ZU_CHARSET_ISO_8859_1 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_ISO_8859_2 ),  ZU___NAMED_VALUE_OF( ZU_CHARSET_ISO_8859_3 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_ISO_8859_4 ),  ZU___NAMED_VALUE_OF( ZU_CHARSET_ISO_8859_5 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_ISO_8859_6 ),  ZU___NAMED_VALUE_OF( ZU_CHARSET_ISO_8859_7 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_ISO_8859_8 ),  ZU___NAMED_VALUE_OF( ZU_CHARSET_ISO_8859_9 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_ISO_8859_10 ), ZU___NAMED_VALUE_OF( ZU_CHARSET_ISO_8859_11 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_ISO_8859_13 ), ZU___NAMED_VALUE_OF( ZU_CHARSET_ISO_8859_14 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_ISO_8859_15 ), ZU___NAMED_VALUE_OF( ZU_CHARSET_ISO_8859_16 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_KOI_8R ),      ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP037 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP437 ),  ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP500 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP850 ),  ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP852 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP855 ),  ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP857 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP860 ),  ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP861 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP862 ),  ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP863 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP864 ),  ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP865 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP866 ),  ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP869 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP874 ),  ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP875 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP1026 ), ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP1250 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP1251 ), ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP1252 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP1253 ), ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP1254 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP1255 ), ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP1256 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP1257 ), ZU___NAMED_VALUE_OF( ZU_CHARSET_MSFT_CP1258 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_UTF_8 ),       ZU___NAMED_VALUE_OF( ZU_CHARSET_UTF_16 ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_UTF_16_BE ),   ZU___NAMED_VALUE_OF( ZU_CHARSET_UTF_16_LE ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_UTF_32 ),      ZU___NAMED_VALUE_OF( ZU_CHARSET_UTF_32_BE ),
+    ZU___NAMED_VALUE_OF( ZU_CHARSET_UTF_32_LE ),
+};
+static constexpr ZU_INT CHARSETS = sizeof ROWS / sizeof ROWS[ 0 ];
+static_assert( CHARSETS == ZU_CHARSET_UTF_32_LE + 1 );
+
+static ZU_ENUM *zu___CharsetEnum = nullptr;  // symbolic names and numbers
+static ZU_DICT *ianaNameToCharset = nullptr; // all names, case-folded
+static ZU_DICT *charsetToIanaName = nullptr; // the preferred names as they are written
+static ZU_DICT *codePageToCharset = nullptr;
+static ZU_DICT *charsetToCodePage = nullptr;
+
+ZU_VECTOR *zuCharsetIanaNamesVector( ZU_CHARSET cs )
+{
+    ZU_ASSERT( ZU_CHARSET_OK( cs ) );
+    ZU_VECTOR *vec = zuVectorCreate();
+    for ( const char *names = ROWS[ cs ].ianaNames; *names; ) {
+        ZU_INT length = (ZU_INT)strcspn( names, " " );
+        zuVectorAppendStringCstr( &vec, names, length );
+        names += length + strspn( names + length, " " );
+    }
+    return vec;
+}
+
+// Returns the full case folding of a name.
+static ZU_STRING *charsetFoldName( ZU_STRING *name )
+{
+    ZU_STRING *folded = zuStringCreate();
+    for ( ZU_INT i = 0; i < zuStringLength( name ); i++ ) {
+        ZU_CHAR ch = zuStringCharAt( name, i );
+        ZU_INT length;
+        const ZU_CHAR *mapping = zu___UnicodeCaseFoldDbLookup( ch, &length );
+        zuStringAppendChars( &folded, mapping ? mapping : &ch, mapping ? length : 1 );
+    }
+    return folded;
+}
+
+// Start-up.  The names go in all at once: hundreds of single insertions would be a good part of a program's start.
+static void charsetAddIanaNames( ZU_VECTOR **keys, ZU_VECTOR **values, ZU_CHARSET cs )
+{
+    ZU_BOXED_INT *number = zuBoxedIntCreate( cs );
+    ZU_VECTOR *names = zuCharsetIanaNamesVector( cs );
+    for ( ZU_INT i = 0; i < zuVectorLength( names ); i++ ) {
+        ZU_STRING *name = zuStringFrom( zuVectorObjAt( names, i ) );
+        if ( i == 0 ) {
+            zuDictSetIntKey( &charsetToIanaName, cs, zuStringObj( name ) );
+        }
+        ZU_STRING *folded = charsetFoldName( name );
+        zuVectorAppendString( keys, folded );
+        zuStringRelease( folded );
+        zuVectorAppendObj( values, zuBoxedIntObj( number ) );
+        zuStringRelease( name );
+    }
+    zuVectorRelease( names );
+    zuBoxedIntRelease( number );
+}
+void zu___CharsetStartup( void )
+{
+    zu___CharsetEnum = ZU___ENUM_CREATE( zu___CharsetEnum, NAMES );
+    charsetToIanaName = zuDictCreate();
+    codePageToCharset = zuDictCreate();
+    charsetToCodePage = zuDictCreate();
+    ZU_VECTOR *ianaKeys = zuVectorCreate();
+    ZU_VECTOR *ianaValues = zuVectorCreate();
+    for ( ZU_CHARSET cs = 0; cs < CHARSETS; cs++ ) {
+        charsetAddIanaNames( &ianaKeys, &ianaValues, cs );
+        if ( ROWS[ cs ].codePage >= 0 ) {
+            ZU_BOXED_INT *number = zuBoxedIntCreate( cs );
+            ZU_BOXED_INT *codePage = zuBoxedIntCreate( ROWS[ cs ].codePage );
+            zuDictSetObjKey( &codePageToCharset, zuBoxedIntObj( codePage ), zuBoxedIntObj( number ) );
+            zuDictSetObjKey( &charsetToCodePage, zuBoxedIntObj( number ), zuBoxedIntObj( codePage ) );
+            zuBoxedIntRelease( codePage );
+            zuBoxedIntRelease( number );
+        }
+    }
+    ianaNameToCharset = zuDictCreateWithKeysAndValues( ianaKeys, ianaValues );
+    zuVectorRelease( ianaValues );
+    zuVectorRelease( ianaKeys );
+}
+void zu___CharsetShutdown( void )
+{
+    ZU_REF_RELEASE( zu___CharsetEnum );
+    ZU_REF_POISON( zu___CharsetEnum );
+    for ( ZU_DICT **dict : { &ianaNameToCharset, &charsetToIanaName, &codePageToCharset, &charsetToCodePage } ) {
+        ZU_REF_RELEASE( *dict );
+        ZU_REF_POISON( *dict );
+    }
+}
+
+// Names and numbers
+ZU_STRING *zuCharsetToString( ZU_CHARSET cs )
+{
+    ZU_ASSERT( ZU_CHARSET_OK( cs ) );
+    return zuEnumGenerate( zu___CharsetEnum, cs );
+}
+ZU_CHARSET zuCharsetFromString( ZU_STRING *zus )
+{
+    ZU_ASSERT( zus );
+    return zuEnumParse( zu___CharsetEnum, zus );
+}
+
+// Takes the reference that a lookup has returned, null for none; returns the number in it, -1 for none.
+static ZU_INT charsetTakeNumber( ZU_OBJ *obj )
+{
+    if ( !obj ) {
+        return -1;
+    }
+    ZU_INT number = zuBoxedIntValue( zuBoxedIntFrom( obj ) );
+    zuObjRelease( obj );
+    return number;
+}
+static ZU_CHARSET charsetTakeCharset( ZU_OBJ *obj )
+{
+    ZU_CHARSET cs = charsetTakeNumber( obj );
+    ZU_ASSERT( cs == -1 || ZU_CHARSET_OK( cs ) );
+    return cs;
+}
+ZU_STRING *zuCharsetToIanaName( ZU_CHARSET cs )
+{
+    ZU_ASSERT( ZU_CHARSET_OK( cs ) );
+    return zuStringFrom( zuDictIntKey( charsetToIanaName, cs ) );
+}
+ZU_CHARSET zuCharsetFromIanaName( ZU_STRING *name )
+{
+    ZU_ASSERT( name );
+    ZU_STRING *folded = charsetFoldName( name );
+    ZU_CHARSET cs = charsetTakeCharset( zuDictStringKey( ianaNameToCharset, folded ) );
+    zuStringRelease( folded );
+    return cs;
+}
+ZU_INT zuCharsetToWindowsCodePage( ZU_CHARSET cs )
+{
+    ZU_ASSERT( ZU_CHARSET_OK( cs ) );
+    return charsetTakeNumber( zuDictIntKey( charsetToCodePage, cs ) );
+}
+ZU_CHARSET zuCharsetFromWindowsCodePage( ZU_INT cp )
+{
+    ZU_ASSERT( cp >= 0 );
+    return charsetTakeCharset( zuDictIntKey( codePageToCharset, cp ) );
+}
+
+// Streams
+struct CHARSET_MAP_FUNCS {
+    ZU___CHARSET_MAP_CHAR_TO_BYTE_FUNC charToByte;
+    ZU___CHARSET_MAP_BYTE_TO_CHAR_FUNC byteToChar;
+};
+static const CHARSET_MAP_FUNCS *charsetMapFuncs( ZU_CHARSET charset )
+{
+#define CHARSET_MAP( name ) { zu___Charset##name##MapCharToByte, zu___Charset##name##MapByteToChar },
+    static const CHARSET_MAP_FUNCS MAPS[] = { ZU___CHARSET_MAPS( CHARSET_MAP ) };
+#undef CHARSET_MAP
+    static_assert( sizeof MAPS / sizeof MAPS[ 0 ] == ZU_CHARSET_UTF_8 );
+    // Texts have been stored under this number by the tables of its neighbour, and are read as they were written.
+    return &MAPS[ charset == ZU_CHARSET_ISO_8859_8 ? ZU_CHARSET_ISO_8859_7 : charset ];
+}
+
+ZU_CHAR_SINK *zuCharsetCreateCharSink( ZU_BYTE_SINK *byteSink, ZU_CHARSET charset, ZU_CHARSET_FLAGS flags )
+{
+    ZU_ASSERT( byteSink );
+    ZU_ASSERT( ZU_CHARSET_OK( charset ) );
+    flags = zuCharsetFlagsNormalize( flags );
+    switch ( charset ) {
+    case ZU_CHARSET_UTF_8:
+        return zu___CharsetUtf8CharSinkCreate( byteSink, flags );
+    case ZU_CHARSET_UTF_16:
+        return zu___CharsetUtf16CharSinkCreate( byteSink, flags );
+    case ZU_CHARSET_UTF_16_BE:
+        return zu___CharsetUtf16BECharSinkCreate( byteSink, flags );
+    case ZU_CHARSET_UTF_16_LE:
+        return zu___CharsetUtf16LECharSinkCreate( byteSink, flags );
+    case ZU_CHARSET_UTF_32:
+        return zu___CharsetUtf32CharSinkCreate( byteSink, flags );
+    case ZU_CHARSET_UTF_32_BE:
+        return zu___CharsetUtf32BECharSinkCreate( byteSink, flags );
+    case ZU_CHARSET_UTF_32_LE:
+        return zu___CharsetUtf32LECharSinkCreate( byteSink, flags );
+    default:
+        return zu___CharsetMapCharSinkCreate( byteSink, flags, charsetMapFuncs( charset )->charToByte );
+    }
+}
+ZU_CHAR_SOURCE *zuCharsetCreateCharSource( ZU_BYTE_SOURCE *byteSource, ZU_CHARSET charset, ZU_CHARSET_FLAGS flags )
+{
+    ZU_ASSERT( byteSource );
+    ZU_ASSERT( ZU_CHARSET_OK( charset ) );
+    flags = zuCharsetFlagsNormalize( flags );
+    switch ( charset ) {
+    case ZU_CHARSET_UTF_8:
+        return zu___CharsetUtf8CharSourceCreate( byteSource, flags );
+    case ZU_CHARSET_UTF_16:
+        return zu___CharsetUtf16CharSourceCreate( byteSource, flags );
+    case ZU_CHARSET_UTF_16_BE:
+        return zu___CharsetUtf16BECharSourceCreate( byteSource, flags );
+    case ZU_CHARSET_UTF_16_LE:
+        return zu___CharsetUtf16LECharSourceCreate( byteSource, flags );
+    case ZU_CHARSET_UTF_32:
+        return zu___CharsetUtf32CharSourceCreate( byteSource, flags );
+    case ZU_CHARSET_UTF_32_BE:
+        return zu___CharsetUtf32BECharSourceCreate( byteSource, flags );
+    case ZU_CHARSET_UTF_32_LE:
+        return zu___CharsetUtf32LECharSourceCreate( byteSource, flags );
+    default:
+        return zu___CharsetMapCharSourceCreate( byteSource, flags, charsetMapFuncs( charset )->byteToChar );
+    }
+}
+
+// Whole texts
+ZU_BUFFER *zuCharsetStringToBuffer( ZU_CHARSET charset, ZU_STRING *zus )
+{
+    return zuCharsetStringToBufferWithFlags( charset, zus, 0 );
+}
+ZU_BUFFER *zuCharsetStringToBufferWithFlags( ZU_CHARSET charset, ZU_STRING *zus, ZU_CHARSET_FLAGS flags )
+{
+    ZU_ASSERT( ZU_CHARSET_OK( charset ) );
+    ZU_ASSERT( zus );
+    ZU_BUFFER_BYTE_SINK *bbs = zuBufferByteSinkCreate();
+    ZU_BYTE_SINK *byteSink = zuBufferByteSinkByteSink( bbs );
+    ZU_CHAR_SINK *charSink = zuCharsetCreateCharSink( byteSink, charset, flags );
+    zuCharSinkWrite( charSink, zus );
+    zuCharSinkFlush( charSink );
+    ZU_BUFFER *result = zuCharSinkError( charSink ) ? nullptr : zuBufferByteSinkBuffer( bbs );
+    zuCharSinkRelease( charSink );
+    zuByteSinkRelease( byteSink );
+    zuBufferByteSinkRelease( bbs );
+    return result;
+}
+ZU_STRING *zuCharsetBufferToString( ZU_CHARSET charset, ZU_BUFFER *buffer )
+{
+    return zuCharsetBufferToStringWithFlags( charset, buffer, 0 );
+}
+ZU_STRING *zuCharsetBufferToStringWithFlags( ZU_CHARSET charset, ZU_BUFFER *buffer, ZU_CHARSET_FLAGS flags )
+{
+    ZU_ASSERT( ZU_CHARSET_OK( charset ) );
+    ZU_ASSERT( buffer );
+    ZU_BUFFER_BYTE_SOURCE *bbs = zuBufferByteSourceCreate( buffer );
+    ZU_BYTE_SOURCE *byteSource = zuBufferByteSourceByteSource( bbs );
+    ZU_CHAR_SOURCE *source = zuCharsetCreateCharSource( byteSource, charset, flags );
+    ZU_STRING *result = zuStringCreate();
+    while ( !zuCharSourceEnd( source ) ) {
+        zuCharSourceRead( source, &result, ZU_INT_MAX );
+    }
+    if ( zuCharSourceError( source ) ) {
+        zuStringRelease( result );
+        result = nullptr;
+    }
+    zuCharSourceRelease( source );
+    zuByteSourceRelease( byteSource );
+    zuBufferByteSourceRelease( bbs );
+    return result;
+}

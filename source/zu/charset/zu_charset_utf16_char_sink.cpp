@@ -1,0 +1,91 @@
+// Characters to UTF-16, in a form of its own: of each unit the bits 8 to 15 are not written, and 0 stands in their place.
+// Whoever reads what these sinks have written relies on it.
+
+#include "zu/charset/zu_charset_utf.h"
+#include "zu/charset/zu_charset_wide_internal.h"
+
+static constexpr int UNIT_BYTES = 2;
+static constexpr ZU_INT FLUSH_AT = 1020; // bytes in the cache
+
+struct ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE {
+    ZU___CHARSET_WIDE_SINK wide;
+};
+
+static void utf16CharSinkFree( ZU_OBJ *thisObj );
+ZU___CHARSET_CLOSURE( ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE, utf16CharSink )
+
+static void utf16CharSinkFree( ZU_OBJ *thisObj )
+{
+    ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE *csc = utf16CharSinkFrom( thisObj );
+    ZU_ASSERT( csc );
+    zu___CharsetOutputEnd( &csc->wide.output );
+}
+
+static ZU_BOOL utf16CharSinkFlush( ZU_OBJ *closure )
+{
+    ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE *csc = utf16CharSinkFrom( closure );
+    ZU_ASSERT( csc );
+    return zu___CharsetOutputFlush( &csc->wide.output );
+}
+
+// Puts the lowest byte of a unit and the byte from its bits 16 to 23 into the cache.
+template <bool LITTLE_ENDIAN>
+static inline void utf16CharSinkPutUnit( uint8_t *bytes, uint32_t unit )
+{
+    bytes[ LITTLE_ENDIAN ? 0 : 1 ] = (uint8_t)unit;
+    bytes[ LITTLE_ENDIAN ? 1 : 0 ] = (uint8_t)( unit >> 16 );
+}
+template <bool LITTLE_ENDIAN>
+static ZU_BOOL utf16CharSinkPut( ZU___CHARSET_OUTPUT *output, const ZU_CHAR *chars, ZU_INT charCount )
+{
+    for ( ZU_INT i = 0; i < charCount; i++ ) {
+        ZU_CHAR ch = chars[ i ];
+        uint8_t *bytes = output->bytes + output->used;
+        if ( ch <= 0xFFFF ) {
+            utf16CharSinkPutUnit<LITTLE_ENDIAN>( bytes, ch );
+            output->used += UNIT_BYTES;
+        } else {
+            utf16CharSinkPutUnit<LITTLE_ENDIAN>( bytes, ( ( ch - 0x10000 ) >> 10 ) + 0xD800 );
+            utf16CharSinkPutUnit<LITTLE_ENDIAN>( bytes + UNIT_BYTES, ( ch & 0x3FF ) + 0xDC00 );
+            output->used += 2 * UNIT_BYTES;
+        }
+        if ( output->used >= FLUSH_AT && !zu___CharsetOutputFlush( output ) ) {
+            return ZU_FALSE;
+        }
+    }
+    return ZU_TRUE;
+}
+
+static ZU_BOOL utf16CharSinkWrite( ZU_OBJ *closure, const ZU_CHAR *chars, ZU_INT charCount )
+{
+    ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE *csc = utf16CharSinkFrom( closure );
+    ZU_ASSERT( csc );
+    ZU_ASSERT( chars );
+    ZU_ASSERT( charCount > 0 );
+    return csc->wide.littleEndian ? utf16CharSinkPut<true>( &csc->wide.output, chars, charCount )
+                                  : utf16CharSinkPut<false>( &csc->wide.output, chars, charCount );
+}
+
+// Creation
+static ZU_CHAR_SINK *utf16CharSinkCreate( ZU_BYTE_SINK *byteSink, ZU_CHARSET_FLAGS flags, ZU_BOOL littleEndian )
+{
+    ZU_ASSERT( byteSink );
+    ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE *csc = (ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE *)zu___ObjCreate(
+        sizeof( ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE ), &zu___sort_ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE );
+    zu___CharsetWideSinkBegin<UNIT_BYTES>( &csc->wide, byteSink, flags, littleEndian );
+    ZU_CHAR_SINK *result = zu___CharSinkCreate( utf16CharSinkWrite, utf16CharSinkFlush, &csc->wide.obj );
+    ZU_REF_RELEASE( csc );
+    return result;
+}
+ZU_CHAR_SINK *zu___CharsetUtf16CharSinkCreate( ZU_BYTE_SINK *byteSink, ZU_CHARSET_FLAGS flags )
+{
+    return utf16CharSinkCreate( byteSink, flags, ZU_TRUE );
+}
+ZU_CHAR_SINK *zu___CharsetUtf16BECharSinkCreate( ZU_BYTE_SINK *byteSink, ZU_CHARSET_FLAGS flags )
+{
+    return utf16CharSinkCreate( byteSink, flags, ZU_FALSE );
+}
+ZU_CHAR_SINK *zu___CharsetUtf16LECharSinkCreate( ZU_BYTE_SINK *byteSink, ZU_CHARSET_FLAGS flags )
+{
+    return utf16CharSinkCreate( byteSink, flags, ZU_TRUE );
+}

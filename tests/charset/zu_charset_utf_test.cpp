@@ -1,0 +1,281 @@
+#include "charset_test_support.h"
+
+static constexpr ZU_CHARSET_FLAGS FAIL = ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER;
+static constexpr ZU_CHARSET_FLAGS DROP = ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS;
+static constexpr ZU_CHARSET_FLAGS KEEP_MARK = ZU_CHARSET_FLAG_IGNORE_BYTE_ORDER_MARK;
+static constexpr ZU_CHARSET_FLAGS WRITE_MARK = ZU_CHARSET_FLAG_INSERT_BYTE_ORDER_MARK;
+static const std::u32string R = U"\uFFFD";
+
+// What becomes of `bytes` without flags, and what is left when invalid input is dropped.  Failing must stop at the first
+// fault and deliver what came before it.
+static void expectDecoded( ZU_CHARSET charset, const Bytes &bytes, const std::u32string &replaced,
+                           const std::u32string &dropped, const std::u32string &beforeFault )
+{
+    EXPECT_EQ( decode( charset, bytes ).text, replaced );
+    EXPECT_EQ( decode( charset, bytes, DROP ).text, dropped );
+    bool faulty = replaced != dropped;
+    EXPECT_EQ( decode( charset, bytes, FAIL ), ( Decoded{ beforeFault, faulty } ) );
+    EXPECT_EQ( decode( charset, bytes, FAIL | DROP ), ( Decoded{ dropped, false } ) ) << "dropping wins";
+}
+
+TEST( CharsetUtf8, Decodes )
+{
+    auto expect = []( const Bytes &bytes, const std::u32string &replaced, const std::u32string &dropped,
+                      const std::u32string &beforeFault ) {
+        expectDecoded( ZU_CHARSET_UTF_8, bytes, replaced, dropped, beforeFault );
+    };
+    auto expectClean = [ &expect ]( const Bytes &bytes, const std::u32string &text ) {
+        expect( bytes, text, text, text );
+    };
+    expectClean( {}, U"" );
+    expectClean( { 0x41, 0xC3, 0xA9, 0xE2, 0x82, 0xAC, 0xF0, 0x9F, 0x98, 0x80 }, U"A\u00E9\u20AC\U0001F600" );
+    expectClean( { 0xC0, 0x80 }, std::u32string( 1, U'\0' ) );
+    expectClean( { 0xED, 0xA0, 0x80 }, std::u32string( 1, char32_t( 0xD800 ) ) );
+    expect( { 0xF4, 0x90, 0x80, 0x80, 0x41 }, R + U"A", U"A", U"" );
+    expect( { 0x41, 0xE2, 0x82 }, U"A" + R, U"A", U"A" );
+    expect( { 0x80, 0x80, 0x41 }, R + U"A", U"A", U"" );
+    expect( { 0xF8, 0xBF, 0xC3, 0xA9 }, R + U"\u00E9", U"\u00E9", U"" );
+    // The byte that breaks a sequence goes with it, and so do the continuations behind it.
+    expect( { 0xC3, 0x41, 0x42 }, R + U"B", U"B", U"" );
+    expect( { 0xE2, 0xC3, 0xA9, 0x42 }, R + U"B", U"B", U"" );
+}
+
+TEST( CharsetUtf8, DropsOneMarkAtTheFront )
+{
+    const Bytes mark = { 0xEF, 0xBB, 0xBF };
+    auto with = [ &mark ]( const Bytes &before, const Bytes &after ) {
+        Bytes bytes = before;
+        bytes.insert( bytes.end(), mark.begin(), mark.end() );
+        bytes.insert( bytes.end(), after.begin(), after.end() );
+        return bytes;
+    };
+    EXPECT_EQ( decode( ZU_CHARSET_UTF_8, with( {}, { 0x41 } ) ).text, U"A" );
+    EXPECT_EQ( decode( ZU_CHARSET_UTF_8, with( {}, { 0x41 } ), KEEP_MARK ).text, U"\uFEFFA" );
+    EXPECT_EQ( decode( ZU_CHARSET_UTF_8, with( { 0x41 }, {} ) ).text, U"A\uFEFF" );
+    // A dropped mark is no character yet, and neither is dropped rubbish; a replacement is one.
+    EXPECT_EQ( decode( ZU_CHARSET_UTF_8, with( mark, {} ) ).text, U"" );
+    EXPECT_EQ( decode( ZU_CHARSET_UTF_8, with( { 0xFF }, {} ), DROP ).text, U"" );
+    EXPECT_EQ( decode( ZU_CHARSET_UTF_8, with( { 0xFF }, {} ) ).text, R + U"\uFEFF" );
+}
+
+// A decoder that knows no blocks and no cache.
+static Decoded referenceUtf8( const Bytes &bytes, ZU_CHARSET_FLAGS flags )
+{
+    Decoded result = {};
+    bool strict = ( flags & FAIL ) != 0;
+    auto put = [ & ]( char32_t ch ) { result.text += ch; };
+    auto fault = [ & ]() {
+        if ( !strict && !( flags & DROP ) ) {
+            put( 0xFFFD );
+        }
+        result.error = strict;
+        return strict;
+    };
+    size_t pos = 0;
+    while ( pos < bytes.size() ) {
+        uint8_t lead = bytes[ pos++ ];
+        if ( lead < 0x80 ) {
+            put( lead );
+            continue;
+        }
+        size_t missing = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : 1;
+        bool broken = lead < 0xC0 || lead > 0xF7;
+        char32_t value = lead & ( 0x7F >> ( missing + 1 ) );
+        for ( ; !broken && missing > 0 && pos < bytes.size(); missing-- ) {
+            uint8_t byte = bytes[ pos++ ];
+            broken = ( byte & 0xC0 ) != 0x80;
+            value = value << 6 | ( byte & 0x3F );
+            if ( broken ) {
+                break;
+            }
+        }
+        if ( broken || missing > 0 || value > 0x10FFFF ) {
+            if ( fault() ) {
+                return result;
+            }
+            while ( broken && pos < bytes.size() && ( bytes[ pos ] & 0xC0 ) == 0x80 ) {
+                pos++;
+            }
+        } else if ( value != 0xFEFF || !result.text.empty() || ( flags & KEEP_MARK ) ) {
+            put( value );
+        }
+    }
+    return result;
+}
+
+static Bytes randomUtf8( std::mt19937 *random )
+{
+    Bytes bytes;
+    size_t length = ( *random )() % 5000;
+    int kind = ( *random )() % 3;
+    while ( bytes.size() < length ) {
+        if ( kind == 0 || ( *random )() % 50 == 0 ) {
+            bytes.push_back( (uint8_t)( *random )() );
+            continue;
+        }
+        ZU_CHAR ch = ( *random )() >> ( *random )() % 32 & 0x1FFFFF;
+        ch = kind == 1 ? ch & 0x7F : ch;
+        char sequence[ 4 ];
+        ZU_INT count = zuCharsConvertToUtf8( sequence, 4, &ch, 1, ZU_FALSE );
+        bytes.insert( bytes.end(), sequence, sequence + count );
+    }
+    return bytes;
+}
+
+TEST( CharsetUtf8, DecodesAnyBytesLikeAPlainDecoder )
+{
+    for ( unsigned seed = 0; seed < 600; seed++ ) {
+        std::mt19937 random( seed );
+        Bytes bytes = randomUtf8( &random );
+        for ( ZU_CHARSET_FLAGS flags : { (ZU_CHARSET_FLAGS)0, FAIL, DROP, KEEP_MARK } ) {
+            ASSERT_TRUE( decode( ZU_CHARSET_UTF_8, bytes, flags, Cuts( seed ) ) == referenceUtf8( bytes, flags ) )
+                << "seed " << seed << ", flags " << flags;
+        }
+    }
+}
+
+TEST( CharsetUtf8, EncodesAnyValuesLikeTheConversion )
+{
+    for ( unsigned seed = 0; seed < 300; seed++ ) {
+        std::mt19937 random( seed );
+        std::u32string text, valid;
+        for ( size_t i = random() % 3000; i > 0; i-- ) {
+            char32_t ch = random() >> random() % 32;
+            text += random() % 4 ? ch & 0xFFFF : ch;
+        }
+        std::copy_if( text.begin(), text.end(), std::back_inserter( valid ),
+                      []( char32_t ch ) { return ZU_CHAR_OK( ch ); } );
+        auto converted = []( const std::u32string &source ) {
+            std::vector<ZU_CHAR> chars( source.begin(), source.end() );
+            ZU_INT length = zuCharsConvertToUtf8( nullptr, 0, chars.data(), (ZU_INT)chars.size(), ZU_FALSE );
+            Bytes bytes( (size_t)length );
+            zuCharsConvertToUtf8( (char *)bytes.data(), length, chars.data(), (ZU_INT)chars.size(), ZU_FALSE );
+            return bytes;
+        };
+        EXPECT_EQ( encode( ZU_CHARSET_UTF_8, text, 0, Cuts( seed ) ), ( Encoded{ converted( text ), false } ) ) << seed;
+        EXPECT_EQ( encode( ZU_CHARSET_UTF_8, text, DROP, Cuts( seed ) ), ( Encoded{ converted( valid ), false } ) )
+            << seed;
+        EXPECT_EQ( encode( ZU_CHARSET_UTF_8, text, FAIL, Cuts( seed ) ).error, text != valid ) << seed;
+    }
+}
+
+TEST( CharsetUtf16, DecodesUnits )
+{
+    const Bytes marked = { 0xFE, 0xFF, 0x00, 0x41 };
+    EXPECT_EQ( decode( ZU_CHARSET_UTF_16, marked ).text, U"A" );
+    EXPECT_EQ( decode( ZU_CHARSET_UTF_16, { 0xFF, 0xFE, 0x41, 0x00 } ).text, U"A" );
+    EXPECT_EQ( decode( ZU_CHARSET_UTF_16, { 0x41, 0x00, 0xFF, 0xFE } ).text, U"A\uFEFF" );
+    EXPECT_EQ( decode( ZU_CHARSET_UTF_16, marked, KEEP_MARK ).text, U"\uFFFE\u4100" );
+    EXPECT_EQ( decode( ZU_CHARSET_UTF_16_BE, marked ).text, U"\uFEFFA" );
+    EXPECT_EQ( decode( ZU_CHARSET_UTF_16_LE, marked ).text, U"\uFFFE\u4100" );
+    EXPECT_EQ( decode( ZU_CHARSET_UTF_16_BE, { 0xD8, 0x3D, 0xDE, 0x00 } ).text,
+               ( std::u32string{ char32_t( 0xD83D ), char32_t( 0xDE00 ) } ) );
+    expectDecoded( ZU_CHARSET_UTF_16_BE, { 0x00, 0x41, 0x42 }, U"A" + R, U"A", U"A" );
+}
+
+TEST( CharsetUtf32, DecodesUnits )
+{
+    const Bytes marked = { 0x00, 0x00, 0xFE, 0xFF, 0x00, 0x00, 0x00, 0x41 };
+    EXPECT_EQ( decode( ZU_CHARSET_UTF_32, marked ).text, U"A" );
+    EXPECT_EQ( decode( ZU_CHARSET_UTF_32, { 0xFF, 0xFE, 0x00, 0x00, 0x00, 0xF6, 0x01, 0x00 } ).text, U"\U0001F600" );
+    EXPECT_EQ( decode( ZU_CHARSET_UTF_32_BE, marked ).text, U"\uFEFFA" );
+    expectDecoded( ZU_CHARSET_UTF_32_BE, { 0, 0, 0, 0x41, 0, 0x11, 0, 0, 0, 0, 0, 0x42 }, U"A" + R + U"B", U"AB",
+                   U"A" );
+    expectDecoded( ZU_CHARSET_UTF_32_LE, { 0x41, 0, 0, 0, 0x42, 0, 0 }, U"A" + R, U"A", U"A" );
+}
+
+TEST( CharsetUtf16, WritesHalfOfEachUnit )
+{
+    EXPECT_EQ( encode( ZU_CHARSET_UTF_16, U"A\u20AC" ).bytes, ( Bytes{ 0x41, 0x00, 0xAC, 0x00 } ) );
+    EXPECT_EQ( encode( ZU_CHARSET_UTF_16_BE, U"A\U0001F600" ).bytes, ( Bytes{ 0x00, 0x41, 0x00, 0x3D, 0x00, 0x00 } ) );
+    EXPECT_EQ( encode( ZU_CHARSET_UTF_16, U"", WRITE_MARK ).bytes, ( Bytes{ 0xFF, 0xFE } ) );
+    EXPECT_EQ( encode( ZU_CHARSET_UTF_16_BE, U"A", WRITE_MARK ).bytes, ( Bytes{ 0xFE, 0xFF, 0x00, 0x41 } ) );
+}
+
+TEST( CharsetUtf32, WritesThreeBytesOfEachValue )
+{
+    EXPECT_EQ( encode( ZU_CHARSET_UTF_32, U"\U0001F600" ).bytes, ( Bytes{ 0x00, 0xF6, 0x01, 0x00 } ) );
+    EXPECT_EQ( encode( ZU_CHARSET_UTF_32_BE, { char32_t( 0x87654321 ) } ).bytes, ( Bytes{ 0x00, 0x65, 0x43, 0x21 } ) );
+    EXPECT_EQ( encode( ZU_CHARSET_UTF_32_LE, U"", WRITE_MARK ).bytes, ( Bytes{ 0xFF, 0xFE, 0x00, 0x00 } ) );
+}
+
+TEST( CharsetUtf, WideTextComesBackOverAnyCuts )
+{
+    for ( unsigned seed = 0; seed < 100; seed++ ) {
+        std::mt19937 random( seed );
+        std::u32string text;
+        for ( size_t i = random() % 3000; i > 0; i-- ) {
+            text += char32_t( random() % 0x100 );
+        }
+        for ( ZU_CHARSET charset : { ZU_CHARSET_UTF_16, ZU_CHARSET_UTF_16_BE, ZU_CHARSET_UTF_16_LE, ZU_CHARSET_UTF_32,
+                                     ZU_CHARSET_UTF_32_BE, ZU_CHARSET_UTF_32_LE } ) {
+            Encoded encoded = encode( charset, text, 0, Cuts( seed ) );
+            EXPECT_EQ( decode( charset, encoded.bytes, 0, Cuts( seed + 1 ) ).text, text )
+                << charset << ", seed " << seed;
+        }
+    }
+}
+
+// A byte sink that notes the size of each write and fails when told.
+struct Writes {
+    std::vector<ZU_INT> sizes;
+    bool fail = false;
+};
+static Writes *writes;
+static zu::Ref<ZU_BYTE_SINK> makeNotingSink( Writes *notes )
+{
+    writes = notes;
+    auto write = []( ZU_OBJ *, const uint8_t *, ZU_INT byteCount ) -> ZU_BOOL {
+        writes->sizes.push_back( byteCount );
+        return !writes->fail;
+    };
+    return zu::adopt( zu___ByteSinkCreate(
+        write, []( ZU_OBJ * ) -> ZU_BOOL { return ZU_TRUE; }, nullptr ) );
+}
+
+TEST( CharsetUtf, WritesFullCaches )
+{
+    auto sizesOf = []( ZU_CHARSET charset, const std::u32string &text, ZU_CHARSET_FLAGS flags ) {
+        Writes notes;
+        auto byteSink = makeNotingSink( &notes );
+        auto sink = zu::adopt( zuCharsetCreateCharSink( byteSink.get(), charset, flags ) );
+        std::vector<ZU_CHAR> chars( text.begin(), text.end() );
+        EXPECT_TRUE( zuCharSinkWriteChars( sink.get(), chars.data(), (ZU_INT)chars.size() ) );
+        EXPECT_TRUE( zuCharSinkFlush( sink.get() ) );
+        EXPECT_TRUE( zuCharSinkFlush( sink.get() ) ) << "nothing is left";
+        return notes.sizes;
+    };
+    using Sizes = std::vector<ZU_INT>;
+    EXPECT_EQ( sizesOf( ZU_CHARSET_UTF_8, std::u32string( 1025, U'a' ), 0 ), ( Sizes{ 1024, 1 } ) );
+    EXPECT_EQ( sizesOf( ZU_CHARSET_UTF_8, std::u32string( 342, U'\u20AC' ), 0 ), ( Sizes{ 1023, 3 } ) );
+    EXPECT_EQ( sizesOf( ZU_CHARSET_UTF_8, std::u32string( 1022, U'a' ), WRITE_MARK ), ( Sizes{ 1024, 1 } ) );
+    EXPECT_EQ( sizesOf( ZU_CHARSET_UTF_16, std::u32string( 511, U'a' ), 0 ), ( Sizes{ 1020, 2 } ) );
+    EXPECT_EQ( sizesOf( ZU_CHARSET_UTF_16, std::u32string( 509, U'a' ) + U"\U0001F600a", 0 ), ( Sizes{ 1022, 2 } ) );
+    EXPECT_EQ( sizesOf( ZU_CHARSET_UTF_32, std::u32string( 257, U'a' ), 0 ), ( Sizes{ 1024, 4 } ) );
+}
+
+TEST( CharsetUtf, AFailedSinkLosesWhatItHolds )
+{
+    for ( ZU_CHARSET charset : { ZU_CHARSET_UTF_8, ZU_CHARSET_UTF_16, ZU_CHARSET_UTF_32, ZU_CHARSET_ISO_8859_1 } ) {
+        Writes notes;
+        auto byteSink = makeNotingSink( &notes );
+        auto sink = zu::adopt( zuCharsetCreateCharSink( byteSink.get(), charset, 0 ) );
+        EXPECT_TRUE( zuCharSinkWriteChar( sink.get(), U'a' ) );
+        notes.fail = true;
+        EXPECT_FALSE( zuCharSinkFlush( sink.get() ) );
+        notes.fail = false;
+        EXPECT_TRUE( zuCharSinkError( sink.get() ) );
+        sink = nullptr;
+        EXPECT_EQ( notes.sizes.size(), 1u ) << charset;
+    }
+}
+
+TEST( CharsetUtf, AFailedSourceFails )
+{
+    auto read = []( ZU_OBJ *, uint8_t *, ZU_INT, ZU_INT * ) -> ZU_BOOL { return ZU_FALSE; };
+    for ( ZU_CHARSET charset : { ZU_CHARSET_UTF_8, ZU_CHARSET_UTF_16, ZU_CHARSET_UTF_32, ZU_CHARSET_ISO_8859_1 } ) {
+        auto byteSource = zu::adopt( zu___ByteSourceCreate( read, nullptr, nullptr ) );
+        auto source = zu::adopt( zuCharsetCreateCharSource( byteSource.get(), charset, 0 ) );
+        EXPECT_EQ( readAllChars( source.get(), {} ), ( Decoded{ U"", true } ) ) << charset;
+    }
+}
