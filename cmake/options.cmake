@@ -56,7 +56,7 @@ add_library( zu_library_code INTERFACE )
 target_link_libraries( zu_library_code INTERFACE zu_code )
 target_compile_definitions( zu_library_code INTERFACE ZU___BUILDING_LIBRARY )
 target_compile_options( zu_library_code INTERFACE
-    -fvisibility=hidden -fstack-usage
+    -fvisibility=hidden -fno-semantic-interposition -fstack-usage
     $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti -fvisibility-inlines-hidden>
     -Wconversion -Wno-sign-conversion )
 if( NOT ZU_SANITIZE )

@@ -109,7 +109,7 @@ struct zu___Slack {
         owner->fspace = 0;
         return true;
     }
-    static void growAtFront( OWNER *owner, ZU_INT count )
+    [[gnu::noinline]] static void growAtFront( OWNER *owner, ZU_INT count )
     {
         replace( owner, FRONT + owner->length + count + BACK, count + FRONT );
         owner->fspace = FRONT;
@@ -131,12 +131,12 @@ struct zu___Slack {
         owner->fspace = 0;
         return true;
     }
-    static void growAtEnd( OWNER *owner, ZU_INT count )
+    [[gnu::noinline]] static void growAtEnd( OWNER *owner, ZU_INT count )
     {
         replace( owner, owner->fspace + owner->length + count + BACK, owner->fspace );
         owner->bspace = BACK;
     }
-    static bool takeInside( OWNER *owner, ZU_INT atIndex, ZU_INT count )
+    [[gnu::noinline]] static bool takeInside( OWNER *owner, ZU_INT atIndex, ZU_INT count )
     {
         ELEMENT *head = first( owner );
         ELEMENT *tail = head + atIndex;
@@ -155,7 +155,7 @@ struct zu___Slack {
         owner->bspace = 0;
         return true;
     }
-    static void growInside( OWNER *owner, ZU_INT atIndex, ZU_INT count )
+    [[gnu::noinline]] static void growInside( OWNER *owner, ZU_INT atIndex, ZU_INT count )
     {
         replace( owner, FRONT + owner->length + count + BACK, FRONT );
         owner->fspace = FRONT;
@@ -175,9 +175,14 @@ struct zu___Slack {
     // Gives storage back after a deletion, if there is much of it; the elements may move.
     static void compact( OWNER *owner )
     {
-        if ( ZU___LIKELY( owner->fspace <= FREE_MAX && owner->bspace <= FREE_MAX ) ) {
-            return;
+        if ( ZU___UNLIKELY( owner->fspace > FREE_MAX || owner->bspace > FREE_MAX ) ) {
+            compactArray( owner );
         }
+    }
+
+private:
+    [[gnu::noinline]] static void compactArray( OWNER *owner )
+    {
         if ( isInline( owner ) ) {
             return; // only ever with free space within the bound
         }
@@ -202,7 +207,6 @@ struct zu___Slack {
         declareSize( owner, capacity );
     }
 
-private:
     static void declareSize( OWNER *owner, ZU_INT capacity )
     {
         zu___ObjDbgSetAllocationSizeN( &owner->obj, capacity, sizeof( ELEMENT ) );
@@ -224,7 +228,7 @@ private:
 
     // Lays the array anew, with `capacity` elements in all and those in use from element `at` of it on.  None of them moves
     // if the block has room around them; otherwise so much is gained that moving them all pays.
-    static void place( OWNER *owner, ZU_INT capacity, ZU_INT at )
+    [[gnu::noinline]] static void place( OWNER *owner, ZU_INT capacity, ZU_INT at )
     {
         ELEMENT *start = (ELEMENT *)owner->block.start;
         ZU_INT ahead = first( owner ) - start;      // slots of the block ahead of the first element
@@ -235,8 +239,9 @@ private:
         if ( frontFits && behind >= capacity - at ) {
             owner->*ELEMENTS = first( owner ) - at;
         } else if ( spare >= reserve || capacity < owner->fspace + owner->length + owner->bspace ) {
-            // A queue that has walked to the end of its block starts again amid what is free.
-            ELEMENT *elements = start + spare / 2;
+            // A queue that has walked to the end of its block starts again, not quite at the other end: not every user
+            // of both ends is a queue.
+            ELEMENT *elements = start + ( frontFits ? spare / 4 : spare - spare / 4 );
             move( elements + at, first( owner ), owner->length );
             owner->*ELEMENTS = elements;
         } else if ( frontFits ) {

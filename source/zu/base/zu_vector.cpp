@@ -57,13 +57,8 @@ void zu___VectorShutdown( void )
 
 // Storage
 
-ZU_OBJ **zu___VectorMakeRoom( ZU_VECTOR *vec, ZU_INT atIndex, ZU_INT count )
+[[gnu::always_inline]] static inline ZU_OBJ **vectorMakeRoom( ZU_VECTOR *vec, ZU_INT atIndex, ZU_INT count )
 {
-    ZU_ASSERT( vec );
-    ZU_ASSERT( ZU_REF_RETAIN_COUNT( vec ) == 1 );
-    ZU_ASSERT( atIndex >= 0 );
-    ZU_ASSERT( atIndex <= vec->length );
-    ZU_ASSERT( count >= 0 );
     if ( count > 0 ) {
         ZU_ASSERT( ZU_INT_ADD_OK( vec->length, count ) );
         if ( atIndex == 0 ) {
@@ -86,17 +81,35 @@ ZU_OBJ **zu___VectorMakeRoom( ZU_VECTOR *vec, ZU_INT atIndex, ZU_INT count )
     }
     return vectorFirst( vec ) + atIndex;
 }
+ZU_OBJ **zu___VectorMakeRoom( ZU_VECTOR *vec, ZU_INT atIndex, ZU_INT count )
+{
+    ZU_ASSERT( vec );
+    ZU_ASSERT( ZU_REF_RETAIN_COUNT( vec ) == 1 );
+    ZU_ASSERT( atIndex >= 0 );
+    ZU_ASSERT( atIndex <= vec->length );
+    ZU_ASSERT( count >= 0 );
+    return vectorMakeRoom( vec, atIndex, count );
+}
 
+static inline void vectorCompact( ZU_VECTOR *vec )
+{
+    if ( ZU___UNLIKELY( vec->length == 0 ) ) {
+        VECTOR_SLACK::center( vec ); // nobody knows at which end it will grow next
+    } else {
+        VECTOR_SLACK::compact( vec );
+    }
+}
 void zu___VectorCompact( ZU_VECTOR *vec )
 {
     ZU_ASSERT( vec );
     ZU_ASSERT( ZU_REF_RETAIN_COUNT( vec ) == 1 );
-    if ( vec->length == 0 ) {
-        // Nobody knows at which end it will grow next.
-        VECTOR_SLACK::center( vec );
-    } else {
-        VECTOR_SLACK::compact( vec );
-    }
+    vectorCompact( vec );
+}
+
+static inline ZU_OBJ *vectorRetainItem( ZU_OBJ *item )
+{
+    ZU___RETAIN_COUNT_INCREMENT( item->retainCount );
+    return item;
 }
 
 // Copies references, each of them retained; a null stays null.
@@ -104,7 +117,7 @@ static void vectorRetainItems( ZU_OBJ **dest, ZU_OBJ *const *src, ZU_INT count )
 {
     for ( ZU_INT i = count; i > 0; i-- ) {
         ZU_OBJ *item = src[ i - 1 ];
-        dest[ i - 1 ] = item ? zuObjRetain( item ) : nullptr;
+        dest[ i - 1 ] = item ? vectorRetainItem( item ) : nullptr;
     }
 }
 
@@ -300,6 +313,12 @@ void zu___VectorUnshare( ZU_VECTOR **vec )
         ZU_REF_RELEASE( old );
     }
 }
+static inline void vectorUnshare( ZU_VECTOR **vec )
+{
+    if ( ZU___UNLIKELY( ZU_REF_RETAIN_COUNT( *vec ) > 1 ) ) {
+        zu___VectorUnshare( vec );
+    }
+}
 
 // Insertion.  zuVectorInsertInner, zuVectorInsertObj, zuVectorInsertObjs and vectorInsertOwned do the work; the other
 // forms check what they read themselves and hand on.
@@ -326,21 +345,37 @@ void zu___VectorUnshare( ZU_VECTOR **vec )
 // Opens a gap of `count` slots, which are not 0, at `idx` and lets `fill` put references into it.  A shared vector is
 // exchanged for a private one that has the gap already, and is held until that is filled: what goes in may be its own.
 template <typename FILL>
-static inline void vectorInsertItems( ZU_VECTOR **vec, ZU_INT idx, ZU_INT count, FILL fill )
+[[gnu::noinline]] static void vectorInsertItemsShared( ZU_VECTOR **vec, ZU_INT idx, ZU_INT count, FILL fill )
 {
     ZU_VECTOR *old = *vec;
-    if ( ZU___LIKELY( ZU_REF_RETAIN_COUNT( old ) == 1 ) ) {
-        fill( zu___VectorMakeRoom( old, idx, count ) );
-        return;
-    }
     ZU_ASSERT( ZU_INT_ADD_OK( old->length, count ) );
     ZU_VECTOR *copy = vectorCreateEmpty();
-    ZU_OBJ **items = zu___VectorMakeRoom( copy, 0, old->length + count );
+    ZU_OBJ **items = vectorMakeRoom( copy, 0, old->length + count );
     vectorRetainItems( items, vectorFirst( old ), idx );
     fill( items + idx );
     vectorRetainItems( items + idx + count, vectorFirst( old ) + idx, old->length - idx );
     *vec = copy;
     ZU_REF_RELEASE( old );
+}
+template <typename FILL>
+static inline void vectorInsertItems( ZU_VECTOR **vec, ZU_INT idx, ZU_INT count, FILL fill )
+{
+    if ( ZU___LIKELY( ZU_REF_RETAIN_COUNT( *vec ) == 1 ) ) {
+        fill( vectorMakeRoom( *vec, idx, count ) );
+    } else {
+        vectorInsertItemsShared( vec, idx, count, fill );
+    }
+}
+
+// Inserts an object whose reference goes to the vector.
+static inline void vectorInsertOwnedUnchecked( ZU_VECTOR **vec, ZU_INT idx, ZU_OBJ *src )
+{
+    vectorInsertItems( vec, idx, 1, [ = ]( ZU_OBJ **gap ) { *gap = src; } );
+}
+static inline void vectorInsertObj( ZU_VECTOR **vec, ZU_INT idx, ZU_OBJ *src )
+{
+    // Retained first: if it is the vector itself, that forces the copy.
+    vectorInsertOwnedUnchecked( vec, idx, vectorRetainItem( src ) );
 }
 
 void zuVectorInsertInner( ZU_VECTOR **vec, ZU_INT idx, ZU_VECTOR *src, ZU_INT offset, ZU_INT count )
@@ -388,9 +423,7 @@ void zuVectorInsertObj( ZU_VECTOR **vec, ZU_INT idx, ZU_OBJ *src )
 {
     VECTOR_ASSERT_POSITION( vec, idx );
     ZU_ASSERT( src );
-    // Retained first: if it is the vector itself, that forces the copy.
-    zuObjRetain( src );
-    vectorInsertItems( vec, idx, 1, [ = ]( ZU_OBJ **gap ) { *gap = src; } );
+    vectorInsertObj( vec, idx, src );
 }
 void zuVectorInsertObjs( ZU_VECTOR **vec, ZU_INT idx, ZU_OBJ *const *src, ZU_INT count )
 {
@@ -410,11 +443,11 @@ void zuVectorInsertObjs( ZU_VECTOR **vec, ZU_INT idx, ZU_OBJ *const *src, ZU_INT
     ZU_REF_RELEASE_OPT( held );
 }
 
-// Inserts an object that was made for it: its reference goes to the vector.
+// Inserts an object that was made for it.
 static void vectorInsertOwned( ZU_VECTOR **vec, ZU_INT idx, ZU_OBJ *src )
 {
     VECTOR_ASSERT_POSITION( vec, idx );
-    vectorInsertItems( vec, idx, 1, [ = ]( ZU_OBJ **gap ) { *gap = src; } );
+    vectorInsertOwnedUnchecked( vec, idx, src );
 }
 void zuVectorInsertBool( ZU_VECTOR **vec, ZU_INT idx, ZU_BOOL value )
 {
@@ -674,7 +707,7 @@ static void vectorSetOwnedAt( ZU_VECTOR **vec, ZU_INT idx, ZU_OBJ *item )
     } else if ( idx == ( *vec )->length ) {
         vectorInsertOwned( vec, idx, item );
     } else {
-        zu___VectorUnshare( vec );
+        vectorUnshare( vec );
         ZU_OBJ **slot = vectorFirst( *vec ) + idx;
         ZU_OBJ *old = *slot;
         *slot = item;
@@ -772,7 +805,7 @@ void zuVectorDelInner( ZU_VECTOR **vec, ZU_INT offset, ZU_INT count )
         zuVectorClear( vec );
         return;
     }
-    zu___VectorUnshare( vec );
+    vectorUnshare( vec );
     ZU_VECTOR *own = *vec;
     ZU_OBJ **range = vectorFirst( own ) + offset;
     vectorReleaseItems( range, count );
@@ -783,7 +816,7 @@ void zuVectorDelInner( ZU_VECTOR **vec, ZU_INT offset, ZU_INT count )
         own->bspace += count;
     }
     own->length -= count;
-    zu___VectorCompact( own );
+    vectorCompact( own );
 }
 void zuVectorDelLeading( ZU_VECTOR **vec, ZU_INT count )
 {
@@ -807,7 +840,7 @@ void zuVectorDelOuter( ZU_VECTOR **vec, ZU_INT offset, ZU_INT count )
         zuVectorClear( vec );
         return;
     }
-    zu___VectorUnshare( vec );
+    vectorUnshare( vec );
     ZU_VECTOR *own = *vec;
     ZU_INT tailLength = own->length - offset - count;
     vectorReleaseItems( vectorFirst( own ), offset );
@@ -815,7 +848,7 @@ void zuVectorDelOuter( ZU_VECTOR **vec, ZU_INT offset, ZU_INT count )
     own->fspace += offset;
     own->bspace += tailLength;
     own->length = count;
-    zu___VectorCompact( own );
+    vectorCompact( own );
 }
 void zuVectorClear( ZU_VECTOR **vec )
 {
@@ -832,21 +865,21 @@ void zuVectorPush( ZU_VECTOR **vec, ZU_OBJ *obj )
     ZU_ASSERT( vec );
     ZU_ASSERT( *vec );
     ZU_ASSERT( obj );
-    zuVectorInsertObj( vec, ( *vec )->length, obj );
+    vectorInsertObj( vec, ( *vec )->length, obj );
 }
 ZU_OBJ *zuVectorPop( ZU_VECTOR **vec )
 {
     ZU_ASSERT( vec );
     ZU_ASSERT( *vec );
     ZU_ASSERT( (*vec)->length );
-    zu___VectorUnshare( vec );
+    vectorUnshare( vec );
     ZU_VECTOR *own = *vec;
     own->bspace++;
     own->length--;
     ZU_OBJ **slot = vectorFirst( own ) + own->length;
     ZU_OBJ *obj = *slot;
     *slot = nullptr;
-    zu___VectorCompact( own );
+    vectorCompact( own );
     return obj;
 }
 void zuVectorShift( ZU_VECTOR **vec, ZU_OBJ *obj )
@@ -854,21 +887,21 @@ void zuVectorShift( ZU_VECTOR **vec, ZU_OBJ *obj )
     ZU_ASSERT( vec );
     ZU_ASSERT( *vec );
     ZU_ASSERT( obj );
-    zuVectorInsertObj( vec, 0, obj );
+    vectorInsertObj( vec, 0, obj );
 }
 ZU_OBJ *zuVectorUnshift( ZU_VECTOR **vec )
 {
     ZU_ASSERT( vec );
     ZU_ASSERT( *vec );
     ZU_ASSERT( zuVectorLength( *vec ) );
-    zu___VectorUnshare( vec );
+    vectorUnshare( vec );
     ZU_VECTOR *own = *vec;
     ZU_OBJ **slot = vectorFirst( own );
     ZU_OBJ *obj = *slot;
     *slot = nullptr;
     own->fspace++;
     own->length--;
-    zu___VectorCompact( own );
+    vectorCompact( own );
     return obj;
 }
 
@@ -880,7 +913,7 @@ void zuVectorReverse( ZU_VECTOR **vec )
     if ( ( *vec )->length < 2 ) {
         return;
     }
-    zu___VectorUnshare( vec );
+    vectorUnshare( vec );
     ZU_OBJ **items = vectorFirst( *vec );
     for ( ZU_INT low = 0, high = ( *vec )->length - 1; low < high; low++, high-- ) {
         ZU_OBJ *item = items[ low ];
@@ -895,7 +928,7 @@ void zuVectorStringize( ZU_VECTOR **vec )
     if ( ( *vec )->length == 0 ) {
         return;
     }
-    zu___VectorUnshare( vec );
+    vectorUnshare( vec );
     ZU_OBJ **items = vectorFirst( *vec );
     for ( ZU_INT i = 0; i < ( *vec )->length; i++ ) {
         ZU_OBJ *item = items[ i ];
@@ -915,12 +948,12 @@ void zu___VectorPushNoRetain( ZU_VECTOR **vec, ZU_OBJ *const *src, ZU_INT count 
     }
     ZU_VECTOR *old = *vec;
     if ( ZU_REF_RETAIN_COUNT( old ) == 1 ) {
-        VECTOR_SLACK::copy( zu___VectorMakeRoom( old, old->length, count ), src, count );
+        VECTOR_SLACK::copy( vectorMakeRoom( old, old->length, count ), src, count );
         return;
     }
     ZU_ASSERT( ZU_INT_ADD_OK( old->length, count ) );
     ZU_VECTOR *copy = vectorCreateEmpty();
-    ZU_OBJ **items = zu___VectorMakeRoom( copy, 0, old->length + count );
+    ZU_OBJ **items = vectorMakeRoom( copy, 0, old->length + count );
     VECTOR_SLACK::copy( items, vectorFirst( old ), old->length );
     VECTOR_SLACK::copy( items + old->length, src, count );
     *vec = copy;
