@@ -38,7 +38,7 @@ target_compile_options( zu_code INTERFACE
     $<$<CXX_COMPILER_ID:GNU>:-Wlogical-op -Wduplicated-cond -Wduplicated-branches>
     $<$<BOOL:${ZU_WARNINGS_AS_ERRORS}>:-Werror> )
 target_compile_options( zu_code INTERFACE
-    -fstack-protector-strong -fno-plt
+    -fstack-protector-strong -fno-plt -fasynchronous-unwind-tables
     $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2> )
 if( ZU_SANITIZE )
     target_compile_options( zu_code INTERFACE

@@ -136,6 +136,32 @@ TEST_F( Print, DebugNamesTheProduct )
     expectLogged( "6-f" );
     EXPECT_TRUE( printed.empty() );
 }
+TEST_F( Print, LinesAndStackTraces )
+{
+    zu::Ref<ZU_VECTOR> lines = zu::adopt( zuVectorCreate() );
+    zuPrintLines( lines.get() );
+    zuDebugPrintLines( lines.get() );
+    EXPECT_TRUE( printed.empty() && logged.empty() );
+    zuVectorAppendStringCstr( lines.inOut(), "100 %s\n", -1 );
+    zuVectorAppendInt( lines.inOut(), 7 );
+    zuPrintLines( lines.get() );
+    EXPECT_EQ( printed, ( std::vector<std::u32string>{ U"100 %s\n", U"7" } ) );
+    zuDebugPrintLines( lines.get() );
+    ASSERT_EQ( logged.size(), 2u );
+    EXPECT_NE( logged[ 1 ].find( ": 7" ), std::string::npos );
+    logged.clear();
+
+    for ( void ( *printStackTrace )() : { zuPrintStackTrace, zuDebugPrintStackTrace } ) {
+        printed.clear();
+        printStackTrace();
+        zu::Ref<ZU_STACK_TRACE> own = zu::adopt( zuStackTraceCreate( 1, -1 ) );
+        ASSERT_EQ( (ZU_INT)printed.size(), zuStackTraceLength( own.get() ) + 1 ) << "the function itself is a line too";
+        zu::Ref<ZU_STRING> last = zu::adopt( zuStackTraceAt( own.get(), zuStackTraceLength( own.get() ) - 1 ) );
+        EXPECT_TRUE(
+            zuStringEqualsChars( last.get(), (const ZU_CHAR *)printed.back().data(), (ZU_INT)printed.back().size() ) );
+    }
+    EXPECT_TRUE( logged.empty() );
+}
 TEST_F( Print, CallsComeOneAtATime )
 {
     // The print function of this suite is not safe for threads: what it has lost or torn shows in the count.
@@ -167,6 +193,9 @@ TEST( PrintAborts, ByItsArguments )
 {
     expectAbort( "zus", [] { zuPrint( nullptr ); } );
     expectAbort( "zus", [] { zuDebugPrint( nullptr ); } );
+    expectAbort( "lines", [] { zuPrintLines( nullptr ); } );
+    expectAbort( "lines", [] { zuDebugPrintLines( nullptr ); } );
+    expectAbort( "st", [] { zuStackTracePrint( nullptr ); } );
     expectAbort( "chsLength >= 0", [] { zuRuntimePrint( nullptr, -1 ); } );
     expectAbort( "chs || chsLength == 0", [] { zuRuntimePrint( nullptr, 1 ); } );
 }

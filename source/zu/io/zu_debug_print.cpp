@@ -2,6 +2,7 @@
 
 #include "zu/base/zu_string_format.h"
 #include "zu/io/zu_debug_print_internal.h"
+#include "zu/io/zu_print.h"
 #include "zu/runtime/zu_runtime_version.h"
 
 void zu___DebugPrintStartup( void )
@@ -63,4 +64,18 @@ void zuDebugPrintFormatWcstr( const char16_t *format, ZU_INT length, ... )
 void zuDebugPrintFormatWcstrArgList( const char16_t *format, ZU_INT length, va_list args )
 {
     debugPrintAndRelease( zuStringCreateFromFormatWcstrArgList( format, length, args ) );
+}
+
+void zuDebugPrintLines( ZU_VECTOR *lines )
+{
+    ZU_ASSERT( lines );
+    for ( ZU_INT i = 0; i < zuVectorLength( lines ); i++ ) {
+        zuDebugPrintFormatCstr( "%~o", -1, zuVectorObjAt( lines, i ) );
+    }
+}
+void zuDebugPrintStackTrace( void )
+{
+    ZU_STACK_TRACE *st = zuStackTraceCreate( 1, -1 );
+    zuStackTracePrint( st );
+    zuStackTraceRelease( st );
 }

@@ -4,18 +4,20 @@
 // On Linux it is the system log, at its debug level.  No line end is added and nothing is buffered; callable from any
 // thread.
 //
-//     zuDebugPrint                   a string
-//     zuDebugPrintCstr               narrow text of `length` bytes, -1: terminated
-//     zuDebugPrintWcstr              UTF-16 text of `length` units, -1: terminated
-//     zuDebugPrintFormat             text made by a format and further arguments, as zu_string_format.h tells
-//     zuDebugPrintFormatArgList      text made by a format and a cursor
-//     zuDebugPrintFormatCstr         text made by a narrow format of `length` bytes, -1: terminated, and further arguments
-//     zuDebugPrintFormatCstrArgList  text made by the same and a cursor
-//     zuDebugPrintFormatWcstr        text made by a UTF-16 format of `length` units, -1: terminated, and further arguments
-//     zuDebugPrintFormatWcstrArgList text made by the same and a cursor
+//     zuDebugPrint                    a string
+//     zuDebugPrintCstr                narrow text of `length` bytes, -1: terminated
+//     zuDebugPrintWcstr               UTF-16 text of `length` units, -1: terminated
+//     zuDebugPrintFormat              text made by a format and further arguments, as zu_string_format.h tells
+//     zuDebugPrintFormatArgList       text made by a format and a cursor
+//     zuDebugPrintFormatCstr          text made by a narrow format of `length` bytes, -1: terminated, and further arguments
+//     zuDebugPrintFormatCstrArgList   text made by the same and a cursor
+//     zuDebugPrintFormatWcstr         text made by a UTF-16 format of `length` units, -1: terminated, and further arguments
+//     zuDebugPrintFormatWcstrArgList  text made by the same and a cursor
+//     zuDebugPrintLines               each element of a vector, by a call with its text
+//     zuDebugPrintStackTrace          a stack trace, whose first line is this function, on the print function
 #pragma once
 
-#include "zu/base/zu_string.h"
+#include "zu/base/zu_stack_trace.h"
 
 #include <stdarg.h>
 
@@ -39,6 +41,10 @@ ZU_API void zuDebugPrintFormatCstrArgList( const char *format, ZU_INT length, va
 ZU_API void zuDebugPrintFormatWcstr( const char16_t *format, ZU_INT length, ... );
 /// Sends text made by a UTF-16 `format` and a cursor.
 ZU_API void zuDebugPrintFormatWcstrArgList( const char16_t *format, ZU_INT length, va_list args );
+/// Sends the text of each element of `lines`, as zuObjToString makes it.
+ZU_API void zuDebugPrintLines( ZU_VECTOR *lines );
+/// Prints a stack trace of the calling thread as zuPrintStackTrace does: on the print function, not to the debugger.
+ZU_API void zuDebugPrintStackTrace( void );
 
 // For authors of classes and modules
 

@@ -54,3 +54,24 @@ void zuPrintFormatWcstrArgList( const char16_t *format, ZU_INT length, va_list a
 {
     printAndRelease( zuStringCreateFromFormatWcstrArgList( format, length, args ) );
 }
+
+void zuPrintLines( ZU_VECTOR *lines )
+{
+    ZU_ASSERT( lines );
+    for ( ZU_INT i = 0; i < zuVectorLength( lines ); i++ ) {
+        zuPrintFormatCstr( "%~o", -1, zuVectorObjAt( lines, i ) );
+    }
+}
+void zuPrintStackTrace( void )
+{
+    ZU_STACK_TRACE *st = zuStackTraceCreate( 1, -1 );
+    zuStackTracePrint( st );
+    zuStackTraceRelease( st );
+}
+void zuStackTracePrint( ZU_STACK_TRACE *st )
+{
+    ZU_ASSERT( st );
+    for ( ZU_INT i = 0; i < zuStackTraceLength( st ); i++ ) {
+        printAndRelease( zuStackTraceAt( st, i ) );
+    }
+}

@@ -3,18 +3,20 @@
 // Where no print function was given, nothing is printed.  No line end is added and nothing is buffered; each call is one
 // call of the print function, and calls of several threads come one after the other.
 //
-//     zuPrint                   a string
-//     zuPrintCstr               narrow text of `length` bytes, -1: terminated
-//     zuPrintWcstr              UTF-16 text of `length` units, -1: terminated
-//     zuPrintFormat             text made by a format and further arguments, as zu_string_format.h tells
-//     zuPrintFormatArgList      text made by a format and a cursor
-//     zuPrintFormatCstr         text made by a narrow format of `length` bytes, -1: terminated, and further arguments
-//     zuPrintFormatCstrArgList  text made by the same and a cursor
-//     zuPrintFormatWcstr        text made by a UTF-16 format of `length` units, -1: terminated, and further arguments
-//     zuPrintFormatWcstrArgList text made by the same and a cursor
+//     zuPrint                    a string
+//     zuPrintCstr                narrow text of `length` bytes, -1: terminated
+//     zuPrintWcstr               UTF-16 text of `length` units, -1: terminated
+//     zuPrintFormat              text made by a format and further arguments, as zu_string_format.h tells
+//     zuPrintFormatArgList       text made by a format and a cursor
+//     zuPrintFormatCstr          text made by a narrow format of `length` bytes, -1: terminated, and further arguments
+//     zuPrintFormatCstrArgList   text made by the same and a cursor
+//     zuPrintFormatWcstr         text made by a UTF-16 format of `length` units, -1: terminated, and further arguments
+//     zuPrintFormatWcstrArgList  text made by the same and a cursor
+//     zuPrintLines               each element of a vector, by a call with its text
+//     zuPrintStackTrace          a stack trace, whose first line is this function, by a call for each line
 #pragma once
 
-#include "zu/base/zu_string.h"
+#include "zu/base/zu_stack_trace.h"
 
 #include <stdarg.h>
 
@@ -38,5 +40,11 @@ ZU_API void zuPrintFormatCstrArgList( const char *format, ZU_INT length, va_list
 ZU_API void zuPrintFormatWcstr( const char16_t *format, ZU_INT length, ... );
 /// Prints text made by a UTF-16 `format` and a cursor.
 ZU_API void zuPrintFormatWcstrArgList( const char16_t *format, ZU_INT length, va_list args );
+/// Prints the text of each element of `lines`, as zuObjToString makes it.
+ZU_API void zuPrintLines( ZU_VECTOR *lines );
+/// Prints a stack trace of the calling thread.
+ZU_API void zuPrintStackTrace( void );
+/// Prints the lines of `st`.
+ZU_API void zuStackTracePrint( ZU_STACK_TRACE *st );
 
 ZU_END_DECLS

@@ -6,6 +6,7 @@
 #include "zu/base/zu_dict.h"
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_format_flags.h"
+#include "zu/base/zu_stack_trace.h"
 #include "zu/base/zu_store.h"
 #include "zu/base/zu_string.h"
 #include "zu/base/zu_time.h"
@@ -43,6 +44,7 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___MemStartup, zu___MemShutdown },
     { zu___UniqueStartup, zu___UniqueShutdown },
     { zu___ObjStartup, zu___ObjShutdown },
+    { zu___StackTraceStartup, zu___StackTraceShutdown },
     { zu___StringStartup, zu___StringShutdown },
     { zu___BufferStartup, zu___BufferShutdown },
     { zu___VectorStartup, zu___VectorShutdown },

@@ -1,0 +1,33 @@
+// zu_stack_trace_internal.h: what a platform must provide for ZU_STACK_TRACE.
+//
+// All calls but the walk are made under the lock of the symbol engine, one at a time.  Memory may be short when they are
+// made: nothing aborts, and what cannot be had is left out.
+#pragma once
+
+#include "zu/base/zu_stack_trace.h"
+
+ZU_BEGIN_DECLS
+
+// What is known of an address.  The texts hold until the next call of the symbol engine.
+typedef struct ZU___STACK_TRACE_PLACE {
+    const char *symbol;       // null: not known
+    uintptr_t symbolOffset;   // of the address in the function
+    const char *file;         // null: no source line is known
+    unsigned long line;       // counted from 1
+    unsigned long lineOffset; // of the address in the code of the line
+} ZU___STACK_TRACE_PLACE;
+
+// Receives the address where a function will go on; false ends the walk.
+typedef ZU_BOOL ( *ZU___STACK_TRACE_FRAME_FUNC )( uintptr_t address, void *closure );
+
+// Calls `func` for each function that is being called on this thread, from the caller of this one outwards.
+void zu___StackTraceWalk( ZU___STACK_TRACE_FRAME_FUNC func, void *closure );
+
+// Makes the symbol engine know what is loaded now; false if it cannot be had.
+ZU_BOOL zu___StackTraceEngineStart( void );
+// Ends what zu___StackTraceEngineStart began.
+void zu___StackTraceEngineStop( void );
+// Stores in `place` what is known of the function that goes on at `address`.
+void zu___StackTraceEngineFind( uintptr_t address, ZU___STACK_TRACE_PLACE *place );
+
+ZU_END_DECLS
