@@ -15,6 +15,7 @@
 #include "zu/charset/zu_charset.h"
 #include "zu/charset/zu_charset_flags.h"
 #include "zu/io/zu_debug_print.h"
+#include "zu/io/zu_nlf_flags.h"
 #include "zu/runtime/zu_obj.h"
 #include "zu/runtime/zu_runtime_internal.h"
 #include "zu/runtime/zu_runtime_version.h"
@@ -51,6 +52,7 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___DictStartup, zu___DictShutdown },
     { zu___FormatFlagsStartup, zu___FormatFlagsShutdown },
     { zu___CharsetFlagsStartup, zu___CharsetFlagsShutdown },
+    { zu___NlfFlagsStartup, zu___NlfFlagsShutdown },
     { zu___DebugPrintStartup, zu___DebugPrintShutdown },
     { zu___RuntimeFlagsStartup, zu___RuntimeFlagsShutdown },
     { zu___FormatStartup, zu___FormatShutdown },

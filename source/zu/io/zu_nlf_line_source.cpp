@@ -1,0 +1,196 @@
+// Text is read into a cache and searched there for characters that could end a line, which are rare; what they do
+// depends on the flags and is decided one by one.  A carriage return at the end of the cache is the one place where
+// what follows has to be read first: it stays in the cache, ahead of the next piece.
+
+#include "zu/io/zu_nlf_line_source.h"
+
+#include "zu/base/zu_string_internal.h"
+#include "zu/io/zu_string_char_source.h"
+#include "zu/runtime/zu_module.h"
+#include "zu/sys/zu_char_names.h"
+
+#include <cstring>
+
+static constexpr ZU_INT CACHE_CHARS = 1024;
+
+struct ZU_NLF_LINE_SOURCE {
+    ZU_OBJ obj;
+    ZU_CHAR_SOURCE *src;
+    ZU_NLF_FLAGS nlfFlags;
+    ZU_INT cacheLength; // code points in the cache
+    ZU_INT cachePos;    // of the first that has not gone into a line, 0 <= cachePos <= cacheLength
+    ZU_BOOL sourceEnd;  // the last refill was short
+    ZU_CHAR cache[ CACHE_CHARS ];
+};
+
+static void nlfLineSourceFree( ZU_OBJ *thisObj );
+
+static ZU_SORT zu___sort_ZU_NLF_LINE_SOURCE =
+    ZU___SORT_INITIALIZER( "ZU_NLF_LINE_SOURCE", &zu___module, nlfLineSourceFree, nullptr, nullptr );
+ZU___STDFUNCS( ZU_NLF_LINE_SOURCE, zuNlfLineSource )
+
+// Creation
+ZU_NLF_LINE_SOURCE *zuNlfLineSourceCreate( ZU_CHAR_SOURCE *src, ZU_NLF_FLAGS nlfFlags )
+{
+    ZU_ASSERT( src );
+    ZU_NLF_LINE_SOURCE *nls =
+        (ZU_NLF_LINE_SOURCE *)zu___ObjCreate( sizeof( ZU_NLF_LINE_SOURCE ), &zu___sort_ZU_NLF_LINE_SOURCE );
+    nls->src = zuCharSourceRetain( src );
+    nls->nlfFlags = zuNlfFlagsNormalize( nlfFlags );
+    nls->cacheLength = 0;
+    nls->cachePos = 0;
+    nls->sourceEnd = ZU_FALSE;
+    return nls;
+}
+ZU_NLF_LINE_SOURCE *zuNlfLineSourceCreateFromString( ZU_STRING *zus, ZU_NLF_FLAGS nlfFlags )
+{
+    ZU_ASSERT( zus );
+    ZU_STRING_CHAR_SOURCE *scs = zuStringCharSourceCreate( zus );
+    ZU_CHAR_SOURCE *src = zuStringCharSourceCharSource( scs );
+    ZU_NLF_LINE_SOURCE *nls = zuNlfLineSourceCreate( src, nlfFlags );
+    ZU_REF_RELEASE( src );
+    ZU_REF_RELEASE( scs );
+    return nls;
+}
+static void nlfLineSourceFree( ZU_OBJ *thisObj )
+{
+    ZU_NLF_LINE_SOURCE *nls = zuNlfLineSourceFrom( thisObj );
+    ZU_ASSERT( nls );
+    ZU_REF_RELEASE( nls->src );
+    ZU_REF_POISON( nls->src );
+}
+
+// The function of the sources
+
+// Four code points side by side; the compiler has instructions for these on all processors that count.
+typedef int32_t NLF_LANES __attribute__( ( vector_size( 16 ) ) );
+
+// Marks the lanes that hold a newline function of any kind.
+static inline NLF_LANES nlfLanesFind( const ZU_CHAR *chars )
+{
+    NLF_LANES lanes;
+    memcpy( &lanes, chars, sizeof lanes );
+    return ( ( lanes > ZU_CHAR_LINE_FEED - 1 ) & ( lanes < ZU_CHAR_CARRIAGE_RETURN + 1 ) ) |
+           ( lanes == ZU_CHAR_NEXT_LINE ) | ( ( lanes | 1 ) == ZU_CHAR_PARAGRAPH_SEPARATOR );
+}
+
+// Returns the flag of the newline function that `ch` is, 0 if it is none.
+static ZU_NLF_FLAGS nlfFlagOfChar( ZU_CHAR ch )
+{
+    switch ( ch ) {
+    case ZU_CHAR_LINE_FEED:
+        return ZU_NLF_FLAG_LF;
+    case ZU_CHAR_LINE_TABULATION:
+        return ZU_NLF_FLAG_VT;
+    case ZU_CHAR_FORM_FEED:
+        return ZU_NLF_FLAG_FF;
+    case ZU_CHAR_CARRIAGE_RETURN:
+        return ZU_NLF_FLAG_CR;
+    case ZU_CHAR_NEXT_LINE:
+        return ZU_NLF_FLAG_NEL;
+    case ZU_CHAR_LINE_SEPARATOR:
+        return ZU_NLF_FLAG_LS;
+    case ZU_CHAR_PARAGRAPH_SEPARATOR:
+        return ZU_NLF_FLAG_PS;
+    default:
+        return 0;
+    }
+}
+
+// Looks for the end of the line that begins at cachePos.  Returns where its text ends in the cache, and stores the
+// length of the newline function there: 0 if the cache does not have it, or cannot tell.
+static ZU_INT nlfLineSourceFindEnd( ZU_NLF_LINE_SOURCE *nls, ZU_INT *nlfLength )
+{
+    const ZU_CHAR *cache = nls->cache;
+    ZU_INT length = nls->cacheLength;
+    ZU_INT i = nls->cachePos;
+    *nlfLength = 0;
+    while ( i < length ) {
+        while ( length - i >= 8 ) {
+            NLF_LANES found = nlfLanesFind( cache + i ) | nlfLanesFind( cache + i + 4 );
+            uint64_t halves[ 2 ];
+            memcpy( halves, &found, sizeof halves );
+            if ( halves[ 0 ] | halves[ 1 ] ) {
+                break;
+            }
+            i += 8;
+        }
+        for ( ZU_INT blockEnd = zuIntMin( i + 8, length ); i < blockEnd; i++ ) {
+            ZU_NLF_FLAGS flag = nlfFlagOfChar( cache[ i ] );
+            if ( flag == ZU_NLF_FLAG_CR && nls->nlfFlags & ZU_NLF_FLAG_CRLF ) {
+                if ( i + 1 < length && cache[ i + 1 ] == ZU_CHAR_LINE_FEED ) {
+                    *nlfLength = 2;
+                    return i;
+                }
+                if ( i + 1 == length && !nls->sourceEnd ) {
+                    return i;
+                }
+            }
+            if ( nls->nlfFlags & flag ) {
+                *nlfLength = 1;
+                return i;
+            }
+        }
+    }
+    return i;
+}
+
+// Reads the next piece, behind `kept` code points that stay at the front of the cache.
+static void nlfLineSourceRefill( ZU_NLF_LINE_SOURCE *nls, ZU_INT kept )
+{
+    nls->cachePos = 0;
+    nls->cacheLength = kept + zuCharSourceReadChars( nls->src, nls->cache + kept, CACHE_CHARS - kept );
+    if ( nls->cacheLength < CACHE_CHARS ) {
+        nls->sourceEnd = ZU_TRUE;
+    }
+}
+
+static ZU_BOOL nlfLineSourceRead( ZU_OBJ *closure, ZU_STRING **zus )
+{
+    ZU_NLF_LINE_SOURCE *nls = zuNlfLineSourceFrom( closure );
+    ZU_ASSERT( nls );
+    ZU_ASSERT( zus );
+    ZU_ASSERT( !*zus );
+    zuNlfLineSourceRetain( nls ); // a backend below may release the streams above
+    ZU_BOOL ok = ZU_TRUE;
+    for ( ;; ) {
+        if ( nls->cachePos == nls->cacheLength ) {
+            if ( nls->sourceEnd ) {
+                ok = !zuCharSourceError( nls->src );
+                break;
+            }
+            nlfLineSourceRefill( nls, 0 );
+        } else if ( nls->nlfFlags & ZU_NLF_FLAG_CRLF && nls->cachePos == nls->cacheLength - 1 &&
+                    nls->cache[ nls->cachePos ] == ZU_CHAR_CARRIAGE_RETURN ) {
+            nls->cache[ 0 ] = ZU_CHAR_CARRIAGE_RETURN;
+            nlfLineSourceRefill( nls, 1 );
+        }
+        ZU_INT nlfLength;
+        ZU_INT textEnd = nlfLineSourceFindEnd( nls, &nlfLength );
+        ZU_INT count = textEnd - nls->cachePos;
+        if ( count == 0 && nlfLength == 0 ) {
+            continue;
+        }
+        if ( !*zus ) {
+            *zus = count > 0 ? zu___StringCreateEmpty() : zuStringCreate();
+        }
+        zuStringAppendChars( zus, nls->cache + nls->cachePos, count );
+        nls->cachePos = textEnd + nlfLength;
+        if ( nlfLength > 0 ) {
+            break;
+        }
+    }
+    zuNlfLineSourceRelease( nls );
+    return ok;
+}
+
+ZU_LINE_SOURCE *zuNlfLineSourceLineSource( ZU_NLF_LINE_SOURCE *nls )
+{
+    ZU_ASSERT( nls );
+    return zu___LineSourceCreate( nlfLineSourceRead, zuNlfLineSourceObj( nls ) );
+}
+ZU_NLF_FLAGS zuNlfLineSourceNlfFlags( ZU_NLF_LINE_SOURCE *nls )
+{
+    ZU_ASSERT( nls );
+    return nls->nlfFlags;
+}

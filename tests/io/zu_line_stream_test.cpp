@@ -1,0 +1,419 @@
+#include "zu/io/zu_line_sink.h"
+#include "zu/io/zu_line_source.h"
+#include "zu/io/zu_nlf_line_sink.h"
+#include "zu/io/zu_nlf_line_source.h"
+#include "zu/io/zu_string_char_sink.h"
+#include "zu_test_support.h"
+
+#include <random>
+#include <vector>
+
+typedef std::vector<std::u32string> LINES;
+
+static std::u32string takeChars( ZU_STRING *zus )
+{
+    std::u32string chars( zuStringBacking( zus ), zuStringBacking( zus ) + zuStringLength( zus ) );
+    zuStringRelease( zus );
+    return chars;
+}
+static ZU_STRING *makeString( const std::u32string &text )
+{
+    std::vector<ZU_CHAR> chars( text.begin(), text.end() );
+    return zuStringCreateFromCharsCopy( chars.data(), (ZU_INT)chars.size() );
+}
+static ZU_VECTOR *makeVector( const LINES &lines )
+{
+    ZU_VECTOR *vec = zuVectorCreate();
+    for ( const std::u32string &line : lines ) {
+        ZU_STRING *zus = makeString( line );
+        zuVectorAppendString( &vec, zus );
+        zuStringRelease( zus );
+    }
+    return vec;
+}
+
+// What lines are, told without a cache
+static LINES splitLines( const std::u32string &text, ZU_NLF_FLAGS flags )
+{
+    static const std::pair<char32_t, ZU_NLF_FLAGS> ENDS[] = {
+        { 0x0A, ZU_NLF_FLAG_LF },  { 0x0B, ZU_NLF_FLAG_VT },   { 0x0C, ZU_NLF_FLAG_FF },   { 0x0D, ZU_NLF_FLAG_CR },
+        { 0x85, ZU_NLF_FLAG_NEL }, { 0x2028, ZU_NLF_FLAG_LS }, { 0x2029, ZU_NLF_FLAG_PS },
+    };
+    LINES lines;
+    std::u32string line;
+    bool begun = false;
+    for ( size_t i = 0; i < text.size(); i++ ) {
+        begun = true;
+        bool pair = flags & ZU_NLF_FLAG_CRLF && text.compare( i, 2, U"\r\n" ) == 0;
+        bool ended = pair;
+        for ( const auto &[ ch, flag ] : ENDS ) {
+            ended = ended || ( text[ i ] == ch && flags & flag );
+        }
+        if ( ended ) {
+            i += pair;
+            lines.push_back( line );
+            line.clear();
+            begun = false;
+        } else {
+            line += text[ i ];
+        }
+    }
+    if ( begun ) {
+        lines.push_back( line );
+    }
+    return lines;
+}
+static LINES readLines( const std::u32string &text, ZU_NLF_FLAGS flags )
+{
+    ZU_STRING *zus = makeString( text );
+    ZU_NLF_LINE_SOURCE *nls = zuNlfLineSourceCreateFromString( zus, flags );
+    ZU_LINE_SOURCE *source = zuNlfLineSourceLineSource( nls );
+    LINES lines;
+    EXPECT_FALSE( zuLineSourceEnd( source ) );
+    while ( ZU_STRING *line = zuLineSourceRead( source ) ) {
+        lines.push_back( takeChars( line ) );
+        EXPECT_FALSE( zuLineSourceEnd( source ) );
+    }
+    EXPECT_TRUE( zuLineSourceEnd( source ) && !zuLineSourceError( source ) );
+    EXPECT_EQ( zuLineSourceLinesRead( source ), (ZU_INT)lines.size() );
+    zuLineSourceRelease( source );
+    zuNlfLineSourceRelease( nls );
+    zuStringRelease( zus );
+    return lines;
+}
+
+TEST( NlfLineSource, EveryMixtureOfFlagsSplitsAsTold )
+{
+    // All characters that can end a line, alone, doubled and in both orders, with text that looks like them.
+    const std::u32string text = U"\n\r\r\n\n\ra\r\nb\rc\nd\u0085\u0085e\v\f\u2028\u2029f\x09\x0E\x84\x86\u2027\u202A"
+                                U"\U0001000A\U0001000D\r";
+    for ( ZU_NLF_FLAGS flags = 0; flags < 256; flags++ ) {
+        ASSERT_EQ( readLines( text, flags ), splitLines( text, flags ) ) << flags;
+        ASSERT_EQ( readLines( text + U"\n", flags ), splitLines( text + U"\n", flags ) ) << flags;
+    }
+}
+TEST( NlfLineSource, EveryMixtureSplitsAcrossEveryCutOfTheCache )
+{
+    const std::u32string tail = U"x\r\n\r\r\ny\n\u2028z\u0085\r";
+    for ( ZU_NLF_FLAGS flags = 0; flags < 256; flags++ ) {
+        for ( size_t shift = 0; shift <= tail.size() + 8; shift++ ) {
+            std::u32string text = std::u32string( 1026 - shift, 'a' ) + tail;
+            ASSERT_EQ( readLines( text, flags ), splitLines( text, flags ) ) << flags << ", " << shift;
+        }
+    }
+}
+TEST( NlfLineSource, RandomTextOverManyCaches )
+{
+    static const char32_t CHARS[] = U"\r\n\r\nab\u0085\u2028\u2029\v\f";
+    for ( unsigned seed = 1; seed <= 200; seed++ ) {
+        std::mt19937 random( seed );
+        std::u32string text( random() % 6000, 'x' );
+        unsigned sparse = 1 + random() % 40;
+        for ( char32_t &ch : text ) {
+            if ( random() % sparse == 0 ) {
+                ch = CHARS[ random() % 11 ];
+            }
+        }
+        ZU_NLF_FLAGS flags = (ZU_NLF_FLAGS)( random() % 256 );
+        ASSERT_EQ( readLines( text, flags ), splitLines( text, flags ) ) << "seed " << seed;
+    }
+}
+TEST( NlfLineSource, LinesAsTold )
+{
+    const ZU_NLF_FLAGS LF = ZU_NLF_FLAG_LF;
+    const ZU_NLF_FLAGS CR = ZU_NLF_FLAG_CR;
+    const ZU_NLF_FLAGS CRLF = ZU_NLF_FLAG_CRLF;
+    struct ROW {
+        std::u32string text;
+        ZU_NLF_FLAGS flags;
+        LINES lines;
+    };
+    const ROW rows[] = {
+        { U"a\r\nb", CRLF, { U"a", U"b" } },
+        { U"a\r\nb", CR | LF, { U"a", U"", U"b" } },
+        { U"a\r\nb", CR | LF | CRLF, { U"a", U"b" } },
+        { U"a\n", LF, { U"a" } },
+        { U"\n", LF, { U"" } },
+        { U"", LF, {} },
+        { U"a\nb\rc", CRLF, { U"a\nb\rc" } },
+        { U"a\r", CRLF, { U"a\r" } },
+        { U"a\r", CRLF | CR, { U"a" } },
+        { U"\r", CRLF, { U"\r" } },
+        { U"a\nb", 0, { U"a\nb" } },
+        { U"a\nb", LF | 0x100, { U"a", U"b" } },
+        { std::u32string( 1023, 'a' ) + U"\r\n", CRLF, { std::u32string( 1023, 'a' ) } },
+        { std::u32string( 1023, 'a' ) + U"\rb", CRLF, { std::u32string( 1023, 'a' ) + U"\rb" } },
+        { std::u32string( 100000, 'a' ) + U"\n", LF, { std::u32string( 100000, 'a' ) } },
+    };
+    for ( const ROW &row : rows ) {
+        EXPECT_EQ( readLines( row.text, row.flags ), row.lines ) << row.flags;
+    }
+}
+
+// A character source that keeps to a script: pieces of text, the last of which may come with a failure.
+static std::vector<std::u32string> pieces;
+static bool failsAtTheEnd;
+static std::vector<ZU_INT> asked;
+static ZU_BOOL readPiece( ZU_OBJ *, ZU_CHAR *chars, ZU_INT maxCharCount, ZU_INT *charsRead )
+{
+    size_t call = asked.size();
+    asked.push_back( maxCharCount );
+    if ( call < pieces.size() ) {
+        std::copy( pieces[ call ].begin(), pieces[ call ].end(), chars );
+        *charsRead = (ZU_INT)pieces[ call ].size();
+    }
+    return !failsAtTheEnd || call + 1 < pieces.size();
+}
+static ZU_LINE_SOURCE *makePieces( const std::vector<std::u32string> &newPieces, bool fails )
+{
+    pieces = newPieces;
+    failsAtTheEnd = fails;
+    asked.clear();
+    ZU_CHAR_SOURCE *chars = zu___CharSourceCreate( readPiece, nullptr );
+    ZU_NLF_LINE_SOURCE *nls = zuNlfLineSourceCreate( chars, ZU_NLF_FLAG_CRLF | ZU_NLF_FLAG_LF );
+    ZU_LINE_SOURCE *source = zuNlfLineSourceLineSource( nls );
+    zuNlfLineSourceRelease( nls );
+    zuCharSourceRelease( chars );
+    return source;
+}
+
+TEST( NlfLineSource, FailuresComeUpWithWhatWasRead )
+{
+    ZU_LINE_SOURCE *source = makePieces( { U"one\ntwo" }, true );
+    EXPECT_EQ( takeChars( zuLineSourceRead( source ) ), U"one" );
+    EXPECT_FALSE( zuLineSourceEnd( source ) );
+    EXPECT_EQ( takeChars( zuLineSourceRead( source ) ), U"two" );
+    EXPECT_TRUE( zuLineSourceEnd( source ) && zuLineSourceError( source ) );
+    EXPECT_EQ( zuLineSourceRead( source ), nullptr );
+    EXPECT_EQ( zuLineSourceLinesRead( source ), 2 );
+    zuLineSourceRelease( source );
+
+    source = makePieces( { U"one\n" }, true );
+    EXPECT_EQ( takeChars( zuLineSourceRead( source ) ), U"one" );
+    EXPECT_EQ( zuLineSourceRead( source ), nullptr );
+    EXPECT_TRUE( zuLineSourceError( source ) );
+    zuLineSourceRelease( source );
+}
+TEST( NlfLineSource, AsksAsOftenAsItMust )
+{
+    // The pair across the cut is asked for with what room is left; a full cache that ends in text is simply gone on from.
+    ZU_LINE_SOURCE *source =
+        makePieces( { std::u32string( 1023, 'a' ) + U"\r", U"\n" + std::u32string( 1022, 'b' ), U"c" }, false );
+    EXPECT_EQ( takeChars( zuLineSourceRead( source ) ), std::u32string( 1023, 'a' ) );
+    EXPECT_EQ( takeChars( zuLineSourceRead( source ) ), std::u32string( 1022, 'b' ) + U"c" );
+    EXPECT_EQ( zuLineSourceRead( source ), nullptr );
+    EXPECT_EQ( asked, std::vector<ZU_INT>( { 1024, 1023, 1024 } ) );
+    zuLineSourceRelease( source );
+
+    // A carriage return that a line begins with, last in the cache, is looked behind even after a short read.
+    source = makePieces( { U"a\n\r", U"\nb" }, false );
+    EXPECT_EQ( takeChars( zuLineSourceRead( source ) ), U"a" );
+    EXPECT_EQ( takeChars( zuLineSourceRead( source ) ), U"" );
+    EXPECT_EQ( takeChars( zuLineSourceRead( source ) ), U"b" );
+    EXPECT_EQ( asked, std::vector<ZU_INT>( { 1024, 1023 } ) );
+    zuLineSourceRelease( source );
+}
+
+TEST( LineSource, ReadsSeveralLines )
+{
+    const LINES lines = { U"a", U"", U"b", U"c" };
+    ZU_LINE_SOURCE *source = makePieces( { U"a\n\nb\nc" }, false );
+    for ( ZU_INT count : { (ZU_INT)0, (ZU_INT)3, (ZU_INT)-1, (ZU_INT)5 } ) {
+        ZU_VECTOR *vec = zuLineSourceReadLines( source, count );
+        ZU_VECTOR *expected = makeVector( count == 0   ? LINES()
+                                          : count == 3 ? LINES( lines.begin(), lines.begin() + 3 )
+                                          : count < 0  ? LINES( { U"c" } )
+                                                       : LINES() );
+        EXPECT_TRUE( zuVectorEquals( vec, expected ) ) << count;
+        EXPECT_EQ( zuLineSourceEnd( source ), count < 0 || count == 5 );
+        zuVectorRelease( expected );
+        zuVectorRelease( vec );
+    }
+    zuLineSourceRelease( source );
+}
+
+// A line sink that records, and fails when it is told to
+static LINES written;
+static size_t failingWrite;
+static int flushes;
+static ZU_BOOL flushResult;
+static ZU_LINE_SINK *makeSink()
+{
+    written.clear();
+    failingWrite = SIZE_MAX;
+    flushes = 0;
+    flushResult = ZU_TRUE;
+    return zu___LineSinkCreate(
+        []( ZU_OBJ *, ZU_STRING *line ) -> ZU_BOOL {
+            written.push_back( takeChars( zuStringRetain( line ) ) );
+            return written.size() <= failingWrite;
+        },
+        []( ZU_OBJ * ) {
+            flushes++;
+            return flushResult;
+        },
+        nullptr );
+}
+
+TEST( LineSink, WritesLinesOfAllKinds )
+{
+    ZU_LINE_SINK *sink = makeSink();
+    ZU_STRING *zus = makeString( U"abcd" );
+    ZU_STRING *format = makeString( U"%i" );
+    ZU_VECTOR *vec = makeVector( { U"1", U"2", U"3", U"4" } );
+    ZU_VECTOR *none = zuVectorCreate();
+    EXPECT_TRUE( zuLineSinkWrite( sink, zus ) );
+    EXPECT_TRUE( zuLineSinkWriteInner( sink, zus, 1, 2 ) );
+    EXPECT_TRUE( zuLineSinkWriteOuter( sink, zus, 1, 2 ) );
+    EXPECT_TRUE( zuLineSinkWriteLeading( sink, zus, 0 ) );
+    EXPECT_TRUE( zuLineSinkWriteTrailing( sink, zus, 3 ) );
+    EXPECT_TRUE( zuLineSinkWriteCstr( sink, "cstr", -1 ) );
+    EXPECT_TRUE( zuLineSinkWriteWcstr( sink, u"wcstr", -1 ) );
+    EXPECT_TRUE( zuLineSinkWriteFormat( sink, format, (ZU_INT)7 ) );
+    EXPECT_TRUE( zuLineSinkWriteFormatCstr( sink, "%i.", -1, (ZU_INT)8 ) );
+    EXPECT_TRUE( zuLineSinkWriteFormatWcstr( sink, u"%i:", 2, (ZU_INT)9 ) );
+    EXPECT_EQ( written, LINES( { U"abcd", U"bc", U"ad", U"", U"bcd", U"cstr", U"wcstr", U"7", U"8.", U"9" } ) );
+    written.clear();
+    EXPECT_TRUE( zuLineSinkWriteLines( sink, none ) );
+    EXPECT_TRUE( zuLineSinkWriteLines( sink, vec ) );
+    EXPECT_TRUE( zuLineSinkWriteLinesInner( sink, vec, 1, 2 ) );
+    EXPECT_TRUE( zuLineSinkWriteLinesOuter( sink, vec, 1, 2 ) );
+    EXPECT_TRUE( zuLineSinkWriteLinesLeading( sink, vec, 1 ) );
+    EXPECT_TRUE( zuLineSinkWriteLinesTrailing( sink, vec, 1 ) );
+    EXPECT_EQ( written, LINES( { U"1", U"2", U"3", U"4", U"2", U"3", U"1", U"4", U"1", U"4" } ) );
+    EXPECT_EQ( zuLineSinkLinesWritten( sink ), 20 );
+    EXPECT_EQ( zuLineSinkFlush( sink ), ZU_TRUE );
+    EXPECT_EQ( flushes, 1 );
+    zuLineSinkRelease( sink );
+    EXPECT_EQ( flushes, 2 );
+    zuVectorRelease( none );
+    zuVectorRelease( vec );
+    zuStringRelease( format );
+    zuStringRelease( zus );
+}
+TEST( LineSink, AFailureIsForGood )
+{
+    ZU_LINE_SINK *sink = makeSink();
+    ZU_VECTOR *vec = makeVector( { U"1", U"2", U"3" } );
+    ZU_VECTOR *none = zuVectorCreate();
+    failingWrite = 1;
+    EXPECT_EQ( zuLineSinkWriteLines( sink, vec ), ZU_FALSE );
+    EXPECT_TRUE( zuLineSinkError( sink ) );
+    EXPECT_EQ( written, LINES( { U"1", U"2" } ) );
+    EXPECT_EQ( zuLineSinkLinesWritten( sink ), 1 );
+    failingWrite = SIZE_MAX;
+    EXPECT_FALSE( zuLineSinkWriteCstr( sink, "x", -1 ) );
+    EXPECT_FALSE( zuLineSinkWriteLines( sink, none ) );
+    EXPECT_FALSE( zuLineSinkFlush( sink ) );
+    EXPECT_EQ( written.size(), 2u );
+    zuLineSinkRelease( sink );
+    EXPECT_EQ( flushes, 0 );
+
+    sink = makeSink();
+    flushResult = ZU_FALSE;
+    EXPECT_FALSE( zuLineSinkFlush( sink ) );
+    EXPECT_TRUE( zuLineSinkError( sink ) );
+    zuLineSinkRelease( sink );
+    zuVectorRelease( none );
+    zuVectorRelease( vec );
+}
+
+TEST( NlfLineSink, WritesTheFirstNewlineFunction )
+{
+    struct ROW {
+        ZU_NLF_FLAGS flags;
+        std::u32string nlf;
+    };
+    const ROW rows[] = {
+        { 0, U"" },
+        { 255, U"\n" },
+        { ZU_NLF_FLAG_CR | ZU_NLF_FLAG_CRLF, U"\r" },
+        { ZU_NLF_FLAG_CRLF | ZU_NLF_FLAG_PS, U"\r\n" },
+        { ZU_NLF_FLAG_NEL | ZU_NLF_FLAG_VT, U"\u0085" },
+        { ZU_NLF_FLAG_VT | ZU_NLF_FLAG_FF, U"\v" },
+        { ZU_NLF_FLAG_FF | ZU_NLF_FLAG_LS, U"\f" },
+        { ZU_NLF_FLAG_LS | ZU_NLF_FLAG_PS, U"\u2028" },
+        { ZU_NLF_FLAG_PS | 0x100, U"\u2029" },
+    };
+    for ( const ROW &row : rows ) {
+        ZU_STRING_CHAR_SINK *collector = zuStringCharSinkCreate();
+        ZU_CHAR_SINK *chars = zuStringCharSinkCharSink( collector );
+        ZU_NLF_LINE_SINK *nls = zuNlfLineSinkCreate( chars, row.flags );
+        ZU_LINE_SINK *sink = zuNlfLineSinkLineSink( nls );
+        EXPECT_EQ( zuNlfLineSinkNlfFlags( nls ), row.flags & 255 );
+        EXPECT_TRUE( zuLineSinkWriteCstr( sink, "a", -1 ) );
+        EXPECT_TRUE( zuLineSinkWriteCstr( sink, "", -1 ) );
+        EXPECT_TRUE( zuLineSinkWriteCstr( sink, "b\n", -1 ) );
+        EXPECT_EQ( takeChars( zuStringCharSinkString( collector ) ), U"a" + row.nlf + row.nlf + U"b\n" + row.nlf );
+        EXPECT_EQ( takeChars( zuNlfFlagsNlfString( row.flags ) ), row.nlf );
+        zuLineSinkRelease( sink );
+        zuNlfLineSinkRelease( nls );
+        zuCharSinkRelease( chars );
+        zuStringCharSinkRelease( collector );
+    }
+}
+TEST( NlfLineSink, PassesFailuresAndFlushesOn )
+{
+    static std::vector<ZU_INT> counts;
+    static int charFlushes;
+    ZU_CHAR_SINK *chars = zu___CharSinkCreate(
+        []( ZU_OBJ *, const ZU_CHAR *, ZU_INT count ) -> ZU_BOOL {
+            counts.push_back( count );
+            return counts.size() < 5;
+        },
+        []( ZU_OBJ * ) {
+            charFlushes++;
+            return ZU_TRUE;
+        },
+        nullptr );
+    ZU_NLF_LINE_SINK *nls = zuNlfLineSinkCreate( chars, ZU_NLF_FLAG_CRLF );
+    ZU_LINE_SINK *sink = zuNlfLineSinkLineSink( nls );
+    EXPECT_TRUE( zuLineSinkWriteCstr( sink, "ab", -1 ) );
+    EXPECT_TRUE( zuLineSinkFlush( sink ) );
+    EXPECT_EQ( charFlushes, 1 );
+    EXPECT_FALSE( zuLineSinkWriteCstr( sink, "c", -1 ) ) << "its carriage return fails";
+    EXPECT_EQ( counts, std::vector<ZU_INT>( { 2, 1, 1, 1, 1 } ) );
+    EXPECT_TRUE( zuLineSinkError( sink ) );
+    zuLineSinkRelease( sink );
+    zuNlfLineSinkRelease( nls );
+    zuCharSinkRelease( chars );
+    EXPECT_EQ( charFlushes, 1 );
+}
+
+TEST( NlfFlags, Names )
+{
+    EXPECT_EQ( zuNlfFlagsNormalize( -1 ), 255 );
+    EXPECT_EQ( takeChars( zuNlfFlagsToString( ZU_NLF_FLAG_LF | ZU_NLF_FLAG_CRLF | ZU_NLF_FLAG_PS ) ),
+               U"ZU_NLF_FLAG_LF|ZU_NLF_FLAG_CRLF|ZU_NLF_FLAG_PS" );
+    for ( ZU_NLF_FLAGS flags = 0; flags < 256; flags++ ) {
+        ZU_STRING *text = zuNlfFlagsToString( flags );
+        EXPECT_EQ( zuNlfFlagsFromString( text ), flags );
+        zuStringRelease( text );
+    }
+    ZU_STRING *number = makeString( U"0x101 and more" );
+    EXPECT_EQ( zuNlfFlagsFromString( number ), 1 );
+    zuStringRelease( number );
+}
+
+TEST( LineAborts, Arguments )
+{
+    ZU_LINE_SINK *sink = makeSink();
+    ZU_LINE_SOURCE *source = makePieces( {}, false );
+    ZU_VECTOR *vec = zuVectorCreate();
+    expectAbort( "zus", [ & ] { zuLineSinkWrite( sink, nullptr ); } );
+    expectAbort( "vec", [ & ] { zuLineSinkWriteLines( sink, nullptr ); } );
+    expectAbort( "maxLineCount >= -1", [ & ] { zuLineSourceReadLines( source, -2 ); } );
+    expectAbort( "writeFunc", [ & ] { zu___LineSinkCreate( nullptr, nullptr, nullptr ); } );
+    expectAbort( "readFunc", [ & ] { zu___LineSourceCreate( nullptr, nullptr ); } );
+    expectAbort( "name", [ & ] { zuNlfFlagsToString( 256 ); } );
+    expectAbort(
+        "!obj || zuObjSort(obj)==&zu___sort_ZU_STRING",
+        [ & ] {
+            zuVectorAppendObj( &vec, zuVectorObj( vec ) );
+            zuLineSinkWriteLines( sink, vec );
+        },
+        "stdfunc from" );
+    zuVectorRelease( vec );
+    zuLineSourceRelease( source );
+    zuLineSinkRelease( sink );
+}
