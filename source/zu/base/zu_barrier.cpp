@@ -2,9 +2,9 @@
 
 #include "zu/base/zu_barrier.h"
 
+#include "zu/base/zu_timestamp.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/sys/zu_srw_internal.h"
-#include "zu/sys/zu_wait_internal.h"
 
 #include <algorithm>
 
@@ -75,11 +75,11 @@ ZU_BOOL zuBarrierPassTimed( ZU_BARRIER *barrier, ZU_INT millisec )
         return ZU_TRUE;
     }
     ZU_ASSERT( millisec == -1 || millisec >= 0 );
-    ZU_INT start = zu___WaitClock();
+    ZU_INT start = zuTimestamp();
     zu___SrwLockAcquireShared( &barrier->srw );
     ZU_BOOL open;
     while ( !( open = barrier->open ) ) {
-        ZU_INT elapsed = zu___WaitClock() - start;
+        ZU_INT elapsed = zuTimestamp() - start;
         if ( elapsed >= millisec ) {
             break;
         }

@@ -18,9 +18,6 @@ ZU_BOOL zu___WaitOnWord( const uint32_t *word, uint32_t value, ZU_INT millisec )
 void zu___WaitWakeOne( const uint32_t *word );
 void zu___WaitWakeAll( const uint32_t *word );
 
-// Monotonic milliseconds.
-ZU_INT zu___WaitClock( void );
-
 // Who finds a lock taken looks at it for a while before it sleeps: sections are a few dozen instructions long, which is
 // less than a sleep costs.  The pause between two looks doubles from 1 to this number, so that looking hardly disturbs
 // the holder.

@@ -31,9 +31,3 @@ void zu___WaitWakeAll( const uint32_t *word )
 {
     syscall( SYS_futex, word, FUTEX_WAKE_PRIVATE, INT_MAX, nullptr, nullptr, 0 );
 }
-ZU_INT zu___WaitClock( void )
-{
-    struct timespec now = {};
-    clock_gettime( CLOCK_MONOTONIC, &now );
-    return (ZU_INT)now.tv_sec * SECOND + (ZU_INT)now.tv_nsec / MILLISECOND;
-}
