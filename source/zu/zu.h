@@ -1,6 +1,9 @@
 // zu.h: the whole interface.
 #pragma once
 
+#include "zu/base/zu_alert.h"
+#include "zu/base/zu_alertable.h"
+#include "zu/base/zu_alertable_imp.h"
 #include "zu/base/zu_barrier.h"
 #include "zu/base/zu_boxed_bool.h"
 #include "zu/base/zu_boxed_int.h"
@@ -13,6 +16,9 @@
 #include "zu/base/zu_dict.h"
 #include "zu/base/zu_enum.h"
 #include "zu/base/zu_flagset.h"
+#include "zu/base/zu_counter.h"
+#include "zu/base/zu_event_queue.h"
+#include "zu/base/zu_event_queue_imp.h"
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_format_arg_list.h"
 #include "zu/base/zu_format_flags.h"
@@ -28,6 +34,9 @@
 #include "zu/base/zu_vector.h"
 #include "zu/base/zu_nanoseconds.h"
 #include "zu/base/zu_stack_trace.h"
+#include "zu/base/zu_signal.h"
+#include "zu/base/zu_signalable.h"
+#include "zu/base/zu_signalable_imp.h"
 #include "zu/base/zu_string.h"
 #include "zu/base/zu_string_format.h"
 #include "zu/base/zu_time.h"

@@ -1,0 +1,141 @@
+#include "zu/zu.hpp"
+
+#include "zu_test_support.h"
+
+#include <algorithm>
+#include <random>
+#include <set>
+#include <vector>
+
+// Listeners that note their numbers.
+static std::vector<int> fired;
+
+static void note( ZU_OBJ *arg )
+{
+    fired.push_back( (int)zuBoxedIntValue( zuBoxedIntFrom( arg ) ) );
+}
+static zu::Ref<ZU_ALERTABLE> createNoting( int number )
+{
+    zu::Ref<ZU_BOXED_INT> arg = zu::adopt( zuBoxedIntCreate( number ) );
+    return zu::adopt( zuAlertableCreate( note, zuBoxedIntObj( arg.get() ) ) );
+}
+static std::vector<int> takeFired()
+{
+    return std::exchange( fired, {} );
+}
+
+TEST( Alert, BehavesLikeAModel )
+{
+    static constexpr int LISTENERS = 6;
+    for ( unsigned seed = 1; seed <= 200; seed++ ) {
+        SCOPED_TRACE( seed );
+        std::minstd_rand random( seed );
+        zu::Ref<ZU_ALERT> al = zu::adopt( zuAlertCreate() );
+        std::vector<zu::Ref<ZU_ALERTABLE>> listeners;
+        for ( int i = 0; i < LISTENERS; i++ ) {
+            listeners.push_back( createNoting( i ) );
+        }
+        // The dict is in the order of the insides, whatever that is; it is settled once two have been compared.
+        auto before = [ & ]( int a, int b ) {
+            zu::Ref<ZU___ALERTABLE_IMP> impA = zu::adopt( zu___AlertableImp( listeners[ a ].get() ) );
+            zu::Ref<ZU___ALERTABLE_IMP> impB = zu::adopt( zu___AlertableImp( listeners[ b ].get() ) );
+            return zu___AlertableImpCompare( impA.get(), impB.get() ) < 0;
+        };
+        bool set = false;
+        int slot = -1; // none
+        std::set<int, decltype( before )> dict( before );
+        for ( int step = 0; step < 200; step++ ) {
+            int i = (int)( random() % LISTENERS );
+            std::vector<int> expected;
+            switch ( random() % 8 ) {
+            case 0:
+                if ( !set ) {
+                    if ( slot >= 0 ) {
+                        expected.push_back( slot );
+                    }
+                    expected.insert( expected.end(), dict.begin(), dict.end() );
+                    slot = -1;
+                    dict.clear();
+                }
+                set = true;
+                zuAlertSet( al.get() );
+                break;
+            case 1:
+                ASSERT_EQ( zuAlertUnset( al.get() ), set );
+                set = false;
+                break;
+            case 2:
+            case 3:
+                if ( slot == i ) {
+                    slot = -1;
+                }
+                dict.erase( i );
+                zuAlertDelAlertable( al.get(), listeners[ i ].get() );
+                break;
+            default:
+                if ( set ) {
+                    expected.push_back( i );
+                } else if ( slot < 0 ) {
+                    slot = i;
+                } else if ( slot != i ) {
+                    dict.insert( i );
+                }
+                zuAlertAddAlertable( al.get(), listeners[ i ].get() );
+            }
+            ASSERT_EQ( takeFired(), expected ) << "step " << step;
+            ASSERT_EQ( zuAlertIsSet( al.get() ), set );
+        }
+    }
+}
+
+TEST( Alert, FiresWhoStandsInBothPlacesTwice )
+{
+    zu::Ref<ZU_ALERT> al = zu::adopt( zuAlertCreate() );
+    zu::Ref<ZU_ALERTABLE> first = createNoting( 1 );
+    zu::Ref<ZU_ALERTABLE> second = createNoting( 2 );
+    for ( bool detach : { false, true } ) {
+        zuAlertAddAlertable( al.get(), first.get() );
+        zuAlertAddAlertable( al.get(), second.get() );
+        zuAlertDelAlertable( al.get(), first.get() );
+        zuAlertAddAlertable( al.get(), second.get() );
+        if ( detach ) {
+            zuAlertDelAlertable( al.get(), second.get() );
+        }
+        zuAlertSet( al.get() );
+        EXPECT_EQ( takeFired(), detach ? std::vector<int>() : std::vector<int>( { 2, 2 } ) );
+        EXPECT_TRUE( zuAlertUnset( al.get() ) );
+    }
+}
+
+TEST( Alert, LetsGoOfListeners )
+{
+    zu::Ref<ZU_BOXED_INT> arg = zu::adopt( zuBoxedIntCreate( 1 ) );
+    zu::Ref<ZU_ALERT> al = zu::adopt( zuAlertCreate() );
+    std::vector<zu::Ref<ZU_ALERTABLE>> listeners;
+    for ( int i = 0; i < 3; i++ ) {
+        listeners.push_back( zu::adopt( zuAlertableCreate( note, zuBoxedIntObj( arg.get() ) ) ) );
+        zuAlertAddAlertable( al.get(), listeners.back().get() );
+    }
+    listeners.clear();
+    EXPECT_EQ( ZU_REF_RETAIN_COUNT( arg.get() ), 1u ); // although the alert still has what is left of them
+    zuAlertSet( al.get() );
+    EXPECT_EQ( takeFired(), std::vector<int>() );
+    zuAlertUnset( al.get() );
+    listeners.push_back( createNoting( 1 ) );
+    zuAlertAddAlertable( al.get(), listeners.back().get() );
+    al = nullptr;
+    EXPECT_EQ( takeFired(), std::vector<int>() ); // its end is no setting
+}
+
+TEST( AlertAborts, Null )
+{
+    zu::Ref<ZU_ALERT> al = zu::adopt( zuAlertCreate() );
+    zu::Ref<ZU_ALERTABLE> alb = createNoting( 0 );
+    expectAbort( "al", [] { zuAlertIsSet( nullptr ); } );
+    expectAbort( "al", [] { zuAlertSet( nullptr ); } );
+    expectAbort( "al", [] { zuAlertUnset( nullptr ); } );
+    expectAbort( "al", [ & ] { zuAlertAddAlertable( nullptr, alb.get() ); } );
+    expectAbort( "alb", [ & ] { zuAlertAddAlertable( al.get(), nullptr ); } );
+    expectAbort( "al", [ & ] { zuAlertDelAlertable( nullptr, alb.get() ); } );
+    expectAbort( "alb", [ & ] { zuAlertDelAlertable( al.get(), nullptr ); } );
+}

@@ -1,0 +1,217 @@
+#include "zu/zu.hpp"
+
+#include "zu_test_support.h"
+
+#include <algorithm>
+#include <atomic>
+#include <deque>
+#include <random>
+#include <set>
+
+static int wakings;
+
+static zu::Ref<ZU_EVENT_QUEUE> createQueue()
+{
+    return zu::adopt( zuEventQueueCreate() );
+}
+static zu::Ref<ZU_ALERTABLE> createCounting()
+{
+    return zu::adopt( zuAlertableCreate( []( ZU_OBJ * ) { wakings++; }, nullptr ) );
+}
+static zu::Ref<ZU_OBJ> createInt( ZU_INT value )
+{
+    return zu::adopt( zuBoxedIntObj( zuBoxedIntCreate( value ) ) );
+}
+
+// Events of three classes, of which two have an order by value and one has none; equal ones are different objects.
+struct EVENTS {
+    std::vector<zu::Ref<ZU_MONITOR>> monitors;
+
+    explicit EVENTS( size_t count )
+    {
+        for ( size_t i = 0; i < count; i++ ) {
+            monitors.push_back( zu::adopt( zuMonitorCreate() ) );
+        }
+    }
+    // Returns event `number` of 0 to three times the count.
+    zu::Ref<ZU_OBJ> create( size_t number ) const
+    {
+        size_t which = number / 3;
+        switch ( number % 3 ) {
+        case 0:
+            return zu::share( zuMonitorObj( monitors[ which ].get() ) );
+        case 1:
+            return createInt( (ZU_INT)which );
+        default:
+            return zu::adopt( zuStringObj( zu::format( "%i", which ).release() ) );
+        }
+    }
+};
+
+TEST( EventQueue, BehavesLikeAModel )
+{
+    for ( unsigned seed = 1; seed <= 40; seed++ ) {
+        SCOPED_TRACE( seed );
+        std::minstd_rand random( seed );
+        size_t range = seed % 2 ? 3 : 900; // of events of each class: most are there already, or many wait
+        EVENTS events( range );
+        zu::Ref<ZU_EVENT_QUEUE> eq = createQueue();
+        zu::Ref<ZU_ALERTABLE> alb = createCounting();
+        std::deque<size_t> waiting;
+        std::set<size_t> members;
+        bool attached = false;
+        size_t ascending = 0;
+        for ( int step = 0; step < 4000; step++ ) {
+            int expected = 0;
+            bool growing = step % 2000 < 1000;
+            unsigned action = (unsigned)( random() % 16 );
+            if ( action == 0 ) {
+                expected = !waiting.empty();
+                attached = waiting.empty();
+                zuEventQueueReadEventAddAlertable( eq.get(), alb.get() );
+            } else if ( action == 1 ) {
+                attached = false;
+                zuEventQueueReadEventDelAlertable( eq.get(), alb.get() );
+            } else if ( action < ( growing ? 13u : 5u ) ) {
+                size_t number = ( random() % 2 ? random() : ascending++ ) % ( 3 * range );
+                if ( members.insert( number ).second ) {
+                    expected = waiting.empty() && attached;
+                    attached = attached && !waiting.empty();
+                    waiting.push_back( number );
+                }
+                zuEventQueueWriteEvent( eq.get(), events.create( number ).get() );
+            } else {
+                zu::Ref<ZU_OBJ> event = zu::adopt( zuEventQueueReadEvent( eq.get() ) );
+                ASSERT_EQ( (bool)event, !waiting.empty() ) << "step " << step;
+                if ( event ) {
+                    ASSERT_EQ( zuObjCompare( event.get(), events.create( waiting.front() ).get() ), 0 )
+                        << "step " << step;
+                    members.erase( waiting.front() );
+                    waiting.pop_front();
+                }
+            }
+            ASSERT_EQ( std::exchange( wakings, 0 ), expected ) << "step " << step;
+        }
+    }
+}
+
+TEST( EventQueue, TakesAndGivesReferences )
+{
+    zu::Ref<ZU_OBJ> a = createInt( 1 );
+    zu::Ref<ZU_OBJ> b = createInt( 2 );
+    zu::Ref<ZU_EVENT_QUEUE> eq = createQueue();
+    for ( int i = 0; i < 2; i++ ) { // a queue that has been emptied is as good as new
+        for ( ZU_OBJ *event : { a.get(), b.get(), a.get() } ) {
+            zuEventQueueWriteEvent( eq.get(), event );
+        }
+        EXPECT_EQ( zu::adopt( zuEventQueueReadEvent( eq.get() ) ).get(), a.get() );
+        EXPECT_EQ( ZU_REF_RETAIN_COUNT( a.get() ), 1u );
+        EXPECT_EQ( zu::adopt( zuEventQueueReadEvent( eq.get() ) ).get(), b.get() );
+        EXPECT_EQ( zuEventQueueReadEvent( eq.get() ), nullptr );
+    }
+    for ( ZU_INT i = 0; i < 1000; i++ ) {
+        zuEventQueueWriteEvent( eq.get(), createInt( i ).get() );
+    }
+    zuEventQueueWriteEvent( eq.get(), a.get() );
+    zuEventQueueWriteEvent( eq.get(), zuEventQueueObj( createQueue().get() ) );
+    eq = nullptr; // with all that waits
+    EXPECT_EQ( ZU_REF_RETAIN_COUNT( a.get() ), 1u );
+    EXPECT_EQ( ZU_REF_RETAIN_COUNT( b.get() ), 1u );
+}
+
+// Listeners run without the queue's lock.
+TEST( EventQueue, IsReadByItsListener )
+{
+    static zu::Ref<ZU_OBJ> read;
+    zu::Ref<ZU_EVENT_QUEUE> eq = createQueue();
+    zu::Ref<ZU_ALERTABLE> alb = zu::adopt(
+        zuAlertableCreate( []( ZU_OBJ *arg ) { read = zu::adopt( zuEventQueueReadEvent( zuEventQueueFrom( arg ) ) ); },
+                           zuEventQueueObj( eq.get() ) ) );
+    zuEventQueueReadEventAddAlertable( eq.get(), alb.get() );
+    zu::Ref<ZU_OBJ> event = createInt( 1 );
+    zuEventQueueWriteEvent( eq.get(), event.get() );
+    EXPECT_EQ( read.get(), event.get() );
+    read = nullptr;
+    EXPECT_EQ( zuEventQueueReadEvent( eq.get() ), nullptr );
+}
+
+TEST( EventQueue, ServesManyWriters )
+{
+    static constexpr int WRITERS = 3;
+    static constexpr ZU_INT EVENTS_EACH = 5000;
+    zu::Ref<ZU_EVENT_QUEUE> eq = createQueue();
+    zu::Ref<ZU_BARRIER> barrier = zu::adopt( zuBarrierCreate( ZU_TRUE ) );
+    zu::Ref<ZU_ALERTABLE> alb = zu::adopt( zuAlertableCreateBarrier( barrier.get() ) );
+    zu::Ref<ZU_OBJ> same = createInt( -1 );
+    ZU_INT next[ WRITERS ] = {};
+    ZU_INT sames = 0;
+    runThreads( WRITERS + 1, [ & ]( int self ) {
+        if ( self < WRITERS ) {
+            for ( ZU_INT i = 0; i < EVENTS_EACH; i++ ) {
+                zuEventQueueWriteEvent( eq.get(), createInt( i * WRITERS + self ).get() );
+                zuEventQueueWriteEvent( eq.get(), same.get() );
+            }
+            return;
+        }
+        while ( std::any_of( next, next + WRITERS, []( ZU_INT count ) { return count < EVENTS_EACH; } ) ) {
+            zuBarrierBlock( barrier.get() );
+            zuEventQueueReadEventAddAlertable( eq.get(), alb.get() );
+            zuBarrierPass( barrier.get() );
+            while ( zu::Ref<ZU_OBJ> event = zu::adopt( zuEventQueueReadEvent( eq.get() ) ) ) {
+                ZU_INT value = zuBoxedIntValue( zuBoxedIntFrom( event.get() ) );
+                if ( value < 0 ) {
+                    sames++;
+                } else {
+                    ASSERT_EQ( value / WRITERS, next[ value % WRITERS ]++ );
+                }
+            }
+        }
+    } );
+    EXPECT_GE( sames, 1 );
+    EXPECT_LE( sames, WRITERS * EVENTS_EACH );
+}
+
+// A reader that detaches while a writer fires its listener, which reads: nobody waits for the other.
+TEST( EventQueue, DetachesWhileItsListenerReads )
+{
+    zu::Ref<ZU_EVENT_QUEUE> eq = createQueue();
+    auto read = []( ZU_OBJ *arg ) { ZU_REF_RELEASE_OPT( zuEventQueueReadEvent( zuEventQueueFrom( arg ) ) ); };
+    zu::Ref<ZU_ALERTABLE> alb = zu::adopt( zuAlertableCreate( read, zuEventQueueObj( eq.get() ) ) );
+    zu::Ref<ZU_OBJ> event = createInt( 1 );
+    runThreads( 2, [ & ]( int self ) {
+        for ( int i = 0; i < 5000; i++ ) {
+            if ( self == 0 ) {
+                zuEventQueueWriteEvent( eq.get(), event.get() );
+            } else {
+                zuEventQueueReadEventAddAlertable( eq.get(), alb.get() );
+                zuEventQueueReadEventDelAlertable( eq.get(), alb.get() );
+            }
+        }
+    } );
+}
+
+TEST( EventQueueAborts, Arguments )
+{
+    zu::Ref<ZU_EVENT_QUEUE> eq = createQueue();
+    zu::Ref<ZU_OBJ> event = createInt( 1 );
+    zu::Ref<ZU_ALERTABLE> alb = createCounting();
+    expectAbort( "eq", [ & ] { zuEventQueueWriteEvent( nullptr, event.get() ); } );
+    expectAbort( "event", [ & ] { zuEventQueueWriteEvent( eq.get(), nullptr ); } );
+    expectAbort( "eq", [] { zuEventQueueReadEvent( nullptr ); } );
+    expectAbort( "eq", [] { zu___EventQueueImp( nullptr ); } );
+    for ( auto *function : { zuEventQueueReadEventAddAlertable, zuEventQueueReadEventDelAlertable } ) {
+        expectAbort( "eq", [ & ] { function( nullptr, alb.get() ); } );
+        expectAbort( "alb", [ & ] { function( eq.get(), nullptr ); } );
+    }
+}
+TEST( EventQueueAborts, Halted )
+{
+    zu::Ref<ZU_ALERTABLE> alb = createCounting();
+    zu::Ref<ZU___EVENT_QUEUE_IMP> imp = zu::adopt( zu___EventQueueImp( createQueue().get() ) );
+    zu___EventQueueImpWriteEvent( imp.get(), createInt( 1 ).get() );
+    expectAbort( "!imp->halted", [ & ] { zu___EventQueueImpReadEvent( imp.get() ); } );
+    expectAbort( "!imp->halted", [ & ] { zu___EventQueueImpReadEventAddAlertable( imp.get(), alb.get() ); } );
+    expectAbort( "!imp->halted", [ & ] { zu___EventQueueImpReadEventDelAlertable( imp.get(), alb.get() ); } );
+    expectAbort( "!imp->halted", [ & ] { zu___EventQueueImpHalt( imp.get() ); } );
+    expectAbort( "imp->halted", [] { zu___EventQueueImpRelease( zu___EventQueueImpCreate() ); } );
+}
