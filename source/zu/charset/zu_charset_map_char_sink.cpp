@@ -3,9 +3,27 @@
 
 #include "zu/charset/zu_charset_closure_internal.h"
 #include "zu/charset/zu_charset_map.h"
+#include "zu/sys/zu_mem.h"
 #include "zu/unicode/zu_unicode_normalizer.h"
 
 static constexpr ZU_INT BLOCK_CHARS = 256; // taken from the normalizer at a time
+
+// What the set's function says of the 256 characters of a row; it is asked about a whole row when the first of them comes,
+// which is quicker than a call for each character of a text.
+static constexpr ZU_CHAR ROW_CHARS = 256;
+static constexpr ZU_CHAR ROWS = 256; // those of the BMP
+static constexpr uint16_t UNMAPPED = 0xFFFF;
+struct MAP_ROW {
+    uint16_t bytes[ ROW_CHARS ]; // UNMAPPED: the set lacks the character
+};
+// Stands for all rows that nobody has asked about, and for those beyond the BMP.
+static constexpr MAP_ROW UNKNOWN_ROW = [] {
+    MAP_ROW row = {};
+    for ( uint16_t &byte : row.bytes ) {
+        byte = UNMAPPED;
+    }
+    return row;
+}();
 
 struct ZU___CHARSET_MAP_CHAR_SINK_CLOSURE {
     ZU_OBJ obj;
@@ -13,6 +31,7 @@ struct ZU___CHARSET_MAP_CHAR_SINK_CLOSURE {
     ZU___CHARSET_MAP_CHAR_TO_BYTE_FUNC mapFunc;
     uint8_t replacement;               // for characters that the set lacks
     ZU_UNICODE_NORMALIZER *normalizer; // to NFC
+    const MAP_ROW *rows[ ROWS ];       // never null: UNKNOWN_ROW, or one of zuMemAlloc
     ZU___CHARSET_OUTPUT output;
 };
 
@@ -23,47 +42,87 @@ static void mapCharSinkFree( ZU_OBJ *thisObj )
 {
     ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc = mapCharSinkFrom( thisObj );
     ZU_ASSERT( csc );
+    for ( ZU_CHAR i = 0; i < ROWS; i++ ) {
+        if ( csc->rows[ i ] != &UNKNOWN_ROW ) {
+            zuMemFree( const_cast<MAP_ROW *>( csc->rows[ i ] ) );
+        }
+    }
     ZU_REF_RELEASE( csc->normalizer );
     ZU_REF_POISON( csc->normalizer );
     zu___CharsetOutputEnd( &csc->output );
 }
 
-// Maps one character of the settled text.
-enum MAP_VERDICT { STOPPED, TAKEN };
-static MAP_VERDICT mapCharSinkPutChar( ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc, ZU_CHAR ch, ZU_BOOL *ok )
+static const MAP_ROW *mapRowFind( const ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc, ZU_CHAR ch )
 {
-    uint8_t byte;
-    if ( !csc->mapFunc( ch, &byte ) ) {
-        if ( csc->flags & ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER ) {
-            return STOPPED;
-        }
-        if ( csc->flags & ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS ) {
-            return TAKEN;
-        }
-        byte = csc->replacement;
+    ZU_CHAR number = ch / ROW_CHARS;
+    return number < ROWS ? csc->rows[ number ] : &UNKNOWN_ROW;
+}
+// Asks about the row of `ch`; false if that has been done, or the set can have none.
+static bool mapRowLearn( ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc, ZU_CHAR ch )
+{
+    ZU_CHAR number = ch / ROW_CHARS;
+    if ( number >= ROWS || csc->rows[ number ] != &UNKNOWN_ROW ) {
+        return false;
     }
-    csc->output.bytes[ csc->output.used++ ] = byte;
-    if ( csc->output.used == ZU___CHARSET_OUTPUT_BYTES ) {
-        *ok = zu___CharsetOutputFlush( &csc->output );
-        return *ok ? TAKEN : STOPPED;
+    MAP_ROW *row = (MAP_ROW *)zuMemAlloc( sizeof( MAP_ROW ) );
+    for ( ZU_CHAR i = 0; i < ROW_CHARS; i++ ) {
+        uint8_t byte;
+        row->bytes[ i ] = csc->mapFunc( number * ROW_CHARS + i, &byte ) ? byte : UNMAPPED;
     }
-    return TAKEN;
+    csc->rows[ number ] = row;
+    return true;
 }
 
-// Maps the settled text.  A stop drops the rest of it; it is a failure unless a full cache has gone out before in this
-// same text, in which case the sink goes on.  That is the contract, odd as it is.
+// Maps settled text.  Returns whether all of it was taken; at a stop `*ok` tells whether a full cache has gone out.
+static bool mapCharSinkPutChars( ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc, const ZU_CHAR *chars, ZU_INT count,
+                                 ZU_BOOL *ok )
+{
+    ZU___CHARSET_OUTPUT *output = &csc->output;
+    for ( ZU_INT i = 0; i < count; ) {
+        ZU_INT end = i + zuIntMin( count - i, ZU___CHARSET_OUTPUT_BYTES - output->used );
+        uint8_t *bytes = output->bytes + output->used;
+        uint16_t byte = 0;
+        while ( i < end && ( byte = mapRowFind( csc, chars[ i ] )->bytes[ chars[ i ] % ROW_CHARS ] ) != UNMAPPED ) {
+            *bytes++ = (uint8_t)byte;
+            i++;
+        }
+        if ( byte == UNMAPPED ) {
+            if ( mapRowLearn( csc, chars[ i ] ) ) {
+                output->used = bytes - output->bytes;
+                continue;
+            }
+            if ( csc->flags & ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER ) {
+                output->used = bytes - output->bytes;
+                return false;
+            }
+            if ( !( csc->flags & ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS ) ) {
+                *bytes++ = csc->replacement;
+            }
+            i++;
+        }
+        output->used = bytes - output->bytes;
+        if ( output->used == ZU___CHARSET_OUTPUT_BYTES ) {
+            *ok = zu___CharsetOutputFlush( output );
+            if ( !*ok ) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+// Maps what the normalizer has settled.  A stop drops the rest of it; it is a failure unless a full cache has gone out
+// before in this same text, in which case the sink goes on.  That is the contract, odd as it is.
 static ZU_BOOL mapCharSinkPut( ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc )
 {
     ZU_BOOL ok = ZU_FALSE; // what a stop yields
-    MAP_VERDICT verdict = TAKEN;
+    bool taken = true;
     ZU_CHAR chars[ BLOCK_CHARS ];
     ZU_INT count;
     while ( ( count = zuUnicodeNormalizerReadChars( csc->normalizer, chars, BLOCK_CHARS ) ) > 0 ) {
-        for ( ZU_INT i = 0; i < count && verdict == TAKEN; i++ ) {
-            verdict = mapCharSinkPutChar( csc, chars[ i ], &ok );
-        }
+        taken = taken && mapCharSinkPutChars( csc, chars, count, &ok );
     }
-    return verdict == TAKEN || ok;
+    return taken || ok;
 }
 
 static ZU_BOOL mapCharSinkWrite( ZU_OBJ *closure, const ZU_CHAR *chars, ZU_INT charCount )
@@ -97,6 +156,9 @@ ZU_CHAR_SINK *zu___CharsetMapCharSinkCreate( ZU_BYTE_SINK *byteSink, ZU_CHARSET_
     if ( !mapFunc( ZU_CHAR_REPLACEMENT_CHARACTER, &csc->replacement ) &&
          !mapFunc( ZU_CHAR_QUESTION_MARK, &csc->replacement ) ) {
         csc->replacement = 0;
+    }
+    for ( ZU_CHAR i = 0; i < ROWS; i++ ) {
+        csc->rows[ i ] = &UNKNOWN_ROW;
     }
     csc->normalizer = nullptr;
     csc->normalizer = zuUnicodeNormalizerCreate( ZU_UNICODE_NORMAL_FORM_NFC );

@@ -4,6 +4,8 @@
 #include "zu/charset/zu_charset_map.h"
 
 static constexpr ZU_CHAR UNDEFINED = 0xFFFFFFFF; // no character of any set
+static constexpr ZU_CHAR UNDEFINED_BIT = 0x80000000;
+static constexpr ZU_INT BLOCK = 16; // bytes decoded at once
 
 struct ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE {
     ZU_OBJ obj;
@@ -22,6 +24,29 @@ static void mapCharSourceFree( ZU_OBJ *thisObj )
     zu___CharsetInputEnd( &csc->input );
 }
 
+// Decodes up to `count` bytes, as far as they are defined; returns how many.
+static ZU_INT mapCharSourceTake( const ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE *csc, const uint8_t *bytes, ZU_CHAR *chars,
+                                 ZU_INT count )
+{
+    ZU_INT taken = 0;
+    // What is undefined alone has the highest bit, so that many lookups need one test.
+    for ( ; count - taken >= BLOCK; taken += BLOCK ) {
+        ZU_CHAR all = 0;
+        for ( ZU_INT i = 0; i < BLOCK; i++ ) {
+            ZU_CHAR ch = csc->chars[ bytes[ taken + i ] ];
+            chars[ taken + i ] = ch;
+            all |= ch;
+        }
+        if ( ZU___UNLIKELY( all & UNDEFINED_BIT ) ) {
+            break;
+        }
+    }
+    for ( ZU_CHAR ch; taken < count && ( ch = csc->chars[ bytes[ taken ] ] ) != UNDEFINED; taken++ ) {
+        chars[ taken ] = ch;
+    }
+    return taken;
+}
+
 static ZU_BOOL mapCharSourceRead( ZU_OBJ *closure, ZU_CHAR *chars, ZU_INT charCount, ZU_INT *charsRead )
 {
     ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE *csc = mapCharSourceFrom( closure );
@@ -36,12 +61,13 @@ static ZU_BOOL mapCharSourceRead( ZU_OBJ *closure, ZU_CHAR *chars, ZU_INT charCo
             *charsRead = i;
             return !zuByteSourceError( input->byteSource );
         }
-        ZU_INT end = i + zuIntMin( input->length - input->pos, charCount - i );
-        ZU_CHAR ch = 0;
-        while ( i < end && ( ch = csc->chars[ input->bytes[ input->pos++ ] ] ) != UNDEFINED ) {
-            chars[ i++ ] = ch;
-        }
-        if ( ch == UNDEFINED ) {
+        const uint8_t *bytes = input->bytes + input->pos;
+        ZU_INT count = zuIntMin( input->length - input->pos, charCount - i );
+        ZU_INT taken = mapCharSourceTake( csc, bytes, chars + i, count );
+        i += taken;
+        input->pos += taken;
+        if ( taken < count ) {
+            input->pos++; // what the set does not define
             if ( csc->flags & ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER ) {
                 *charsRead = i;
                 return ZU_FALSE;
