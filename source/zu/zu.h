@@ -25,6 +25,8 @@
 #include "zu/base/zu_monitor.h"
 #include "zu/base/zu_name.h"
 #include "zu/base/zu_nanoseconds.h"
+#include "zu/base/zu_priority_map.h"
+#include "zu/base/zu_range_map.h"
 #include "zu/base/zu_region.h"
 #include "zu/base/zu_store.h"
 #include "zu/base/zu_region.h"

@@ -33,6 +33,8 @@ static ZU_VECTOR *makeNumbers( ZU_INT count )
     return vec;
 }
 
+namespace {
+
 // What a vector is to hold and how its storage is to be laid out.
 struct MODEL {
     std::vector<ZU_OBJ *> items;
@@ -354,6 +356,8 @@ private:
     bool becomesEmpty = false; // the step leaves the shared empty vector
     bool grown = true;         // whether steps add or remove
 };
+
+} // namespace
 
 TEST( Vector, AgreesWithAModel )
 {

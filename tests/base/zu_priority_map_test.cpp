@@ -1,0 +1,185 @@
+#include "zu/base/zu_priority_map.h"
+
+#include "zu/base/zu_boxed_int.h"
+#include "zu/base/zu_priority_map_internal.h"
+#include "zu/base/zu_vector.h"
+#include "zu_test_support.h"
+
+#include <algorithm>
+#include <array>
+#include <random>
+#include <vector>
+
+namespace {
+
+struct PLACE {
+    ZU_INT priority;
+    ZU_OBJ *obj;
+
+    bool operator<( const PLACE &other ) const
+    {
+        return priority != other.priority ? priority < other.priority : zuObjCompare( obj, other.obj ) < 0;
+    }
+};
+using MODEL = std::vector<PLACE>; // ascending
+
+} // namespace
+
+static MODEL::iterator findPlace( MODEL &model, ZU_OBJ *obj )
+{
+    return std::find_if( model.begin(), model.end(),
+                         [ = ]( const PLACE &place ) { return zuObjCompare( place.obj, obj ) == 0; } );
+}
+static void setPlace( MODEL &model, ZU_INT priority, ZU_OBJ *obj )
+{
+    auto old = findPlace( model, obj );
+    if ( old == model.end() || old->priority != priority ) {
+        if ( old != model.end() ) {
+            model.erase( old );
+        }
+        PLACE place = { priority, obj };
+        model.insert( std::lower_bound( model.begin(), model.end(), place ), place );
+    }
+}
+
+// Expects a lookup to give the place at `idx` of the model, or nothing if that is outside.
+static void expectPlace( const MODEL &model, ZU_INT idx, const std::function<ZU_OBJ *( ZU_INT * )> &look )
+{
+    bool there = idx >= 0 && idx < (ZU_INT)model.size();
+    ZU_INT priority = 77;
+    ZU_OBJ *obj = look( &priority );
+    EXPECT_EQ( obj, there ? model[ idx ].obj : nullptr );
+    EXPECT_EQ( priority, there ? model[ idx ].priority : 0 );
+    ZU_OBJ *again = look( nullptr );
+    EXPECT_EQ( again, obj );
+    ZU_REF_RELEASE_OPT( again );
+    ZU_REF_RELEASE_OPT( obj );
+}
+static void expectModel( ZU_PRIORITY_MAP *map, MODEL model, const std::vector<ZU_OBJ *> &pool )
+{
+    ZU_INT length = (ZU_INT)model.size();
+    ASSERT_EQ( zuPriorityMapLength( map ), length );
+    ASSERT_EQ( zuDictLength( map->objDict ), length );
+    ZU_VECTOR *values = zuPriorityMapValuesVector( map );
+    for ( ZU_INT i = 0; i < length; i++ ) {
+        ZU_OBJ *obj = zuPriorityMapValueAt( map, i );
+        EXPECT_EQ( obj, model[ i ].obj );
+        EXPECT_EQ( zuVectorBacking( values )[ i ], model[ i ].obj );
+        EXPECT_EQ( zuPriorityMapPriorityAt( map, i ), model[ i ].priority );
+        zuObjRelease( obj );
+    }
+    zuVectorRelease( values );
+    expectPlace( model, 0, [ = ]( ZU_INT *priority ) { return zuPriorityMapLowest( map, priority ); } );
+    expectPlace( model, length - 1, [ = ]( ZU_INT *priority ) { return zuPriorityMapHighest( map, priority ); } );
+    for ( ZU_OBJ *obj : pool ) {
+        auto place = findPlace( model, obj );
+        ZU_INT idx = place != model.end() ? place - model.begin() : -1;
+        EXPECT_EQ( zuPriorityMapIndexOf( map, obj ), idx );
+        EXPECT_EQ( zuPriorityMapHas( map, obj ), idx != -1 );
+        expectPlace( model, idx == -1 ? -1 : idx - 1,
+                     [ = ]( ZU_INT *priority ) { return zuPriorityMapLower( map, obj, priority ); } );
+        expectPlace( model, idx == -1 ? -1 : idx + 1,
+                     [ = ]( ZU_INT *priority ) { return zuPriorityMapHigher( map, obj, priority ); } );
+    }
+}
+
+TEST( PriorityMap, AgreesWithAModel )
+{
+    std::vector<ZU_OBJ *> pool;
+    for ( ZU_INT i = 0; i < 60; i++ ) {
+        pool.push_back( zuBoxedIntObj( zuBoxedIntCreate( i * 7 % 50 ) ) ); // some are equal, and not the same
+    }
+    for ( unsigned seed = 1; seed <= 10; seed++ ) {
+        SCOPED_TRACE( "seed " + std::to_string( seed ) );
+        std::mt19937 random( seed );
+        auto number = [ & ]( ZU_INT least, ZU_INT most ) {
+            return std::uniform_int_distribution<ZU_INT>( least, most )( random );
+        };
+        MODEL model;
+        ZU_PRIORITY_MAP *map = zuPriorityMapCreate();
+        for ( int step = 0; step < 300 && !testing::Test::HasFailure(); step++ ) {
+            SCOPED_TRACE( "step " + std::to_string( step ) );
+            ZU_OBJ *obj = pool[ number( 0, (ZU_INT)pool.size() - 1 ) ];
+            const ZU_INT extremes[] = { ZU_INT_MIN, ZU_INT_MAX };
+            ZU_INT priority = step % 16 == 0 ? extremes[ number( 0, 1 ) ] : number( -4, 4 );
+            MODEL before = model;
+            ZU_PRIORITY_MAP *other = number( 0, 3 ) == 0 ? zuPriorityMapRetain( map ) : nullptr;
+            ZU_PRIORITY_MAP *old = map;
+            bool changes = true; // whether a shared map is copied
+            ZU_INT operation = number( 0, 9 );
+            if ( operation == 0 && !model.empty() ) {
+                ZU_INT idx = number( 0, (ZU_INT)model.size() - 1 );
+                zuPriorityMapDelAt( &map, idx );
+                model.erase( model.begin() + idx );
+            } else if ( operation <= 3 ) {
+                auto place = findPlace( model, obj );
+                changes = place != model.end();
+                zuPriorityMapDel( &map, obj );
+                if ( changes ) {
+                    model.erase( place );
+                }
+            } else {
+                zuPriorityMapSet( &map, priority, obj );
+                setPlace( model, priority, obj );
+            }
+            EXPECT_EQ( map != old, other && changes );
+            expectModel( map, model, pool );
+            if ( other ) {
+                expectModel( other, before, pool );
+                zuPriorityMapRelease( other );
+            }
+        }
+        zuPriorityMapRelease( map );
+        for ( ZU_OBJ *obj : pool ) {
+            ASSERT_EQ( ZU_REF_RETAIN_COUNT( obj ), 1u );
+        }
+    }
+    for ( ZU_OBJ *obj : pool ) {
+        zuObjRelease( obj );
+    }
+}
+
+TEST( PriorityMap, CopiesShareUntilChanged )
+{
+    ZU_OBJ *objs[] = { zuBoxedIntObj( zuBoxedIntCreate( 1 ) ), zuBoxedIntObj( zuBoxedIntCreate( 2 ) ) };
+    ZU_PRIORITY_MAP *map = zuPriorityMapCreate();
+    zuPriorityMapSet( &map, 5, objs[ 0 ] );
+    zuPriorityMapSet( &map, -5, objs[ 1 ] );
+    ZU_PRIORITY_MAP *copy = zuPriorityMapCreateFrom( map );
+    EXPECT_NE( copy, map );
+    EXPECT_EQ( copy->entryDict, map->entryDict );
+    EXPECT_TRUE( zuPriorityMapEquals( copy, map ) );
+    zuPriorityMapSet( &copy, -5, objs[ 1 ] );
+    EXPECT_EQ( copy->entryDict, map->entryDict ) << "the priority it has already";
+    zuPriorityMapSet( &copy, 6, objs[ 1 ] );
+    EXPECT_EQ( zuPriorityMapIndexOf( map, objs[ 1 ] ), 0 );
+    EXPECT_EQ( zuPriorityMapIndexOf( copy, objs[ 1 ] ), 1 );
+    EXPECT_LT( zuPriorityMapCompare( map, copy ), 0 );
+
+    zuPriorityMapSet( &copy, 0, zuPriorityMapObj( copy ) );
+    EXPECT_EQ( zuPriorityMapLength( copy ), 3 );
+    ZU_PRIORITY_MAP *inner = zuPriorityMapFrom( zuPriorityMapValueAt( copy, 0 ) );
+    EXPECT_EQ( zuPriorityMapLength( inner ), 2 ) << "as it stood";
+    zuPriorityMapRelease( inner );
+    zuPriorityMapClear( &copy );
+    EXPECT_EQ( zuPriorityMapLength( copy ), 0 );
+    zuPriorityMapRelease( copy );
+    zuPriorityMapRelease( map );
+    for ( ZU_OBJ *obj : objs ) {
+        EXPECT_EQ( ZU_REF_RETAIN_COUNT( obj ), 1u );
+        zuObjRelease( obj );
+    }
+}
+
+TEST( PriorityMapAborts, OnMisuse )
+{
+    ZU_PRIORITY_MAP *map = zuPriorityMapCreate();
+    ZU_PRIORITY_MAP *none = nullptr;
+    expectAbort( "map", [] { zuPriorityMapLength( nullptr ); } );
+    expectAbort( "*map", [ & ] { zuPriorityMapClear( &none ); } );
+    expectAbort( "obj", [ & ] { zuPriorityMapSet( &map, 1, nullptr ); } );
+    expectAbort( "obj", [ & ] { zuPriorityMapLower( map, nullptr, nullptr ); } );
+    expectAbort( "idx >= 0", [ & ] { zuPriorityMapPriorityAt( map, -1 ); } );
+    expectAbort( "idx < dict->length", [ & ] { zuPriorityMapValueAt( map, 0 ); } );
+    zuPriorityMapRelease( map );
+}
