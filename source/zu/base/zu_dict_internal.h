@@ -22,10 +22,11 @@ struct ZU_DICT {
     ZU_INT length;
     ZU___DICT_PAIR *items; // never null: inlineItems, or an array of zuMemAllocN
     ZU___DICT_PAIR inlineItems[ ZU___DICT_INLINE_PAIRS ];
+    ZU_SORT *keySort; // of all keys, null if they have several; without meaning while there are none
 };
 
-// Opens a gap of `count` pairs ahead of `atIndex` in a private dict, raises its length by `count` and returns the gap,
-// which the caller fills.
+// Opens a gap of `count` pairs ahead of `atIndex` in a private dict, raises its length by `count` and returns the gap.
+// The caller fills it and calls zu___DictSort.
 ZU___DICT_PAIR *zu___DictMakeRoom( ZU_DICT *dict, ZU_INT atIndex, ZU_INT count );
 
 // Gives storage back after a private dict has shrunk; its pairs may move.

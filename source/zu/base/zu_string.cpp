@@ -23,7 +23,7 @@ static void stringFree( ZU_OBJ *thisObj );
 static ZU_INT stringCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj );
 static ZU_STRING *stringToString( ZU_OBJ *thisObj );
 
-static ZU_SORT zu___sort_ZU_STRING =
+ZU_SORT zu___sort_ZU_STRING =
     ZU___SORT_INITIALIZER( "ZU_STRING", &zu___module, stringFree, stringCompare, stringToString );
 ZU___STDFUNCS( ZU_STRING, zuString )
 

@@ -22,6 +22,9 @@ struct ZU_STRING {
     };
 };
 
+// What zuStringSort returns, for comparisons in loops.
+extern ZU_SORT zu___sort_ZU_STRING __attribute__( ( visibility( "hidden" ) ) );
+
 // Returns a new, private, empty string.
 ZU_STRING *zu___StringCreateEmpty( void );
 
@@ -35,28 +38,43 @@ void zu___StringCompact( ZU_STRING *zus );
 // Replaces a shared string by a private copy.
 void zu___StringUnshare( ZU_STRING **zus );
 
-// Orders two texts by code point: -1, 0 or 1.  Keys of dicts go through here, and share long beginnings more often than
-// not, so that equal elements are passed four at a time.
+// Returns two adjacent elements such that the order of the results is that of the texts.
+static inline uint64_t zu___StringLoadTwo( const ZU_CHAR *chars )
+{
+    uint64_t two;
+    __builtin_memcpy( &two, chars, sizeof two );
+#if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+    two = two << 32 | two >> 32;
+#endif
+    return two;
+}
+
+// Orders two texts by code point: -1, 0 or 1.  The first `*same` elements of both are known to be equal; `*same` is
+// raised to what has been found equal.  Keys of dicts go through here, and share long beginnings more often than not.
+static inline ZU_INT zu___StringCompareCharsFrom( const ZU_CHAR *charsA, ZU_INT lengthA, const ZU_CHAR *charsB,
+                                                  ZU_INT lengthB, ZU_INT *same )
+{
+    ZU_INT common = lengthA < lengthB ? lengthA : lengthB;
+    ZU_INT i = *same;
+    for ( ; i < common - 1; i += 2 ) {
+        uint64_t twoA = zu___StringLoadTwo( charsA + i );
+        uint64_t twoB = zu___StringLoadTwo( charsB + i );
+        if ( twoA != twoB ) {
+            *same = i;
+            return twoA < twoB ? -1 : 1;
+        }
+    }
+    *same = i;
+    if ( i < common && charsA[ i ] != charsB[ i ] ) {
+        return charsA[ i ] < charsB[ i ] ? -1 : 1;
+    }
+    return ( lengthA > lengthB ) - ( lengthA < lengthB );
+}
 static inline ZU_INT zu___StringCompareChars( const ZU_CHAR *charsA, ZU_INT lengthA, const ZU_CHAR *charsB,
                                               ZU_INT lengthB )
 {
-    ZU_INT common = lengthA < lengthB ? lengthA : lengthB;
-    ZU_INT i = 0;
-    for ( ; common - i >= 4; i += 4 ) {
-        uint64_t a[ 2 ];
-        uint64_t b[ 2 ];
-        __builtin_memcpy( a, charsA + i, sizeof a );
-        __builtin_memcpy( b, charsB + i, sizeof b );
-        if ( ( ( a[ 0 ] ^ b[ 0 ] ) | ( a[ 1 ] ^ b[ 1 ] ) ) != 0 ) {
-            break;
-        }
-    }
-    for ( ; i < common; i++ ) {
-        if ( charsA[ i ] != charsB[ i ] ) {
-            return charsA[ i ] < charsB[ i ] ? -1 : 1;
-        }
-    }
-    return ( lengthA > lengthB ) - ( lengthA < lengthB );
+    ZU_INT same = 0;
+    return zu___StringCompareCharsFrom( charsA, lengthA, charsB, lengthB, &same );
 }
 
 ZU_END_DECLS

@@ -1,0 +1,292 @@
+// Maps with text keys: lookups that hit and that miss, insertion of ascending keys, and loading of keys in any order,
+// at sizes from a handful to what exceeds the caches.  Peers hold the same texts in the form that they are made for.
+
+#include "zu/base/zu_dict.h"
+
+#include "zu/base/zu_boxed_int.h"
+#include "zu/base/zu_string.h"
+#include "zu/base/zu_vector.h"
+#include "zu/runtime/zu_runtime.h"
+
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+#ifdef ZU_BENCHMARK_GLIB
+#include <glib.h>
+#endif
+#ifdef ZU_BENCHMARK_QT
+#include <QMap>
+#include <QString>
+#endif
+
+// Texts as keys are: a few beginnings, many ends.  Those at even places are keys, their neighbours at odd places are
+// not.
+static std::vector<std::string> texts( size_t keys )
+{
+    static const char *const BEGINNINGS[] = { "connection.server.", "user.", "x", "display.window.colour." };
+    std::vector<std::string> all;
+    for ( size_t i = 0; i < 2 * keys; i++ ) {
+        char number[ 24 ];
+        snprintf( number, sizeof number, "%07zu", i );
+        all.push_back( BEGINNINGS[ i / 2 % 4 ] + std::string( number ) );
+    }
+    return all;
+}
+// The places of keys or of others, in an order that nobody can learn.
+static std::vector<size_t> shuffled( size_t keys, size_t first )
+{
+    std::vector<size_t> places( std::max<size_t>( keys, 4096 ) );
+    std::mt19937 random( 1 );
+    std::generate( places.begin(), places.end(), [ & ] { return random() % keys * 2 + first; } );
+    return places;
+}
+static std::vector<size_t> ascending( const std::vector<std::string> &all )
+{
+    std::vector<size_t> places;
+    for ( size_t i = 0; i < all.size(); i += 2 ) {
+        places.push_back( i );
+    }
+    std::sort( places.begin(), places.end(), [ & ]( size_t a, size_t b ) { return all[ a ] < all[ b ]; } );
+    return places;
+}
+
+// Each contestant makes keys of texts, and maps them to their places.
+class ZU_MAP {
+public:
+    using KEY = ZU_STRING *;
+    static KEY makeKey( const std::string &text )
+    {
+        return zuStringCreateFromAscii( text.data(), (ZU_INT)text.size() );
+    }
+    static void freeKey( KEY key )
+    {
+        zuStringRelease( key );
+    }
+    ~ZU_MAP()
+    {
+        zuDictRelease( dict );
+    }
+    void set( KEY key, ZU_OBJ *value )
+    {
+        zuDictSetStringKey( &dict, key, value );
+    }
+    bool get( KEY key )
+    {
+        ZU_OBJ *value = zuDictStringKey( dict, key );
+        if ( value ) {
+            zuObjRelease( value );
+        }
+        return value != nullptr;
+    }
+
+private:
+    ZU_DICT *dict = zuDictCreate();
+};
+class STD_MAP {
+public:
+    using KEY = std::u32string;
+    static KEY makeKey( const std::string &text )
+    {
+        return KEY( text.begin(), text.end() );
+    }
+    static void freeKey( const KEY & )
+    {
+    }
+    void set( const KEY &key, ZU_OBJ *value )
+    {
+        map.insert_or_assign( key, value );
+    }
+    bool get( const KEY &key )
+    {
+        auto at = map.find( key );
+        return at != map.end() && at->second;
+    }
+
+private:
+    std::map<KEY, ZU_OBJ *> map;
+};
+#ifdef ZU_BENCHMARK_GLIB
+class GLIB_TREE {
+public:
+    using KEY = char *;
+    static KEY makeKey( const std::string &text )
+    {
+        return g_strdup( text.c_str() );
+    }
+    static void freeKey( KEY key )
+    {
+        g_free( key );
+    }
+    ~GLIB_TREE()
+    {
+        g_tree_destroy( tree );
+    }
+    void set( KEY key, ZU_OBJ *value )
+    {
+        g_tree_insert( tree, g_strdup( key ), value );
+    }
+    bool get( KEY key )
+    {
+        return g_tree_lookup( tree, key );
+    }
+
+private:
+    static int compare( const void *a, const void *b, void * )
+    {
+        return strcmp( (const char *)a, (const char *)b );
+    }
+    GTree *tree = g_tree_new_full( compare, nullptr, g_free, nullptr );
+};
+#endif
+#ifdef ZU_BENCHMARK_QT
+class QT_MAP {
+public:
+    using KEY = QString;
+    static KEY makeKey( const std::string &text )
+    {
+        return QString::fromStdString( text );
+    }
+    static void freeKey( const KEY & )
+    {
+    }
+    void set( const KEY &key, ZU_OBJ *value )
+    {
+        map.insert( key, value );
+    }
+    bool get( const KEY &key )
+    {
+        auto at = std::as_const( map ).find( key );
+        return at != map.cend() && at.value();
+    }
+
+private:
+    QMap<KEY, ZU_OBJ *> map;
+};
+#endif
+
+// Keys of all texts, and one value for all.
+template <typename MAP>
+struct KEYS {
+    std::vector<typename MAP::KEY> all;
+    ZU_OBJ *value = zuBoxedIntObj( zuBoxedIntCreate( 1 ) );
+
+    explicit KEYS( const std::vector<std::string> &texts )
+    {
+        for ( const std::string &text : texts ) {
+            all.push_back( MAP::makeKey( text ) );
+        }
+    }
+    ~KEYS()
+    {
+        for ( auto &key : all ) {
+            MAP::freeKey( key );
+        }
+        zuObjRelease( value );
+    }
+};
+
+template <typename MAP>
+static void lookUp( benchmark::State &state, size_t count, size_t first )
+{
+    KEYS<MAP> keys( texts( count ) );
+    KEYS<MAP> asked( texts( count ) ); // equal to the keys, and others
+    MAP map;
+    for ( size_t i : ascending( texts( count ) ) ) {
+        map.set( keys.all[ i ], keys.value );
+    }
+    std::vector<size_t> places = shuffled( count, first );
+    size_t round = 0;
+    for ( auto _ : state ) {
+        benchmark::DoNotOptimize( map.get( asked.all[ places[ round ] ] ) );
+        round = round + 1 == places.size() ? 0 : round + 1;
+    }
+}
+template <typename MAP>
+static void hit( benchmark::State &state, size_t count )
+{
+    lookUp<MAP>( state, count, 0 );
+}
+template <typename MAP>
+static void miss( benchmark::State &state, size_t count )
+{
+    lookUp<MAP>( state, count, 1 );
+}
+template <typename MAP>
+static void insertAscending( benchmark::State &state, size_t count )
+{
+    KEYS<MAP> keys( texts( count ) );
+    std::vector<size_t> places = ascending( texts( count ) );
+    for ( auto _ : state ) {
+        MAP map;
+        for ( size_t i : places ) {
+            map.set( keys.all[ i ], keys.value );
+        }
+        benchmark::ClobberMemory();
+    }
+}
+// Loading of shuffled keys at once
+static void zuLoad( benchmark::State &state, size_t count )
+{
+    KEYS<ZU_MAP> keys( texts( count ) );
+    ZU_VECTOR *keysVector = zuVectorCreate();
+    ZU_VECTOR *valuesVector = zuVectorCreate();
+    for ( size_t i : shuffled( count, 0 ) ) {
+        zuVectorAppendString( &keysVector, keys.all[ i ] );
+        zuVectorAppendObj( &valuesVector, keys.value );
+    }
+    for ( auto _ : state ) {
+        ZU_DICT *dict = zuDictCreateWithKeysAndValues( keysVector, valuesVector );
+        benchmark::DoNotOptimize( dict );
+        zuDictRelease( dict );
+    }
+    zuVectorRelease( keysVector );
+    zuVectorRelease( valuesVector );
+}
+static void stdLoad( benchmark::State &state, size_t count )
+{
+    KEYS<STD_MAP> keys( texts( count ) );
+    std::vector<size_t> places = shuffled( count, 0 );
+    for ( auto _ : state ) {
+        STD_MAP map;
+        for ( size_t i : places ) {
+            map.set( keys.all[ i ], keys.value );
+        }
+        benchmark::ClobberMemory();
+    }
+}
+
+template <typename FUNC>
+static void add( const std::string &topic, size_t count, const std::string &contestant, FUNC func )
+{
+    benchmark::RegisterBenchmark( ( "Dict/" + topic + " " + std::to_string( count ) + "/" + contestant ).c_str(), func,
+                                  count );
+}
+template <typename MAP>
+static void addMap( const std::string &contestant )
+{
+    for ( size_t count : { 8, 32, 1000, 100000 } ) {
+        add( "hit", count, contestant, hit<MAP> );
+        add( "miss", count, contestant, miss<MAP> );
+        add( "insert ascending", count, contestant, insertAscending<MAP> );
+    }
+}
+int main( int argc, char **argv )
+{
+    zuRuntimeStartup( 0, -1, nullptr, "zu-benchmark", "Benchmarks of zu", "1.0" );
+    addMap<ZU_MAP>( "zu" );
+    addMap<STD_MAP>( "std" );
+#ifdef ZU_BENCHMARK_GLIB
+    addMap<GLIB_TREE>( "glib" );
+#endif
+#ifdef ZU_BENCHMARK_QT
+    addMap<QT_MAP>( "qt" );
+#endif
+    add( "load", 200000, "zu", zuLoad );
+    add( "load", 200000, "std", stdLoad );
+    benchmark::Initialize( &argc, argv );
+    benchmark::RunSpecifiedBenchmarks();
+    zuRuntimeShutdown();
+}
