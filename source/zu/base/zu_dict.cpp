@@ -88,14 +88,23 @@ static ZU_INT dictGrownAlloc( ZU_INT alloc, ZU_INT length )
     return ZU_INT_ADD_OK( length, SLACK ) ? length + SLACK : length;
 }
 
+// Returns the size of the block behind a capacity of `alloc` pairs: the same rounded up, by a quarter of it at most.  The
+// capacity rises by a constant, and a block that rose with it would be copied once for every few pairs.
+static ZU_INT dictBlockPairs( ZU_INT alloc )
+{
+    ZU_INT step = (ZU_INT)1 << ( zuIntBitHighest( alloc ) - 2 );
+    return ZU_INT_ADD_OK( alloc, step - 1 ) ? ( alloc + step - 1 ) / step * step : alloc;
+}
+
 // Gives a dict storage of `alloc` pairs, more than it has.
 static void dictGrow( ZU_DICT *dict, ZU_INT alloc )
 {
+    ZU_INT blockPairs = dictBlockPairs( alloc );
     if ( dict->items == dict->inlineItems ) {
-        dict->items = (ZU___DICT_PAIR *)zuMemAllocN( alloc, sizeof( ZU___DICT_PAIR ) );
+        dict->items = (ZU___DICT_PAIR *)zuMemAllocN( blockPairs, sizeof( ZU___DICT_PAIR ) );
         dictCopyPairs( dict->items, dict->inlineItems, dict->length );
-    } else {
-        dict->items = (ZU___DICT_PAIR *)zuMemReallocN( dict->items, alloc, sizeof( ZU___DICT_PAIR ) );
+    } else if ( blockPairs > dictBlockPairs( dict->alloc ) ) {
+        dict->items = (ZU___DICT_PAIR *)zuMemReallocN( dict->items, blockPairs, sizeof( ZU___DICT_PAIR ) );
     }
     dict->alloc = alloc;
     zu___ObjDbgSetAllocationSizeN( &dict->obj, alloc, sizeof( ZU___DICT_PAIR ) );
@@ -143,7 +152,7 @@ static void dictShrink( ZU_DICT *dict, ZU_INT alloc )
         dict->items = dict->inlineItems;
         zu___ObjDbgSetAllocationSize( &dict->obj, 0 );
     } else {
-        dict->items = (ZU___DICT_PAIR *)zuMemReallocN( dict->items, alloc, sizeof( ZU___DICT_PAIR ) );
+        dict->items = (ZU___DICT_PAIR *)zuMemReallocN( dict->items, dictBlockPairs( alloc ), sizeof( ZU___DICT_PAIR ) );
         zu___ObjDbgSetAllocationSizeN( &dict->obj, alloc, sizeof( ZU___DICT_PAIR ) );
     }
 }
