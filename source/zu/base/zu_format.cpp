@@ -474,9 +474,20 @@ static bool decodeTakeSign( DECODE_CURSOR *cursor, bool plusToo )
     cursor->pos++;
     return true;
 }
+// Whether a prefix may stand at the cursor: each is one or two digits and then a letter or a colon.  Most numbers have
+// none, and shall not be compared with all of them.
+static bool decodeMayBePrefix( const DECODE_CURSOR *cursor )
+{
+    ZU_INT length = cursor->end - cursor->pos;
+    return length >= 2 && cursor->pos[ 0 ] - '0' < 10 &&
+           ( cursor->pos[ 1 ] >= ':' || ( length >= 3 && cursor->pos[ 2 ] == ':' ) );
+}
 static void decodeTakePrefix( DECODE_CURSOR *cursor )
 {
     cursor->base = 10;
+    if ( !decodeMayBePrefix( cursor ) ) {
+        return;
+    }
     for ( const BASE_PREFIX &prefix : BASE_PREFIXES ) {
         ZU_INT length = (ZU_INT)strlen( prefix.text );
         ZU_INT i = 0;
