@@ -1,13 +1,15 @@
 // Three dicts: the addresses in use, each mapped to itself, the values and the sub-stores.  The first is what gives
 // addresses positions; the others stay apart from it, so that a copy of the store can share those that do not change.
 //
-// The form of an operation that takes a string does the work; the other forms make the string and hand on.
+// The form of an operation that takes a string does the work, and the others hand on to it; where text is only to be
+// found, it is not made a string.
 
 #include "zu/base/zu_store.h"
 
 #include "zu/base/zu_dict_internal.h"
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_string_format.h"
+#include "zu/base/zu_string_internal.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/sys/zu_mem.h"
 
@@ -34,25 +36,25 @@ void zu___StoreShutdown( void )
 }
 
 // Addresses
-static bool storeCharOk( ZU_CHAR ch )
-{
-    return ( ch >= 'a' && ch <= 'z' ) || ( ch >= 'A' && ch <= 'Z' ) || ( ch >= '0' && ch <= '9' ) || ch == '-' ||
-           ch == '_';
-}
-ZU_BOOL zuStoreAddressOk( ZU_STRING *address )
-{
-    ZU_ASSERT( address );
-    const ZU_CHAR *chars = zuStringBacking( address );
-    ZU_INT length = zuStringLength( address );
-    for ( ZU_INT i = 0; i < length; i++ ) {
-        if ( !storeCharOk( chars[ i ] ) ) {
-            return ZU_FALSE;
-        }
-    }
-    return length > 0;
-}
-
 namespace {
+
+// An address to look for.
+struct STORE_KEY {
+    const ZU_CHAR *chars; // null if the caller has given a null address
+    ZU_INT length;
+
+    explicit STORE_KEY( ZU_STRING *address )
+        : chars( address ? address->chars + address->fspace : nullptr ), length( address ? address->length : 0 )
+    {
+    }
+    STORE_KEY( const ZU_CHAR *addressChars, ZU_INT addressLength ) : chars( addressChars ), length( addressLength )
+    {
+    }
+    explicit operator bool() const
+    {
+        return chars != nullptr;
+    }
+};
 
 // Takes over the address that a form has made, and gives it up at the end of the statement or block.
 class STORE_ADDRESS {
@@ -75,7 +77,58 @@ private:
     ZU_STRING *address;
 };
 
+// Converts an address to look for; only one that is too long for the stack becomes a string.
+class STORE_TEXT {
+public:
+    STORE_TEXT( const char *address, ZU_INT addressLength )
+        : length( zuCharsConvertFromCstr( chars, ROOM, address, addressLength ) ),
+          string( length > ROOM ? zuStringCreateFromCstr( address, addressLength ) : nullptr )
+    {
+    }
+    STORE_TEXT( const char16_t *address, ZU_INT addressLength )
+        : length( zuCharsConvertFromWcstr( chars, ROOM, address, addressLength ) ),
+          string( length > ROOM ? zuStringCreateFromWcstr( address, addressLength ) : nullptr )
+    {
+    }
+    STORE_TEXT( const STORE_TEXT & ) = delete;
+    STORE_TEXT &operator=( const STORE_TEXT & ) = delete;
+    ~STORE_TEXT()
+    {
+        ZU_REF_RELEASE_OPT( string );
+    }
+    operator STORE_KEY() const
+    {
+        return string ? STORE_KEY( string ) : STORE_KEY( chars, length );
+    }
+
+private:
+    static constexpr ZU_INT ROOM = 64;
+    ZU_CHAR chars[ ROOM ];
+    ZU_INT length;
+    ZU_STRING *string; // null: in `chars`
+};
+
 } // namespace
+
+static bool storeCharOk( ZU_CHAR ch )
+{
+    return ( ch >= 'a' && ch <= 'z' ) || ( ch >= 'A' && ch <= 'Z' ) || ( ch >= '0' && ch <= '9' ) || ch == '-' ||
+           ch == '_';
+}
+static ZU_BOOL zuStoreAddressOk( STORE_KEY address )
+{
+    ZU_ASSERT( address );
+    for ( ZU_INT i = 0; i < address.length; i++ ) {
+        if ( !storeCharOk( address.chars[ i ] ) ) {
+            return ZU_FALSE;
+        }
+    }
+    return address.length > 0;
+}
+ZU_BOOL zuStoreAddressOk( ZU_STRING *address )
+{
+    return zuStoreAddressOk( STORE_KEY( address ) );
+}
 
 // Declares `address` and makes it by `create` of the `args` behind the parameter `last`.  No function can open the
 // arguments of its caller.
@@ -242,11 +295,16 @@ void zuStoreMerge( ZU_STORE **store, ZU_STORE *other )
 
 // Values and sub-stores
 
-// Returns what `dict` has at `address`, without a reference for the caller; null if it has nothing.
-static ZU_OBJ *storeFindNoRetain( ZU_DICT *dict, ZU_STRING *address )
+// Return what is at an address, without a reference for the caller; null if there is nothing.
+static ZU_STRING *storeValueNoRetain( ZU_STORE *store, STORE_KEY address )
 {
-    ZU_INT idx = zuDictIndexOfStringKey( dict, address );
-    return idx < 0 ? nullptr : dict->items[ idx ].val;
+    ZU_INT idx = zu___DictIndexOfChars( store->values, address.chars, address.length );
+    return idx < 0 ? nullptr : (ZU_STRING *)store->values->items[ idx ].val; // which costs no asking for the sort
+}
+static ZU_STORE *storeStoreNoRetain( ZU_STORE *store, STORE_KEY address )
+{
+    ZU_INT idx = zu___DictIndexOfChars( store->stores, address.chars, address.length );
+    return idx < 0 ? nullptr : zuStoreFrom( store->stores->items[ idx ].val );
 }
 // Removes `address` from `*kind`, and from the addresses unless `remaining` has it too.
 static void storeDel( ZU_STORE *own, ZU_DICT **kind, ZU_DICT *remaining, ZU_STRING *address )
@@ -257,19 +315,23 @@ static void storeDel( ZU_STORE *own, ZU_DICT **kind, ZU_DICT *remaining, ZU_STRI
     }
 }
 
-ZU_BOOL zuStoreHasAddress( ZU_STORE *store, ZU_STRING *address )
+static ZU_BOOL storeHasAddress( ZU_STORE *store, STORE_KEY address )
 {
     ZU_ASSERT( store );
     ZU_ASSERT( zuStoreAddressOk( address) );
-    return zuDictHasStringKey( store->addresses, address );
+    return zu___DictIndexOfChars( store->addresses, address.chars, address.length ) >= 0;
+}
+ZU_BOOL zuStoreHasAddress( ZU_STORE *store, ZU_STRING *address )
+{
+    return storeHasAddress( store, STORE_KEY( address ) );
 }
 ZU_BOOL zuStoreHasAddressCstr( ZU_STORE *store, const char *address, ZU_INT addressLength )
 {
-    return zuStoreHasAddress( store, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ) );
+    return storeHasAddress( store, STORE_TEXT( address, addressLength ) );
 }
 ZU_BOOL zuStoreHasAddressWcstr( ZU_STORE *store, const char16_t *address, ZU_INT addressLength )
 {
-    return zuStoreHasAddress( store, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ) );
+    return storeHasAddress( store, STORE_TEXT( address, addressLength ) );
 }
 ZU_BOOL zuStoreHasAddressFormat( ZU_STORE *store, ZU_STRING *fmt, ... )
 {
@@ -288,11 +350,15 @@ ZU_BOOL zuStoreHasAddressFormatWcstr( ZU_STORE *store, const char16_t *fmt, ZU_I
 }
 
 // Testing a value
-ZU_BOOL zuStoreHasValue( ZU_STORE *store, ZU_STRING *address )
+static ZU_BOOL storeHasValue( ZU_STORE *store, STORE_KEY address )
 {
     ZU_ASSERT( store );
     ZU_ASSERT( zuStoreAddressOk( address) );
-    return zuDictHasStringKey( store->values, address );
+    return storeValueNoRetain( store, address ) != nullptr;
+}
+ZU_BOOL zuStoreHasValue( ZU_STORE *store, ZU_STRING *address )
+{
+    return storeHasValue( store, STORE_KEY( address ) );
 }
 ZU_BOOL zuStoreHasValueAt( ZU_STORE *store, ZU_INT idx )
 {
@@ -300,11 +366,11 @@ ZU_BOOL zuStoreHasValueAt( ZU_STORE *store, ZU_INT idx )
 }
 ZU_BOOL zuStoreHasValueCstr( ZU_STORE *store, const char *address, ZU_INT addressLength )
 {
-    return zuStoreHasValue( store, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ) );
+    return storeHasValue( store, STORE_TEXT( address, addressLength ) );
 }
 ZU_BOOL zuStoreHasValueWcstr( ZU_STORE *store, const char16_t *address, ZU_INT addressLength )
 {
-    return zuStoreHasValue( store, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ) );
+    return storeHasValue( store, STORE_TEXT( address, addressLength ) );
 }
 ZU_BOOL zuStoreHasValueFormat( ZU_STORE *store, ZU_STRING *fmt, ... )
 {
@@ -323,11 +389,16 @@ ZU_BOOL zuStoreHasValueFormatWcstr( ZU_STORE *store, const char16_t *fmt, ZU_INT
 }
 
 // Reading a value
-ZU_STRING *zuStoreValue( ZU_STORE *store, ZU_STRING *address )
+static ZU_STRING *storeValue( ZU_STORE *store, STORE_KEY address )
 {
     ZU_ASSERT( store );
     ZU_ASSERT( zuStoreAddressOk( address) );
-    return zuStringFrom( zuDictStringKey( store->values, address ) );
+    ZU_STRING *value = storeValueNoRetain( store, address );
+    return value ? zuStringRetain( value ) : nullptr;
+}
+ZU_STRING *zuStoreValue( ZU_STORE *store, ZU_STRING *address )
+{
+    return storeValue( store, STORE_KEY( address ) );
 }
 ZU_STRING *zuStoreValueAt( ZU_STORE *store, ZU_INT idx )
 {
@@ -335,11 +406,11 @@ ZU_STRING *zuStoreValueAt( ZU_STORE *store, ZU_INT idx )
 }
 ZU_STRING *zuStoreValueCstr( ZU_STORE *store, const char *address, ZU_INT addressLength )
 {
-    return zuStoreValue( store, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ) );
+    return storeValue( store, STORE_TEXT( address, addressLength ) );
 }
 ZU_STRING *zuStoreValueWcstr( ZU_STORE *store, const char16_t *address, ZU_INT addressLength )
 {
-    return zuStoreValue( store, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ) );
+    return storeValue( store, STORE_TEXT( address, addressLength ) );
 }
 ZU_STRING *zuStoreValueFormat( ZU_STORE *store, ZU_STRING *fmt, ... )
 {
@@ -438,11 +509,15 @@ void zuStoreDelValueFormatWcstr( ZU_STORE **store, const char16_t *fmt, ZU_INT f
 }
 
 // Testing a sub-store
-ZU_BOOL zuStoreHasStore( ZU_STORE *store, ZU_STRING *address )
+static ZU_BOOL storeHasStore( ZU_STORE *store, STORE_KEY address )
 {
     ZU_ASSERT( store );
     ZU_ASSERT( zuStoreAddressOk( address) );
-    return zuDictHasStringKey( store->stores, address );
+    return storeStoreNoRetain( store, address ) != nullptr;
+}
+ZU_BOOL zuStoreHasStore( ZU_STORE *store, ZU_STRING *address )
+{
+    return storeHasStore( store, STORE_KEY( address ) );
 }
 ZU_BOOL zuStoreHasStoreAt( ZU_STORE *store, ZU_INT idx )
 {
@@ -450,11 +525,11 @@ ZU_BOOL zuStoreHasStoreAt( ZU_STORE *store, ZU_INT idx )
 }
 ZU_BOOL zuStoreHasStoreCstr( ZU_STORE *store, const char *address, ZU_INT addressLength )
 {
-    return zuStoreHasStore( store, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ) );
+    return storeHasStore( store, STORE_TEXT( address, addressLength ) );
 }
 ZU_BOOL zuStoreHasStoreWcstr( ZU_STORE *store, const char16_t *address, ZU_INT addressLength )
 {
-    return zuStoreHasStore( store, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ) );
+    return storeHasStore( store, STORE_TEXT( address, addressLength ) );
 }
 ZU_BOOL zuStoreHasStoreFormat( ZU_STORE *store, ZU_STRING *fmt, ... )
 {
@@ -473,11 +548,16 @@ ZU_BOOL zuStoreHasStoreFormatWcstr( ZU_STORE *store, const char16_t *fmt, ZU_INT
 }
 
 // Reading a sub-store
-ZU_STORE *zuStoreStore( ZU_STORE *store, ZU_STRING *address )
+static ZU_STORE *storeStore( ZU_STORE *store, STORE_KEY address )
 {
     ZU_ASSERT( store );
     ZU_ASSERT( zuStoreAddressOk( address) );
-    return zuStoreFrom( zuDictStringKey( store->stores, address ) );
+    ZU_STORE *found = storeStoreNoRetain( store, address );
+    return found ? zuStoreRetain( found ) : nullptr;
+}
+ZU_STORE *zuStoreStore( ZU_STORE *store, ZU_STRING *address )
+{
+    return storeStore( store, STORE_KEY( address ) );
 }
 ZU_STORE *zuStoreStoreAt( ZU_STORE *store, ZU_INT idx )
 {
@@ -485,11 +565,11 @@ ZU_STORE *zuStoreStoreAt( ZU_STORE *store, ZU_INT idx )
 }
 ZU_STORE *zuStoreStoreCstr( ZU_STORE *store, const char *address, ZU_INT addressLength )
 {
-    return zuStoreStore( store, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ) );
+    return storeStore( store, STORE_TEXT( address, addressLength ) );
 }
 ZU_STORE *zuStoreStoreWcstr( ZU_STORE *store, const char16_t *address, ZU_INT addressLength )
 {
-    return zuStoreStore( store, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ) );
+    return storeStore( store, STORE_TEXT( address, addressLength ) );
 }
 ZU_STORE *zuStoreStoreFormat( ZU_STORE *store, ZU_STRING *fmt, ... )
 {
@@ -594,13 +674,15 @@ void zuStoreDelStoreFormatWcstr( ZU_STORE **store, const char16_t *fmt, ZU_INT f
 
 // Reads the value at `address` by `scan`, which must take all of it.
 template <typename T>
-static ZU_BOOL storeScanValue( ZU_STORE *store, ZU_STRING *address, T *value,
+static ZU_BOOL storeScanValue( ZU_STORE *store, T *value, STORE_KEY address,
                                ZU_BOOL ( *scan )( ZU_STRING *text, T *value, ZU_INT *consumed ) )
 {
-    ZU_STRING *text = zuStringFrom( storeFindNoRetain( store->values, address ) );
+    ZU_ASSERT( store );
+    ZU_ASSERT( zuStoreAddressOk( address) );
+    ZU_STRING *text = storeValueNoRetain( store, address );
     T scanned = 0;
     ZU_INT consumed = 0;
-    bool ok = text && scan( text, &scanned, &consumed ) && consumed == zuStringLength( text );
+    bool ok = text && scan( text, &scanned, &consumed ) && consumed == text->length;
     if ( value ) {
         *value = ok ? scanned : 0;
     }
@@ -614,13 +696,16 @@ static void storeSetText( ZU_STORE **store, ZU_STRING *address, ZU_STRING *text 
 }
 
 // Truth values
-static ZU_BOOL storeScanBool( ZU_STRING *text, ZU_BOOL *value, ZU_INT *consumed )
+static ZU_BOOL storeValueBool( ZU_STORE *store, ZU_BOOL *value, STORE_KEY address )
 {
-    return zuFormatTryDecodeBool( text, 0, zuStringLength( text ), ZU_TRUE, value, consumed );
+    return storeScanValue(
+        store, value, address, +[]( ZU_STRING *text, ZU_BOOL *scanned, ZU_INT *consumed ) {
+            return zuFormatTryDecodeBoolChars( text->chars + text->fspace, text->length, ZU_TRUE, scanned, consumed );
+        } );
 }
 ZU_BOOL zuStoreHasValueBool( ZU_STORE *store, ZU_STRING *address )
 {
-    return zuStoreValueBool( store, nullptr, address );
+    return storeValueBool( store, nullptr, STORE_KEY( address ) );
 }
 ZU_BOOL zuStoreHasValueBoolAt( ZU_STORE *store, ZU_INT idx )
 {
@@ -628,11 +713,11 @@ ZU_BOOL zuStoreHasValueBoolAt( ZU_STORE *store, ZU_INT idx )
 }
 ZU_BOOL zuStoreHasValueBoolCstr( ZU_STORE *store, const char *address, ZU_INT addressLength )
 {
-    return zuStoreHasValueBool( store, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ) );
+    return zuStoreValueBoolCstr( store, nullptr, address, addressLength );
 }
 ZU_BOOL zuStoreHasValueBoolWcstr( ZU_STORE *store, const char16_t *address, ZU_INT addressLength )
 {
-    return zuStoreHasValueBool( store, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ) );
+    return zuStoreValueBoolWcstr( store, nullptr, address, addressLength );
 }
 ZU_BOOL zuStoreHasValueBoolFormat( ZU_STORE *store, ZU_STRING *fmt, ... )
 {
@@ -652,9 +737,7 @@ ZU_BOOL zuStoreHasValueBoolFormatWcstr( ZU_STORE *store, const char16_t *fmt, ZU
 
 ZU_BOOL zuStoreValueBool( ZU_STORE *store, ZU_BOOL *value, ZU_STRING *address )
 {
-    ZU_ASSERT( store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
-    return storeScanValue( store, address, value, storeScanBool );
+    return storeValueBool( store, value, STORE_KEY( address ) );
 }
 ZU_BOOL zuStoreValueBoolAt( ZU_STORE *store, ZU_BOOL *value, ZU_INT idx )
 {
@@ -662,11 +745,11 @@ ZU_BOOL zuStoreValueBoolAt( ZU_STORE *store, ZU_BOOL *value, ZU_INT idx )
 }
 ZU_BOOL zuStoreValueBoolCstr( ZU_STORE *store, ZU_BOOL *value, const char *address, ZU_INT addressLength )
 {
-    return zuStoreValueBool( store, value, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ) );
+    return storeValueBool( store, value, STORE_TEXT( address, addressLength ) );
 }
 ZU_BOOL zuStoreValueBoolWcstr( ZU_STORE *store, ZU_BOOL *value, const char16_t *address, ZU_INT addressLength )
 {
-    return zuStoreValueBool( store, value, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ) );
+    return storeValueBool( store, value, STORE_TEXT( address, addressLength ) );
 }
 ZU_BOOL zuStoreValueBoolFormat( ZU_STORE *store, ZU_BOOL *value, ZU_STRING *fmt, ... )
 {
@@ -722,13 +805,16 @@ void zuStoreSetValueBoolFormatWcstr( ZU_STORE **store, const char16_t *fmt, ZU_I
 }
 
 // Integers
-static ZU_BOOL storeScanInt( ZU_STRING *text, ZU_INT *value, ZU_INT *consumed )
+static ZU_BOOL storeValueInt( ZU_STORE *store, ZU_INT *value, STORE_KEY address )
 {
-    return zuFormatTryDecodeInt( text, 0, zuStringLength( text ), -1, value, consumed );
+    return storeScanValue(
+        store, value, address, +[]( ZU_STRING *text, ZU_INT *scanned, ZU_INT *consumed ) {
+            return zuFormatTryDecodeIntChars( text->chars + text->fspace, text->length, -1, scanned, consumed );
+        } );
 }
 ZU_BOOL zuStoreHasValueInt( ZU_STORE *store, ZU_STRING *address )
 {
-    return zuStoreValueInt( store, nullptr, address );
+    return storeValueInt( store, nullptr, STORE_KEY( address ) );
 }
 ZU_BOOL zuStoreHasValueIntAt( ZU_STORE *store, ZU_INT idx )
 {
@@ -736,11 +822,11 @@ ZU_BOOL zuStoreHasValueIntAt( ZU_STORE *store, ZU_INT idx )
 }
 ZU_BOOL zuStoreHasValueIntCstr( ZU_STORE *store, const char *address, ZU_INT addressLength )
 {
-    return zuStoreHasValueInt( store, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ) );
+    return zuStoreValueIntCstr( store, nullptr, address, addressLength );
 }
 ZU_BOOL zuStoreHasValueIntWcstr( ZU_STORE *store, const char16_t *address, ZU_INT addressLength )
 {
-    return zuStoreHasValueInt( store, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ) );
+    return zuStoreValueIntWcstr( store, nullptr, address, addressLength );
 }
 ZU_BOOL zuStoreHasValueIntFormat( ZU_STORE *store, ZU_STRING *fmt, ... )
 {
@@ -760,9 +846,7 @@ ZU_BOOL zuStoreHasValueIntFormatWcstr( ZU_STORE *store, const char16_t *fmt, ZU_
 
 ZU_BOOL zuStoreValueInt( ZU_STORE *store, ZU_INT *value, ZU_STRING *address )
 {
-    ZU_ASSERT( store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
-    return storeScanValue( store, address, value, storeScanInt );
+    return storeValueInt( store, value, STORE_KEY( address ) );
 }
 ZU_BOOL zuStoreValueIntAt( ZU_STORE *store, ZU_INT *value, ZU_INT idx )
 {
@@ -770,11 +854,11 @@ ZU_BOOL zuStoreValueIntAt( ZU_STORE *store, ZU_INT *value, ZU_INT idx )
 }
 ZU_BOOL zuStoreValueIntCstr( ZU_STORE *store, ZU_INT *value, const char *address, ZU_INT addressLength )
 {
-    return zuStoreValueInt( store, value, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ) );
+    return storeValueInt( store, value, STORE_TEXT( address, addressLength ) );
 }
 ZU_BOOL zuStoreValueIntWcstr( ZU_STORE *store, ZU_INT *value, const char16_t *address, ZU_INT addressLength )
 {
-    return zuStoreValueInt( store, value, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ) );
+    return storeValueInt( store, value, STORE_TEXT( address, addressLength ) );
 }
 ZU_BOOL zuStoreValueIntFormat( ZU_STORE *store, ZU_INT *value, ZU_STRING *fmt, ... )
 {
@@ -830,13 +914,16 @@ void zuStoreSetValueIntFormatWcstr( ZU_STORE **store, const char16_t *fmt, ZU_IN
 }
 
 // Real numbers
-static ZU_BOOL storeScanReal( ZU_STRING *text, double *value, ZU_INT *consumed )
+static ZU_BOOL storeValueReal( ZU_STORE *store, double *value, STORE_KEY address )
 {
-    return zuFormatTryDecodeReal( text, 0, zuStringLength( text ), -1, value, consumed );
+    return storeScanValue(
+        store, value, address, +[]( ZU_STRING *text, double *scanned, ZU_INT *consumed ) {
+            return zuFormatTryDecodeRealChars( text->chars + text->fspace, text->length, -1, scanned, consumed );
+        } );
 }
 ZU_BOOL zuStoreHasValueReal( ZU_STORE *store, ZU_STRING *address )
 {
-    return zuStoreValueReal( store, nullptr, address );
+    return storeValueReal( store, nullptr, STORE_KEY( address ) );
 }
 ZU_BOOL zuStoreHasValueRealAt( ZU_STORE *store, ZU_INT idx )
 {
@@ -844,11 +931,11 @@ ZU_BOOL zuStoreHasValueRealAt( ZU_STORE *store, ZU_INT idx )
 }
 ZU_BOOL zuStoreHasValueRealCstr( ZU_STORE *store, const char *address, ZU_INT addressLength )
 {
-    return zuStoreHasValueReal( store, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ) );
+    return zuStoreValueRealCstr( store, nullptr, address, addressLength );
 }
 ZU_BOOL zuStoreHasValueRealWcstr( ZU_STORE *store, const char16_t *address, ZU_INT addressLength )
 {
-    return zuStoreHasValueReal( store, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ) );
+    return zuStoreValueRealWcstr( store, nullptr, address, addressLength );
 }
 ZU_BOOL zuStoreHasValueRealFormat( ZU_STORE *store, ZU_STRING *fmt, ... )
 {
@@ -868,9 +955,7 @@ ZU_BOOL zuStoreHasValueRealFormatWcstr( ZU_STORE *store, const char16_t *fmt, ZU
 
 ZU_BOOL zuStoreValueReal( ZU_STORE *store, double *value, ZU_STRING *address )
 {
-    ZU_ASSERT( store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
-    return storeScanValue( store, address, value, storeScanReal );
+    return storeValueReal( store, value, STORE_KEY( address ) );
 }
 ZU_BOOL zuStoreValueRealAt( ZU_STORE *store, double *value, ZU_INT idx )
 {
@@ -878,11 +963,11 @@ ZU_BOOL zuStoreValueRealAt( ZU_STORE *store, double *value, ZU_INT idx )
 }
 ZU_BOOL zuStoreValueRealCstr( ZU_STORE *store, double *value, const char *address, ZU_INT addressLength )
 {
-    return zuStoreValueReal( store, value, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ) );
+    return storeValueReal( store, value, STORE_TEXT( address, addressLength ) );
 }
 ZU_BOOL zuStoreValueRealWcstr( ZU_STORE *store, double *value, const char16_t *address, ZU_INT addressLength )
 {
-    return zuStoreValueReal( store, value, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ) );
+    return storeValueReal( store, value, STORE_TEXT( address, addressLength ) );
 }
 ZU_BOOL zuStoreValueRealFormat( ZU_STORE *store, double *value, ZU_STRING *fmt, ... )
 {
