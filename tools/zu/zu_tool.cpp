@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 static const TOOL_COMMAND *const COMMANDS[] = {
+    &toolStoreCommand,
     &toolTextCommand,
 };
 
@@ -33,6 +34,21 @@ void toolPrintError( ZU_STRING *message )
 void toolPrintHint()
 {
     fprintf( stderr, "Try \"zu %s%s--help\".\n", running ? running->name : "", running ? " " : "" );
+}
+
+zu::Ref<ZU_STRING> toolJsonString( ZU_STRING *text )
+{
+    zu::Ref<ZU_STRING> json = zu::format( "\"%#%" );
+    for ( ZU_INT i = 0; i < zuStringLength( text ); i++ ) {
+        ZU_CHAR ch = zuStringCharAt( text, i );
+        if ( ch < ZU_CHAR_SPACE || ( ch >= 0xD800 && ch < 0xE000 ) ) {
+            zu::appendFormat( json.inOut(), "\\u%04X", ch );
+        } else {
+            zu::appendFormat( json.inOut(), ch == '"' || ch == '\\' ? "\\%c" : "%c", ch );
+        }
+    }
+    zuStringAppendChar( json.inOut(), '"' );
+    return json;
 }
 
 // Options

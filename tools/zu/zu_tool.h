@@ -24,6 +24,7 @@ struct TOOL_COMMAND {
     int ( *run )( int argc, char **argv ); // argv[ 0 ] is the first argument behind the name; returns an exit status
 };
 
+extern const TOOL_COMMAND toolStoreCommand;
 extern const TOOL_COMMAND toolTextCommand;
 
 // Messages
@@ -47,6 +48,8 @@ int toolMisuse( const char *fmt, const Args &...args )
 }
 /// Prints text as it is, in the narrow encoding.
 void toolPrint( FILE *file, ZU_STRING *text );
+/// Returns text as JSON has it, with its quotation marks.
+zu::Ref<ZU_STRING> toolJsonString( ZU_STRING *text );
 
 // Options
 

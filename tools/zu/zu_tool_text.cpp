@@ -222,21 +222,6 @@ static void textPrintReport( const char *name, const TextCounts &counts )
 }
 
 // For a program
-static zu::Ref<ZU_STRING> textJsonString( const char *text )
-{
-    zu::Ref<ZU_STRING> chars = zu::adopt( zuStringCreateFromUtf8( text, -1 ) );
-    zu::Ref<ZU_STRING> json = zu::format( "\"%#%" );
-    for ( ZU_INT i = 0; i < zuStringLength( chars.get() ); i++ ) {
-        ZU_CHAR ch = zuStringCharAt( chars.get(), i );
-        if ( ch < ZU_CHAR_SPACE || ( ch >= 0xD800 && ch < 0xE000 ) ) {
-            zu::appendFormat( json.inOut(), "\\u%04X", ch );
-        } else {
-            zu::appendFormat( json.inOut(), ch == '"' || ch == '\\' ? "\\%c" : "%c", ch );
-        }
-    }
-    zuStringAppendChar( json.inOut(), '"' );
-    return json;
-}
 static void textPrintJsonGroups( ZU_STRING **json, const char *key, const std::vector<TEXT_GROUP> &groups,
                                  zu::Ref<ZU_STRING> ( *name )( ZU_INT value ) )
 {
@@ -261,7 +246,8 @@ static void textPrintJson( const char *name, const TextCounts &counts )
 {
     zu::Ref<ZU_STRING> json = zu::format(
         "{ \"file\": %s, \"bytes\": %i, \"codePoints\": %i, \"lines\": %i, \"invalidSequences\": %i, \"longestLine\": ",
-        textJsonString( name ), counts.bytes, counts.codePoints, counts.lines, counts.invalid );
+        toolJsonString( zu::adopt( zuStringCreateFromUtf8( name, -1 ) ).get() ), counts.bytes, counts.codePoints,
+        counts.lines, counts.invalid );
     if ( counts.longestLine > 0 ) {
         zu::appendFormat( json.inOut(), "{ \"line\": %i, \"codePoints\": %i }", counts.longestLine,
                           counts.longestLength );
