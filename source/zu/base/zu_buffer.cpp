@@ -23,6 +23,7 @@ typedef ZU___INT_UNSIGNED UINT;
 // Free room that a deletion leaves: twice what new storage has.
 static constexpr UINT FSPACE_MAX = 2 * ZU_BUFFER_FSPACE;
 static constexpr UINT BSPACE_MAX = 2 * ZU_BUFFER_BSPACE;
+static constexpr UINT CAPACITY_MAX = 3; // times the storage: what a deletion leaves of the block
 static_assert( BIT_AT_BOUND( ZU_BUFFER_FSPACE ) && BIT_AT_BOUND( ZU_BUFFER_BSPACE ) );
 
 static ZU_BUFFER *emptyBuffer = nullptr; // shared by everybody who holds an empty buffer
@@ -43,6 +44,7 @@ static ZU_BUFFER *bufferCreateEmpty()
     buf->bitFspace = 0;
     buf->bitBspace = 0;
     buf->bytes = nullptr;
+    buf->capacity = 0;
     buf->ref = nullptr;
     return buf;
 }
@@ -113,7 +115,8 @@ static void bitsCopyShifted( uint8_t *dest, const uint8_t *src, UINT phase, UINT
 }
 
 // Copies `count` bits between memory that does not overlap; bits around the destination stay as they are.
-static void bitsCopy( uint8_t *dest, UINT destIdx, const uint8_t *src, UINT srcIdx, UINT count )
+[[gnu::noinline]] static void bitsCopyOffBound( uint8_t *dest, UINT destIdx, const uint8_t *src, UINT srcIdx,
+                                                UINT count )
 {
     if ( !BIT_AT_BOUND( destIdx ) ) {
         UINT head = 8 - ( destIdx & 7 );
@@ -133,6 +136,14 @@ static void bitsCopy( uint8_t *dest, UINT destIdx, const uint8_t *src, UINT srcI
     }
     UINT done = BYTES_TO_BITS( byteCount );
     bitsPut( dest, destIdx + done, bitsGet( src, srcIdx + done, count - done ), count - done );
+}
+static inline void bitsCopy( uint8_t *dest, UINT destIdx, const uint8_t *src, UINT srcIdx, UINT count )
+{
+    if ( ZU___UNLIKELY( !BIT_AT_BOUND( destIdx | srcIdx | count ) ) ) {
+        bitsCopyOffBound( dest, destIdx, src, srcIdx, count );
+    } else if ( count > 0 ) {
+        memcpy( dest + ( destIdx >> 3 ), src + ( srcIdx >> 3 ), count >> 3 );
+    }
 }
 
 // Sets `count` bits from `idx` on to those of `value`, which is 0x00 or 0xFF.
@@ -181,9 +192,18 @@ static UINT bufferStorageSize( UINT used, UINT room )
     ZU_ASSERT( ZU___INT_UNSIGNED_TO_ZU_INT_CONV_OK( sizeBits ) );
     return sizeBytes;
 }
+// Exchanges the storage for one of `sizeBytes`.  How large it is goes with the contract and is what is reported; the
+// block that it lies in grows by a reserve in proportion to the content, so that who appends little by little does not
+// copy everything each time.
 static void bufferResizeStorage( ZU_BUFFER *buf, UINT sizeBytes )
 {
-    buf->bytes = (uint8_t *)zuMemRealloc( buf->bytes, (ZU_INT)sizeBytes );
+    if ( sizeBytes > buf->capacity ) {
+        buf->capacity = sizeBytes + ( buf->bitLength >> 4 );
+        buf->bytes = (uint8_t *)zuMemRealloc( buf->bytes, (ZU_INT)buf->capacity );
+    } else if ( sizeBytes < buf->capacity / CAPACITY_MAX ) {
+        buf->capacity = sizeBytes;
+        buf->bytes = (uint8_t *)zuMemRealloc( buf->bytes, (ZU_INT)sizeBytes );
+    }
     zu___ObjDbgSetAllocationSize( &buf->obj, (ZU_INT)sizeBytes );
 }
 
@@ -194,35 +214,34 @@ static void bufferReplace( ZU_BUFFER **buf, ZU_BUFFER *newBuf )
     *buf = newBuf;
     ZU_REF_RELEASE( old );
 }
-// Exchanges a buffer that others hold too for a private copy.
-static void bufferUnshare( ZU_BUFFER **buf )
+[[gnu::noinline]] static void bufferReplaceByCopy( ZU_BUFFER **buf )
 {
-    if ( ZU_REF_RETAIN_COUNT( *buf ) > 1 ) {
-        bufferReplace( buf, zuBufferCreateFrom( *buf ) );
+    bufferReplace( buf, zuBufferCreateFrom( *buf ) );
+}
+// Exchanges a buffer that others hold too for a private copy.
+static inline void bufferUnshare( ZU_BUFFER **buf )
+{
+    if ( ZU___UNLIKELY( ZU_REF_RETAIN_COUNT( *buf ) > 1 ) ) {
+        bufferReplaceByCopy( buf );
     }
 }
 // Makes sure that the content may be written.
-static void bufferMakeWritable( ZU_BUFFER **buf )
+static inline void bufferMakeWritable( ZU_BUFFER **buf )
 {
-    if ( ( *buf )->ref || ZU_REF_RETAIN_COUNT( *buf ) > 1 ) {
-        bufferReplace( buf, zuBufferCreateFrom( *buf ) );
+    if ( ZU___UNLIKELY( ( *buf )->ref || ZU_REF_RETAIN_COUNT( *buf ) > 1 ) ) {
+        bufferReplaceByCopy( buf );
     }
 }
 
-// Gives back storage that a deletion has made superfluous; the content may move.
-static void bufferTrim( ZU_BUFFER *buf )
+[[gnu::noinline]] static void bufferShrinkStorage( ZU_BUFFER *buf )
 {
-    ZU_ASSERT( ZU_REF_RETAIN_COUNT( buf ) == 1 );
-    ZU_ASSERT( BIT_AT_BOUND( buf->bitFspace ) );
-    if ( buf->ref || ( buf->bitFspace <= FSPACE_MAX && buf->bitBspace <= BSPACE_MAX ) ) {
-        return;
-    }
     if ( buf->bitLength == 0 ) {
         zuMemFree( buf->bytes );
         zu___ObjDbgSetAllocationSize( &buf->obj, 0 );
         buf->bitFspace = 0;
         buf->bitBspace = 0;
         buf->bytes = nullptr;
+        buf->capacity = 0;
         return;
     }
     UINT sizeBytes = bufferStorageSize( buf->bitLength, ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE );
@@ -231,6 +250,15 @@ static void bufferTrim( ZU_BUFFER *buf )
     buf->bitFspace = ZU_BUFFER_FSPACE;
     buf->bitBspace = BYTES_TO_BITS( sizeBytes ) - buf->bitLength - ZU_BUFFER_FSPACE;
     bufferResizeStorage( buf, sizeBytes );
+}
+// Gives back storage that a deletion has made superfluous; the content may move.
+static inline void bufferTrim( ZU_BUFFER *buf )
+{
+    ZU_ASSERT( ZU_REF_RETAIN_COUNT( buf ) == 1 );
+    ZU_ASSERT( BIT_AT_BOUND( buf->bitFspace ) );
+    if ( !buf->ref && ( buf->bitFspace > FSPACE_MAX || buf->bitBspace > BSPACE_MAX ) ) {
+        bufferShrinkStorage( buf );
+    }
 }
 
 // Making room
@@ -245,6 +273,7 @@ static void bufferMakeFirstRoom( ZU_BUFFER **buf, UINT bitCount )
     UINT sizeBytes = bufferStorageSize( bitCount, ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE );
     ZU_BUFFER *own = *buf;
     own->bytes = (uint8_t *)zuMemAlloc( (ZU_INT)sizeBytes );
+    own->capacity = sizeBytes;
     zu___ObjDbgSetAllocationSize( &own->obj, (ZU_INT)sizeBytes );
     own->bitLength = bitCount;
     own->bitFspace = ZU_BUFFER_FSPACE;
@@ -261,6 +290,7 @@ static void bufferRebuild( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
     bitsCopy( bufferContent( tmp ), atBit + bitCount, bufferContent( own ), atBit, own->bitLength - atBit );
     zuMemFree( own->bytes );
     own->bytes = tmp->bytes;
+    own->capacity = tmp->capacity;
     own->bitLength = tmp->bitLength;
     own->bitFspace = tmp->bitFspace;
     own->bitBspace = tmp->bitBspace;
@@ -270,13 +300,11 @@ static void bufferRebuild( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
     ZU_REF_RELEASE( tmp );
 }
 
-// Whole bytes at the front: from the front room, then from both, then there is new storage.
+// Whole bytes at the front, which does not have as many free: out of both rooms, or there is new storage.
 static void bufferMakeRoomAtFront( ZU_BUFFER **buf, UINT bitCount )
 {
     ZU_BUFFER *own = *buf;
-    if ( bitCount <= own->bitFspace ) {
-        own->bitFspace -= bitCount;
-    } else if ( bitCount <= own->bitFspace + own->bitBspace ) {
+    if ( bitCount <= own->bitFspace + own->bitBspace ) {
         bitsMove( own->bytes + ( bitCount >> 3 ), bufferContent( own ), own->bitLength );
         own->bitBspace = own->bitBspace + own->bitFspace - bitCount;
         own->bitFspace = 0;
@@ -291,19 +319,15 @@ static void bufferMakeRoomAtFront( ZU_BUFFER **buf, UINT bitCount )
     own->bitLength += bitCount;
 }
 
-// Any number of bits at the end.  Who appends keeps the front room for who prepends.
+// Any number of bits at the end, which does not have as many free.  Who appends keeps the front room for who prepends.
 static void bufferMakeRoomAtEnd( ZU_BUFFER **buf, UINT bitCount )
 {
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( (*buf)->bitFspace + (*buf)->bitLength + bitCount, ZU_BUFFER_BSPACE ) );
     ZU_BUFFER *own = *buf;
-    if ( bitCount <= own->bitBspace ) {
-        own->bitBspace -= bitCount;
-    } else {
-        ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( (*buf)->bitFspace + (*buf)->bitLength + bitCount, ZU_BUFFER_BSPACE ) );
-        UINT used = own->bitFspace + own->bitLength + bitCount;
-        UINT sizeBytes = bufferStorageSize( used, ZU_BUFFER_BSPACE );
-        bufferResizeStorage( own, sizeBytes );
-        own->bitBspace = BYTES_TO_BITS( sizeBytes ) - used;
-    }
+    UINT used = own->bitFspace + own->bitLength + bitCount;
+    UINT sizeBytes = bufferStorageSize( used, ZU_BUFFER_BSPACE );
+    bufferResizeStorage( own, sizeBytes );
+    own->bitBspace = BYTES_TO_BITS( sizeBytes ) - used;
     own->bitLength += bitCount;
 }
 
@@ -347,15 +371,26 @@ static void bufferMakeRoomInside( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
     own->bitLength += bitCount;
 }
 
-// Opens a gap of `bitCount` bits, or none, ahead of bit `atBit` of whatever `*buf` is.
-static void bufferMakeRoom( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
+// Takes the gap from the free room at the end that it is at; returns false if there is not as much, or the gap is at no
+// end.
+static inline bool bufferTakeRoom( ZU_BUFFER *own, UINT atBit, UINT bitCount )
 {
-    ZU_ASSERT( BIT_AT_BOUND( (*buf)->bitFspace ) );
-    ZU_ASSERT( atBit <= (*buf)->bitLength );
-    if ( bitCount == 0 ) {
-        return;
+    if ( atBit == 0 ) {
+        if ( bitCount > own->bitFspace || !BIT_AT_BOUND( bitCount ) ) {
+            return false;
+        }
+        own->bitFspace -= bitCount;
+    } else {
+        if ( bitCount > own->bitBspace || atBit != own->bitLength ) {
+            return false;
+        }
+        own->bitBspace -= bitCount;
     }
-    bufferMakeWritable( buf );
+    own->bitLength += bitCount;
+    return true;
+}
+[[gnu::noinline]] static void bufferGetRoom( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
+{
     ZU_ASSERT( !(*buf)->ref );
     if ( !( *buf )->bytes ) {
         bufferMakeFirstRoom( buf, bitCount );
@@ -367,6 +402,20 @@ static void bufferMakeRoom( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
         bufferMakeRoomInside( buf, atBit, bitCount );
     } else {
         bufferRebuild( buf, atBit, bitCount );
+    }
+}
+
+// Opens a gap of `bitCount` bits, or none, ahead of bit `atBit` of whatever `*buf` is.
+static inline void bufferMakeRoom( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
+{
+    ZU_ASSERT( BIT_AT_BOUND( (*buf)->bitFspace ) );
+    ZU_ASSERT( atBit <= (*buf)->bitLength );
+    if ( bitCount == 0 ) {
+        return;
+    }
+    bufferMakeWritable( buf );
+    if ( ZU___UNLIKELY( !bufferTakeRoom( *buf, atBit, bitCount ) ) ) {
+        bufferGetRoom( buf, atBit, bitCount );
     }
 }
 
@@ -635,6 +684,7 @@ ZU_BUFFER *zuBufferCreateFromBytesUse( uint8_t *bytes, ZU_INT byteCount )
     ZU_ASSERT( ZU___INT_UNSIGNED_TO_ZU_INT_CONV_OK( BYTES_TO_BITS( byteCount ) ) );
     ZU_BUFFER *buf = bufferCreateEmpty();
     buf->bytes = bytes;
+    buf->capacity = (UINT)byteCount;
     buf->bitLength = BYTES_TO_BITS( byteCount );
     zu___ObjDbgSetAllocationSize( &buf->obj, byteCount );
     return buf;
@@ -1296,26 +1346,23 @@ static void bufferDelInner( ZU_BUFFER **buf, UINT bitOffset, UINT bitCount )
     }
     UINT behind = bitOffset + bitCount;
     UINT behindCount = ( *buf )->bitLength - behind;
-    bool atFront = bitOffset == 0;
-    bool atEnd = behindCount == 0;
-    if ( !atEnd && !BIT_AT_BOUND( bitOffset | bitCount ) ) {
+    if ( bitOffset == 0 && BIT_AT_BOUND( bitCount ) ) {
+        bufferUnshare( buf );
+        ( *buf )->bitFspace += bitCount;
+    } else if ( behindCount == 0 ) {
+        bufferUnshare( buf );
+        ( *buf )->bitBspace += bitCount;
+    } else if ( BIT_AT_BOUND( bitOffset | bitCount ) ) {
+        bufferMakeWritable( buf );
+        uint8_t *gap = bufferContent( *buf ) + ( bitOffset >> 3 );
+        bitsMove( gap, gap + ( bitCount >> 3 ), behindCount );
+        ( *buf )->bitBspace += bitCount;
+    } else {
         ZU_BUFFER *rest = bufferCreateEmpty();
         bufferInsertInner( &rest, 0, *buf, 0, bitOffset );
         bufferInsertInner( &rest, bitOffset, *buf, behind, behindCount );
         bufferReplace( buf, rest );
         return;
-    }
-    if ( atFront || atEnd ) {
-        bufferUnshare( buf );
-    } else {
-        bufferMakeWritable( buf );
-        uint8_t *gap = bufferContent( *buf ) + ( bitOffset >> 3 );
-        bitsMove( gap, gap + ( bitCount >> 3 ), behindCount );
-    }
-    if ( atFront ) {
-        ( *buf )->bitFspace += bitCount;
-    } else {
-        ( *buf )->bitBspace += bitCount;
     }
     ( *buf )->bitLength -= bitCount;
     bufferTrim( *buf );

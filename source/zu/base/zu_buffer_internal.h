@@ -13,8 +13,9 @@ struct ZU_BUFFER {
     ZU___INT_UNSIGNED bitLength; // at most ZU_INT_MAX
     ZU___INT_UNSIGNED bitFspace; // a multiple of 8, but after the one insertion that zu_buffer.h tells of
     ZU___INT_UNSIGNED bitBspace;
-    uint8_t *bytes; // null while there is no storage
-    ZU_OBJ *ref;    // keeps foreign storage, which is never written, resized or freed; null: `bytes` is ours
+    uint8_t *bytes;             // null while there is no storage
+    ZU___INT_UNSIGNED capacity; // bytes that the block at `bytes` has, no fewer than the storage; 0 if it is foreign
+    ZU_OBJ *ref;                // keeps foreign storage, which is never written, resized or freed; null: it is ours
 };
 
 ZU_END_DECLS

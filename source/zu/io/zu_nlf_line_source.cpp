@@ -12,6 +12,7 @@
 #include <cstring>
 
 static constexpr ZU_INT CACHE_CHARS = 1024;
+static constexpr ZU_NLF_FLAGS BEYOND_CONTROLS = ZU_NLF_FLAG_NEL | ZU_NLF_FLAG_LS | ZU_NLF_FLAG_PS;
 
 struct ZU_NLF_LINE_SOURCE {
     ZU_OBJ obj;
@@ -65,13 +66,38 @@ static void nlfLineSourceFree( ZU_OBJ *thisObj )
 // Four code points side by side; the compiler has instructions for these on all processors that count.
 typedef int32_t NLF_LANES __attribute__( ( vector_size( 16 ) ) );
 
-// Marks the lanes that hold a newline function of any kind.
+// Marks the lanes that may hold a newline function: all controls up to U+000D, of which the others are rare, and with
+// ALL those beyond them.
+template <bool ALL>
 static inline NLF_LANES nlfLanesFind( const ZU_CHAR *chars )
 {
     NLF_LANES lanes;
     memcpy( &lanes, chars, sizeof lanes );
-    return ( ( lanes > ZU_CHAR_LINE_FEED - 1 ) & ( lanes < ZU_CHAR_CARRIAGE_RETURN + 1 ) ) |
-           ( lanes == ZU_CHAR_NEXT_LINE ) | ( ( lanes | 1 ) == ZU_CHAR_PARAGRAPH_SEPARATOR );
+    NLF_LANES found = lanes < ZU_CHAR_CARRIAGE_RETURN + 1;
+    if ( ALL ) {
+        found |= ( lanes == ZU_CHAR_NEXT_LINE ) | ( ( lanes | 1 ) == ZU_CHAR_PARAGRAPH_SEPARATOR );
+    }
+    return found;
+}
+
+// Returns the position from `i` on of the first such character, or one from which fewer than eight code points are
+// left.
+template <bool ALL>
+static inline ZU_INT nlfFind( const ZU_CHAR *chars, ZU_INT i, ZU_INT length )
+{
+    static constexpr NLF_LANES LOW_BITS = { 1, 2, 4, 8 };
+    static constexpr NLF_LANES HIGH_BITS = { 16, 32, 64, 128 };
+    for ( ; length - i >= 8; i += 8 ) {
+        NLF_LANES found =
+            ( nlfLanesFind<ALL>( chars + i ) & LOW_BITS ) | ( nlfLanesFind<ALL>( chars + i + 4 ) & HIGH_BITS );
+        uint64_t halves[ 2 ];
+        memcpy( halves, &found, sizeof halves );
+        uint64_t bits = halves[ 0 ] | halves[ 1 ];
+        if ( bits != 0 ) {
+            return i + __builtin_ctzll( bits | bits >> 32 );
+        }
+    }
+    return i;
 }
 
 // Returns the flag of the newline function that `ch` is, 0 if it is none.
@@ -106,31 +132,25 @@ static ZU_INT nlfLineSourceFindEnd( ZU_NLF_LINE_SOURCE *nls, ZU_INT *nlfLength )
     ZU_INT i = nls->cachePos;
     *nlfLength = 0;
     while ( i < length ) {
-        while ( length - i >= 8 ) {
-            NLF_LANES found = nlfLanesFind( cache + i ) | nlfLanesFind( cache + i + 4 );
-            uint64_t halves[ 2 ];
-            memcpy( halves, &found, sizeof halves );
-            if ( halves[ 0 ] | halves[ 1 ] ) {
-                break;
-            }
-            i += 8;
+        i = nls->nlfFlags & BEYOND_CONTROLS ? nlfFind<true>( cache, i, length ) : nlfFind<false>( cache, i, length );
+        if ( i == length ) {
+            break;
         }
-        for ( ZU_INT blockEnd = zuIntMin( i + 8, length ); i < blockEnd; i++ ) {
-            ZU_NLF_FLAGS flag = nlfFlagOfChar( cache[ i ] );
-            if ( flag == ZU_NLF_FLAG_CR && nls->nlfFlags & ZU_NLF_FLAG_CRLF ) {
-                if ( i + 1 < length && cache[ i + 1 ] == ZU_CHAR_LINE_FEED ) {
-                    *nlfLength = 2;
-                    return i;
-                }
-                if ( i + 1 == length && !nls->sourceEnd ) {
-                    return i;
-                }
+        ZU_NLF_FLAGS flag = nlfFlagOfChar( cache[ i ] );
+        if ( flag == ZU_NLF_FLAG_CR && nls->nlfFlags & ZU_NLF_FLAG_CRLF ) {
+            if ( i + 1 < length && cache[ i + 1 ] == ZU_CHAR_LINE_FEED ) {
+                *nlfLength = 2;
+                return i;
             }
-            if ( nls->nlfFlags & flag ) {
-                *nlfLength = 1;
+            if ( i + 1 == length && !nls->sourceEnd ) {
                 return i;
             }
         }
+        if ( nls->nlfFlags & flag ) {
+            *nlfLength = 1;
+            return i;
+        }
+        i++;
     }
     return i;
 }
@@ -143,6 +163,18 @@ static void nlfLineSourceRefill( ZU_NLF_LINE_SOURCE *nls, ZU_INT kept )
     if ( nls->cacheLength < CACHE_CHARS ) {
         nls->sourceEnd = ZU_TRUE;
     }
+    ZU_ASSERT( zuCharsAllOk( nls->cache, nls->cacheLength ) );
+}
+
+// Appends `count` code points of the cache, which have been checked, to the line, which is private; makes it if it is
+// null.
+static void nlfLineSourceAppend( ZU_NLF_LINE_SOURCE *nls, ZU_STRING **zus, ZU_INT count )
+{
+    if ( !*zus ) {
+        *zus = zu___StringCreateEmpty();
+    }
+    ZU_CHAR *end = zu___StringMakeRoom( *zus, ( *zus )->length, count );
+    memcpy( end, nls->cache + nls->cachePos, (size_t)count * sizeof( ZU_CHAR ) );
 }
 
 static ZU_BOOL nlfLineSourceRead( ZU_OBJ *closure, ZU_STRING **zus )
@@ -151,7 +183,7 @@ static ZU_BOOL nlfLineSourceRead( ZU_OBJ *closure, ZU_STRING **zus )
     ZU_ASSERT( nls );
     ZU_ASSERT( zus );
     ZU_ASSERT( !*zus );
-    zuNlfLineSourceRetain( nls ); // a backend below may release the streams above
+    ZU_NLF_LINE_SOURCE *held = nullptr; // once the backend has been called, which may release the streams above it
     ZU_BOOL ok = ZU_TRUE;
     for ( ;; ) {
         if ( nls->cachePos == nls->cacheLength ) {
@@ -159,28 +191,29 @@ static ZU_BOOL nlfLineSourceRead( ZU_OBJ *closure, ZU_STRING **zus )
                 ok = !zuCharSourceError( nls->src );
                 break;
             }
+            held = held ? held : zuNlfLineSourceRetain( nls );
             nlfLineSourceRefill( nls, 0 );
         } else if ( nls->nlfFlags & ZU_NLF_FLAG_CRLF && nls->cachePos == nls->cacheLength - 1 &&
                     nls->cache[ nls->cachePos ] == ZU_CHAR_CARRIAGE_RETURN ) {
+            held = held ? held : zuNlfLineSourceRetain( nls );
             nls->cache[ 0 ] = ZU_CHAR_CARRIAGE_RETURN;
             nlfLineSourceRefill( nls, 1 );
         }
         ZU_INT nlfLength;
         ZU_INT textEnd = nlfLineSourceFindEnd( nls, &nlfLength );
         ZU_INT count = textEnd - nls->cachePos;
-        if ( count == 0 && nlfLength == 0 ) {
-            continue;
+        if ( count > 0 ) {
+            nlfLineSourceAppend( nls, zus, count );
         }
-        if ( !*zus ) {
-            *zus = count > 0 ? zu___StringCreateEmpty() : zuStringCreate();
-        }
-        zuStringAppendChars( zus, nls->cache + nls->cachePos, count );
         nls->cachePos = textEnd + nlfLength;
         if ( nlfLength > 0 ) {
+            if ( !*zus ) {
+                *zus = zuStringCreate();
+            }
             break;
         }
     }
-    zuNlfLineSourceRelease( nls );
+    ZU_REF_RELEASE_OPT( held );
     return ok;
 }
 
