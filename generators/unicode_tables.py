@@ -227,16 +227,17 @@ class Output:
         self.source.append(array(name, values, element_type))
         return len(values) * int(re.sub(r"\D", "", element_type)) // 8
 
-    def add_two_stages(self, name, values):
+    def add_two_stages(self, name, values, places=False):
         """Adds a table of `values` by code point, cut where only zeros follow, with the size of block that makes it
-        smallest. Returns its bytes."""
+        smallest. Its index has the numbers of blocks, or with `places` where they begin. Returns its bytes."""
         used = max(ch for ch in range(CODE_POINTS) if values[ch]) + 1
 
         def split(bits):
             size = 1 << bits
             blocks, index = {}, []
             for start in range(0, used, size):
-                index.append(blocks.setdefault(tuple(values[start : start + size]), len(blocks)))
+                number = blocks.setdefault(tuple(values[start : start + size]), len(blocks))
+                index.append(number * size if places else number)
             return bits, index, [value for block in blocks for value in block]
 
         def cost(stages):
@@ -309,8 +310,8 @@ def make_normalization(data):
     rank = [ranks[value] for value in data.combining_class]
 
     def elements(characters):
-        last = len(characters) - 1
-        return tuple(ch | (ch in seconds) << 21 | (i == last) << 22 | rank[ch] << 26 for i, ch in enumerate(characters))
+        ahead = range(len(characters), 0, -1)
+        return tuple(ch | (ch in seconds) << 21 | min(n, 15) << 22 | rank[ch] << 26 for ch, n in zip(characters, ahead))
 
     def inner(characters, form):
         return rank[characters[0]] > 0 or "C" in form and characters[0] in seconds
@@ -348,6 +349,7 @@ def make_normalization(data):
             for i in range(len(sequence)):
                 place.setdefault(sequence[i:], len(pool) + i)
             pool += sequence
+    pool += [0] * 3  # whoever reads four at a time reads on
     if len(pool) >> 15:
         stop("the decompositions have outgrown the field of their place")
     for ch, (sequence, both) in sequences.items():
@@ -390,7 +392,7 @@ def make_tables(data):
     sizes["compositions"] = out.add_array("zu___unicodeCompPairs", slots)
 
     entries, pool = make_normalization(data)
-    sizes["normalization"] = out.add_two_stages("Norm", by_code_point(entries))
+    sizes["normalization"] = out.add_two_stages("Norm", by_code_point(entries), places=True)
     out.header.append("")
     sizes["characters of full decompositions"] = out.add_array("zu___unicodeNormRuns", pool)
 

@@ -10,7 +10,8 @@
 //     Lower, Upper, Fold  place in Runs << 2 | length; 0: none
 //     CompFirst           where the row of this first character begins in CompPairs; 0: it composes with none
 //     CompSecond          the column of this second character, from 1 on; 0: it composes with none
-//     Norm                what the normalizer asks, the bits ZU___UNICODE_NORM_... below
+//     Norm                what the normalizer asks, the bits ZU___UNICODE_NORM_... below; Index tells where in Blocks
+//                         a block begins
 //
 // Runs holds the characters of all mappings; NormRuns holds full decompositions, of Norm's elements.  The rows of CompPairs lie over one another, each filling gaps of the
 // others: an entry is the beginning of the row that it belongs to << 21 | composite.
@@ -38,10 +39,13 @@ static constexpr uint32_t ZU___UNICODE_NORM_PLACE = 0x7FFF;
 static constexpr uint32_t ZU___UNICODE_NORM_BOTH = 1U
                                                    << 31; // the canonical decomposition, behind it the compatible one
 
-// An element: a character, bits, and the rank of its combining class.
+// An element: a character, whether it may be the second of a pair, and the rank of its combining class.  In NormRuns also
+// how many elements of the decomposition are left, itself included, where 15 means as many or more; three more can be
+// read behind the last one.
 static constexpr uint32_t ZU___UNICODE_ELEMENT_CHAR = 0x1FFFFF;
 static constexpr uint32_t ZU___UNICODE_ELEMENT_SECOND = 1 << 21;
-static constexpr uint32_t ZU___UNICODE_ELEMENT_LAST = 1 << 22; // the decomposition ends here; in NormRuns only
+static constexpr int ZU___UNICODE_ELEMENT_LEFT_SHIFT = 22;
+static constexpr uint32_t ZU___UNICODE_ELEMENT_LEFT = 0xF;
 static constexpr int ZU___UNICODE_ELEMENT_RANK_SHIFT = 26;
 
 // Where END is the end of the code space, an assertion of ZU_CHAR_OK ahead makes the test vanish.
@@ -78,6 +82,12 @@ static inline ZU_UNICODE_SCRIPT zu___UnicodeScriptDbFetch( ZU_CHAR ch )
 static inline ZU_INT zu___UnicodeDecimalDbFetch( ZU_CHAR ch )
 {
     return ZU___UNICODE_TABLE_FETCH( Decimal, ch ) - 1;
+}
+// Norm's entry of a `ch` below zu___unicodeNormEnd; from there on all are 0.
+static inline uint32_t zu___UnicodeNormFetch( ZU_CHAR ch )
+{
+    constexpr ZU_CHAR MASK = ( 1U << zu___unicodeNormBits ) - 1;
+    return zu___unicodeNormBlocks[ zu___unicodeNormIndex[ ch >> zu___unicodeNormBits ] + ( ch & MASK ) ];
 }
 static inline ZU_CHAR zu___UnicodeCompDbFetch( ZU_CHAR ch1, ZU_CHAR ch2 )
 {

@@ -66,5 +66,5 @@ static constexpr ZU_CHAR zu___unicodeNormEnd = 0x2fa20;
 extern const uint16_t zu___unicodeNormIndex[ 6097 ];
 extern const uint32_t zu___unicodeNormBlocks[ 12448 ];
 
-extern const uint32_t zu___unicodeNormRuns[ 6363 ];
+extern const uint32_t zu___unicodeNormRuns[ 6366 ];
 #pragma GCC visibility pop

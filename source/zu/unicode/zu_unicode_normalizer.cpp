@@ -7,8 +7,9 @@
 // - One character at a time, with the state between characters in the object.  It takes what may be continued by the
 //   next write, and all that is long or strange.
 // - Whole stretches of an array that begin and end at a boundary, a character that never interacts with those ahead of
-//   it.  There characters that the quick check of UAX #15 passes are copied as they are, and the few others go through
-//   the stages in an array on the stack, from the boundary ahead to the one behind them.
+//   it.  Characters that the quick check of UAX #15 passes are copied as they are.  Others go through all stages on the
+//   spot, as long as marks come in order; if not, the few characters between two boundaries go through one stage after
+//   the other.
 //
 // As nothing interacts across a boundary, the result is the same.  An array leaves its last two stretches to the first
 // way, so that what can be read afterwards is also what it would be after one character at a time: two, as a C form
@@ -29,7 +30,10 @@
 static constexpr ZU_INT RUN_MAX = 4096;         // characters that wait for a starter, in either stage
 static constexpr ZU_INT DECOMPOSITION_MAX = 18; // elements: U+FDFA
 static constexpr ZU_INT INLINE_ELEMENTS = 64;   // more than any text has that means something
-static constexpr ZU_INT INSERTION_MAX = 16;     // elements; longer runs are sorted by counting
+static constexpr ZU_INT SORT_FEW_MAX = 4;       // marks; for more, counting is faster than guessing
+static constexpr ZU_INT SINGLES = 16;           // characters looked at one by one, ahead of more at a time
+static constexpr ZU_INT SEGMENT_MAX = 64;       // characters that are looked at together between two boundaries
+static constexpr ZU_INT ROOM_MIN = 256;         // characters by which the output grows
 static constexpr ZU_INT BULK_MIN = 8;           // characters; fewer are not worth the search for boundaries
 static constexpr uint32_t RANKS = 64;
 static constexpr uint32_t RANK_BEGIN = RANKS - 1; // above all classes: nothing to compose with
@@ -122,7 +126,10 @@ static constexpr uint32_t ENTRY_STRANGE = ZU___UNICODE_NORM_WORK * 0xF | ZU___UN
 
 static inline uint32_t entryGet( ZU_CHAR ch )
 {
-    return ZU___LIKELY( ZU_CHAR_OK( ch ) ) ? ZU___UNICODE_TABLE_FETCH( Norm, ch ) : ENTRY_STRANGE;
+    if ( ZU___LIKELY( ch < zu___unicodeNormEnd ) ) {
+        return zu___UnicodeNormFetch( ch );
+    }
+    return ZU_CHAR_OK( ch ) ? 0 : ENTRY_STRANGE;
 }
 static inline bool charIsStrange( ZU_CHAR ch, uint32_t entry )
 {
@@ -144,6 +151,11 @@ static inline ZU_CHAR elementChar( uint32_t element )
     return element & ZU___UNICODE_ELEMENT_CHAR;
 }
 
+static inline uint32_t elementLeft( uint32_t element )
+{
+    return element >> ZU___UNICODE_ELEMENT_LEFT_SHIFT & ZU___UNICODE_ELEMENT_LEFT;
+}
+
 // Decomposing
 
 // Hangul syllables are computed (Unicode Standard, section 3.12).
@@ -156,65 +168,72 @@ static constexpr ZU_CHAR HANGUL_VS = 21;
 static constexpr ZU_CHAR HANGUL_TS = 28;
 static constexpr ZU_CHAR HANGUL_SYLLABLES = HANGUL_LS * HANGUL_VS * HANGUL_TS;
 
-// Hands the elements of what `ch` decomposes to in the form to `put`, in order.
-template <typename PUT>
-static inline __attribute__( ( always_inline ) ) void charDecompose( ZU_CHAR ch, uint32_t entry,
-                                                                     const NORMAL_FORM_BITS &bits, PUT put )
+// What a character decomposes to.
+struct DECOMPOSITION {
+    const uint32_t *elements; // if there is more than `ch` itself, at least QUICK_ELEMENTS can be read
+    ZU_INT length;
+};
+static constexpr ZU_INT QUICK_ELEMENTS = 4; // copied without counting
+
+// Decomposes `ch` in the form; `scratch` is for what no table has.
+static inline DECOMPOSITION charDecompose( ZU_CHAR ch, uint32_t entry, const NORMAL_FORM_BITS &bits,
+                                           uint32_t ( &scratch )[ QUICK_ELEMENTS ] )
 {
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     if ( !( entry & bits.decomposes ) ) {
-        put( elementMake( ch, entry ) );
-    } else if ( entry & ZU___UNICODE_NORM_HANGUL ) {
+        scratch[ 0 ] = elementMake( ch, entry );
+        return { scratch, 1 };
+    }
+    if ( entry & ZU___UNICODE_NORM_HANGUL ) {
         ZU_CHAR syllable = ch - HANGUL_S;
         ZU_CHAR t = syllable % HANGUL_TS;
-        put( HANGUL_L + syllable / ( HANGUL_VS * HANGUL_TS ) );
-        put( ( HANGUL_V + syllable / HANGUL_TS % HANGUL_VS ) | ZU___UNICODE_ELEMENT_SECOND );
-        if ( t ) {
-            put( ( HANGUL_T + t ) | ZU___UNICODE_ELEMENT_SECOND );
-        }
-    } else {
-        const uint32_t *element =
-            zu___unicodeNormRuns + ( entry >> ZU___UNICODE_NORM_PLACE_SHIFT & ZU___UNICODE_NORM_PLACE );
-        if ( ( entry & ZU___UNICODE_NORM_BOTH ) && bits.compatible ) {
-            while ( !( *element++ & ZU___UNICODE_ELEMENT_LAST ) ) {}
-        }
-        uint32_t last;
-        do {
-            last = *element & ZU___UNICODE_ELEMENT_LAST;
-            put( *element++ & ~ZU___UNICODE_ELEMENT_LAST );
-        } while ( !last );
+        scratch[ 0 ] = HANGUL_L + syllable / ( HANGUL_VS * HANGUL_TS );
+        scratch[ 1 ] = ( HANGUL_V + syllable / HANGUL_TS % HANGUL_VS ) | ZU___UNICODE_ELEMENT_SECOND;
+        scratch[ 2 ] = ( HANGUL_T + t ) | ZU___UNICODE_ELEMENT_SECOND;
+        scratch[ 3 ] = 0;
+        return { scratch, 2 + ( t != 0 ) };
     }
+    const uint32_t *elements =
+        zu___unicodeNormRuns + ( entry >> ZU___UNICODE_NORM_PLACE_SHIFT & ZU___UNICODE_NORM_PLACE );
+    if ( ( entry & ZU___UNICODE_NORM_BOTH ) && bits.compatible ) {
+        elements += elementLeft( *elements );
+    }
+    ZU_INT length = elementLeft( *elements );
+    if ( length == ZU___UNICODE_ELEMENT_LEFT ) {
+        while ( elementLeft( elements[ length - 1 ] ) > 1 ) {
+            length++;
+        }
+    }
+    return { elements, length };
 }
 
 // Ordering: a stable sort of each run of marks by their classes
 
-// Inserts `element` behind `length` others that are in order.  A starter never moves, and nothing moves over one.
-static inline void elementsInsert( uint32_t *elements, ZU_INT length, uint32_t element )
+// A few: by insertion.
+static inline void marksSortFew( uint32_t *run, ZU_INT length )
 {
-    uint32_t rank = elementRank( element );
-    if ( rank ) {
-        for ( ; length > 0 && elementRank( elements[ length - 1 ] ) > rank; length-- ) {
-            elements[ length ] = elements[ length - 1 ];
+    for ( ZU_INT i = 1; i < length; i++ ) {
+        uint32_t element = run[ i ];
+        ZU_INT at = i;
+        for ( ; at > 0 && elementRank( run[ at - 1 ] ) > elementRank( element ); at-- ) {
+            run[ at ] = run[ at - 1 ];
         }
+        run[ at ] = element;
     }
-    elements[ length ] = element;
 }
 
-// Sorts one run of marks by counting, for which `scratch` has room.
-static void elementsSortRun( uint32_t *run, ZU_INT length, uint32_t *scratch )
+// Many: by counting the marks of each rank, so that no order takes longer than others.
+static void marksSortMany( uint32_t *run, ZU_INT length, uint32_t *scratch )
 {
-    if ( length <= INSERTION_MAX ) {
-        for ( ZU_INT i = 1; i < length; i++ ) {
-            elementsInsert( run, i, run[ i ] );
-        }
-        return;
-    }
-    uint32_t places[ RANKS ] = {}; // first how many, then where the next one of a rank goes
+    uint32_t places[ RANKS ] = {}; // first how many there are of a rank, then where the next one goes
+    uint64_t used = 0;             // the ranks that there are, as bits
+    static_assert( RANKS <= 64 );
     for ( ZU_INT i = 0; i < length; i++ ) {
         places[ elementRank( run[ i ] ) ]++;
+        used |= UINT64_C( 1 ) << elementRank( run[ i ] );
     }
-    uint32_t place = 0;
-    for ( uint32_t &each : places ) {
+    for ( uint32_t place = 0; used; used &= used - 1 ) {
+        uint32_t &each = places[ __builtin_ctzll( used ) ];
         uint32_t count = each;
         each = place;
         place += count;
@@ -224,18 +243,19 @@ static void elementsSortRun( uint32_t *run, ZU_INT length, uint32_t *scratch )
     }
     memcpy( run, scratch, (size_t)length * sizeof( uint32_t ) );
 }
+
+// Sorts each run in `elements`; `scratch` has room for as many.
 static void elementsSort( uint32_t *elements, ZU_INT length, uint32_t *scratch )
 {
-    for ( ZU_INT i = 0; i < length; ) {
+    for ( ZU_INT i = 0; i < length; i++ ) {
         ZU_INT begin = i;
         while ( i < length && elementRank( elements[ i ] ) ) {
             i++;
         }
-        if ( i - begin > 1 ) {
-            elementsSortRun( elements + begin, i - begin, scratch );
-        }
-        while ( i < length && !elementRank( elements[ i ] ) ) {
-            i++;
+        if ( i - begin <= SORT_FEW_MAX ) {
+            marksSortFew( elements + begin, i - begin );
+        } else {
+            marksSortMany( elements + begin, i - begin, scratch );
         }
     }
 }
@@ -290,13 +310,32 @@ static inline void composerPut( COMPOSER &composer, uint32_t element )
     *composer.cursor++ = ch;
 }
 
+static inline void composerPutAll( COMPOSER &composer, const uint32_t *elements, ZU_INT length )
+{
+    for ( ZU_INT i = 0; i < length; i++ ) {
+        composerPut( composer, elements[ i ] );
+        // Marks of no higher class are blocked: in a long run nearly all.
+        for ( ; i + 1 < length && elementRank( elements[ i + 1 ] ) - 1 < composer.lastRank; i++ ) {
+            *composer.cursor++ = elementChar( elements[ i + 1 ] );
+        }
+    }
+}
+// Stores the characters of `length` elements at `dest`.  Returns the end of them.
+static ZU_CHAR *elementsCopy( const uint32_t *elements, ZU_INT length, ZU_CHAR *dest )
+{
+    for ( ZU_INT i = 0; i < length; i++ ) {
+        dest[ i ] = elementChar( elements[ i ] );
+    }
+    return dest + length;
+}
+
 // Output
 static inline ZU_STRING **normalizerOutput( ZU_UNICODE_NORMALIZER *norm )
 {
     return norm->compose ? &norm->compose : &norm->reorder;
 }
 
-// Returns the end of the output, with room for `count` characters and for half as many as there are.
+// Returns the end of the output, with room for `count` characters.
 static ZU_CHAR *normalizerGrowOutput( ZU_UNICODE_NORMALIZER *norm, ZU_INT count )
 {
     ZU_STRING **output = normalizerOutput( norm );
@@ -306,7 +345,7 @@ static ZU_CHAR *normalizerGrowOutput( ZU_UNICODE_NORMALIZER *norm, ZU_INT count 
     }
     ZU_STRING *own = *output;
     if ( own->bspace < count ) {
-        ZU_INT room = std::max( count, own->length / 2 );
+        ZU_INT room = std::max( count, ROOM_MIN );
         zu___StringMakeRoom( own, own->length, room );
         own->length -= room;
         own->bspace += room;
@@ -320,6 +359,12 @@ static inline ZU_CHAR *normalizerReserve( ZU_UNICODE_NORMALIZER *norm, ZU_INT co
         return normalizerGrowOutput( norm, count );
     }
     return output->chars + output->fspace + output->length;
+}
+// Returns the end of the room behind the output.
+static inline const ZU_CHAR *normalizerLimit( ZU_UNICODE_NORMALIZER *norm )
+{
+    ZU_STRING *output = *normalizerOutput( norm );
+    return output->chars + output->fspace + output->length + output->bspace;
 }
 // Takes over what has been written behind the output.
 static inline void normalizerSetEnd( ZU_UNICODE_NORMALIZER *norm, const ZU_CHAR *end )
@@ -345,19 +390,14 @@ static void normalizerSettle( ZU_UNICODE_NORMALIZER *norm, ZU_INT count )
     if ( norm->compose ) {
         ZU_CHAR *text = cursor - norm->compose->length;
         COMPOSER composer = { cursor, text + norm->composeStart, norm->lastStarter, norm->lastRank };
-        for ( ZU_INT i = 0; i < count; i++ ) {
-            composerPut( composer, norm->pending[ i ] );
-        }
+        composerPutAll( composer, norm->pending, count );
         normalizerSetEnd( norm, composer.cursor );
         bool full = composer.cursor - composer.starter >= RUN_MAX;
         norm->composeStart = ( full ? composer.cursor : composer.starter ) - text;
         norm->lastStarter = composer.lastStarter;
         norm->lastRank = composer.lastRank;
     } else {
-        for ( ZU_INT i = 0; i < count; i++ ) {
-            cursor[ i ] = elementChar( norm->pending[ i ] );
-        }
-        normalizerSetEnd( norm, cursor + count );
+        normalizerSetEnd( norm, elementsCopy( norm->pending, count, cursor ) );
     }
     norm->pendingLength -= count;
     if ( norm->pendingLength > 0 ) {
@@ -383,7 +423,10 @@ static inline void normalizerPut( ZU_UNICODE_NORMALIZER *norm, const NORMAL_FORM
     if ( ZU___UNLIKELY( norm->pendingLength > norm->pendingCapacity - DECOMPOSITION_MAX ) ) {
         normalizerGrowPending( norm );
     }
-    charDecompose( ch, entry, bits, [ norm ]( uint32_t element ) {
+    uint32_t scratch[ QUICK_ELEMENTS ];
+    DECOMPOSITION decomposition = charDecompose( ch, entry, bits, scratch );
+    for ( ZU_INT i = 0; i < decomposition.length; i++ ) {
+        uint32_t element = decomposition.elements[ i ];
         ZU_INT length = norm->pendingLength;
         uint32_t rank = elementRank( element );
         if ( rank == 0 ) {
@@ -393,7 +436,7 @@ static inline void normalizerPut( ZU_UNICODE_NORMALIZER *norm, const NORMAL_FORM
         }
         norm->pending[ length ] = element;
         norm->pendingLength = length + 1;
-    } );
+    }
     if ( norm->starter > 0 ) {
         normalizerSettle( norm, norm->starter );
     } else if ( norm->pendingLength >= RUN_MAX ) {
@@ -421,6 +464,47 @@ static inline void normalizerPutAny( ZU_UNICODE_NORMALIZER *norm, const NORMAL_F
     normalizerPut( norm, bits, ch, entry );
 }
 
+// Takes the marks without decompositions that the text begins with, and returns where it goes on.
+static const ZU_CHAR *normalizerPutMarks( ZU_UNICODE_NORMALIZER *norm, const NORMAL_FORM_BITS &bits, const ZU_CHAR *at,
+                                          const ZU_CHAR *end )
+{
+    for ( ;; ) {
+        uint32_t *pending = norm->pending;
+        ZU_INT length = norm->pendingLength;
+        ZU_INT most = std::min( norm->pendingCapacity, RUN_MAX );
+        uint32_t lastRank = length > 0 ? elementRank( pending[ length - 1 ] ) : 0;
+        uint32_t descents = 0; // the highest bit counts
+        for ( ; at < end && length < most; at++ ) {
+            uint32_t entry = entryGet( *at );
+            uint32_t rank = entry & ZU___UNICODE_NORM_RANK;
+            if ( rank == 0 || ( entry & bits.decomposes ) ) {
+                break;
+            }
+            pending[ length++ ] = elementMake( *at, entry );
+            descents |= rank - lastRank;
+            lastRank = rank;
+        }
+        norm->highSurrogate = length > norm->pendingLength ? 0 : norm->highSurrogate;
+        norm->unsorted |= descents >> 31 != 0;
+        norm->pendingLength = length;
+        if ( length == RUN_MAX ) {
+            normalizerSettle( norm, length );
+        } else if ( length == most ) {
+            normalizerGrowPending( norm );
+        } else {
+            return at;
+        }
+    }
+}
+static void normalizerPutChars( ZU_UNICODE_NORMALIZER *norm, const NORMAL_FORM_BITS &bits, const ZU_CHAR *at,
+                                const ZU_CHAR *end )
+{
+    while ( at < end ) {
+        normalizerPutAny( norm, bits, *at++ );
+        at = normalizerPutMarks( norm, bits, at, end );
+    }
+}
+
 // Settles all that has been written.
 static void normalizerFinish( ZU_UNICODE_NORMALIZER *norm )
 {
@@ -437,174 +521,321 @@ static void normalizerFinish( ZU_UNICODE_NORMALIZER *norm )
 
 // Whole stretches
 
-// Characters that wait to be looked at or copied, and the last boundary among them.
+// Where the way through a text has come to.
 struct STRETCH {
-    const ZU_CHAR *at;
-    const ZU_CHAR *end;
-    const ZU_CHAR *boundary;
-    uint32_t rank; // of the character ahead of `at`
+    const ZU_CHAR *at;  // all ahead of it is settled, as far as nothing behind it interferes
+    const ZU_CHAR *end; // a boundary, or the end of the text
+    uint32_t lastRank;  // the rank of the last character ahead of `at`, decomposed
+    ZU_CHAR *cursor;    // where the character at `at` goes
 };
 
 typedef uint32_t CHARS_VECTOR __attribute__( ( vector_size( 16 ) ) );
 
 static inline bool charsAllBelow( const ZU_CHAR *chs, ZU_CHAR limit )
 {
-    CHARS_VECTOR a, b;
+    CHARS_VECTOR a;
+    CHARS_VECTOR b;
     memcpy( &a, chs, sizeof a );
     memcpy( &b, chs + 4, sizeof b );
-    CHARS_VECTOR above = ( a >= limit ) | ( b >= limit );
+    CHARS_VECTOR above = (CHARS_VECTOR)( a >= limit ) | (CHARS_VECTOR)( b >= limit );
     uint64_t halves[ 2 ];
     memcpy( halves, &above, sizeof above );
     return ( halves[ 0 ] | halves[ 1 ] ) == 0;
 }
 
-// Moves `at` over all characters that stay as they are: that the quick check passes, with marks in order.
-static inline void stretchSkip( STRETCH &stretch, uint32_t work, ZU_CHAR firstToCheck )
+// Returns the bits that any of four entries has.
+static inline uint32_t entriesGet( const ZU_CHAR *chs )
+{
+    constexpr ZU_CHAR LIMIT = 0x20000;
+    static_assert( LIMIT <= zu___unicodeNormEnd );
+    if ( ZU___UNLIKELY( ( chs[ 0 ] | chs[ 1 ] | chs[ 2 ] | chs[ 3 ] ) >= LIMIT ) ) {
+        return entryGet( chs[ 0 ] ) | entryGet( chs[ 1 ] ) | entryGet( chs[ 2 ] ) | entryGet( chs[ 3 ] );
+    }
+    return zu___UnicodeNormFetch( chs[ 0 ] ) | zu___UnicodeNormFetch( chs[ 1 ] ) | zu___UnicodeNormFetch( chs[ 2 ] ) |
+           zu___UnicodeNormFetch( chs[ 3 ] );
+}
+
+// Moves over all characters that stay as they are: that the quick check passes, with marks in order.  Where COPIES, the
+// output has room for the whole text.
+template <bool COPIES>
+static inline __attribute__( ( always_inline ) ) void stretchSkip( STRETCH &stretch, uint32_t work,
+                                                                   ZU_CHAR firstToCheck )
 {
     const ZU_CHAR *at = stretch.at;
+    const ZU_CHAR *end = stretch.end;
+    uint32_t lastRank = stretch.lastRank;
+    ZU_CHAR *cursor = stretch.cursor;
+    uint32_t marks = lastRank && at < end ? entryGet( *at ) & ZU___UNICODE_NORM_RANK : 0;
+    lastRank = marks ? lastRank : 0;
     for ( ;; ) {
+        // One by one: a few, as the next that needs something is often near.
+        const ZU_CHAR *pause = end - at < SINGLES ? end : at + SINGLES;
+        for ( ; at < pause && !marks; at++ ) {
+            uint32_t entry = entryGet( *at );
+            if ( entry & ( work | ZU___UNICODE_NORM_RANK ) ) {
+                if ( entry & work ) {
+                    goto done;
+                }
+                marks = 1;
+                break;
+            }
+            if ( COPIES ) {
+                *cursor++ = *at;
+            }
+        }
+        // As long as there are marks, which come as they like, nothing is guessed about them.
+        while ( marks && at < end ) {
+            marks = 0;
+            pause = end - at < SINGLES ? end : at + SINGLES;
+            for ( ; at < pause; at++ ) {
+                uint32_t entry = entryGet( *at );
+                uint32_t rank = entry & ZU___UNICODE_NORM_RANK;
+                if ( ( entry & work ) | ( ( rank != 0 ) & ( rank < lastRank ) ) ) {
+                    goto done;
+                }
+                if ( COPIES ) {
+                    *cursor++ = *at;
+                }
+                lastRank = rank;
+                marks |= rank;
+            }
+        }
         const ZU_CHAR *begin = at;
-        while ( stretch.end - at >= 8 && charsAllBelow( at, firstToCheck ) ) {
-            at += 8;
+        while ( end - at >= 8 ) {
+            if ( charsAllBelow( at, firstToCheck ) ) {
+                if ( COPIES ) {
+                    memcpy( cursor, at, 8 * sizeof( ZU_CHAR ) );
+                    cursor += 8;
+                }
+                at += 8;
+            } else if ( !( entriesGet( at ) & ( work | ZU___UNICODE_NORM_RANK ) ) ) {
+                if ( COPIES ) {
+                    memcpy( cursor, at, 4 * sizeof( ZU_CHAR ) );
+                    cursor += 4;
+                }
+                at += 4;
+            } else {
+                break;
+            }
         }
         if ( at != begin ) {
-            stretch.boundary = at - 1;
-            stretch.rank = 0;
+            lastRank = 0;
         }
-        for ( int i = 0; i < 16; i++ ) {
-            if ( at == stretch.end ) {
-                stretch.at = at;
-                return;
-            }
-            uint32_t entry = entryGet( *at );
-            uint32_t rank = entry & ZU___UNICODE_NORM_RANK;
-            if ( ( entry & work ) || ( rank && rank < stretch.rank ) ) {
-                stretch.at = at;
-                return;
-            }
-            stretch.rank = rank;
-            stretch.boundary = rank ? stretch.boundary : at;
-            at++;
+        if ( at == end ) {
+            break;
         }
     }
+done:
+    stretch.at = at;
+    stretch.lastRank = lastRank;
+    stretch.cursor = cursor;
 }
 
 ZU_INT zu___UnicodeNormalizerSettledLength( ZU_UNICODE_NORMAL_FORM form, const ZU_CHAR *chs, ZU_INT chsLength )
 {
-    STRETCH stretch = { chs, chs + chsLength, chs, 0 };
-    stretchSkip( stretch, ZU___UNICODE_NORM_WORK << form, FIRST_TO_CHECK[ form ] );
+    STRETCH stretch = { chs, chs + chsLength, 0, nullptr };
+    stretchSkip<false>( stretch, ZU___UNICODE_NORM_WORK << form, FIRST_TO_CHECK[ form ] );
     return stretch.at - chs;
 }
 
-// Returns the boundary behind `at`, or `end`.
-static inline const ZU_CHAR *boundaryFind( const ZU_CHAR *at, const ZU_CHAR *end, uint32_t inner )
+// Returns the boundary behind the one at `at`, or `end`.
+static inline const ZU_CHAR *boundaryBehind( const ZU_CHAR *at, const ZU_CHAR *end, uint32_t inner )
 {
-    while ( at < end && ( entryGet( *at ) & inner ) ) {
+    do {
         at++;
-    }
+    } while ( at < end && ( entryGet( *at ) & inner ) );
+    return at;
+}
+// Returns the boundary ahead of `at`, where all in between are marks that are settled.
+static inline const ZU_CHAR *boundaryAhead( const ZU_CHAR *at )
+{
+    do {
+        at--;
+    } while ( entryGet( *at ) & ZU___UNICODE_NORM_RANK );
     return at;
 }
 
-// Sends the characters from the boundary on through the stages, up to the next boundary, which becomes the beginning of
-// the stretch.
-static void stretchNormalize( STRETCH &stretch, ZU_UNICODE_NORMALIZER *norm, const NORMAL_FORM_BITS &bits )
+// Sends the characters from `boundary` to `next`, which are in trouble, through the stages in turn.
+static void normalizerPutSegment( ZU_UNICODE_NORMALIZER *norm, const NORMAL_FORM_BITS &bits, const ZU_CHAR *boundary,
+                                  const ZU_CHAR *next )
 {
-    uint32_t elements[ INSERTION_MAX + DECOMPOSITION_MAX ];
+    uint32_t elements[ SEGMENT_MAX + DECOMPOSITION_MAX ];
+    uint32_t scratch[ SEGMENT_MAX + DECOMPOSITION_MAX ];
     ZU_INT length = 0;
-    const ZU_CHAR *at = stretch.boundary;
-    uint32_t entry = entryGet( *at );
-    do {
-        if ( length > INSERTION_MAX || charIsStrange( *at, entry ) ) {
+    for ( const ZU_CHAR *at = boundary; at < next; at++ ) {
+        uint32_t entry = entryGet( *at );
+        if ( length > SEGMENT_MAX || charIsStrange( *at, entry ) ) {
             length = -1;
             break;
         }
-        charDecompose( *at, entry, bits, [ & ]( uint32_t element ) { elementsInsert( elements, length++, element ); } );
-        at++;
-        entry = at < stretch.end ? entryGet( *at ) : 0;
-    } while ( entry & bits.inner );
+        uint32_t quick[ QUICK_ELEMENTS ];
+        DECOMPOSITION decomposition = charDecompose( *at, entry, bits, quick );
+        for ( ZU_INT i = 0; i < decomposition.length; i++ ) {
+            elements[ length++ ] = decomposition.elements[ i ];
+        }
+    }
     if ( length >= 0 ) {
+        elementsSort( elements, length, scratch );
         ZU_CHAR *cursor = normalizerReserve( norm, length );
         if ( norm->compose ) {
             COMPOSER composer = { cursor, cursor, 0, RANK_BEGIN };
-            for ( ZU_INT i = 0; i < length; i++ ) {
-                composerPut( composer, elements[ i ] );
-            }
-            cursor = composer.cursor;
+            composerPutAll( composer, elements, length );
+            normalizerSetEnd( norm, composer.cursor );
         } else {
-            for ( ZU_INT i = 0; i < length; i++ ) {
-                *cursor++ = elementChar( elements[ i ] );
-            }
+            normalizerSetEnd( norm, elementsCopy( elements, length, cursor ) );
         }
-        normalizerSetEnd( norm, cursor );
-    } else {
-        const ZU_CHAR *next = boundaryFind( stretch.boundary + 1, stretch.end, bits.inner );
-        if ( norm->compose ) {
-            norm->composeStart = norm->compose->length;
-        }
-        for ( at = stretch.boundary; at < next; at++ ) {
-            normalizerPutAny( norm, bits, *at );
-        }
-        normalizerFinish( norm );
+        return;
     }
-    stretch.at = at;
-    stretch.boundary = at;
-    stretch.rank = 0;
+    if ( norm->compose ) {
+        norm->composeStart = norm->compose->length;
+    }
+    normalizerPutChars( norm, bits, boundary, next );
+    normalizerFinish( norm );
 }
 
-// Appends the characters from `begin` to `end`.
-static inline void normalizerCopy( ZU_UNICODE_NORMALIZER *norm, const ZU_CHAR *begin, const ZU_CHAR *end )
+// Composes Hangul syllables, the first of which has its vowel at `at`.  Returns false if there are none.
+static inline bool stretchComposeHangul( STRETCH &stretch, uint32_t inner )
 {
-    ZU_INT count = end - begin;
-    if ( count > 0 ) {
-        ZU_CHAR *cursor = normalizerReserve( norm, count );
-        memcpy( cursor, begin, (size_t)count * sizeof( ZU_CHAR ) );
-        normalizerSetEnd( norm, cursor + count );
+    const ZU_CHAR *at = stretch.at - 1;
+    ZU_CHAR *cursor = stretch.cursor - 1;
+    while ( stretch.end - at > 3 && at[ 0 ] - HANGUL_L < HANGUL_LS && at[ 1 ] - HANGUL_V < HANGUL_VS ) {
+        ZU_CHAR t = at[ 2 ] - HANGUL_T;
+        ZU_INT length = 2 + ( t < HANGUL_TS );
+        if ( entryGet( at[ length ] ) & inner ) {
+            break; // more than a syllable
+        }
+        *cursor++ = HANGUL_S + ( ( at[ 0 ] - HANGUL_L ) * HANGUL_VS + ( at[ 1 ] - HANGUL_V ) ) * HANGUL_TS +
+                    ( length == 3 ? t : 0 );
+        at += length;
     }
+    if ( at < stretch.at ) {
+        return false;
+    }
+    stretch.at = at;
+    stretch.cursor = cursor;
+    return true;
+}
+
+// Sends the characters from `at` on through the stages on the spot, until there are two that need nothing.  Returns false
+// if there are marks out of order, or anything else that wants more than that; `at` goes back to the boundary then.
+static bool stretchCompose( STRETCH &stretch, const NORMAL_FORM_BITS &bits )
+{
+    const ZU_CHAR *at = stretch.at;
+    uint32_t needs = bits.work | bits.inner;
+    uint32_t next = entryGet( *at );
+    const ZU_CHAR *boundary = next & bits.inner ? boundaryAhead( at ) : at;
+    uint32_t entry = entryGet( *boundary );
+    COMPOSER composer = { stretch.cursor, stretch.cursor, 0, RANK_BEGIN };
+    uint32_t lastRank = stretch.lastRank;
+    ZU_CHAR *cursorAtBoundary = stretch.cursor - ( at - boundary );
+    bool inOrder = true;
+    if ( next & bits.inner ) {
+        composer = { stretch.cursor, cursorAtBoundary, *boundary, lastRank };
+        inOrder = !( entry & bits.decomposes ) || ( entry & ZU___UNICODE_NORM_HANGUL );
+    }
+    while ( inOrder ) {
+        entry = next;
+        ZU_CHAR ch = *at;
+        if ( !( entry & bits.inner ) ) {
+            boundary = at;
+            cursorAtBoundary = composer.cursor;
+            lastRank = 0;
+        } else if ( charIsStrange( ch, entry ) || at - boundary >= SEGMENT_MAX ) {
+            inOrder = false;
+            break;
+        }
+        uint32_t quick[ QUICK_ELEMENTS ] = { elementMake( ch, entry ) };
+        DECOMPOSITION decomposition = { quick, 1 };
+        if ( entry & bits.work ) {
+            decomposition = charDecompose( ch, entry, bits, quick );
+        }
+        for ( ZU_INT i = 0; i < decomposition.length; i++ ) {
+            uint32_t element = decomposition.elements[ i ];
+            uint32_t rank = elementRank( element );
+            inOrder = inOrder && ( rank == 0 || rank >= lastRank );
+            lastRank = rank;
+            composerPut( composer, element );
+        }
+        // What passes the quick check is not decomposed, but may have marks that others would go ahead of.
+        if ( ( entry & ( bits.work | bits.decomposes | ZU___UNICODE_NORM_HANGUL ) ) == bits.decomposes ) {
+            lastRank = RANK_BEGIN;
+        }
+        at++;
+        next = at < stretch.end ? entryGet( *at ) : 0;
+        if ( at == stretch.end ||
+             ( !( next & bits.inner ) && ( at - stretch.at >= SEGMENT_MAX || !( ( entry | next ) & needs ) ) ) ) {
+            break;
+        }
+    }
+    stretch.at = inOrder ? at : boundary;
+    stretch.cursor = inOrder ? composer.cursor : cursorAtBoundary;
+    stretch.lastRank = 0;
+    return inOrder;
+}
+
+// Returns how many characters `count` ones need room for: as many, and what two segments may add meanwhile.
+static inline ZU_INT stretchRoom( ZU_INT count )
+{
+    return count + std::min( count, 2 * SEGMENT_MAX ) * DECOMPOSITION_MAX;
 }
 
 // Takes the characters from the boundary `begin` to the boundary `end`; nothing waits.
+template <bool COMPOSES>
 static void normalizerPutStretches( ZU_UNICODE_NORMALIZER *norm, const NORMAL_FORM_BITS &bits, const ZU_CHAR *begin,
                                     const ZU_CHAR *end )
 {
-    ZU_CHAR firstToCheck = FIRST_TO_CHECK[ norm->normalForm ];
-    normalizerReserve( norm, end - begin );
-    STRETCH stretch = { begin, end, begin, 0 };
-    ZU_INT lengthAtBoundary = 0; // of the output, if the character at the boundary has been decomposed already
-    for ( const ZU_CHAR *copied = begin;; ) {
-        stretchSkip( stretch, bits.work, firstToCheck );
+    const ZU_CHAR firstToCheck = FIRST_TO_CHECK[ norm->normalForm ];
+    ZU_INT growth = COMPOSES ? 0 : ( end - begin ) / 2; // as much as most decomposed texts need
+    STRETCH stretch = { begin, end, 0, normalizerReserve( norm, stretchRoom( end - begin ) + growth ) };
+    const ZU_CHAR *limit = normalizerLimit( norm );
+    for ( ;; ) {
+        stretchSkip<true>( stretch, bits.work, firstToCheck );
         if ( stretch.at == end ) {
-            normalizerCopy( norm, copied, end );
             break;
         }
-        ZU_CHAR ch = *stretch.at;
-        uint32_t entry = entryGet( ch );
-        if ( !norm->compose && !( entry & bits.inner ) ) {
-            // Decomposed at once: seldom does it meet a mark that goes ahead of its own.
-            normalizerCopy( norm, copied, stretch.at );
-            stretch.boundary = stretch.at;
-            lengthAtBoundary = norm->reorder->length;
-            ZU_CHAR *cursor = normalizerReserve( norm, DECOMPOSITION_MAX );
-            charDecompose( ch, entry, bits, [ & ]( uint32_t element ) {
-                stretch.rank = elementRank( element );
-                *cursor++ = elementChar( element );
-            } );
-            normalizerSetEnd( norm, cursor );
-            copied = ++stretch.at;
-            continue;
-        }
-        if ( stretch.boundary < copied ) {
-            norm->reorder->bspace += norm->reorder->length - lengthAtBoundary;
-            norm->reorder->length = lengthAtBoundary;
+        bool done = true;
+        if ( COMPOSES ) {
+            done = ( *stretch.at - HANGUL_V < HANGUL_VS && stretchComposeHangul( stretch, bits.inner ) ) ||
+                   stretchCompose( stretch, bits );
         } else {
-            normalizerCopy( norm, copied, stretch.boundary );
+            uint32_t entry = entryGet( *stretch.at );
+            uint32_t quick[ QUICK_ELEMENTS ];
+            if ( entry & bits.inner ) {
+                const ZU_CHAR *boundary = boundaryAhead( stretch.at );
+                stretch.cursor -= stretch.at - boundary - 1;
+                stretch.cursor -= charDecompose( *boundary, entryGet( *boundary ), bits, quick ).length;
+                stretch.at = boundary;
+                done = false;
+            } else {
+                DECOMPOSITION decomposition = charDecompose( *stretch.at, entry, bits, quick );
+                for ( ZU_INT i = 0; i < QUICK_ELEMENTS; i++ ) {
+                    stretch.cursor[ i ] = elementChar( decomposition.elements[ i ] );
+                }
+                if ( decomposition.length > QUICK_ELEMENTS ) {
+                    elementsCopy( decomposition.elements, decomposition.length, stretch.cursor );
+                }
+                stretch.cursor += decomposition.length;
+                stretch.lastRank = elementRank( decomposition.elements[ decomposition.length - 1 ] );
+                stretch.at++;
+            }
         }
-        stretchNormalize( stretch, norm, bits );
-        copied = stretch.at;
-        if ( copied == end ) {
-            break;
+        if ( !done ) {
+            normalizerSetEnd( norm, stretch.cursor );
+            const ZU_CHAR *boundary = stretch.at;
+            stretch.at = boundaryBehind( boundary, end, bits.inner );
+            normalizerPutSegment( norm, bits, boundary, stretch.at );
+            stretch.lastRank = 0;
+            stretch.cursor = normalizerReserve( norm, 0 );
+            limit = normalizerLimit( norm );
+        }
+        if ( ZU___UNLIKELY( limit - stretch.cursor < stretchRoom( end - stretch.at ) ) ) {
+            normalizerSetEnd( norm, stretch.cursor );
+            stretch.cursor = normalizerReserve( norm, 2 * stretchRoom( end - stretch.at ) );
+            limit = normalizerLimit( norm );
         }
     }
-    if ( norm->compose ) {
+    normalizerSetEnd( norm, stretch.cursor );
+    if ( COMPOSES ) {
         norm->composeStart = norm->compose->length;
     }
 }
@@ -616,6 +847,10 @@ static const ZU_CHAR *lastBoundaryButOne( const ZU_CHAR *begin, const ZU_CHAR *e
         end--;
         if ( !( entryGet( *end ) & inner ) && ++boundaries == 2 ) {
             return end;
+        }
+        while ( end - begin >= 4 && ( entryGet( end[ -1 ] ) & entryGet( end[ -2 ] ) & entryGet( end[ -3 ] ) &
+                                      entryGet( end[ -4 ] ) & inner ) ) {
+            end -= 4;
         }
     }
     return begin;
@@ -637,17 +872,25 @@ void zuUnicodeNormalizerWriteChars( ZU_UNICODE_NORMALIZER *norm, const ZU_CHAR *
     const ZU_CHAR *end = chs + chsLength;
     if ( chsLength >= BULK_MIN ) {
         const ZU_CHAR *settled = lastBoundaryButOne( at, end, bits.inner );
-        while ( at < settled && ( entryGet( *at ) & bits.inner ) ) {
-            normalizerPutAny( norm, bits, *at++ );
+        const ZU_CHAR *boundary = at;
+        while ( boundary < settled && ( entryGet( *boundary ) & bits.inner ) ) {
+            boundary++;
         }
-        if ( at < settled ) {
+        if ( boundary < settled ) {
+            normalizerPutChars( norm, bits, at, boundary );
+            at = boundary;
             normalizerFinish( norm );
-            normalizerPutStretches( norm, bits, at, settled );
+            if ( norm->compose ) {
+                normalizerPutStretches<true>( norm, bits, at, settled );
+            } else {
+                normalizerPutStretches<false>( norm, bits, at, settled );
+            }
             at = settled;
         }
     }
-    while ( at < end ) {
-        normalizerPutAny( norm, bits, *at++ );
+    if ( at < end ) {
+        normalizerReserve( norm, end - at );
+        normalizerPutChars( norm, bits, at, end );
     }
 }
 void zuUnicodeNormalizerWrite( ZU_UNICODE_NORMALIZER *norm, ZU_STRING *src )
