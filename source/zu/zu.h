@@ -22,6 +22,8 @@
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_format_arg_list.h"
 #include "zu/base/zu_format_flags.h"
+#include "zu/base/zu_generation.h"
+#include "zu/base/zu_generation_mutex.h"
 #include "zu/base/zu_monitor.h"
 #include "zu/base/zu_name.h"
 #include "zu/base/zu_nanoseconds.h"

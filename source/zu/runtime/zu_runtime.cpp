@@ -6,6 +6,7 @@
 #include "zu/base/zu_dict.h"
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_format_flags.h"
+#include "zu/base/zu_generation.h"
 #include "zu/base/zu_stack_trace.h"
 #include "zu/base/zu_store.h"
 #include "zu/base/zu_string.h"
@@ -50,6 +51,7 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___BufferStartup, zu___BufferShutdown },
     { zu___VectorStartup, zu___VectorShutdown },
     { zu___DictStartup, zu___DictShutdown },
+    { zu___GenerationStartup, zu___GenerationShutdown },
     { zu___FormatFlagsStartup, zu___FormatFlagsShutdown },
     { zu___CharsetFlagsStartup, zu___CharsetFlagsShutdown },
     { zu___NlfFlagsStartup, zu___NlfFlagsShutdown },
