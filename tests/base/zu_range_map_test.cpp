@@ -244,7 +244,7 @@ TEST( RangeMap, Storage )
     }
     zuRangeMapDelRangeKey( &map, 0, 60 );
     EXPECT_EQ( allocated(), 132 );
-    zuRangeMapDelRangeKey( &map, 61, 62 );
+    zuRangeMapDelRangeKey( &map, 61, 61 );
     EXPECT_EQ( allocated(), 68 );
     zuRangeMapDelRangeKey( &map, 0, 1000 );
     EXPECT_EQ( allocated(), 4 );

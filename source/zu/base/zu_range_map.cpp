@@ -170,7 +170,8 @@ static ZU_STRING *rangeMapToString( ZU_OBJ *thisObj )
     zuStringAppendChar( &text, '{' );
     for ( ZU_INT i = 0; i < map->length; i++ ) {
         if ( i > 0 ) {
-            zuStringAppendCstr( &text, ", ", 2 );
+            zuStringAppendChar( &text, ',' );
+            zuStringAppendChar( &text, ' ' );
         }
         const RANGE &range = map->ranges[ i ];
         zuStringAppendFormatCstr( &text, "[%i,%i]=%o", -1, range.startingKey, range.endingKey, range.value );

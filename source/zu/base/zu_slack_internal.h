@@ -1,10 +1,10 @@
 // zu_slack_internal.h: the storage of sequences that grow and shrink at both ends, for the classes that consist of one.
 //
 // Such a class keeps its elements with free space ahead of and behind them, in a room inside the object or in an array on
-// the heap.  How much free space there is after each change is fixed by the rules below and goes with the class's
-// contract: it grows by a constant.  An array that were exchanged each time would cost a queue or a stack of n elements
-// some n * n / 64 moves; so the block that it lies in may be larger, at either end, by a reserve in proportion to the
-// length, and the array mostly moves within the block by moving its bounds alone.
+// the heap.  How much free space there is after each change is part of the class's contract, and goes by constants.  If
+// the array were exchanged whenever that says so, a queue or a stack of n elements would cost some n * n / 64 moves; so the
+// block that it lies in may be larger, by a reserve in proportion to the length, and the array mostly moves within the
+// block by moving its bounds alone.
 #pragma once
 
 #include "zu/runtime/zu_obj.h"
@@ -249,9 +249,7 @@ private:
             owner->block = { zuMemReallocN( start, slots, sizeof( ELEMENT ) ), slots };
             owner->*ELEMENTS = (ELEMENT *)owner->block.start + ( ahead - at );
         } else {
-            ZU_INT reserveBehind = zuIntMax( behind - ( capacity - at ), 0 );
-            ZU_INT slots = zuIntAddSaturating( reserve, zuIntAddSaturating( capacity, reserveBehind ) );
-            exchangeBlock( owner, slots, reserve, at );
+            exchangeBlock( owner, zuIntAddSaturating( capacity, reserve ), reserve, at );
         }
     }
 

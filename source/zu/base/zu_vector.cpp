@@ -167,7 +167,8 @@ static ZU_STRING *vectorToString( ZU_OBJ *thisObj )
     zuStringAppendChar( &text, '<' );
     for ( ZU_INT i = 0; i < vec->length; i++ ) {
         if ( i > 0 ) {
-            zuStringAppendCstr( &text, ", ", 2 );
+            zuStringAppendChar( &text, ',' );
+            zuStringAppendChar( &text, ' ' );
         }
         zuStringAppendObj( &text, vectorFirst( vec )[ i ] );
     }
