@@ -147,6 +147,121 @@ TEST( Time, Texts )
     }
 }
 
+static ZU_TIME *readTime( const std::string &text )
+{
+    ZU_STRING *zus = zuStringCreateFromUtf8( text.data(), (ZU_INT)text.size() );
+    ZU_TIME *tm = zuTimeTryCreateFromString( zus );
+    zuStringRelease( zus );
+    return tm;
+}
+TEST( Time, ReadsTexts )
+{
+    struct ROW {
+        const char *text;
+        FIELDS fields;
+    };
+    static const ROW ROWS[] = {
+        { "UTC 2024-03-01 09:05:07 (Friday)", { 2024, 3, 1, 9, 5, 7 } },
+        { "\u00A0uTc\t2024-MAR-1 9:5 ( friday )\n", { 2024, 3, 1, 9, 5, 0 } },
+        { "2024-february-29 (thursday)", { 2024, 2, 29, 0, 0, 0 } },
+        { "2024-2-29 23", { 2024, 2, 29, 23, 0, 0 } },
+        { "2024-Dec 0:0:61", { 2024, 12, 1, 0, 0, 61 } },
+        { "+7", { 7, 1, 1, 0, 0, 0 } },
+        { "UTC 9223372036854775807", { ZU_INT_MAX, 1, 1, 0, 0, 0 } },
+        { "UTC 2024  12:30", { 2024, 1, 1, 12, 30, 0 } },
+        { "\u0662\u0660-\u0663", { 20, 3, 1, 0, 0, 0 } },
+    };
+    for ( const ROW &row : ROWS ) {
+        ZU_TIME *tm = readTime( row.text );
+        ASSERT_NE( tm, nullptr ) << row.text;
+        EXPECT_EQ( fieldsOf( tm ), row.fields ) << row.text;
+        zuTimeRelease( tm );
+    }
+    for ( const char *text : { "",
+                               " ",
+                               "UTC",
+                               "UTC ",
+                               "UTC UTC 2024",
+                               "x",
+                               "-1",
+                               "2024x",
+                               "9223372036854775808",
+                               "2024-",
+                               "2024-0",
+                               "2024-13",
+                               "2024-Sept",
+                               "2024-3-",
+                               "2024-3-0",
+                               "2024-3-32",
+                               "2024-3-1-1",
+                               "2023-2-29",
+                               "2024-4-31",
+                               "2024 24",
+                               "2024 x",
+                               "2024 12:",
+                               "2024 12:60",
+                               "2024 12:30:62",
+                               "2024 12:30:30:30",
+                               "2024 -1",
+                               "2024-2-29 (Monday)",
+                               "2024-2-29 (Thu)",
+                               "2024-2-29 (",
+                               "2024-2-29 ()",
+                               "2024-2-29 (Thursday",
+                               "2024-2-29 (Thursday) x",
+                               "2024-2-29 12:30 (Thursday) x",
+                               "2024-2-29 ( Thursday )",
+                               "UTC 2024-2-29 12:30  (Thursday)",
+                               "2024-2-29 12:30 12:30" } ) {
+        EXPECT_EQ( readTime( text ), nullptr ) << text;
+    }
+}
+TEST( Time, ReadsWhatItPrints )
+{
+    uint64_t seed = std::random_device()();
+    SCOPED_TRACE( seed );
+    std::mt19937_64 random( seed );
+    for ( int i = 0; i < 2000; i++ ) {
+        ZU_TIME *tm = makeTime( { (ZU_INT)( random() >> 1 >> random() % 63 ), 1 + (ZU_INT)( random() % 12 ),
+                                  1 + (ZU_INT)( random() % 31 ), (ZU_INT)( random() % 24 ), (ZU_INT)( random() % 60 ),
+                                  (ZU_INT)( random() % 62 ) } );
+        ZU_TIME *read = readTime( takeText( zuTimeToString( tm ) ) );
+        ASSERT_EQ( read != nullptr, zuTimeValid( tm ) );
+        if ( read ) {
+            EXPECT_TRUE( zuTimeEquals( tm, read ) );
+            zuTimeRelease( read );
+        }
+        zuTimeRelease( tm );
+    }
+}
+TEST( Time, NamesOfMonthsAndWeekdays )
+{
+    auto find = []( ZU_INT ( *fromString )( ZU_STRING * ), const std::string &text ) {
+        ZU_STRING *zus = zuStringCreateFromUtf8( text.data(), (ZU_INT)text.size() );
+        ZU_INT found = fromString( zus );
+        zuStringRelease( zus );
+        return found;
+    };
+    static const char *const MONTHS = "janfebmaraprmayjunjulaugsepoctnovdec";
+    for ( ZU_INT month = ZU_MONTH_JANUARY; month <= ZU_MONTH_DECEMBER; month++ ) {
+        std::string name = takeText( zuMonthToString( month ) );
+        EXPECT_EQ( name.substr( 1, 2 ), std::string( MONTHS + 3 * ( month - 1 ) + 1, 2 ) );
+        EXPECT_EQ( find( zuMonthFromString, "\u2003" + name + " \n" ), month );
+        EXPECT_EQ( find( zuMonthFromString, std::string( MONTHS + 3 * ( month - 1 ), 3 ) ), month );
+        EXPECT_EQ( find( zuMonthFromString, "0" + std::to_string( month ) ), month );
+        EXPECT_EQ( find( zuMonthFromString, " " + std::to_string( month ) ), -1 );
+    }
+    for ( ZU_INT wd = ZU_WEEKDAY_MONDAY; wd <= ZU_WEEKDAY_SUNDAY; wd++ ) {
+        std::string name = takeText( zuWeekdayToString( wd ) );
+        EXPECT_EQ( find( zuWeekdayFromString, " " + name + "\t" ), wd );
+        EXPECT_EQ( find( zuWeekdayFromString, name.substr( 0, 3 ) ), -1 );
+    }
+    for ( const char *text : { "", " ", "0", "13", "3 ", "janu", "ja", "may x", "1.5" } ) {
+        EXPECT_EQ( find( zuMonthFromString, text ), -1 ) << text;
+        EXPECT_EQ( find( zuWeekdayFromString, text ), -1 ) << text;
+    }
+}
+
 struct DELTA_ROW {
     FIELDS from;
     FIELDS to;
@@ -229,6 +344,10 @@ TEST( TimeAborts, Arguments )
     expectAbort( "tm", [ & ] { zuTimeSetDay( nullptr, 0 ); } );
     expectAbort( "*tm", [ & ] { zuTimeShiftDays( &null, 0 ); } );
     expectAbort( "from", [ & ] { zuTimeCreateFrom( nullptr ); } );
+    for ( auto read : { zuMonthFromString, zuWeekdayFromString } ) {
+        expectAbort( "zus", [ & ] { read( nullptr ); } );
+    }
+    expectAbort( "zus", [ & ] { zuTimeTryCreateFromString( nullptr ); } );
     expectAbort( "tmA", [ & ] { zuTimeDeltaSeconds( nullptr, nullptr, nullptr ); } );
     expectAbort( "tmB", [ & ] { zuTimeDeltaSeconds( tm, nullptr, nullptr ); } );
     for ( ZU_INT month : { 0, 13 } ) {

@@ -3,9 +3,14 @@
 // 1970 counts days, so that it is one closed formula for every platform and needs no zone data; the platform gives the
 // wall clock alone.
 
-#include "zu/base/zu_string_format.h"
 #include "zu/base/zu_time_internal.h"
+
+#include "zu/base/zu_format.h"
+#include "zu/base/zu_string_format.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/unicode/zu_unicode_properties.h"
+
+#include <cstring>
 
 static constexpr ZU_INT MONTHS_PER_YEAR = 12;
 static constexpr ZU_INT DAYS_PER_WEEK = 7;
@@ -30,6 +35,8 @@ static const char *const MONTH_NAMES[] = { "January", "February", "March",     "
 static const char *const WEEKDAY_NAMES[] = { "Monday", "Tuesday",  "Wednesday", "Thursday",
                                              "Friday", "Saturday", "Sunday" };
 
+static constexpr size_t SHORT_MONTH_NAME = 3; // letters
+
 struct ZU_TIME {
     ZU_OBJ obj;
     ZU_INT year;
@@ -49,6 +56,8 @@ struct TIME_FIELDS {
     ZU_INT minute;
     ZU_INT second;
 };
+
+static constexpr TIME_FIELDS FIRST_FIELDS = { 0, ZU_MONTH_JANUARY, 1, 0, 0, 0 };
 
 static ZU_TIME *timeStarted = nullptr; // when the library started
 
@@ -91,6 +100,22 @@ static ZU_INT timeDayNumber( ZU_INT year, ZU_INT month, ZU_INT day )
 {
     static constexpr uint16_t DAYS_AHEAD[] = { 0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334 };
     return DAYS_AHEAD[ month - 1 ] + ( month > ZU_MONTH_FEBRUARY && timeIsLeapYear( year ) ) + day;
+}
+static ZU_INT timeWeekdayOf( ZU_INT year, ZU_INT month, ZU_INT day )
+{
+    // What the months ahead of each add to the weekday, and what the first of January of a century does.
+    static constexpr uint8_t MONTH_TERMS[] = { 0, 3, 3, 6, 1, 4, 6, 2, 5, 0, 3, 5 };
+    ZU_INT monthTerm = MONTH_TERMS[ month - ZU_MONTH_JANUARY ];
+    ZU_INT century = year / 100;
+    ZU_INT yearOfCentury = year - century * 100;
+    ZU_INT centuryTerm = 2 * ( 3 - century % 4 );
+    // A leap day that is still to come must not count.
+    ZU_INT leapTerm = timeIsLeapYear( year ) && month <= ZU_MONTH_FEBRUARY ? 6 : 0;
+    ZU_INT yearTerm = ( yearOfCentury + yearOfCentury / 4 ) % DAYS_PER_WEEK;
+    ZU_INT fromSunday = ( leapTerm + centuryTerm + yearTerm + monthTerm + day % DAYS_PER_WEEK ) % DAYS_PER_WEEK;
+    ZU_ASSERT( fromSunday >= 0 );
+    ZU_ASSERT( fromSunday < DAYS_PER_WEEK );
+    return ( fromSunday + DAYS_PER_WEEK - 1 ) % DAYS_PER_WEEK;
 }
 // Division that rounds down; `divisor` is positive.
 static ZU_INT timeDivideDown( ZU_INT value, ZU_INT divisor )
@@ -174,8 +199,7 @@ static ZU_TIME *timeCreateOfFields( const TIME_FIELDS *fields )
 }
 ZU_TIME *zuTimeCreate( void )
 {
-    const TIME_FIELDS fields = { 0, ZU_MONTH_JANUARY, 1, 0, 0, 0 };
-    return timeCreateOfFields( &fields );
+    return timeCreateOfFields( &FIRST_FIELDS );
 }
 ZU_TIME *zuTimeCreateFrom( ZU_TIME *from )
 {
@@ -236,16 +260,189 @@ static ZU_STRING *timeToString( ZU_OBJ *thisObj )
     return text;
 }
 
+// Reading texts.  They are cut in pieces as zuStringSplitWhitespace and zuStringSplitChar cut them, but the pieces are not
+// made strings: a text that is no time costs no more than the look at it.
+struct TIME_TEXT {
+    const ZU_CHAR *chars;
+    ZU_INT length;
+};
+static TIME_TEXT timeTextOf( ZU_STRING *zus )
+{
+    return { zuStringBacking( zus ), zuStringLength( zus ) };
+}
+static TIME_TEXT timeTrimmed( TIME_TEXT text )
+{
+    while ( text.length > 0 && zuUnicodeIsWhiteSpace( text.chars[ 0 ] ) ) {
+        text = { text.chars + 1, text.length - 1 };
+    }
+    while ( text.length > 0 && zuUnicodeIsWhiteSpace( text.chars[ text.length - 1 ] ) ) {
+        text.length--;
+    }
+    return text;
+}
+// Takes what stands ahead of the first separator off the front of `*rest`, and the separator too.
+template <typename IS_SEPARATOR>
+static TIME_TEXT timeTakePiece( TIME_TEXT *rest, IS_SEPARATOR isSeparator )
+{
+    TIME_TEXT piece = { rest->chars, 0 };
+    while ( piece.length < rest->length && !isSeparator( rest->chars[ piece.length ] ) ) {
+        piece.length++;
+    }
+    ZU_INT taken = zuIntMin( piece.length + 1, rest->length );
+    *rest = { rest->chars + taken, rest->length - taken };
+    return piece;
+}
+// Splits at white space, of which the last piece may hold some; returns the number of pieces, at least 1.
+static ZU_INT timeSplitWhitespace( TIME_TEXT text, TIME_TEXT *pieces, ZU_INT maxPieces )
+{
+    TIME_TEXT rest = timeTrimmed( text );
+    ZU_INT count = 0;
+    while ( count < maxPieces - 1 && rest.length > 0 ) {
+        TIME_TEXT piece = timeTakePiece( &rest, zuUnicodeIsWhiteSpace );
+        if ( piece.length > 0 ) {
+            pieces[ count++ ] = piece;
+        }
+    }
+    if ( rest.length > 0 || count == 0 ) {
+        pieces[ count++ ] = rest;
+    }
+    return count;
+}
+// Splits at `separator`, and returns the number of pieces, at least 1.
+static ZU_INT timeSplitChar( TIME_TEXT text, ZU_CHAR separator, TIME_TEXT *pieces, ZU_INT maxPieces )
+{
+    ZU_INT count = 0;
+    while ( count < maxPieces - 1 ) {
+        TIME_TEXT before = text;
+        pieces[ count++ ] = timeTakePiece( &text, [ separator ]( ZU_CHAR ch ) { return ch == separator; } );
+        if ( pieces[ count - 1 ].length == before.length ) {
+            return count;
+        }
+    }
+    pieces[ count++ ] = text;
+    return count;
+}
+// Tells whether a text is the first `length` letters of `word`, in either case; no letters outside ASCII are those of a
+// word here in another case.
+static bool timeIsWord( TIME_TEXT text, const char *word, size_t length )
+{
+    if ( text.length != (ZU_INT)length ) {
+        return false;
+    }
+    for ( size_t i = 0; i < length; i++ ) {
+        ZU_CHAR letter = text.chars[ i ];
+        ZU_CHAR lower = letter >= 'A' && letter <= 'Z' ? letter + ( 'a' - 'A' ) : letter;
+        if ( lower != ( (uint8_t)word[ i ] | 0x20u ) ) {
+            return false;
+        }
+    }
+    return true;
+}
+static bool timeReadNumber( TIME_TEXT text, ZU_INT min, ZU_INT max, ZU_INT *value )
+{
+    ZU_INT consumed;
+    return zuFormatTryDecodeIntChars( text.chars, text.length, 10, value, &consumed ) && consumed == text.length &&
+           timeIsWithin( *value, min, max );
+}
+
 // Months and weekdays
+static ZU_INT timeReadMonth( TIME_TEXT text )
+{
+    TIME_TEXT trimmed = timeTrimmed( text );
+    for ( ZU_INT month = ZU_MONTH_JANUARY; month <= ZU_MONTH_DECEMBER; month++ ) {
+        const char *name = MONTH_NAMES[ month - ZU_MONTH_JANUARY ];
+        if ( timeIsWord( trimmed, name, strlen( name ) ) || timeIsWord( trimmed, name, SHORT_MONTH_NAME ) ) {
+            return month;
+        }
+    }
+    ZU_INT month;
+    bool isNumber = timeReadNumber( trimmed, ZU_MONTH_JANUARY, ZU_MONTH_DECEMBER, &month );
+    return isNumber && trimmed.length == text.length ? month : -1;
+}
+static ZU_INT timeReadWeekday( TIME_TEXT text )
+{
+    TIME_TEXT trimmed = timeTrimmed( text );
+    for ( ZU_INT wd = ZU_WEEKDAY_MONDAY; wd <= ZU_WEEKDAY_SUNDAY; wd++ ) {
+        if ( timeIsWord( trimmed, WEEKDAY_NAMES[ wd ], strlen( WEEKDAY_NAMES[ wd ] ) ) ) {
+            return wd;
+        }
+    }
+    return -1;
+}
+ZU_INT zuMonthFromString( ZU_STRING *zus )
+{
+    ZU_ASSERT( zus );
+    return timeReadMonth( timeTextOf( zus ) );
+}
 ZU_STRING *zuMonthToString( ZU_INT month )
 {
     ZU_ASSERT( ZU_MONTH_OK( month ) );
     return zuStringCreateFromAscii( MONTH_NAMES[ month - ZU_MONTH_JANUARY ], -1 );
 }
+ZU_INT zuWeekdayFromString( ZU_STRING *zus )
+{
+    ZU_ASSERT( zus );
+    return timeReadWeekday( timeTextOf( zus ) );
+}
 ZU_STRING *zuWeekdayToString( ZU_INT wd )
 {
     ZU_ASSERT( ZU_WEEKDAY_OK( wd ) );
     return zuStringCreateFromAscii( WEEKDAY_NAMES[ wd ], -1 );
+}
+
+// Reading times
+
+// Reads year, month and day, of which the later ones may be missing.
+static bool timeReadDate( TIME_TEXT text, TIME_FIELDS *fields )
+{
+    TIME_TEXT parts[ 3 ];
+    ZU_INT count = timeSplitChar( text, '-', parts, 3 );
+    if ( !timeReadNumber( parts[ 0 ], 0, ZU_INT_MAX, &fields->year ) ) {
+        return false;
+    }
+    if ( count > 1 ) {
+        fields->month = timeReadMonth( parts[ 1 ] );
+    }
+    return fields->month != -1 && ( count < 3 || timeReadNumber( parts[ 2 ], 1, DAY_MAX, &fields->day ) );
+}
+// Reads hour, minute and second, of which the later ones may be missing.
+static bool timeReadTimeOfDay( TIME_TEXT text, TIME_FIELDS *fields )
+{
+    TIME_TEXT parts[ 3 ];
+    ZU_INT count = timeSplitChar( text, ':', parts, 3 );
+    return timeReadNumber( parts[ 0 ], 0, HOURS_PER_DAY - 1, &fields->hour ) &&
+           ( count < 2 || timeReadNumber( parts[ 1 ], 0, MINUTES_PER_HOUR - 1, &fields->minute ) ) &&
+           ( count < 3 || timeReadNumber( parts[ 2 ], 0, SECOND_MAX, &fields->second ) );
+}
+static bool timeIsBracketed( TIME_TEXT text )
+{
+    return text.length > 0 && text.chars[ 0 ] == '(';
+}
+ZU_TIME *zuTimeTryCreateFromString( ZU_STRING *zus )
+{
+    ZU_ASSERT( zus );
+    TIME_FIELDS fields = FIRST_FIELDS;
+    TIME_TEXT pieces[ 4 ];
+    ZU_INT count = timeSplitWhitespace( timeTextOf( zus ), pieces, 4 );
+    ZU_INT next = timeIsWord( pieces[ 0 ], "utc", 3 ) ? 1 : 0;
+    if ( next == count || !timeReadDate( pieces[ next++ ], &fields ) ) {
+        return nullptr;
+    }
+    if ( next < count && !timeIsBracketed( pieces[ next ] ) && !timeReadTimeOfDay( pieces[ next++ ], &fields ) ) {
+        return nullptr;
+    }
+    if ( fields.day > timeMonthLength( fields.year, fields.month ) ) {
+        return nullptr;
+    }
+    if ( next < count ) {
+        TIME_TEXT piece = pieces[ next++ ];
+        if ( !timeIsBracketed( piece ) || piece.length < 2 || piece.chars[ piece.length - 1 ] != ')' ||
+             timeReadWeekday( { piece.chars + 1, piece.length - 2 } ) !=
+                 timeWeekdayOf( fields.year, fields.month, fields.day ) ) {
+            return nullptr;
+        }
+    }
+    return next == count ? timeCreateOfFields( &fields ) : nullptr;
 }
 
 // Fields
@@ -508,19 +705,7 @@ ZU_INT zuTimeDayOfYear( ZU_TIME *tm )
 ZU_INT zuTimeWeekday( ZU_TIME *tm )
 {
     ZU_ASSERT( tm );
-    // What the months ahead of each add to the weekday, and what the first of January of a century does.
-    static constexpr uint8_t MONTH_TERMS[] = { 0, 3, 3, 6, 1, 4, 6, 2, 5, 0, 3, 5 };
-    ZU_INT monthTerm = MONTH_TERMS[ tm->month - ZU_MONTH_JANUARY ];
-    ZU_INT century = tm->year / 100;
-    ZU_INT yearOfCentury = tm->year - century * 100;
-    ZU_INT centuryTerm = 2 * ( 3 - century % 4 );
-    // A leap day that is still to come must not count.
-    ZU_INT leapTerm = timeIsLeapYear( tm->year ) && tm->month <= ZU_MONTH_FEBRUARY ? 6 : 0;
-    ZU_INT yearTerm = ( yearOfCentury + yearOfCentury / 4 ) % DAYS_PER_WEEK;
-    ZU_INT fromSunday = ( leapTerm + centuryTerm + yearTerm + monthTerm + tm->day % DAYS_PER_WEEK ) % DAYS_PER_WEEK;
-    ZU_ASSERT( fromSunday >= 0 );
-    ZU_ASSERT( fromSunday < DAYS_PER_WEEK );
-    return ( fromSunday + DAYS_PER_WEEK - 1 ) % DAYS_PER_WEEK;
+    return timeWeekdayOf( tm->year, tm->month, tm->day );
 }
 
 // Adds `count` times `amount` to a sum; false on overflow.

@@ -33,6 +33,9 @@ ZU_STDFUNCS_DECLARE( ZU_TIME, zuTime )
 /// Tells whether `month` is a month.
 #define ZU_MONTH_OK( month ) ( ( month ) >= ZU_MONTH_JANUARY && ( month ) <= ZU_MONTH_DECEMBER )
 
+/// Returns the month that `zus` names: in English, all of it or its first three letters, in letters of either case and
+/// with white space around it; or as a number, without; -1 if it names none.
+ZU_API ZU_INT zuMonthFromString( ZU_STRING *zus );
 /// Returns the English name: "January".  Another value than a month aborts.
 ZU_API ZU_STRING *zuMonthToString( ZU_INT month );
 
@@ -47,6 +50,9 @@ ZU_API ZU_STRING *zuMonthToString( ZU_INT month );
 /// Tells whether `wd` is a weekday.
 #define ZU_WEEKDAY_OK( wd )  ( ( wd ) >= ZU_WEEKDAY_MONDAY && ( wd ) <= ZU_WEEKDAY_SUNDAY )
 
+/// Returns the weekday that `zus` names in English, in letters of either case and with white space around it; -1 if it
+/// names none.
+ZU_API ZU_INT zuWeekdayFromString( ZU_STRING *zus );
 /// Returns the English name: "Monday".  Another value than a weekday aborts.
 ZU_API ZU_STRING *zuWeekdayToString( ZU_INT wd );
 
@@ -57,6 +63,12 @@ ZU_API ZU_TIME *zuTimeCreate( void );
 ZU_API ZU_TIME *zuTimeCreateFrom( ZU_TIME *from );
 /// Returns the current time.
 ZU_API ZU_TIME *zuTimeNow( void );
+/// Returns the time that `zus` tells in the form of zuTimeToString, or null if it tells none.
+///
+/// "UTC", in letters of either case, the time and the weekday may be missing, and so may the second, minute, day and month
+/// from the end on, which are then those of zuTimeCreate: "2024-Mar 9:05" is a time.  The year is not negative, the month
+/// is what zuMonthFromString takes.  A time that is not valid, and a weekday that is not that of the date, are refused.
+ZU_API ZU_TIME *zuTimeTryCreateFromString( ZU_STRING *zus );
 /// Returns the time `seconds` after the beginning of 1970, before it if negative; null if its year less 1900 does not
 /// fit in 32 bits.
 ZU_API ZU_TIME *zuTimeTryCreateFromTimeT( ZU_INT seconds );
