@@ -119,6 +119,38 @@ TEST( EventQueue, TakesAndGivesReferences )
     EXPECT_EQ( ZU_REF_RETAIN_COUNT( b.get() ), 1u );
 }
 
+// Objects whose order contradicts itself: what got in comes out all the same, each once.
+struct ZU_TEST_FICKLE {
+    ZU_OBJ obj;
+};
+static ZU_INT fickleCompare( ZU_OBJ *, ZU_OBJ * )
+{
+    static std::minstd_rand random( 1 );
+    return random() % 16 ? ( random() % 2 ? 1 : -1 ) : 0;
+}
+static ZU_SORT fickleSort = ZU___SORT_INITIALIZER( "ZU_TEST_FICKLE", nullptr, nullptr, fickleCompare, nullptr );
+
+TEST( EventQueue, BearsContradictoryOrders )
+{
+    zu::Ref<ZU_EVENT_QUEUE> eq = createQueue();
+    std::deque<ZU_OBJ *> waiting;
+    for ( int step = 0; step < 4000; step++ ) {
+        if ( step < 1000 || step % 2 ) {
+            zu::Ref<ZU_OBJ> event = zu::adopt( zu___ObjCreate( sizeof( ZU_TEST_FICKLE ), &fickleSort ) );
+            zuEventQueueWriteEvent( eq.get(), event.get() );
+            if ( ZU_REF_RETAIN_COUNT( event.get() ) > 1 ) {
+                waiting.push_back( event.get() );
+            }
+        } else if ( zu::Ref<ZU_OBJ> event = zu::adopt( zuEventQueueReadEvent( eq.get() ) ) ) {
+            ASSERT_EQ( event.get(), waiting.front() );
+            EXPECT_EQ( ZU_REF_RETAIN_COUNT( event.get() ), 1u );
+            waiting.pop_front();
+        }
+    }
+    eq = nullptr;
+    EXPECT_EQ( zuSortObjects( &fickleSort ), 0 );
+}
+
 // Listeners run without the queue's lock.
 TEST( EventQueue, IsReadByItsListener )
 {

@@ -5,7 +5,6 @@
 #include <atomic>
 #include <random>
 #include <set>
-#include <thread>
 
 static zu::Ref<ZU_SIGNAL> createSignal()
 {
@@ -195,24 +194,6 @@ TEST( Signal, WakesAllThatWait )
     } );
     EXPECT_EQ( waited, LENGTH * THREADS );
 }
-// Waiting for one of several things, which is what there is no object of its own for.
-TEST( Signal, IsWaitedForBesideOthers )
-{
-    zu::Ref<ZU_SIGNAL> sources[ 2 ] = { createSignal(), createSignal() };
-    zu::Ref<ZU_ALERT> alert = zu::adopt( zuAlertCreate() );
-    zu::Ref<ZU_SIGNAL> any = createSignal();
-    zu::Ref<ZU_ALERTABLE> alb = zu::adopt( zuAlertableCreateSignal( any.get() ) );
-    for ( zu::Ref<ZU_SIGNAL> &source : sources ) {
-        zuSignalAddSignal( source.get(), any.get() );
-    }
-    zuAlertAddAlertable( alert.get(), alb.get() );
-    std::thread other( [ & ] { zuSignalAssert( sources[ 1 ].get() ); } );
-    zuSignalWait( any.get() );
-    other.join();
-    EXPECT_FALSE( zuSignalAsserted( sources[ 0 ].get() ) );
-    zuAlertSet( alert.get() );
-}
-
 TEST( SignalAborts, Arguments )
 {
     zu::Ref<ZU_SIGNAL> sig = createSignal();

@@ -1,8 +1,7 @@
-// A sorted array in pieces: a queue may hold a hundred thousand events, and what a change moves must not grow with them.
-// Events mostly come and go in the order of their making, so either end is tried first, and a piece gives room at its
-// front without moving anything.
-//
-// Objects that are equal to themselves only are ordered by address, which takes no look at them.
+// A queue may hold a hundred thousand events, and what a change costs must not grow with them.  Objects that equal
+// themselves alone stand in a table by address.  The others stand in a sorted array in pieces, of which a change moves
+// one at most; such events often come and go in ascending order, so the ends are tried first, and a piece gives room at
+// its front without moving anything.
 
 #include "zu/base/zu_event_set_internal.h"
 
@@ -11,6 +10,78 @@
 
 #include <cstring>
 
+// Identities: linear probing, without marks for what has been removed, since the events behind it move up.
+static constexpr int TABLE_BITS_MIN = 5;   // 256 bytes: enough for a queue that is short all the time
+static constexpr ZU_INT TABLE_SPARSE = 16; // slots for each event, above which the table is halved
+static constexpr uint64_t HASH_FACTOR = UINT64_C( 0x9E3779B97F4A7C15 ); // 2^64 by the golden ratio
+
+static ZU_INT eventTableSize( const ZU___EVENT_TABLE *table )
+{
+    return table->slots ? (ZU_INT)1 << table->bits : 0;
+}
+// Returns where the search for an event begins: the upper bits of the product, which all bits of the address reach.
+static ZU_INT eventTableHome( const ZU___EVENT_TABLE *table, ZU_OBJ *event )
+{
+    return (ZU_INT)( (uint64_t)(uintptr_t)event * HASH_FACTOR >> ( 64 - table->bits ) );
+}
+// Returns the slot of `event` or, if it is not there, the free one where it belongs.
+static ZU_INT eventTableFind( const ZU___EVENT_TABLE *table, ZU_OBJ *event )
+{
+    ZU_INT mask = eventTableSize( table ) - 1;
+    ZU_INT idx = eventTableHome( table, event );
+    while ( table->slots[ idx ] && table->slots[ idx ] != event ) {
+        idx = ( idx + 1 ) & mask;
+    }
+    return idx;
+}
+static void eventTableResize( ZU___EVENT_TABLE *table, int bits )
+{
+    ZU_OBJ **oldSlots = table->slots;
+    ZU_INT oldSize = eventTableSize( table );
+    ZU_INT size = (ZU_INT)1 << bits;
+    table->slots = (ZU_OBJ **)zuMemAllocN( size, sizeof( ZU_OBJ * ) );
+    table->bits = bits;
+    zuMemSetN( table->slots, 0, size, sizeof( ZU_OBJ * ) );
+    for ( ZU_INT i = 0; i < oldSize; i++ ) {
+        if ( oldSlots[ i ] ) {
+            table->slots[ eventTableFind( table, oldSlots[ i ] ) ] = oldSlots[ i ];
+        }
+    }
+    zuMemFree( oldSlots );
+}
+static bool eventTableInsert( ZU___EVENT_TABLE *table, ZU_OBJ *event )
+{
+    if ( 2 * table->count >= eventTableSize( table ) ) {
+        eventTableResize( table, table->slots ? table->bits + 1 : TABLE_BITS_MIN );
+    }
+    ZU_INT idx = eventTableFind( table, event );
+    if ( table->slots[ idx ] ) {
+        return false;
+    }
+    table->slots[ idx ] = event;
+    table->count++;
+    return true;
+}
+static void eventTableRemove( ZU___EVENT_TABLE *table, ZU_OBJ *event )
+{
+    ZU_INT mask = eventTableSize( table ) - 1;
+    ZU_INT gap = eventTableFind( table, event );
+    for ( ZU_INT idx = ( gap + 1 ) & mask; table->slots[ idx ]; idx = ( idx + 1 ) & mask ) {
+        // What would not be found across the gap moves into it.
+        ZU_INT home = eventTableHome( table, table->slots[ idx ] );
+        if ( ( ( idx - home ) & mask ) >= ( ( idx - gap ) & mask ) ) {
+            table->slots[ gap ] = table->slots[ idx ];
+            gap = idx;
+        }
+    }
+    table->slots[ gap ] = nullptr;
+    table->count--;
+    if ( table->bits > TABLE_BITS_MIN && table->count * TABLE_SPARSE < eventTableSize( table ) ) {
+        eventTableResize( table, table->bits - 1 );
+    }
+}
+
+// Values
 static constexpr ZU_INT CHUNK_EVENTS = 126; // makes 1 KiB: what an insertion moves at most
 static constexpr ZU_INT CHUNKS_SLACK = 16;  // beyond what is needed, when the array of chunks grows by a half
 
@@ -34,27 +105,17 @@ static void eventMove( T *dest, const T *src, ZU_INT count )
     memmove( dest, src, (size_t)count * sizeof( T ) );
 }
 
-// Orders.  Only equality counts, so classes need not be told apart by name.
-struct EVENT_IDENTITIES {
-    static ZU_INT compare( ZU_OBJ *stored, ZU_OBJ *event )
-    {
-        return ( (uintptr_t)stored > (uintptr_t)event ) - ( (uintptr_t)stored < (uintptr_t)event );
+// Compares with an event of the set.  Only equality counts, so classes need not be told apart by name.
+static ZU_INT eventCompare( ZU_OBJ *stored, ZU_OBJ *event )
+{
+    ZU_SORT *storedSort = zuObjSort( stored );
+    ZU_SORT *eventSort = zuObjSort( event );
+    if ( storedSort == eventSort ) {
+        return stored == event ? 0 : storedSort->compareFunc( stored, event );
     }
-};
-struct EVENT_VALUES {
-    static ZU_INT compare( ZU_OBJ *stored, ZU_OBJ *event )
-    {
-        ZU_SORT *storedSort = zuObjSort( stored );
-        ZU_SORT *eventSort = zuObjSort( event );
-        if ( storedSort == eventSort ) {
-            return stored == event ? 0 : storedSort->compareFunc( stored, event );
-        }
-        return (uintptr_t)storedSort > (uintptr_t)eventSort ? 1 : -1;
-    }
-};
+    return (uintptr_t)storedSort > (uintptr_t)eventSort ? 1 : -1;
+}
 
-// Search
-template <typename ORDER>
 static EVENT_PLACE eventOrderFind( const ZU___EVENT_ORDER *order, ZU_OBJ *event )
 {
     ZU_INT chunk = order->count - 1;
@@ -62,12 +123,12 @@ static EVENT_PLACE eventOrderFind( const ZU___EVENT_ORDER *order, ZU_OBJ *event 
         return { 0, 0, false };
     }
     const ZU___EVENT_CHUNK *last = order->chunks[ chunk ];
-    ZU_INT sign = ORDER::compare( last->events[ last->end - 1 ], event );
+    ZU_INT sign = eventCompare( last->events[ last->end - 1 ], event );
     if ( sign <= 0 ) {
         return { chunk, sign < 0 ? last->end : last->end - 1, sign == 0 };
     }
     const ZU___EVENT_CHUNK *first = order->chunks[ 0 ];
-    sign = ORDER::compare( first->events[ first->begin ], event );
+    sign = eventCompare( first->events[ first->begin ], event );
     if ( sign >= 0 ) {
         return { 0, first->begin, sign == 0 };
     }
@@ -76,13 +137,13 @@ static EVENT_PLACE eventOrderFind( const ZU___EVENT_ORDER *order, ZU_OBJ *event 
     for ( ZU_INT hi = order->count; hi - lo > 1; ) {
         ZU_INT mid = lo + ( hi - lo ) / 2;
         const ZU___EVENT_CHUNK *middle = order->chunks[ mid ];
-        ( ORDER::compare( middle->events[ middle->begin ], event ) <= 0 ? lo : hi ) = mid;
+        ( eventCompare( middle->events[ middle->begin ], event ) <= 0 ? lo : hi ) = mid;
     }
     const ZU___EVENT_CHUNK *home = order->chunks[ lo ];
     ZU_INT from = home->begin;
     for ( ZU_INT to = home->end; from < to; ) {
         ZU_INT mid = from + ( to - from ) / 2;
-        sign = ORDER::compare( home->events[ mid ], event );
+        sign = eventCompare( home->events[ mid ], event );
         if ( sign == 0 ) {
             return { lo, mid, true };
         }
@@ -93,6 +154,27 @@ static EVENT_PLACE eventOrderFind( const ZU___EVENT_ORDER *order, ZU_OBJ *event 
         }
     }
     return { lo, from, false };
+}
+
+// Finds an event that is there, itself and none that equals it.  The oldest event is often the first.  An order that
+// contradicts itself, as that of reals does within its tolerance, may mislead the search, which then looks everywhere.
+static EVENT_PLACE eventOrderFindItself( const ZU___EVENT_ORDER *order, ZU_OBJ *event )
+{
+    ZU_INT begin = order->chunks[ 0 ]->begin;
+    if ( order->chunks[ 0 ]->events[ begin ] == event ) {
+        return { 0, begin, true };
+    }
+    EVENT_PLACE place = eventOrderFind( order, event );
+    if ( !place.found || order->chunks[ place.chunk ]->events[ place.at ] != event ) {
+        place = { 0, begin, true };
+        while ( order->chunks[ place.chunk ]->events[ place.at ] != event ) {
+            if ( ++place.at == order->chunks[ place.chunk ]->end ) {
+                place.chunk++;
+                place.at = order->chunks[ place.chunk ]->begin;
+            }
+        }
+    }
+    return place;
 }
 
 // Changes
@@ -176,35 +258,33 @@ static void eventOrderFree( ZU___EVENT_ORDER *order )
 }
 
 // The set
-static ZU___EVENT_ORDER *eventSetFind( ZU___EVENT_SET *set, ZU_OBJ *event, EVENT_PLACE *place )
+static bool eventIsValue( ZU_OBJ *event )
 {
-    if ( zuObjSort( event )->compareFunc ) {
-        *place = eventOrderFind<EVENT_VALUES>( &set->values, event );
-        return &set->values;
-    }
-    *place = eventOrderFind<EVENT_IDENTITIES>( &set->identities, event );
-    return &set->identities;
+    return zuObjSort( event )->compareFunc != nullptr;
 }
 ZU_BOOL zu___EventSetInsert( ZU___EVENT_SET *set, ZU_OBJ *event )
 {
-    EVENT_PLACE place;
-    ZU___EVENT_ORDER *order = eventSetFind( set, event, &place );
+    if ( !eventIsValue( event ) ) {
+        return eventTableInsert( &set->identities, event );
+    }
+    EVENT_PLACE place = eventOrderFind( &set->values, event );
     if ( place.found ) {
         return ZU_FALSE;
     }
-    eventOrderInsert( order, place, event );
+    eventOrderInsert( &set->values, place, event );
     return ZU_TRUE;
 }
 void zu___EventSetRemove( ZU___EVENT_SET *set, ZU_OBJ *event )
 {
-    EVENT_PLACE place;
-    ZU___EVENT_ORDER *order = eventSetFind( set, event, &place );
-    if ( place.found ) {
-        eventOrderRemove( order, place );
+    if ( eventIsValue( event ) ) {
+        eventOrderRemove( &set->values, eventOrderFindItself( &set->values, event ) );
+    } else {
+        eventTableRemove( &set->identities, event );
     }
 }
 void zu___EventSetFree( ZU___EVENT_SET *set )
 {
-    eventOrderFree( &set->identities );
+    zuMemFree( set->identities.slots );
+    set->identities = {};
     eventOrderFree( &set->values );
 }
