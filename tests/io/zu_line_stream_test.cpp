@@ -216,16 +216,18 @@ TEST( NlfLineSource, AsksAsOftenAsItMust )
 
 TEST( LineSource, ReadsSeveralLines )
 {
-    const LINES lines = { U"a", U"", U"b", U"c" };
+    struct ROW {
+        ZU_INT count;
+        LINES lines;
+        bool end;
+    };
+    const ROW rows[] = { { 0, {}, false }, { 3, { U"a", U"", U"b" }, false }, { -1, { U"c" }, true }, { 5, {}, true } };
     ZU_LINE_SOURCE *source = makePieces( { U"a\n\nb\nc" }, false );
-    for ( ZU_INT count : { (ZU_INT)0, (ZU_INT)3, (ZU_INT)-1, (ZU_INT)5 } ) {
-        ZU_VECTOR *vec = zuLineSourceReadLines( source, count );
-        ZU_VECTOR *expected = makeVector( count == 0   ? LINES()
-                                          : count == 3 ? LINES( lines.begin(), lines.begin() + 3 )
-                                          : count < 0  ? LINES( { U"c" } )
-                                                       : LINES() );
-        EXPECT_TRUE( zuVectorEquals( vec, expected ) ) << count;
-        EXPECT_EQ( zuLineSourceEnd( source ), count < 0 || count == 5 );
+    for ( const ROW &row : rows ) {
+        ZU_VECTOR *vec = zuLineSourceReadLines( source, row.count );
+        ZU_VECTOR *expected = makeVector( row.lines );
+        EXPECT_TRUE( zuVectorEquals( vec, expected ) ) << row.count;
+        EXPECT_EQ( zuLineSourceEnd( source ), row.end );
         zuVectorRelease( expected );
         zuVectorRelease( vec );
     }
