@@ -85,3 +85,265 @@ TEST( RuntimeValidateAborts, OnNull )
     expectAbort( "productCopyright", [] { zuRuntimeValidateProductCopyright( nullptr ); } );
     expectAbort( "productVersion", [] { zuRuntimeValidateProductVersion( nullptr ); } );
 }
+
+// A family of constants: their order is their value.
+struct Family {
+    const char *prefix;
+    struct Texts {
+        std::string name; // behind the prefix
+        std::string identifier;
+        std::string friendlyName;
+    };
+    std::vector<Texts> constants;
+    ZU_INT ( *ofThisBuild )();
+    ZU_INT ( *fromString )( ZU_STRING * );
+    ZU_STRING *( *toString )( ZU_INT );
+    ZU_INT ( *fromIdentifier )( ZU_STRING * );
+    ZU_STRING *( *toIdentifier )( ZU_INT );
+    ZU_STRING *( *friendlyName )( ZU_INT );
+    const char *( *friendlyNameCstr )( ZU_INT );
+    const char *assertion;
+};
+static const Family FAMILIES[] = {
+    { "ZU_RUNTIME_OS_",
+      { { "WINDOWS", "windows", "Windows" },
+        { "DEBIAN_9", "debian9", "Debian 9" },
+        { "DEBIAN_10", "debian10", "Debian 10" },
+        { "DEBIAN_11", "debian11", "Debian 11" },
+        { "DEBIAN_12", "debian12", "Debian 12" },
+        { "UBUNTU_1804", "ubuntu1804", "Ubuntu 18.04" },
+        { "UBUNTU_2004", "ubuntu2004", "Ubuntu 20.04" },
+        { "UBUNTU_2204", "ubuntu2204", "Ubuntu 22.04" },
+        { "RHEL_8", "rhel8", "RHEL 8" },
+        { "RHEL_9", "rhel9", "RHEL 9" },
+        { "MACOSX", "macosx", "MacOSX" } },
+      zuRuntimeOs,
+      zuRuntimeOsFromString,
+      zuRuntimeOsToString,
+      zuRuntimeOsFromIdentifier,
+      zuRuntimeOsToIdentifier,
+      zuRuntimeOsFriendlyName,
+      zu___RuntimeOsFriendlyNameCstr,
+      "ZU_RUNTIME_OS_OK( os )" },
+    { "ZU_RUNTIME_HARDWARE_",
+      { { "X32", "x32", "x86 (32 bit)" },
+        { "X64", "x64", "x86 (64 bit)" },
+        { "RPI2", "rpi2", "Raspberry Pi 2" },
+        { "RPI3", "rpi3", "Raspberry Pi 3" },
+        { "ARMHF", "armhf", "Generic ARM (armhf)" },
+        { "ARM64", "arm64", "Generic ARM (arm64)" },
+        { "RISCV64", "riscv64", "Generic RISC-V" } },
+      zuRuntimeHardware,
+      zuRuntimeHardwareFromString,
+      zuRuntimeHardwareToString,
+      zuRuntimeHardwareFromIdentifier,
+      zuRuntimeHardwareToIdentifier,
+      zuRuntimeHardwareFriendlyName,
+      zu___RuntimeHardwareFriendlyNameCstr,
+      "ZU_RUNTIME_HARDWARE_OK( hw )" },
+    { "ZU_RUNTIME_VARIANT_",
+      { { "RELEASE", "release", "Release" }, { "DEBUG", "debug", "Debug" }, { "PROFILE", "profile", "Profile" } },
+      zuRuntimeVariant,
+      zuRuntimeVariantFromString,
+      zuRuntimeVariantToString,
+      zuRuntimeVariantFromIdentifier,
+      zuRuntimeVariantToIdentifier,
+      zuRuntimeVariantFriendlyName,
+      zu___RuntimeVariantFriendlyNameCstr,
+      "ZU_RUNTIME_VARIANT_OK( var )" },
+};
+
+TEST( RuntimeIdentity, Texts )
+{
+    for ( const Family &family : FAMILIES ) {
+        ZU_INT count = (ZU_INT)family.constants.size();
+        for ( ZU_INT value = 0; value < count; value++ ) {
+            const Family::Texts &texts = family.constants[ value ];
+            std::string name = family.prefix + texts.name;
+            EXPECT_EQ( family.fromString( string( " " + name ).get() ), value ) << name;
+            EXPECT_EQ( family.fromString( string( std::to_string( value ) ).get() ), value ) << name;
+            EXPECT_EQ( family.fromString( string( texts.identifier ).get() ), -1 ) << name;
+            EXPECT_TRUE( equals( family.toString( value ), name ) ) << name;
+            EXPECT_EQ( family.fromIdentifier( string( texts.identifier ).get() ), value ) << name;
+            EXPECT_EQ( family.fromIdentifier( string( texts.identifier + "0" ).get() ), -1 ) << name;
+            EXPECT_TRUE( equals( family.toIdentifier( value ), texts.identifier ) ) << name;
+            EXPECT_TRUE( equals( family.friendlyName( value ), texts.friendlyName ) ) << name;
+            EXPECT_EQ( family.friendlyNameCstr( value ), texts.friendlyName ) << name;
+        }
+        EXPECT_EQ( family.fromString( string( std::to_string( count ) ).get() ), -1 ) << family.prefix;
+        EXPECT_EQ( family.fromIdentifier( string( "sparc" ).get() ), -1 ) << family.prefix;
+        // The stamp of the library is written by the build, and has the names for human readers in it.
+        EXPECT_NE( std::string( zu___module_version_string ).find( family.friendlyNameCstr( family.ofThisBuild() ) ),
+                   std::string::npos );
+        for ( ZU_INT value : { (ZU_INT)-1, count } ) {
+            expectAbort( family.assertion, [ & ] { family.toString( value ); } );
+            expectAbort( family.assertion, [ & ] { family.toIdentifier( value ); } );
+            expectAbort( family.assertion, [ & ] { family.friendlyName( value ); } );
+            expectAbort( family.assertion, [ & ] { family.friendlyNameCstr( value ); } );
+        }
+        expectAbort( "zus", [ & ] { family.fromString( nullptr ); } );
+        expectAbort( "identifier", [ & ] { family.fromIdentifier( nullptr ); } );
+    }
+}
+TEST( RuntimeIdentity, FamiliesAndHardware )
+{
+    // A row for each system: whether it is of the Windows, Debian, RHEL, Linux and Unix families; the hardware that it
+    // supports; whether packages have names for hardware.
+    static const struct {
+        const char *families;
+        const char *hardware;
+        bool named;
+    } SYSTEMS[] = {
+        { "W", "11.....", false },  { "DLU", "111111.", true }, { "DLU", "111111.", true }, { "DLU", "111111.", true },
+        { "DLU", "1111111", true }, { "DLU", "11.....", true }, { "DLU", "11.....", true }, { "DLU", "11.....", true },
+        { "RLU", ".1.....", true }, { "RLU", ".1.....", true }, { "U", ".......", false },
+    };
+    static const char *const PLATFORM_NAMES[] = { "i386", "amd64", "armhf", "armhf", "armhf", "arm64", "riscv64" };
+    for ( ZU_INT os = 0; os < (ZU_INT)std::size( SYSTEMS ); os++ ) {
+        const auto &row = SYSTEMS[ os ];
+        std::string families;
+        families += zuRuntimeOsIsWindows( os ) ? "W" : "";
+        families += zuRuntimeOsIsDebian( os ) ? "D" : "";
+        families += zuRuntimeOsIsRhel( os ) ? "R" : "";
+        families += zuRuntimeOsIsLinux( os ) ? "L" : "";
+        families += zuRuntimeOsIsUnix( os ) ? "U" : "";
+        EXPECT_EQ( families, row.families ) << os;
+        for ( ZU_INT hw = 0; hw < (ZU_INT)std::size( PLATFORM_NAMES ); hw++ ) {
+            EXPECT_EQ( zuRuntimeOsSupportsHardware( os, hw ), row.hardware[ hw ] == '1' ) << os << " " << hw;
+            EXPECT_EQ( zuRuntimeOsHasHardwarePlatformName( os, hw ), row.named ) << os << " " << hw;
+            zu::Ref<ZU_STRING> name = zu::adopt( zuRuntimeOsHardwarePlatformName( os, hw ) );
+            EXPECT_EQ( (bool)name, row.named ) << os << " " << hw;
+            EXPECT_TRUE( !name || zuStringEqualsCstr( name.get(), PLATFORM_NAMES[ hw ], -1 ) ) << os << " " << hw;
+        }
+    }
+    std::string processors;
+    for ( ZU_INT hw = 0; ZU_RUNTIME_HARDWARE_OK( hw ); hw++ ) {
+        processors += zuRuntimeHardwareIsIntel( hw ) ? "I" : "";
+        processors += zuRuntimeHardwareIsArm( hw ) ? "A" : "";
+        processors += zuRuntimeHardwareIsRiscv( hw ) ? "R" : "";
+        EXPECT_TRUE( zuRuntimeHardwareIsLittleEndian( hw ) && !zuRuntimeHardwareIsBigEndian( hw ) );
+    }
+    EXPECT_EQ( processors, "IIAAAAR" );
+    expectAbort( "ZU_RUNTIME_OS_OK( os )", [] { zuRuntimeOsIsLinux( 11 ); } );
+    expectAbort( "ZU_RUNTIME_OS_OK( os )", [] { zuRuntimeOsSupportsHardware( 11, 7 ); } );
+    expectAbort( "ZU_RUNTIME_HARDWARE_OK( hw )", [] { zuRuntimeOsSupportsHardware( 0, 7 ); } );
+    expectAbort( "ZU_RUNTIME_HARDWARE_OK( hw )", [] { zuRuntimeOsHardwarePlatformName( 0, -1 ); } );
+    expectAbort( "ZU_RUNTIME_HARDWARE_OK( hw )", [] { zuRuntimeHardwareIsBigEndian( 7 ); } );
+}
+
+static std::string textOf( ZU_STRING *zus )
+{
+    zu::Ref<ZU_STRING> owner = zu::adopt( zus );
+    if ( !zus ) {
+        return "";
+    }
+    char *utf8 = zuStringConvertToUtf8( zus, ZU_TRUE, nullptr );
+    std::string result = utf8;
+    zuMemFree( utf8 );
+    return result;
+}
+
+TEST( RuntimeComputer, AsTheSystemTells )
+{
+    std::string node = runProgram( "uname -n" );
+    node.pop_back(); // the line end
+    EXPECT_EQ( zuRuntimeHasComputerName(), node.size() <= 15 );
+    EXPECT_EQ( textOf( zuRuntimeComputerName() ), node.size() <= 15 ? node : "" );
+    EXPECT_TRUE( zuRuntimeHasOperatingSystemInfo() );
+    std::string system = runProgram( "( . /etc/os-release; echo \"$PRETTY_NAME ($(uname -r))\" )" );
+    EXPECT_EQ( textOf( zuRuntimeOperatingSystemInfo() ) + "\n", system );
+    ASSERT_EQ( zuRuntimeHasCpuInfo(), zuRuntimeHardwareIsIntel( zuRuntimeHardware() ) );
+    if ( zuRuntimeHasCpuInfo() ) {
+        // The kernel asks the processor, too.  It adds the extended family, if there is one, to the base family of 15.
+        std::string info = textOf( zuRuntimeCpuInfo() );
+        auto fromKernel = []( const char *key ) {
+            std::string value = runProgram( std::string( "awk -F': *' '$1 ~ /^" ) + key +
+                                            "[ \\t]*$/ { print $2; exit }' /proc/cpuinfo" );
+            return value.substr( 0, value.size() - 1 );
+        };
+        int family = std::stoi( fromKernel( "cpu family" ) );
+        family = family < 15 ? family : ( family - 15 ) * 16 + 15;
+        std::stringstream kernel;
+        kernel << fromKernel( "vendor_id" ) << ", family:" << std::hex << family
+               << ", model:" << std::stoi( fromKernel( "model" ) )
+               << ", cores:" << runProgram( "getconf _NPROCESSORS_ONLN" );
+        std::string expected = kernel.str();
+        expected.pop_back();
+        EXPECT_EQ( info.substr( 0, expected.size() ), expected );
+        EXPECT_TRUE( info.size() == expected.size() || info.find( ", base:" ) == expected.size() ) << info;
+    }
+}
+
+TEST( RuntimeUserInformation, IsAListInTheOrderOfKeys )
+{
+    zu::Ref<ZU_STORE> store = zu::adopt( zuStoreCreate() );
+    zuStoreSetValueIntCstr( store.inOut(), "number", -1, 7 );
+    for ( int i = 12; i-- > 0; ) {
+        zuRuntimeSetUserInformationKey( string( std::string( 1, (char)( 'a' + i ) ) ).get(), store.get() );
+    }
+    zuRuntimeSetUserInformationKey( string( "b" ).get(), store.get() ); // in place of the first
+    zuRuntimeDelUserInformationKey( string( "c" ).get() );
+    zuRuntimeDelUserInformationKey( string( "unknown" ).get() );
+    EXPECT_TRUE( zuRuntimeHasUserInformationKey( string( "b" ).get() ) );
+    EXPECT_FALSE( zuRuntimeHasUserInformationKey( string( "c" ).get() ) );
+    EXPECT_EQ( zu::adopt( zuRuntimeUserInformationKey( string( "b" ).get() ) ).get(), store.get() );
+    EXPECT_FALSE( zu::adopt( zuRuntimeUserInformationKey( string( "c" ).get() ) ) );
+
+    zu::Ref<ZU_STORE> info = zu::adopt( zuRuntimeInfo() );
+    zu::Ref<ZU_STORE> list = zu::adopt( zuStoreStoreCstr( info.get(), "userInformation", -1 ) );
+    ASSERT_TRUE( list );
+    EXPECT_EQ( zuStoreLength( list.get() ), 11 );
+    zu::Ref<ZU_STORE> tenth = zu::adopt( zuStoreStoreCstr( list.get(), "10", -1 ) );
+    EXPECT_EQ( textOf( zuStoreValueCstr( tenth.get(), "key", -1 ) ), "l" );
+    EXPECT_EQ( zu::adopt( zuStoreStoreCstr( tenth.get(), "store", -1 ) ).get(), store.get() );
+    zu::Ref<ZU_STORE> second = zu::adopt( zuStoreStoreCstr( list.get(), "02", -1 ) );
+    EXPECT_EQ( textOf( zuStoreValueCstr( second.get(), "key", -1 ) ), "d" );
+
+    for ( char key = 'a'; key <= 'l'; key++ ) {
+        zuRuntimeDelUserInformationKey( string( std::string( 1, key ) ).get() );
+    }
+    EXPECT_EQ( zuStoreLength( zu::adopt( zuRuntimeUserInformation() ).get() ), 0 );
+}
+TEST( RuntimeUserInformationAborts, OnNull )
+{
+    zu::Ref<ZU_STORE> store = zu::adopt( zuStoreCreate() );
+    expectAbort( "key", [ & ] { zuRuntimeSetUserInformationKey( nullptr, store.get() ); } );
+    expectAbort( "store", [] { zuRuntimeSetUserInformationKey( string( "a" ).get(), nullptr ); } );
+    expectAbort( "key", [] { zuRuntimeDelUserInformationKey( nullptr ); } );
+    expectAbort( "key", [] { zuRuntimeHasUserInformationKey( nullptr ); } );
+    expectAbort( "key", [] { zuRuntimeUserInformationKey( nullptr ); } );
+}
+
+TEST( RuntimeInfo, HasWhatTheFunctionsTell )
+{
+    zu::Ref<ZU_STORE> info = zu::adopt( zuRuntimeInfo() );
+    const ZU___MODULE_RECORD &record = zu___module_record;
+    std::vector<std::pair<std::string, std::string>> expected = {
+        { "os", textOf( zuRuntimeOsFriendlyName( zuRuntimeOs() ) ) },
+        { "hardware", textOf( zuRuntimeHardwareFriendlyName( zuRuntimeHardware() ) ) },
+        { "variant", textOf( zuRuntimeVariantFriendlyName( zuRuntimeVariant() ) ) },
+        { "product", record.productName },
+        { "friendlyName", record.productFriendlyName },
+        { "version", textOf( zuRuntimeVersionProductVersion() ) },
+        { "versionMajor", std::to_string( record.productVersionMajor ) },
+        { "versionMinor", std::to_string( record.productVersionMinor ) },
+        { "versionRelease", std::to_string( record.productVersionRelease ) },
+        { "buildTime", record.productBuildTime },
+        { "compatibility", "0" },
+        { "applicationIdentifier", "zu-test" },
+        { "applicationFriendlyName", "Tests of zu" },
+        { "applicationVersion", "1.0" },
+        { "operatingSystemInfo", textOf( zuRuntimeOperatingSystemInfo() ) },
+        { "startTime", textOf( zuTimeToString( zu::adopt( zu___TimeStarted() ).get() ) ) },
+    };
+    if ( zuRuntimeHasComputerName() ) {
+        expected.emplace_back( "computerName", textOf( zuRuntimeComputerName() ) );
+    }
+    if ( zuRuntimeHasCpuInfo() ) {
+        expected.emplace_back( "cpuInfo", textOf( zuRuntimeCpuInfo() ) );
+    }
+    for ( const auto &[ address, value ] : expected ) {
+        EXPECT_EQ( textOf( zuStoreValueCstr( info.get(), address.c_str(), -1 ) ), value ) << address;
+    }
+    EXPECT_EQ( zuStoreLength( info.get() ), (ZU_INT)expected.size() );
+}

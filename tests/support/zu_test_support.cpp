@@ -13,24 +13,10 @@
 #include <unistd.h>
 #include <vector>
 
-// The library runs for the whole of an executable; at its end no object may be left.
-class LibraryEnvironment : public testing::Environment {
-public:
-    void SetUp() override
-    {
-        zuRuntimeStartup( 0, -1, nullptr, "zu-test", "Tests of zu", "1.0" );
-    }
-    void TearDown() override
-    {
-        zuRuntimeShutdown();
-        EXPECT_EQ( zuModule()->sorts, 0u ) << "sorts with live objects";
-    }
-};
-
 static std::string readAll( FILE *file )
 {
     std::string text;
-    std::array< char, 4096 > block;
+    std::array<char, 4096> block;
     for ( size_t count; ( count = fread( block.data(), 1, block.size(), file ) ) > 0; ) {
         text.append( block.data(), count );
     }
@@ -76,9 +62,9 @@ void expectAbort( const char *expression, const std::function< void() > &stateme
     EXPECT_EQ( reportLine( report, "Message   : " ), message ? message : "" ) << report;
 }
 
-void runThreads( int count, const std::function< void( int ) > &body )
+void runThreads( int count, const std::function<void( int )> &body )
 {
-    std::vector< std::thread > threads;
+    std::vector<std::thread> threads;
     for ( int i = 0; i < count; i++ ) {
         threads.emplace_back( body, i );
     }
@@ -99,7 +85,7 @@ std::string runProgram( const std::string &commandLine )
     return output;
 }
 
-void runRestarted( int64_t flags, const std::function< void() > &statement )
+void runRestarted( int64_t flags, const std::function<void()> &statement )
 {
     fflush( nullptr );
     pid_t child = fork();
@@ -133,11 +119,4 @@ extern "C" const char *__tsan_default_options();
 extern "C" const char *__tsan_default_options()
 {
     return "allocator_may_return_null=1";
-}
-
-int main( int argc, char **argv )
-{
-    testing::InitGoogleTest( &argc, argv );
-    testing::AddGlobalTestEnvironment( new LibraryEnvironment );
-    return RUN_ALL_TESTS();
 }

@@ -91,7 +91,8 @@ ZU_API ZU_BOOL zu___ModuleCheckCompatibility( ZU_MODULE *module );
 // A module exports its record and its stamp by names that the library exports too, and the dynamic linker would bind
 // every use of them to the library's.  So what the module's own code refers to are symbols that are hidden, and the
 // exported ones are further names of the same data.
-#define ZU___MODULE_DECLARE( name )                                                          \
+#define ZU___MODULE_DECLARE( name ) ZU___MODULE_DECLARE_EXPANDED( name )
+#define ZU___MODULE_DECLARE_EXPANDED( name )                                                 \
     ZU_BEGIN_DECLS                                                                           \
     extern ZU_MODULE name##___module ZU___SYMBOL( name##___module_here ) ZU___MODULE_HIDDEN; \
     ZU_END_DECLS
@@ -102,36 +103,43 @@ ZU_API ZU_BOOL zu___ModuleCheckCompatibility( ZU_MODULE *module );
 // open only if those behind it are; without a name all else is left open.  `description`, `version`, `deps` and `exts`
 // are those of the record, `built` is what the stamp says of product and platform.  The five functions are those of
 // ZU_MODULE and may be null.
+//
+// In both macros `name` may be a macro itself, so that the build can name the module.
 #define ZU___MODULE_DEFINE( name, product, description, version, deps, exts, built, load, prepareUnload, beginUnload, \
                             endUnload, personality )                                                                  \
-    ZU_BEGIN_DECLS                                                                                                    \
-    extern ZU___MODULE_RECORD name##___module_record ZU___MODULE_HIDDEN;                                              \
-    extern const char *const name##___module_version_string ZU___MODULE_HIDDEN;                                       \
-    ZU___MODULE_RECORD name##___module_record = {                                                                     \
-        ZU___MODULE_RECORD_VERSION, product, #name, description, version, deps, exts,                                 \
-    };                                                                                                                \
-    const char *const name##___module_version_string = "###RQ_VERSION### " built ", " #name " " version;              \
-    ZU_MODULE name##___module = {                                                                                     \
-        ZU___OBJ_STATIC_INITIALIZER( ZU___OBJ_TYPE_MODULE ),                                                          \
-        &name##___module_record,                                                                                      \
-        load,                                                                                                         \
-        prepareUnload,                                                                                                \
-        beginUnload,                                                                                                  \
-        endUnload,                                                                                                    \
-        personality,                                                                                                  \
-        0,                                                                                                            \
-        NULL,                                                                                                         \
-        NULL,                                                                                                         \
-    };                                                                                                                \
-    extern ZU_MODULE name##___module_export ZU___SYMBOL( name##___module )                                            \
-        ZU___MODULE_EXPORT_AS( name##___module_here );                                                                \
-    extern ZU___MODULE_RECORD name##___module_record_export ZU___SYMBOL( zu___module_record )                         \
-        ZU___MODULE_EXPORT_AS( name##___module_record );                                                              \
-    extern const char *const name##___module_version_string_export ZU___SYMBOL( zu___module_version_string )          \
-        ZU___MODULE_EXPORT_AS( name##___module_version_string );                                                      \
+    ZU___MODULE_DEFINE_EXPANDED( name, ( product ), description, version, deps, exts, built, load, prepareUnload,     \
+                                 beginUnload, endUnload, personality )
+#define ZU___MODULE_DEFINE_EXPANDED( name, product, description, version, deps, exts, built, load, prepareUnload, \
+                                     beginUnload, endUnload, personality )                                        \
+    ZU_BEGIN_DECLS                                                                                                \
+    extern ZU___MODULE_RECORD name##___module_record ZU___MODULE_HIDDEN;                                          \
+    extern const char *const name##___module_version_string ZU___MODULE_HIDDEN;                                   \
+    ZU___MODULE_RECORD name##___module_record = {                                                                 \
+        ZU___MODULE_RECORD_VERSION, ZU___MODULE_UNWRAP product, #name, description, version, deps, exts,          \
+    };                                                                                                            \
+    const char *const name##___module_version_string = "###RQ_VERSION### " built ", " #name " " version;          \
+    ZU_MODULE name##___module = {                                                                                 \
+        ZU___OBJ_STATIC_INITIALIZER( ZU___OBJ_TYPE_MODULE ),                                                      \
+        &name##___module_record,                                                                                  \
+        load,                                                                                                     \
+        prepareUnload,                                                                                            \
+        beginUnload,                                                                                              \
+        endUnload,                                                                                                \
+        personality,                                                                                              \
+        0,                                                                                                        \
+        NULL,                                                                                                     \
+        NULL,                                                                                                     \
+    };                                                                                                            \
+    extern ZU_MODULE name##___module_export ZU___SYMBOL( name##___module )                                        \
+        ZU___MODULE_EXPORT_AS( name##___module_here );                                                            \
+    extern ZU___MODULE_RECORD name##___module_record_export ZU___SYMBOL( zu___module_record )                     \
+        ZU___MODULE_EXPORT_AS( name##___module_record );                                                          \
+    extern const char *const name##___module_version_string_export ZU___SYMBOL( zu___module_version_string )      \
+        ZU___MODULE_EXPORT_AS( name##___module_version_string );                                                  \
     ZU_END_DECLS
 
-#define ZU___MODULE_ANY_PRODUCT NULL, NULL, -1, -1, -1, NULL, NULL, NULL
+#define ZU___MODULE_UNWRAP( ... ) __VA_ARGS__
+#define ZU___MODULE_ANY_PRODUCT   NULL, NULL, -1, -1, -1, NULL, NULL, NULL
 
 #define ZU___MODULE_HIDDEN              __attribute__( ( visibility( "hidden" ) ) )
 #define ZU___MODULE_EXPORT_AS( symbol ) __attribute__( ( alias( #symbol ), visibility( "default" ) ) )

@@ -1,5 +1,6 @@
 #include "zu/runtime/zu_runtime.h"
 
+#include "zu/base/zu_barrier.h"
 #include "zu/base/zu_boxed_bool.h"
 #include "zu/base/zu_boxed_null.h"
 #include "zu/base/zu_buffer.h"
@@ -17,18 +18,37 @@
 #include "zu/charset/zu_charset_flags.h"
 #include "zu/io/zu_debug_print.h"
 #include "zu/io/zu_nlf_flags.h"
+#include "zu/io/zu_print.h"
+#include "zu/runtime/zu_module_internal.h"
 #include "zu/runtime/zu_obj.h"
+#include "zu/runtime/zu_runtime_computer_info.h"
+#include "zu/runtime/zu_runtime_computer_name.h"
+#include "zu/runtime/zu_runtime_hardware.h"
 #include "zu/runtime/zu_runtime_internal.h"
+#include "zu/runtime/zu_runtime_os.h"
+#include "zu/runtime/zu_runtime_user_information.h"
+#include "zu/runtime/zu_runtime_variant.h"
 #include "zu/runtime/zu_runtime_version.h"
 #include "zu/sys/zu_mem.h"
 #include "zu/sys/zu_unique.h"
 
-static constexpr ZU_INT DEFAULT_UNLOAD_MODULE_TIMEOUT = 60000; // milliseconds
+static constexpr ZU_INT DEFAULT_UNLOAD_MODULE_TIMEOUT = 60000; // milliseconds, as are:
+static constexpr ZU_INT UNLOAD_STEP = 50;                      // between two looks at a module's objects
+static constexpr ZU_INT UNLOAD_REPORT_INTERVAL = 10000;
+
+static constexpr ZU_INT SNAPSHOT_FLAGS = ZU_RUNTIME_FLAG_SNAPSHOT_SORT | ZU_RUNTIME_FLAG_SNAPSHOT_OBJECT |
+                                         ZU_RUNTIME_FLAG_SNAPSHOT_OBJECT_TOSTRING | ZU_RUNTIME_FLAG_SNAPSHOT_OBJECT_LOG;
 
 ZU_INT zu___RuntimeFlags = 0;
 ZU_INT zu___RuntimeUnloadModuleTimeout = DEFAULT_UNLOAD_MODULE_TIMEOUT;
 ZU___LOCK zu___RuntimePrintLock;
 ZU_RUNTIME_PRINT_FUNC zu___RuntimePrintFunc = nullptr;
+ZU_MONITOR *zu___RuntimeLoadMonitor = nullptr;
+ZU_MONITOR *zu___RuntimeModulesMonitor = nullptr;
+ZU_DICT *zu___RuntimeModulesDict = nullptr;
+ZU_VECTOR *zu___RuntimeModulesVector = nullptr;
+ZU_DICT *zu___RuntimeLoadingDict = nullptr;
+ZU_INT zu___RuntimeExtsIndex = 0;
 
 // Start and stop
 //
@@ -57,6 +77,12 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___NlfFlagsStartup, zu___NlfFlagsShutdown },
     { zu___DebugPrintStartup, zu___DebugPrintShutdown },
     { zu___RuntimeFlagsStartup, zu___RuntimeFlagsShutdown },
+    { zu___RuntimeOsStartup, zu___RuntimeOsShutdown },
+    { zu___RuntimeHardwareStartup, zu___RuntimeHardwareShutdown },
+    { zu___RuntimeVariantStartup, zu___RuntimeVariantShutdown },
+    { zu___RuntimeComputerNameStartup, zu___RuntimeComputerNameShutdown },
+    { zu___RuntimeComputerInfoStartup, zu___RuntimeComputerInfoShutdown },
+    { zu___RuntimeUserInformationStartup, zu___RuntimeUserInformationShutdown },
     { zu___FormatStartup, zu___FormatShutdown },
     { zu___BoxedNullStartup, zu___BoxedNullShutdown },
     { zu___BoxedBoolStartup, zu___BoxedBoolShutdown },
@@ -83,6 +109,57 @@ static void runtimeStopSubsystems()
     zu___RuntimeVersionShutdown();
 }
 
+// The registry of modules
+static void runtimeRegisterModule( ZU_STRING *moduleName, ZU_MODULE *module )
+{
+    zuMonitorEnter( zu___RuntimeModulesMonitor );
+    zuDictSetStringKey( &zu___RuntimeModulesDict, moduleName, zuModuleObj( module ) );
+    zuVectorPush( &zu___RuntimeModulesVector, zuModuleObj( module ) );
+    zuMonitorLeave( zu___RuntimeModulesMonitor );
+}
+static void runtimeUnregisterLastModule( ZU_MODULE *module )
+{
+    ZU_STRING *moduleName = zuModuleName( module );
+    zuMonitorEnter( zu___RuntimeModulesMonitor );
+    zuDictDelStringKey( &zu___RuntimeModulesDict, moduleName );
+    zuVectorDelTrailing( &zu___RuntimeModulesVector, 1 );
+    zuMonitorLeave( zu___RuntimeModulesMonitor );
+    zuStringRelease( moduleName );
+}
+static void runtimeStartModules()
+{
+    zu___RuntimeLoadMonitor = zuMonitorCreate();
+    zu___RuntimeModulesMonitor = zuMonitorCreate();
+    zu___RuntimeModulesDict = zuDictCreate();
+    zu___RuntimeModulesVector = zuVectorCreate();
+    zu___RuntimeLoadingDict = zuDictCreate();
+    zu___RuntimeExtsIndex = 0;
+    ZU_STRING *moduleName = zuModuleName( zuModule() );
+    runtimeRegisterModule( moduleName, zuModule() );
+    zuStringRelease( moduleName );
+}
+static void runtimeStopModules()
+{
+    ZU_REF_RELEASE( zu___RuntimeLoadMonitor );
+    ZU_REF_POISON( zu___RuntimeLoadMonitor );
+    ZU_REF_RELEASE( zu___RuntimeModulesMonitor );
+    ZU_REF_POISON( zu___RuntimeModulesMonitor );
+    ZU_REF_RELEASE( zu___RuntimeModulesDict );
+    ZU_REF_POISON( zu___RuntimeModulesDict );
+    ZU_REF_RELEASE( zu___RuntimeModulesVector );
+    ZU_REF_POISON( zu___RuntimeModulesVector );
+    ZU_REF_RELEASE( zu___RuntimeLoadingDict );
+    ZU_REF_POISON( zu___RuntimeLoadingDict );
+}
+// Returns the module at `idx`, not retained, since modules are static.  Whoever holds the load monitor may read the vector
+// without the other monitor: nobody else changes it.
+static ZU_MODULE *runtimeModuleAt( ZU_INT idx )
+{
+    return zuModuleFrom( zuVectorBacking( zu___RuntimeModulesVector )[ idx ] );
+}
+
+static void runtimeLoadExtensionsLocked();
+
 void zuRuntimeStartup( ZU_INT flags, ZU_INT optionalUnloadModuleTimeout, ZU_RUNTIME_PRINT_FUNC printFunc,
                        const char *applicationIdentifier, const char *applicationFriendlyName,
                        const char *applicationVersion )
@@ -94,10 +171,28 @@ void zuRuntimeStartup( ZU_INT flags, ZU_INT optionalUnloadModuleTimeout, ZU_RUNT
     zu___LockInitialize( &zu___RuntimePrintLock );
     zu___RuntimePrintFunc = printFunc;
     runtimeStartSubsystems( applicationIdentifier, applicationFriendlyName, applicationVersion );
+    runtimeStartModules();
+    zuMonitorEnter( zu___RuntimeLoadMonitor );
+    runtimeLoadExtensionsLocked();
+    zuMonitorLeave( zu___RuntimeLoadMonitor );
+}
+
+// Tells of objects that have outlived the library.  What is down cannot print, and so the bare library starts once more.
+static void runtimeReportLeaks()
+{
+    zu___RuntimeFlags = ZU_RUNTIME_FLAG_MINIMAL;
+    runtimeStartSubsystems( nullptr, nullptr, nullptr );
+    zu___RuntimePrintProductReport();
+    runtimeStopSubsystems();
 }
 ZU_INT zuRuntimeShutdown( void )
 {
+    zuRuntimeUnloadAllModules();
+    runtimeStopModules();
     runtimeStopSubsystems();
+    if ( ( zu___RuntimeFlags & SNAPSHOT_FLAGS ) && __atomic_load_n( &zuModule()->sorts, __ATOMIC_ACQUIRE ) > 0 ) {
+        runtimeReportLeaks();
+    }
     zu___LockFinalize( &zu___RuntimePrintLock );
     zu___RuntimePrintFunc = nullptr;
     zu___RuntimeFlags = 0;
@@ -117,4 +212,207 @@ void zuRuntimePrint( const ZU_CHAR *chs, ZU_INT chsLength )
     zu___LockAcquire( &zu___RuntimePrintLock );
     zu___RuntimePrintFunc( chs, chsLength );
     zu___LockRelease( &zu___RuntimePrintLock );
+}
+
+// Loading
+static void runtimePrintModuleDebug( const char *format, ZU_STRING *moduleName )
+{
+    if ( zu___RuntimeFlags & ZU_RUNTIME_FLAG_MODULE_DEBUG ) {
+        zuPrintFormatCstr( format, -1, moduleName );
+    }
+}
+// Loads what a module depends on.
+static bool runtimeTryLoadDepsLocked( ZU_MODULE *module )
+{
+    const char *rest = *module->moduleRecord->deps ? module->moduleRecord->deps : nullptr;
+    bool loaded = true;
+    while ( loaded && rest ) {
+        ZU_STRING *dep = zu___ModuleNextName( &rest );
+        loaded = zu___RuntimeTryLoadModule( dep );
+        zuStringRelease( dep );
+    }
+    return loaded;
+}
+static bool runtimeTryLoadNewModuleLocked( ZU_STRING *moduleName )
+{
+    ZU_MODULE *module = zu___RuntimePlatformLoadModule( moduleName );
+    if ( !module ) {
+        return false;
+    }
+    ZU_ASSERT( module->moduleRecord );
+    ZU_ASSERT( module->moduleRecord->name );
+    ZU_ASSERT( module->moduleRecord->description );
+    ZU_ASSERT( module->moduleRecord->version );
+    ZU_ASSERT( module->moduleRecord->deps );
+    ZU_ASSERT( module->moduleRecord->exts );
+    if ( !runtimeTryLoadDepsLocked( module ) || ( module->loadFunc && !module->loadFunc() ) ) {
+        return false;
+    }
+    runtimeRegisterModule( moduleName, module );
+    return true;
+}
+ZU_BOOL zu___RuntimeTryLoadModule( ZU_STRING *moduleName )
+{
+    ZU_ASSERT( zuModuleNameOk( moduleName ) );
+    if ( zuDictHasStringKey( zu___RuntimeModulesDict, moduleName ) ) {
+        return ZU_TRUE;
+    }
+    runtimePrintModuleDebug( "[zu___RuntimeTryLoadModule()] module: %s\n", moduleName );
+    ZU_ASSERT( !zuDictHasStringKey( zu___RuntimeLoadingDict, moduleName ) );
+    zuDictSetStringKey( &zu___RuntimeLoadingDict, moduleName, zuStringObj( moduleName ) );
+    ZU_BOOL loaded = runtimeTryLoadNewModuleLocked( moduleName );
+    zuDictDelStringKey( &zu___RuntimeLoadingDict, moduleName );
+    return loaded;
+}
+// Loads the extensions of all modules that are new.  An extension lands at the end of the vector, and so its own have
+// their turn too.
+static void runtimeLoadExtensionsLocked()
+{
+    while ( zu___RuntimeExtsIndex < zuVectorLength( zu___RuntimeModulesVector ) ) {
+        const char *exts = runtimeModuleAt( zu___RuntimeExtsIndex )->moduleRecord->exts;
+        const char *rest = *exts ? exts : nullptr;
+        while ( ZU_STRING *ext = zu___ModuleNextName( &rest ) ) {
+            zu___RuntimeTryLoadModule( ext );
+            zuStringRelease( ext );
+        }
+        zu___RuntimeExtsIndex++;
+    }
+}
+ZU_BOOL zuRuntimeTryLoadModule( ZU_STRING *moduleName )
+{
+    ZU_ASSERT( zuModuleNameOk( moduleName ) );
+    zuMonitorEnter( zu___RuntimeLoadMonitor );
+    ZU_BOOL loaded = zu___RuntimeTryLoadModule( moduleName );
+    if ( loaded ) {
+        runtimeLoadExtensionsLocked();
+    }
+    zu___StackTraceUpdateSymbols();
+    zuMonitorLeave( zu___RuntimeLoadMonitor );
+    return loaded;
+}
+
+// Loading several
+ZU_BOOL zuRuntimeTryLoadModulesVector( ZU_VECTOR *moduleNames )
+{
+    ZU_ASSERT( moduleNames );
+    ZU_ASSERT( zuVectorContainsOnly( moduleNames, zuStringSort() ) );
+    ZU_BOOL loaded = ZU_TRUE;
+    zuMonitorEnter( zu___RuntimeLoadMonitor );
+    for ( ZU_INT i = 0; loaded && i < zuVectorLength( moduleNames ); i++ ) {
+        loaded = zu___RuntimeTryLoadModule( zuStringFrom( zuVectorBacking( moduleNames )[ i ] ) );
+    }
+    if ( loaded ) {
+        runtimeLoadExtensionsLocked();
+    }
+    zu___StackTraceUpdateSymbols();
+    zuMonitorLeave( zu___RuntimeLoadMonitor );
+    return loaded;
+}
+// Blanks divide; several in a row, or at the ends, make no empty name.
+ZU_BOOL zuRuntimeTryLoadModules( ZU_STRING *moduleNames )
+{
+    ZU_ASSERT( moduleNames );
+    const ZU_CHAR *chs = zuStringBacking( moduleNames );
+    ZU_INT length = zuStringLength( moduleNames );
+    ZU_VECTOR *vec = zuVectorCreate();
+    ZU_INT begin = 0;
+    for ( ZU_INT end = 0; end <= length; end++ ) {
+        if ( end == length || chs[ end ] == ZU_CHAR_SPACE ) {
+            if ( end > begin ) {
+                ZU_STRING *moduleName = zuStringCreateFromInner( moduleNames, begin, end - begin );
+                zuVectorAppendString( &vec, moduleName );
+                zuStringRelease( moduleName );
+            }
+            begin = end + 1;
+        }
+    }
+    ZU_BOOL loaded = zuRuntimeTryLoadModulesVector( vec );
+    zuVectorRelease( vec );
+    return loaded;
+}
+static ZU_BOOL runtimeTryLoadModulesAndRelease( ZU_STRING *moduleNames )
+{
+    ZU_BOOL loaded = zuRuntimeTryLoadModules( moduleNames );
+    zuStringRelease( moduleNames );
+    return loaded;
+}
+ZU_BOOL zuRuntimeTryLoadModulesCstr( const char *moduleNames, ZU_INT length )
+{
+    return runtimeTryLoadModulesAndRelease( zuStringCreateFromCstr( moduleNames, length ) );
+}
+ZU_BOOL zuRuntimeTryLoadModulesWcstr( const char16_t *moduleNames, ZU_INT length )
+{
+    return runtimeTryLoadModulesAndRelease( zuStringCreateFromWcstr( moduleNames, length ) );
+}
+
+// Looking modules up
+ZU_MODULE *zuRuntimeModule( ZU_STRING *moduleName )
+{
+    ZU_ASSERT( zuModuleNameOk( moduleName ) );
+    zuMonitorEnter( zu___RuntimeModulesMonitor );
+    ZU_MODULE *module = zuModuleFrom( zuDictStringKey( zu___RuntimeModulesDict, moduleName ) );
+    zuMonitorLeave( zu___RuntimeModulesMonitor );
+    return module;
+}
+ZU_VECTOR *zuRuntimeModulesVector( void )
+{
+    zuMonitorEnter( zu___RuntimeModulesMonitor );
+    ZU_VECTOR *vec = zuVectorRetain( zu___RuntimeModulesVector );
+    zuMonitorLeave( zu___RuntimeModulesMonitor );
+    return vec;
+}
+
+// Unloading.  The wait is what active sorts are counted for: when a module has none left, no object lives whose free or
+// compare function is in its file.
+static bool runtimeModuleIsActive( ZU_MODULE *module )
+{
+    return __atomic_load_n( &module->sorts, __ATOMIC_ACQUIRE ) > 0;
+}
+static void runtimeWaitForObjectsLocked( ZU_MODULE *module, bool *productReported )
+{
+    ZU_BARRIER *never = zuBarrierCreate( ZU_TRUE );
+    ZU_INT msecs = 0;
+    while ( runtimeModuleIsActive( module ) ) {
+        zuBarrierPassTimed( never, UNLOAD_STEP );
+        msecs = zuIntAddSaturating( msecs, UNLOAD_STEP );
+        if ( ( zu___RuntimeFlags & SNAPSHOT_FLAGS ) && msecs > UNLOAD_REPORT_INTERVAL ) {
+            msecs = 0; // so that a diagnostic run stays alive to be looked into
+            if ( !*productReported ) {
+                zu___RuntimePrintProductReport();
+                *productReported = true;
+            }
+        }
+        if ( msecs > zu___RuntimeUnloadModuleTimeout && runtimeModuleIsActive( module ) ) {
+            zu___Abort( module->moduleRecord->name, __FILE__, __LINE__, "msecs <= zu___RuntimeUnloadModuleTimeout" );
+        }
+    }
+    zuBarrierRelease( never );
+}
+void zuRuntimeUnloadAllModules( void )
+{
+    zuMonitorEnter( zu___RuntimeLoadMonitor );
+    ZU_ASSERT( !zuDictLength( zu___RuntimeLoadingDict ) );
+    for ( ZU_INT i = zuVectorLength( zu___RuntimeModulesVector ) - 1; i > 0; i-- ) {
+        ZU_MODULE *module = runtimeModuleAt( i );
+        if ( module->prepareUnloadFunc ) {
+            module->prepareUnloadFunc();
+        }
+    }
+    bool productReported = false;
+    for ( ZU_INT i = zuVectorLength( zu___RuntimeModulesVector ) - 1; i > 0; i-- ) {
+        ZU_MODULE *module = runtimeModuleAt( i );
+        ZU_STRING *moduleName = zuModuleName( module );
+        runtimePrintModuleDebug( "[zuRuntimeUnloadAllModules()] module: %s\n", moduleName );
+        zuStringRelease( moduleName );
+        if ( module->beginUnloadFunc ) {
+            module->beginUnloadFunc();
+        }
+        runtimeWaitForObjectsLocked( module, &productReported );
+        if ( module->endUnloadFunc ) {
+            module->endUnloadFunc();
+        }
+        runtimeUnregisterLastModule( module );
+    }
+    zu___RuntimeExtsIndex = 0;
+    zuMonitorLeave( zu___RuntimeLoadMonitor );
 }

@@ -1,6 +1,8 @@
 // zu_runtime_internal.h: the process-wide words behind zu_runtime.h.
 #pragma once
 
+#include "zu/base/zu_dict.h"
+#include "zu/base/zu_monitor.h"
 #include "zu/runtime/zu_runtime.h"
 #include "zu/sys/zu_lock.h"
 
@@ -16,5 +18,21 @@ extern ZU_INT zu___RuntimeUnloadModuleTimeout;
 // Where output goes, null: nowhere.  The lock is held while the function runs.
 extern ZU___LOCK zu___RuntimePrintLock;
 extern ZU_RUNTIME_PRINT_FUNC zu___RuntimePrintFunc;
+
+// Modules.  The load monitor is held for all of loading and unloading; the modules monitor for an instant only, around
+// any change of dict and vector, and inside the load monitor where both are held.
+extern ZU_MONITOR *zu___RuntimeLoadMonitor;
+extern ZU_MONITOR *zu___RuntimeModulesMonitor;
+extern ZU_DICT *zu___RuntimeModulesDict;     // loaded modules by name
+extern ZU_VECTOR *zu___RuntimeModulesVector; // loaded modules, each behind what it depends on; the library's own first
+extern ZU_DICT *zu___RuntimeLoadingDict;     // names of modules that are being loaded, each to itself
+extern ZU_INT zu___RuntimeExtsIndex;         // the first module in the vector whose extensions are still to be loaded
+
+// What each report begins with: 90 hyphens.
+#define ZU___RUNTIME_REPORT_LINE \
+    "------------------------------------------------------------------------------------------\n"
+
+// Prints which product this is; ahead of reports on modules that refuse to unload and on leaks.
+void zu___RuntimePrintProductReport( void );
 
 ZU_END_DECLS

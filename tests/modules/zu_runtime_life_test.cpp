@@ -1,0 +1,301 @@
+#include "zu/zu.hpp"
+
+#include "zu_test_support.h"
+
+#include <chrono>
+#include <dlfcn.h>
+#include <thread>
+
+static std::string printed; // what the library has printed, in ASCII
+
+static void printFunction( const ZU_CHAR *chs, ZU_INT chsLength )
+{
+    printed.append( chs, chs + chsLength );
+}
+static std::string takePrinted()
+{
+    return std::exchange( printed, "" );
+}
+
+static const ZU_INT IMPLICIT = ZU_RUNTIME_FLAG_IMPLICIT_MODULE_PATH;
+
+// The library, from start to stop.
+class Life {
+public:
+    explicit Life( ZU_INT flags = IMPLICIT, ZU_INT unloadTimeout = -1 )
+    {
+        printed.clear();
+        zuRuntimeStartup( flags, unloadTimeout, printFunction, nullptr, nullptr, nullptr );
+    }
+    ~Life()
+    {
+        stop();
+    }
+    void stop()
+    {
+        if ( std::exchange( running, false ) ) {
+            EXPECT_EQ( zuRuntimeShutdown(), 0 );
+        }
+    }
+
+private:
+    bool running = true;
+};
+
+static zu::Ref<ZU_STRING> string( const char *ascii )
+{
+    return zu::adopt( zuStringCreateFromAscii( ascii, -1 ) );
+}
+static bool load( const char *name )
+{
+    return zuRuntimeTryLoadModule( string( name ).get() );
+}
+static ZU_MODULE *module( const char *name )
+{
+    return zu::adopt( zuRuntimeModule( string( name ).get() ) ).get(); // static: outlives the reference
+}
+// The names of the loaded modules in their order
+static std::string loaded()
+{
+    zu::Ref<ZU_VECTOR> modules = zu::adopt( zuRuntimeModulesVector() );
+    std::string names;
+    for ( ZU_INT i = 0; i < zuVectorLength( modules.get() ); i++ ) {
+        names += ( names.empty() ? "" : " " ) +
+                 std::string( zuModuleFrom( zuVectorBacking( modules.get() )[ i ] )->moduleRecord->name );
+    }
+    return names;
+}
+static ZU_OBJ *createPin()
+{
+    ZU_OBJ *pin = nullptr;
+    int agreed;
+    EXPECT_EQ( zuModuleRunPersonality( module( "gauge" ), &pin, &agreed ), &agreed );
+    return pin;
+}
+
+TEST( RuntimeLife, FiveHundredTimes )
+{
+    for ( int i = 0; i < 500; i++ ) {
+        zuRuntimeStartup( i % 2 ? 0 : ZU_RUNTIME_FLAG_OBJECT_DATABASE, -1, printFunction, i % 3 ? "a" : nullptr,
+                          i % 5 ? "b" : nullptr, i % 7 ? "c" : nullptr );
+        EXPECT_EQ( zuRuntimeVersionApplicationHasIdentifier(), i % 3 != 0 );
+        zu::Ref<ZU_STORE> info = zu::adopt( zuRuntimeInfo() );
+        zu::Ref<ZU_STACK_TRACE> trace = zu::adopt( zuStackTraceCreate( 0, 1 ) );
+        zuRuntimeSetUserInformationKey( string( "key" ).get(), info.get() );
+        info = nullptr;
+        trace = nullptr;
+        ASSERT_EQ( zuRuntimeShutdown(), 0 );
+        ASSERT_EQ( zuModule()->sorts, 0u );
+        EXPECT_EQ( zuRuntimeFlags(), 0 );
+    }
+    EXPECT_EQ( takePrinted(), "" );
+}
+TEST( RuntimeLife, PrintsNothingOnceStopped )
+{
+    Life life;
+    zuPrintCstr( "a", -1 );
+    life.stop();
+    zuRuntimePrint( (const ZU_CHAR *)U"b", 1 );
+    EXPECT_EQ( takePrinted(), "a" );
+}
+TEST( RuntimeLife, ReportsTheProductAheadOfLeaks )
+{
+    ZU_STRING *leak;
+    ZU_INT flags = ZU_RUNTIME_FLAG_OBJECT_DATABASE;
+    {
+        Life quiet( flags );
+        leak = zuStringCreateFromAscii( "leak", -1 );
+    }
+    EXPECT_EQ( takePrinted(), "" );
+    EXPECT_EQ( zuModule()->sorts, 1u );
+    flags |= ZU_RUNTIME_FLAG_SNAPSHOT_SORT;
+    Life reporting( flags );
+    EXPECT_EQ( zuRuntimeFlags(), flags );
+    reporting.stop();
+    std::string report = takePrinted();
+    const ZU___MODULE_RECORD &record = zu___module_record;
+    std::string version = std::to_string( record.productVersionMajor ) + "." +
+                          std::to_string( record.productVersionMinor ) + "." +
+                          std::to_string( record.productVersionRelease );
+    EXPECT_EQ( report.find( std::string( 90, '-' ) + "\nProduct   : " + record.productName +
+                            "\nFriendly  : " + record.productFriendlyName + "\nVersion   : " + version +
+                            "\nOS        : " + zu___RuntimeOsFriendlyNameCstr( zuRuntimeOs() ) +
+                            "\nHardware  : " + zu___RuntimeHardwareFriendlyNameCstr( zuRuntimeHardware() ) +
+                            "\nVariant   : " + zu___RuntimeVariantFriendlyNameCstr( zuRuntimeVariant() ) +
+                            "\nBuild Time: " + record.productBuildTime + "\n" ),
+               0u )
+        << report;
+    {
+        Life again;
+        zuStringRelease( leak );
+    }
+    EXPECT_EQ( zuModule()->sorts, 0u );
+}
+TEST( RuntimeLifeAborts, ByItsTimeout )
+{
+    expectAbort( "optionalUnloadModuleTimeout >= -1",
+                 [] { zuRuntimeStartup( 0, -2, nullptr, nullptr, nullptr, nullptr ); } );
+}
+
+TEST( RuntimeModules, OnlyTheLibraryAtFirst )
+{
+    Life life( 0 );
+    EXPECT_EQ( loaded(), "zu" );
+    EXPECT_EQ( module( "zu" ), zuModule() );
+    EXPECT_EQ( module( "gauge" ), nullptr );
+    EXPECT_TRUE( load( "zu" ) );
+    EXPECT_FALSE( load( "unit" ) ) << "nobody has told where the product's files are";
+    EXPECT_TRUE( zuRuntimeTryLoadModulesCstr( "", -1 ) );
+}
+TEST( RuntimeModules, DependenciesAheadExtensionsBehind )
+{
+    Life life;
+    EXPECT_TRUE( load( "gauge" ) );
+    EXPECT_EQ( loaded(), "zu unit scale gauge plot ink" );
+    EXPECT_EQ( takePrinted(), "unit load\nscale load\ngauge load\nplot load\nink load\n" );
+    EXPECT_TRUE( load( "gauge" ) );
+    EXPECT_TRUE( load( "plot" ) );
+    EXPECT_EQ( takePrinted(), "" ) << "nothing is loaded twice";
+    life.stop();
+    EXPECT_EQ( takePrinted(),
+               "plot prepare\nscale prepare\nunit prepare\nplot begin\nplot end\nscale begin\nscale end\n"
+               "unit begin\nunit end\n" );
+}
+TEST( RuntimeModules, SeveralUpToTheFirstFailure )
+{
+    Life life;
+    EXPECT_TRUE( zuRuntimeTryLoadModulesCstr( " unit  ink scale", 10 ) );
+    EXPECT_EQ( loaded(), "zu unit ink" );
+    EXPECT_FALSE( zuRuntimeTryLoadModulesWcstr( u"scale absent plot", -1 ) );
+    EXPECT_EQ( loaded(), "zu unit ink scale" );
+    zu::Ref<ZU_VECTOR> names = zu::adopt( zuVectorCreate() );
+    EXPECT_TRUE( zuRuntimeTryLoadModulesVector( names.get() ) );
+    zuVectorAppendString( names.inOut(), string( "plot" ).get() );
+    EXPECT_TRUE( zuRuntimeTryLoadModulesVector( names.get() ) );
+    EXPECT_EQ( loaded(), "zu unit ink scale plot gauge" );
+    zuRuntimeUnloadAllModules();
+    EXPECT_EQ( loaded(), "zu" );
+    EXPECT_EQ( module( "plot" ), nullptr );
+    EXPECT_TRUE( zuRuntimeTryLoadModules( string( "plot" ).get() ) ) << "after unloading all can be loaded again";
+    EXPECT_EQ( loaded(), "zu plot unit scale gauge ink" );
+}
+TEST( RuntimeModules, SeeTheirOwnRecordAndStamp )
+{
+    Life life;
+    EXPECT_TRUE( load( "gauge" ) );
+    void *file =
+        dlopen( ( zu___module_record.productName + std::string( "-gauge.so" ) ).c_str(), RTLD_NOW | RTLD_NOLOAD );
+    ASSERT_TRUE( file );
+    EXPECT_EQ( dlsym( file, "gauge___module" ), module( "gauge" ) );
+    EXPECT_EQ( dlsym( file, "zu___module_record" ), module( "gauge" )->moduleRecord );
+    EXPECT_STREQ( *(const char **)dlsym( file, "zu___module_version_string" ),
+                  "###RQ_VERSION### any product, gauge 3#1.2" );
+    dlclose( file );
+    zu::Ref<ZU_MODULE_VERSION> version = zu::adopt( zuModuleVersion( module( "gauge" ) ) );
+    EXPECT_EQ( zuModuleVersionCompatibility( version.get() ), 3001 );
+    EXPECT_STREQ( module( "unit" )->moduleRecord->description, "Written in C" );
+    EXPECT_STREQ( zuModule()->moduleRecord->name, "zu" );
+}
+TEST( RuntimeModules, TellWhyTheyAreRefused )
+{
+    static const struct {
+        const char *name;
+        const char *reason; // behind the line that says which module is being loaded
+        const char *left;   // what stays loaded
+    } ROWS[] = {
+        { "absent", "[zu___RuntimePlatformLoadModule()] dlopen(): null, dlerror(): ", "zu" },
+        { "nothing", "[zu___RuntimePlatformLoadModule()] dlsym(): null, dlerror(): ", "zu" },
+        { "foreign", "[zu___RuntimePlatformLoadModule()] zu___ModuleCheckCompatibility(): false\n", "zu" },
+        { "misnamed", "[zu___RuntimePlatformLoadModule()] module name invalid\n", "zu" },
+        { "unwilling", "unwilling load\n", "zu" },
+        { "needy",
+          "[zu___RuntimeTryLoadModule()] module: unit\nunit load\n[zu___RuntimeTryLoadModule()] module: absent\n",
+          "zu unit" },
+    };
+    for ( const auto &row : ROWS ) {
+        Life life( IMPLICIT | ZU_RUNTIME_FLAG_MODULE_DEBUG );
+        EXPECT_FALSE( load( row.name ) ) << row.name;
+        std::string expected = std::string( "[zu___RuntimeTryLoadModule()] module: " ) + row.name + "\n" + row.reason;
+        EXPECT_EQ( takePrinted().substr( 0, expected.size() ), expected );
+        EXPECT_EQ( loaded(), row.left ) << row.name;
+        EXPECT_FALSE( load( row.name ) ) << "again: nothing is left half loaded";
+    }
+    Life life( IMPLICIT | ZU_RUNTIME_FLAG_MODULE_DEBUG );
+    EXPECT_TRUE( load( "unit" ) );
+    takePrinted();
+    life.stop();
+    EXPECT_EQ( takePrinted(), "unit prepare\n[zuRuntimeUnloadAllModules()] module: unit\nunit begin\nunit end\n" );
+}
+TEST( RuntimeModules, WaitForTheirObjects )
+{
+    Life life;
+    ASSERT_TRUE( load( "gauge" ) );
+    ZU_OBJ *pin = createPin();
+    EXPECT_EQ( module( "gauge" )->sorts, 1u );
+    takePrinted();
+    // Unloading has begun when "plot" has ended; then the thread gives the object up.
+    std::thread other( [ & ] {
+        while ( zu::adopt( zuRuntimeModule( string( "plot" ).get() ) ) ) {
+            std::this_thread::yield();
+        }
+        zuObjRelease( pin );
+    } );
+    zuRuntimeUnloadAllModules();
+    other.join();
+    std::string text = takePrinted();
+    EXPECT_LT( text.find( "plot end\n" ), text.find( "gauge free\n" ) );
+    EXPECT_LT( text.find( "gauge free\n" ), text.find( "scale begin\n" ) );
+}
+TEST( RuntimeModules, ShowInStackTraces )
+{
+    Life life;
+    zuPrintStackTrace(); // starts the engine ahead of the file that it has to find out about
+    ASSERT_TRUE( load( "gauge" ) );
+    takePrinted();
+    zuModuleRunPersonality( module( "gauge" ), nullptr, nullptr );
+    EXPECT_NE( takePrinted().find( "testPersonality" ), std::string::npos );
+}
+TEST( RuntimeModulesAborts, StuckPastTheTimeout )
+{
+    static const char EXPRESSION[] = "msecs <= zu___RuntimeUnloadModuleTimeout";
+    for ( ZU_INT timeout : { 0, 120 } ) {
+        expectAbort(
+            EXPRESSION,
+            [ & ] {
+                Life life( IMPLICIT, timeout );
+                load( "gauge" );
+                createPin();
+                life.stop();
+            },
+            "gauge" );
+    }
+}
+TEST( RuntimeModulesAborts, ByFaultsOfModules )
+{
+    expectAbort( "!zuDictHasStringKey( zu___RuntimeLoadingDict, moduleName )", [] {
+        Life life;
+        load( "circle_a" );
+    } );
+    expectAbort(
+        "!obj || zuObjSort(obj)==&zu___sort_ZU_MODULE",
+        [] {
+            Life life;
+            load( "sort" );
+        },
+        "stdfunc from" );
+}
+TEST( RuntimeModulesAborts, ByTheirArguments )
+{
+    Life life;
+    zu::Ref<ZU_VECTOR> numbers = zu::adopt( zuVectorCreate() );
+    zuVectorAppendInt( numbers.inOut(), 1 );
+    expectAbort( "moduleName", [] { zuRuntimeModule( nullptr ); } );
+    expectAbort( "zuModuleNameOk( moduleName )", [] { zuRuntimeModule( string( "A" ).get() ); } );
+    expectAbort( "zuModuleNameOk( moduleName )", [] { load( "" ); } );
+    expectAbort( "zuModuleNameOk( moduleName )", [] { zuRuntimeTryLoadModulesCstr( "zu B", -1 ); } );
+    expectAbort( "moduleNames", [] { zuRuntimeTryLoadModules( nullptr ); } );
+    expectAbort( "moduleNames", [] { zuRuntimeTryLoadModulesVector( nullptr ); } );
+    expectAbort( "zuVectorContainsOnly( moduleNames, zuStringSort() )",
+                 [ & ] { zuRuntimeTryLoadModulesVector( numbers.get() ); } );
+    numbers = nullptr;
+}

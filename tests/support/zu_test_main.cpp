@@ -1,0 +1,24 @@
+#include "zu/zu.h"
+
+#include <gtest/gtest.h>
+
+// The library runs for the whole of an executable; at its end no object may be left.
+class LibraryEnvironment : public testing::Environment {
+public:
+    void SetUp() override
+    {
+        zuRuntimeStartup( 0, -1, nullptr, "zu-test", "Tests of zu", "1.0" );
+    }
+    void TearDown() override
+    {
+        zuRuntimeShutdown();
+        EXPECT_EQ( zuModule()->sorts, 0u ) << "sorts with live objects";
+    }
+};
+
+int main( int argc, char **argv )
+{
+    testing::InitGoogleTest( &argc, argv );
+    testing::AddGlobalTestEnvironment( new LibraryEnvironment );
+    return RUN_ALL_TESTS();
+}
