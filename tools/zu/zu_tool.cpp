@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 static const TOOL_COMMAND *const COMMANDS[] = {
+    &toolConvertCommand,
     &toolStoreCommand,
     &toolTextCommand,
 };

@@ -24,6 +24,7 @@ struct TOOL_COMMAND {
     int ( *run )( int argc, char **argv ); // argv[ 0 ] is the first argument behind the name; returns an exit status
 };
 
+extern const TOOL_COMMAND toolConvertCommand;
 extern const TOOL_COMMAND toolStoreCommand;
 extern const TOOL_COMMAND toolTextCommand;
 

@@ -1,0 +1,117 @@
+"""zu convert against Python's codecs.
+
+usage: zu_convert_test.py ZU [unittest options]
+"""
+import pathlib
+import re
+import resource
+import subprocess
+import sys
+import tempfile
+import unicodedata
+import unittest
+
+TESTS = pathlib.Path(__file__).resolve().parent.parent
+EXAMPLES = sorted((TESTS.parent / "examples" / "texts").glob("*.txt"))
+ZU = sys.argv.pop(1)
+LINE_END = re.compile("\r\n|[\n\r\x85\u2028\u2029]")
+
+
+def run(*arguments, data=b""):
+    return subprocess.run([ZU, "convert", *map(str, arguments)], input=data, capture_output=True)
+
+
+class Convert(unittest.TestCase):
+    def expect(self, output, *arguments, data, status=0):
+        result = run(*arguments, data=data)
+        self.assertEqual((result.returncode, result.stdout), (status, output), (arguments, result.stderr))
+        return result.stderr.decode()
+
+    def test_all_examples(self):
+        for path in EXAMPLES:
+            data = path.read_bytes()
+            text = data.decode()
+            self.expect(text.encode("utf-32-le"), "--from", "utf-8", "--to", "UTF-32", data=data)
+            self.expect(data, "--from", "utf-16be", "--to", "utf-8", data=text.encode("utf-16-be"))
+            marked = b"\xef\xbb\xbf" + data
+            self.expect(marked, "--from", "utf-32", "--to", "utf-8", "--bom", data=b"\xff\xfe\0\0" + text.encode("utf-32-le"))
+            for name in ["iso-8859-1", "windows-1251", "koi8-r", "ISO-8859-7", "cp437", "IBM037"]:
+                composed = unicodedata.normalize("NFC", text)
+                codec = {"IBM037": "cp037"}.get(name, name)
+                mark = "?".encode(codec)
+                replaced = b"".join(ch.encode(codec, "ignore") or mark for ch in composed)
+                self.expect(replaced, "--from", "utf-8", "--to", name, data=data)
+                self.expect(composed.encode(codec, "ignore"), "--from", "utf-8", "--to", name, "--errors", "ignore", data=data)
+
+    def test_pairs_across_blocks(self):
+        text = "x" + "\U0001F600" * 100_000
+        self.expect(text.encode(), "--from", "utf-16le", "--to", "utf-8", data=text.encode("utf-16-le"))
+
+    def test_newlines(self):
+        text = "a\r\nb\rc\nd\r\r\n\x85e\u2028f\u2029\n\rg\vh\f"
+        forms = {"lf": "\n", "crlf": "\r\n", "cr": "\r", "nel": "\x85", "ls": "\u2028", "ps": "\u2029"}
+        # The second text has pairs at all distances from the ends of blocks.
+        for source in [text, "x\r\n" * 50_000]:
+            for name, newline in forms.items():
+                wanted = LINE_END.sub(newline, source).encode()
+                self.expect(wanted, "--from", "utf-8", "--to", "utf-8", f"--newlines={name}", data=source.encode())
+
+    def test_failures(self):
+        with tempfile.TemporaryDirectory() as folder:
+            both = ["--from", "utf-8", "--to", "ascii"]
+            missing = pathlib.Path(folder) / "missing"
+            nowhere = missing / "out"
+            error = self.expect(b"", *both, missing, data=b"", status=1)
+            self.assertIn(str(missing), error)
+            error = self.expect(b"", *both, "-", nowhere, data=b"x", status=1)
+            self.assertIn(str(nowhere), error)
+            out = pathlib.Path(folder) / "out"
+            self.expect(b"", *both, "-", out, data="aé".encode())
+            self.assertEqual(out.read_bytes(), b"a?")
+        self.expect(b"a", *both, "--errors=ignore", data=b"a\xff")
+        for data in [b"a\xff", "aé".encode()]:
+            self.assertEqual(run(*both, "--errors=fail", data=data).returncode, 1)
+        error = self.expect(b"a\0\xac\0", "--from", "utf-8", "--to", "utf-16", data="a€".encode(), status=1)
+        self.assertIn("1 others are damaged", error)
+        self.assertEqual(subprocess.run(f"echo x | {ZU} convert {' '.join(both)} > /dev/full", shell=True,
+                                        stderr=subprocess.DEVNULL).returncode, 1)
+
+    def test_misuse(self):
+        for arguments in [
+            [],
+            ["--from", "utf-8"],
+            ["--from", "utf-8", "--to", "klingon"],
+            ["--from", "utf-8", "--to", "ascii", "--errors", "maybe"],
+            ["--from", "utf-8", "--to", "ascii", "--newlines", "vt"],
+            ["--from", "utf-8", "--to", "ascii", "a", "b", "c"],
+            ["--nonsense"],
+        ]:
+            result = run(*arguments)
+            self.assertEqual((result.returncode, result.stdout), (2, b""), arguments)
+            self.assertIn(b"--help", result.stderr)
+        self.assertEqual(run("--help").returncode, 0)
+
+    def test_list(self):
+        lines = run("--list").stdout.decode().splitlines()
+        self.assertEqual(len(lines), 51)
+        self.assertTrue(any(line.split()[:3] == ["UTF-8", "65001", "cp65001"] for line in lines))
+
+    def test_memory_does_not_grow(self):
+        with tempfile.TemporaryDirectory() as folder:
+            sizes = []
+            for megabytes in [1, 30]:
+                path = pathlib.Path(folder) / "text"
+                # In pieces, since a child begins with the memory of its parent.
+                piece = "Zażółć gęślą jaźń\n".encode() * 1000
+                with path.open("wb") as file:
+                    while file.tell() < megabytes * 1_000_000:
+                        file.write(piece)
+                before = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss
+                self.expect(b"", "--from", "utf-8", "--to", "iso-8859-2", path, "/dev/null", data=b"")
+                sizes.append((before, resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss))
+            # The largest child so far: only a run that holds the whole text would raise it by megabytes.
+            self.assertLess(sizes[1][1] - sizes[1][0], 10_000)
+
+
+if __name__ == "__main__":
+    unittest.main()
