@@ -1,13 +1,16 @@
+#include "zu_test_support.h"
+
 #include "zu/zu.h"
 
-#include <gtest/gtest.h>
+#include <cstdlib>
 
 // The library runs for the whole of an executable; at its end no object may be left.
 class LibraryEnvironment : public testing::Environment {
 public:
     void SetUp() override
     {
-        zuRuntimeStartup( 0, -1, nullptr, "zu-test", "Tests of zu", "1.0" );
+        const char *flags = getenv( RESTARTED_FLAGS );
+        zuRuntimeStartup( flags ? strtoll( flags, nullptr, 10 ) : 0, -1, nullptr, "zu-test", "Tests of zu", "1.0" );
     }
     void TearDown() override
     {

@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <random>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -85,22 +86,18 @@ std::string runProgram( const std::string &commandLine )
     return output;
 }
 
+// A forked process lacks the threads of the library, so that it cannot stop it; a new one runs the test by itself.
 void runRestarted( int64_t flags, const std::function<void()> &statement )
 {
-    fflush( nullptr );
-    pid_t child = fork();
-    ASSERT_GE( child, 0 );
-    if ( child == 0 ) {
-        zuRuntimeShutdown();
-        zuRuntimeStartup( flags, -1, nullptr, "zu-test", "Tests of zu", "1.0" );
+    if ( getenv( RESTARTED_FLAGS ) ) {
         statement();
-        zuRuntimeShutdown();
-        fflush( nullptr );
-        _exit( testing::Test::HasFailure() );
+        return;
     }
-    int status = 0;
-    waitpid( child, &status, 0 );
-    EXPECT_EQ( status, 0 );
+    const testing::TestInfo *test = testing::UnitTest::GetInstance()->current_test_info();
+    std::string command = std::string( RESTARTED_FLAGS ) + "=" + std::to_string( flags ) + " " +
+                          std::filesystem::read_symlink( "/proc/self/exe" ).string() +
+                          " --gtest_filter=" + test->test_suite_name() + "." + test->name() + " 2>&1";
+    runProgram( command );
 }
 
 uint64_t testSeed()

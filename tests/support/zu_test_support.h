@@ -11,15 +11,18 @@
 void expectAbort( const char *expression, const std::function< void() > &statement, const char *message = nullptr );
 
 // Runs `body` in `count` threads at a time, which tell themselves apart by 0 to count - 1, and waits for them all.
-void runThreads( int count, const std::function< void( int ) > &body );
+void runThreads( int count, const std::function<void( int )> &body );
 
 // Runs a program and returns its standard output; a failure to run it, or its failing, fails the test.
 std::string runProgram( const std::string &commandLine );
 
-// Runs `statement` in a child process in which the library has been started anew with `flags`; a failed expectation there
-// is one here.
-void runRestarted( int64_t flags, const std::function< void() > &statement );
+// Runs the current test in a process of its own, in which the library has been started with `flags`; there this runs
+// `statement`.  A failed expectation there is one here.
+void runRestarted( int64_t flags, const std::function<void()> &statement );
 
 // Returns the seed of a test with random numbers, which a failure must show: the number in the environment variable
 // ZU_TEST_SEED, or a new one.
 uint64_t testSeed();
+
+// The environment variable with the flags of such a process.
+inline constexpr const char *RESTARTED_FLAGS = "ZU_TEST_RESTARTED_FLAGS";

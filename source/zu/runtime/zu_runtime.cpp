@@ -11,7 +11,9 @@
 #include "zu/base/zu_stack_trace.h"
 #include "zu/base/zu_store.h"
 #include "zu/base/zu_string.h"
+#include "zu/base/zu_thread.h"
 #include "zu/base/zu_time.h"
+#include "zu/base/zu_timer.h"
 #include "zu/base/zu_timestamp.h"
 #include "zu/base/zu_vector.h"
 #include "zu/charset/zu_charset.h"
@@ -72,6 +74,8 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___VectorStartup, zu___VectorShutdown },
     { zu___DictStartup, zu___DictShutdown },
     { zu___GenerationStartup, zu___GenerationShutdown },
+    { zu___ThreadStartup, zu___ThreadShutdown },
+    { zu___ThreadPriorityStartup, zu___ThreadPriorityShutdown },
     { zu___FormatFlagsStartup, zu___FormatFlagsShutdown },
     { zu___CharsetFlagsStartup, zu___CharsetFlagsShutdown },
     { zu___NlfFlagsStartup, zu___NlfFlagsShutdown },
@@ -89,6 +93,7 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___StoreStartup, zu___StoreShutdown },
     { zu___TimestampStartup, zu___TimestampShutdown },
     { zu___TimeStartup, zu___TimeShutdown },
+    { zu___TimerStartup, zu___TimerShutdown },
     { zu___CharsetStartup, zu___CharsetShutdown },
 };
 static constexpr size_t SUBSYSTEM_COUNT = sizeof SUBSYSTEMS / sizeof SUBSYSTEMS[ 0 ];

@@ -1,0 +1,344 @@
+// The current thread stands in one thread-local word.  All threads are counted, spawned ones by who spawns them and
+// before they run, so that the library's end cannot miss one.
+
+#include "zu/base/zu_thread.h"
+
+#include "zu/base/zu_counter.h"
+#include "zu/base/zu_dict.h"
+#include "zu/base/zu_monitor.h"
+#include "zu/base/zu_thread_internal.h"
+#include "zu/runtime/zu_module.h"
+#include "zu/sys/zu_mem.h"
+
+static constexpr ZU_INT SYSTEM_NAME_BYTES = 31; // of a thread's name, for debuggers
+
+struct ZU_THREAD {
+    ZU_OBJ obj;
+    ZU_STRING *threadName;
+    ZU_THREAD_FUNC threadFunc; // null: encapsulated
+    ZU_THREAD_PRIORITY prio;
+    ZU_OBJ *argument; // latched; null: none, or handed out.  For the thread alone.
+    ZU_SIGNAL *endSignal;
+    ZU___THREAD_HANDLE *handle; // null: encapsulated, or refused by the system
+    ZU_MONITOR *monitor;        // guards the next two
+    ZU_BOOL stateAborted;       // the system has refused the priority: the thread ends before its function
+    ZU_BOOL stateTerminated;    // ended, or never begun
+    ZU_THREAD *previous;        // what the encapsulation has covered
+    ZU_DICT *keys;              // for the thread alone
+};
+
+static thread_local ZU_THREAD *current __attribute__( ( tls_model( "initial-exec" ) ) ) = nullptr;
+static ZU_COUNTER *threadCounter = nullptr; // of all threads; null ahead of start-up and behind shut-down
+
+static void threadFree( ZU_OBJ *thisObj );
+static ZU_STRING *threadToString( ZU_OBJ *thisObj );
+
+static ZU_SORT zu___sort_ZU_THREAD =
+    ZU___SORT_INITIALIZER( "ZU_THREAD", &zu___module, threadFree, nullptr, threadToString );
+ZU___STDFUNCS( ZU_THREAD, zuThread )
+
+// Standard functions
+static ZU_THREAD *threadCreate( ZU_STRING *threadName, ZU_THREAD_FUNC threadFunc, ZU_OBJ *argument,
+                                ZU_THREAD_PRIORITY prio )
+{
+    ZU_THREAD *thread = (ZU_THREAD *)zu___ObjCreate( sizeof( ZU_THREAD ), &zu___sort_ZU_THREAD );
+    thread->threadName = zuStringRetain( threadName );
+    thread->threadFunc = threadFunc;
+    thread->prio = prio;
+    thread->argument = argument ? zuObjRetain( argument ) : nullptr;
+    thread->endSignal = zuSignalCreate();
+    thread->handle = nullptr;
+    thread->monitor = zuMonitorCreate();
+    thread->stateAborted = ZU_FALSE;
+    thread->stateTerminated = ZU_FALSE;
+    thread->previous = nullptr;
+    thread->keys = zuDictCreate();
+    return thread;
+}
+static void threadFree( ZU_OBJ *thisObj )
+{
+    ZU_THREAD *thread = zuThreadFrom( thisObj );
+    ZU_ASSERT( thread );
+    ZU_ASSERT( thread->stateTerminated );
+    ZU_REF_RELEASE( thread->threadName );
+    ZU_REF_POISON( thread->threadName );
+    ZU_REF_RELEASE_OPT( thread->argument );
+    ZU_REF_POISON( thread->argument );
+    ZU_REF_RELEASE( thread->endSignal );
+    ZU_REF_POISON( thread->endSignal );
+    ZU_REF_RELEASE( thread->monitor );
+    ZU_REF_POISON( thread->monitor );
+    ZU_REF_RELEASE_OPT( thread->keys );
+    ZU_REF_POISON( thread->keys );
+    if ( thread->handle ) {
+        zu___ThreadHandleClose( thread->handle );
+    }
+}
+static ZU_STRING *threadToString( ZU_OBJ *thisObj )
+{
+    ZU_THREAD *thread = zuThreadFrom( thisObj );
+    ZU_ASSERT( thread );
+    return zuStringRetain( thread->threadName );
+}
+
+// The end of a thread or of an encapsulation
+
+static void threadTerminate( ZU_THREAD *thread )
+{
+    zuMonitorEnter( thread->monitor );
+    thread->stateTerminated = ZU_TRUE;
+    zuMonitorLeave( thread->monitor );
+}
+// Gives up what belongs to the thread, and its reference to itself, and tells that it has ended.
+static void threadFinish( ZU_THREAD *thread )
+{
+    ZU_OBJ *argument = thread->argument;
+    thread->argument = nullptr;
+    ZU_REF_RELEASE_OPT( argument );
+    ZU_DICT *keys = thread->keys;
+    thread->keys = nullptr;
+    ZU_REF_RELEASE( keys );
+
+    ZU_SIGNAL *endSignal = zuSignalRetain( thread->endSignal ); // the thread may go ahead of it
+    threadTerminate( thread );
+    ZU_REF_RELEASE( thread );
+    zuSignalAssert( endSignal );
+    ZU_REF_RELEASE( endSignal );
+    if ( threadCounter ) {
+        zuCounterDecrement( threadCounter );
+    }
+}
+
+// Starting
+
+static void threadNameForDebuggers( ZU_THREAD *thread )
+{
+    char *name = zuStringConvertToCstr( thread->threadName, ZU_TRUE, nullptr );
+    if ( name ) {
+        ZU_INT length = (ZU_INT)__builtin_strlen( name );
+        name[ zuIntMin( length, SYSTEM_NAME_BYTES ) ] = 0;
+        zu___ThreadSetSystemName( name );
+        zuMemFree( name );
+    }
+}
+static void threadEntry( void *argument )
+{
+    ZU_THREAD *thread = (ZU_THREAD *)argument;
+    ZU_ASSERT( thread );
+    ZU_ASSERT( thread->threadName );
+    ZU_ASSERT( thread->threadFunc );
+    current = thread;
+    threadNameForDebuggers( thread );
+    zuMonitorEnter( thread->monitor );
+    if ( thread->stateAborted ) {
+        thread->stateTerminated = ZU_TRUE;
+        zuMonitorLeave( thread->monitor );
+    } else {
+        zuMonitorLeave( thread->monitor );
+        thread->threadFunc();
+        threadFinish( thread );
+    }
+    current = nullptr;
+}
+
+static void threadResume( ZU_THREAD *thread )
+{
+    if ( zu___ThreadHandleResume( thread->handle ) != 1 ) {
+        zu___Abort( "failed to resume thread", __FILE__, __LINE__, nullptr );
+    }
+}
+ZU_THREAD *zuThreadTrySpawn( ZU_STRING *threadName, ZU_THREAD_FUNC threadFunc, ZU_OBJ *argument,
+                             ZU_THREAD_PRIORITY prio )
+{
+    ZU_ASSERT( threadName );
+    ZU_ASSERT( threadFunc );
+    ZU_ASSERT( ZU_THREAD_PRIORITY_OK( prio ) );
+    ZU_THREAD *thread = threadCreate( threadName, threadFunc, argument, prio );
+    thread->handle = zu___ThreadHandleTryCreate( threadEntry, thread );
+    if ( !thread->handle ) {
+        thread->stateTerminated = ZU_TRUE;
+        zuThreadRelease( thread );
+        return nullptr;
+    }
+    zuThreadRetain( thread ); // for the new thread
+    if ( !zu___ThreadHandleTrySetPriority( thread->handle, prio ) ) {
+        // The thread ends at once and keeps its reference.
+        thread->stateAborted = ZU_TRUE;
+        threadResume( thread );
+        while ( !zu___ThreadHandleWait( thread->handle ) ) {}
+        zuThreadRelease( thread );
+        return nullptr;
+    }
+    zuCounterIncrement( threadCounter );
+    threadResume( thread );
+    return thread;
+}
+ZU_THREAD *zuThreadTrySpawnCstr( const char *threadName, ZU_INT threadNameLength, ZU_THREAD_FUNC threadFunc,
+                                 ZU_OBJ *argument, ZU_THREAD_PRIORITY prio )
+{
+    ZU_STRING *name = zuStringCreateFromCstr( threadName, threadNameLength );
+    ZU_THREAD *thread = zuThreadTrySpawn( name, threadFunc, argument, prio );
+    zuStringRelease( name );
+    return thread;
+}
+ZU_THREAD *zuThreadTrySpawnWcstr( const char16_t *threadName, ZU_INT threadNameLength, ZU_THREAD_FUNC threadFunc,
+                                  ZU_OBJ *argument, ZU_THREAD_PRIORITY prio )
+{
+    ZU_STRING *name = zuStringCreateFromWcstr( threadName, threadNameLength );
+    ZU_THREAD *thread = zuThreadTrySpawn( name, threadFunc, argument, prio );
+    zuStringRelease( name );
+    return thread;
+}
+
+// Any thread
+void zuThreadJoin( ZU_THREAD *thread )
+{
+    ZU_ASSERT( thread );
+    ZU_THREAD *thisThread = current;
+    ZU_ASSERT( thisThread );
+    ZU_ASSERT( thisThread != thread );
+    while ( !zu___ThreadHandleWait( thread->handle ) ) {}
+}
+ZU_BOOL zuThreadEnd( ZU_THREAD *thread )
+{
+    ZU_ASSERT( thread );
+    return zuSignalAsserted( thread->endSignal );
+}
+void zuThreadEndAddSignalable( ZU_THREAD *thread, ZU_SIGNALABLE *sigb )
+{
+    ZU_ASSERT( thread );
+    ZU_ASSERT( sigb );
+    zuSignalAddSignalable( thread->endSignal, sigb );
+}
+void zuThreadEndDelSignalable( ZU_THREAD *thread, ZU_SIGNALABLE *sigb )
+{
+    ZU_ASSERT( thread );
+    ZU_ASSERT( sigb );
+    zuSignalDelSignalable( thread->endSignal, sigb );
+}
+ZU_STRING *zuThreadName( ZU_THREAD *thread )
+{
+    ZU_ASSERT( thread );
+    return zuStringRetain( thread->threadName );
+}
+ZU_BOOL zu___ThreadTryFreeze( ZU_THREAD *thread )
+{
+    ZU_ASSERT( thread );
+    return zu___ThreadHandleTrySuspend( thread->handle );
+}
+
+// The current thread
+static ZU_THREAD *threadCurrentNoRetain()
+{
+    ZU_THREAD *thisThread = current;
+    ZU_ASSERT( thisThread );
+    return thisThread;
+}
+ZU_THREAD *zuThreadThis( void )
+{
+    return zuThreadRetain( threadCurrentNoRetain() );
+}
+ZU_THREAD_PRIORITY zuThreadPriority( void )
+{
+    return threadCurrentNoRetain()->prio;
+}
+ZU_OBJ *zuThreadUnlatchArgument( void )
+{
+    ZU_THREAD *thisThread = threadCurrentNoRetain();
+    ZU_OBJ *argument = thisThread->argument;
+    thisThread->argument = nullptr;
+    return argument;
+}
+ZU_OBJ *zuThreadKey( ZU_OBJ *key )
+{
+    ZU_ASSERT( key );
+    return zuDictObjKey( threadCurrentNoRetain()->keys, key );
+}
+ZU_BOOL zuThreadHasKey( ZU_OBJ *key )
+{
+    ZU_ASSERT( key );
+    return zuDictHasObjKey( threadCurrentNoRetain()->keys, key );
+}
+void zuThreadSetKey( ZU_OBJ *key, ZU_OBJ *val )
+{
+    ZU_ASSERT( key );
+    ZU_ASSERT( val );
+    zuDictSetObjKey( &threadCurrentNoRetain()->keys, key, val );
+}
+void zuThreadDelKey( ZU_OBJ *key )
+{
+    ZU_ASSERT( key );
+    zuDictDelObjKey( &threadCurrentNoRetain()->keys, key );
+}
+
+// Encapsulation
+void zu___ThreadEncapsulateBegin( ZU_OBJ *argument )
+{
+    ZU_ASSERT( !zuThreadEncapsulated() );
+    ZU_STRING *threadName = zuStringCreateFromCstr( "zu___ThreadEncapsulateBegin", -1 );
+    ZU_THREAD *thread = threadCreate( threadName, nullptr, argument, ZU_THREAD_PRIORITY_NORMAL );
+    zuStringRelease( threadName );
+    thread->previous = current;
+    current = thread;
+    if ( threadCounter ) {
+        zuCounterIncrement( threadCounter );
+    }
+}
+void zu___ThreadEncapsulateEnd( void )
+{
+    ZU_THREAD *thisThread = threadCurrentNoRetain();
+    current = thisThread->previous;
+    threadFinish( thisThread );
+}
+void zuThreadEncapsulate( ZU_THREAD_FUNC threadFunc, ZU_OBJ *argument )
+{
+    ZU_ASSERT( threadFunc );
+    zu___ThreadEncapsulateBegin( argument );
+    threadFunc();
+    zu___ThreadEncapsulateEnd();
+}
+ZU_BOOL zuThreadEncapsulated( void )
+{
+    return current != nullptr;
+}
+void zuThreadCheckEncapsulated( void )
+{
+    ZU_ASSERT( zuThreadEncapsulated() );
+}
+
+// Start-up.  The caller's own encapsulation lies around the counter's life, so that it neither counts nor waits for itself.
+void zu___ThreadStartup( void )
+{
+    zu___ThreadEncapsulateBegin( nullptr );
+    threadCounter = zuCounterCreate();
+    zuCounterIncrement( threadCounter );
+}
+void zu___ThreadShutdown( void )
+{
+    zuCounterDecrement( threadCounter );
+    zuCounterWaitZero( threadCounter );
+    ZU_COUNTER *counter = threadCounter;
+    threadCounter = nullptr;
+    ZU_REF_RELEASE( counter );
+    zu___ThreadEncapsulateEnd();
+}
+
+// Waiting.  A sleeper waits on a signal of its own behind the caller's, which is none of its business otherwise.
+void zuSleep( ZU_SIGNAL *signal )
+{
+    zuSleepTimed( signal, -1 );
+}
+ZU_BOOL zuSleepTimed( ZU_SIGNAL *signal, ZU_INT millisec )
+{
+    (void)threadCurrentNoRetain();
+    ZU_SIGNAL *wakeUp = zuSignalCreate();
+    if ( signal ) {
+        zuSignalAddSignal( signal, wakeUp );
+    }
+    ZU_BOOL asserted = zuSignalWaitTimed( wakeUp, millisec );
+    if ( signal ) {
+        zuSignalDelSignal( signal, wakeUp );
+    }
+    zuSignalRelease( wakeUp );
+    return asserted;
+}

@@ -1,0 +1,391 @@
+// A timer is a public object and a closure.  The schedules hold closures only, so that the end of the public object can
+// take a closure out of its schedule, and a lingering one stays in.
+//
+// The thread of the timers sleeps until the first relative timer is due or the calendar has to be looked at.  It closes
+// its barrier ahead of looking at the schedules, and whoever changes them opens it afterwards: no change is missed.
+
+#include "zu/base/zu_timer.h"
+
+#include "zu/base/zu_dict.h"
+#include "zu/base/zu_monitor.h"
+#include "zu/base/zu_priority_map.h"
+#include "zu/base/zu_thread.h"
+#include "zu/base/zu_timestamp.h"
+#include "zu/runtime/zu_module.h"
+#include "zu/runtime/zu_obj_internal.h"
+
+// How far ahead of a time of the calendar the looks come closer, in seconds, and how long the thread sleeps between them.
+static constexpr ZU_INT NEAR_SECONDS = 10;
+static constexpr ZU_INT NEAR_WAIT = 1000; // milliseconds
+static constexpr ZU_INT FAR_WAIT = 10000;
+
+// What happens.  One of the targets is set; none changes once there is a timer.
+struct ZU___TIMER_CLOSURE {
+    ZU_OBJ obj;
+    ZU_TIMER_FUNC func;
+    ZU_OBJ *arg;
+    ZU_SIGNAL *sig;
+    ZU_ALERT *alert;
+    ZU_BARRIER *barrier;
+    ZU_EVENT_QUEUE *eq;
+    ZU_OBJ *evt;
+    ZU_THREAD *abortThread;
+    uint32_t sched;   // 1: the timer is to fire; atomic
+    ZU_BOOL schedAbs; // filed in timerAbsDict; guarded by timerMonitor, as is the next
+    ZU_BOOL schedRel; // filed in timerRelPrioMap
+};
+struct ZU_TIMER {
+    ZU_OBJ obj;
+    ZU___TIMER_CLOSURE *tcl;
+    ZU_BOOL linger; // fires also when nobody holds it any more; guarded by timerMonitor
+};
+
+static ZU_MONITOR *timerMonitor = nullptr;         // guards the next three
+static ZU_PRIORITY_MAP *timerRelPrioMap = nullptr; // closures and the timestamps that they are due at
+static ZU_DICT *timerAbsDict = nullptr;            // from times to closures
+static bool timerShutdown = false;
+static ZU_BARRIER *timerBarrier = nullptr; // open: look at the schedules again
+static ZU_THREAD *timerThread = nullptr;
+
+static void timerClosureFree( ZU_OBJ *thisObj );
+static void timerFree( ZU_OBJ *thisObj );
+
+static ZU_SORT zu___sort_ZU___TIMER_CLOSURE =
+    ZU___SORT_INITIALIZER( "ZU___TIMER_CLOSURE", &zu___module, timerClosureFree, nullptr, nullptr );
+ZU___STDFUNCS_PRIVATE( ZU___TIMER_CLOSURE, timerClosure )
+
+static ZU_SORT zu___sort_ZU_TIMER = ZU___SORT_INITIALIZER( "ZU_TIMER", &zu___module, timerFree, nullptr, nullptr );
+ZU___STDFUNCS( ZU_TIMER, zuTimer )
+
+// Closures
+static ZU_BOOL timerClosureTakeSched( ZU___TIMER_CLOSURE *tcl )
+{
+    return (ZU_BOOL)__atomic_exchange_n( &tcl->sched, 0, __ATOMIC_ACQ_REL );
+}
+static void timerClosureFree( ZU_OBJ *thisObj )
+{
+    ZU___TIMER_CLOSURE *tcl = timerClosureFrom( thisObj );
+    ZU_ASSERT( tcl );
+    ZU_REF_RELEASE_OPT( tcl->arg );
+    ZU_REF_POISON( tcl->arg );
+    ZU_REF_RELEASE_OPT( tcl->sig );
+    ZU_REF_POISON( tcl->sig );
+    ZU_REF_RELEASE_OPT( tcl->alert );
+    ZU_REF_POISON( tcl->alert );
+    ZU_REF_RELEASE_OPT( tcl->barrier );
+    ZU_REF_POISON( tcl->barrier );
+    ZU_REF_RELEASE_OPT( tcl->eq );
+    ZU_REF_POISON( tcl->eq );
+    ZU_REF_RELEASE_OPT( tcl->evt );
+    ZU_REF_POISON( tcl->evt );
+    ZU_REF_RELEASE_OPT( tcl->abortThread );
+    ZU_REF_POISON( tcl->abortThread );
+    ZU_ASSERT( !tcl->sched );
+    ZU_ASSERT( !tcl->schedAbs );
+    ZU_ASSERT( !tcl->schedRel );
+}
+static void timerClosureFire( ZU___TIMER_CLOSURE *tcl )
+{
+    if ( tcl->func ) {
+        tcl->func( tcl->arg );
+    }
+    if ( tcl->sig ) {
+        zuSignalAssert( tcl->sig );
+    }
+    if ( tcl->alert ) {
+        zuAlertSet( tcl->alert );
+    }
+    if ( tcl->barrier ) {
+        zuBarrierUnblock( tcl->barrier );
+    }
+    if ( tcl->eq ) {
+        zuEventQueueWriteEvent( tcl->eq, tcl->evt );
+    }
+    if ( tcl->abortThread ) {
+        zu___ThreadTryFreeze( tcl->abortThread );
+        ZU_ABORT();
+    }
+}
+
+// Creation.  Each form sets its one target.
+static ZU_TIMER *timerCreate()
+{
+    ZU___TIMER_CLOSURE *tcl =
+        (ZU___TIMER_CLOSURE *)zu___ObjCreate( sizeof( ZU___TIMER_CLOSURE ), &zu___sort_ZU___TIMER_CLOSURE );
+    tcl->func = nullptr;
+    tcl->arg = nullptr;
+    tcl->sig = nullptr;
+    tcl->alert = nullptr;
+    tcl->barrier = nullptr;
+    tcl->eq = nullptr;
+    tcl->evt = nullptr;
+    tcl->abortThread = nullptr;
+    tcl->sched = 0;
+    tcl->schedAbs = ZU_FALSE;
+    tcl->schedRel = ZU_FALSE;
+    ZU_TIMER *timer = (ZU_TIMER *)zu___ObjCreate( sizeof( ZU_TIMER ), &zu___sort_ZU_TIMER );
+    timer->tcl = tcl;
+    timer->linger = ZU_FALSE;
+    return timer;
+}
+ZU_TIMER *zuTimerCreate( ZU_TIMER_FUNC func, ZU_OBJ *arg )
+{
+    ZU_TIMER *timer = timerCreate();
+    timer->tcl->func = func;
+    timer->tcl->arg = arg ? zuObjRetain( arg ) : nullptr;
+    return timer;
+}
+ZU_TIMER *zuTimerCreateSignal( ZU_SIGNAL *sig )
+{
+    ZU_ASSERT( sig );
+    ZU_TIMER *timer = timerCreate();
+    timer->tcl->sig = zuSignalRetain( sig );
+    return timer;
+}
+ZU_TIMER *zuTimerCreateAlert( ZU_ALERT *alert )
+{
+    ZU_ASSERT( alert );
+    ZU_TIMER *timer = timerCreate();
+    timer->tcl->alert = zuAlertRetain( alert );
+    return timer;
+}
+ZU_TIMER *zuTimerCreateBarrier( ZU_BARRIER *barrier )
+{
+    ZU_ASSERT( barrier );
+    ZU_TIMER *timer = timerCreate();
+    timer->tcl->barrier = zuBarrierRetain( barrier );
+    return timer;
+}
+ZU_TIMER *zuTimerCreateEventQueue( ZU_EVENT_QUEUE *eq, ZU_OBJ *evt )
+{
+    ZU_ASSERT( eq );
+    ZU_ASSERT( evt );
+    ZU_TIMER *timer = timerCreate();
+    timer->tcl->eq = zuEventQueueRetain( eq );
+    timer->tcl->evt = zuObjRetain( evt );
+    return timer;
+}
+ZU_TIMER *zu___TimerCreateAbort( void )
+{
+    ZU_THREAD *thread = zuThreadThis();
+    ZU_TIMER *timer = timerCreate();
+    timer->tcl->abortThread = thread;
+    return timer;
+}
+
+// Schedules; the caller is inside timerMonitor
+static void timerDropByTimeLocked( ZU___TIMER_CLOSURE *tcl )
+{
+    ZU_INT length = zuDictLength( timerAbsDict );
+    for ( ZU_INT i = 0; i < length; i++ ) {
+        ZU_OBJ *check = zuDictValueAt( timerAbsDict, i );
+        ZU_ASSERT( check );
+        bool found = check == &tcl->obj;
+        zuObjRelease( check );
+        if ( found ) {
+            zuDictDelAt( &timerAbsDict, i );
+            return;
+        }
+    }
+}
+// A closure that is filed has a reference in its schedule, which may be the last but the caller's.
+static void timerDropScheduleLocked( ZU___TIMER_CLOSURE *tcl )
+{
+    if ( !tcl->schedRel && !tcl->schedAbs ) {
+        return;
+    }
+    ZU_ASSERT( tcl->schedRel != tcl->schedAbs );
+    timerClosureTakeSched( tcl );
+    if ( tcl->schedRel ) {
+        tcl->schedRel = ZU_FALSE;
+        zuPriorityMapDel( &timerRelPrioMap, &tcl->obj );
+    } else {
+        tcl->schedAbs = ZU_FALSE;
+        timerDropByTimeLocked( tcl );
+    }
+}
+static void timerFree( ZU_OBJ *thisObj )
+{
+    ZU_TIMER *timer = zuTimerFrom( thisObj );
+    ZU_ASSERT( timer );
+    zuMonitorEnter( timerMonitor );
+    if ( !timer->linger ) {
+        timerDropScheduleLocked( timer->tcl );
+    }
+    zuMonitorLeave( timerMonitor );
+    ZU_REF_RELEASE( timer->tcl );
+    ZU_REF_POISON( timer->tcl );
+}
+void zu___TimerSetLinger( ZU_TIMER *timer, ZU_BOOL linger )
+{
+    ZU_ASSERT( timer );
+    zuMonitorEnter( timerMonitor );
+    timer->linger = linger;
+    zuMonitorLeave( timerMonitor );
+}
+
+// Files the closure by a timestamp; tells whether it stands first.
+static bool timerFileLocked( ZU___TIMER_CLOSURE *tcl, ZU_INT timestamp )
+{
+    zuPriorityMapSet( &timerRelPrioMap, timestamp, &tcl->obj );
+    ZU_OBJ *first = zuPriorityMapValueAt( timerRelPrioMap, 0 );
+    bool isFirst = first == &tcl->obj;
+    zuObjRelease( first );
+    __atomic_store_n( &tcl->sched, 1, __ATOMIC_RELEASE );
+    tcl->schedRel = ZU_TRUE;
+    return isFirst;
+}
+void zuTimerSchedule( ZU_TIMER *timer, ZU_INT milliseconds )
+{
+    ZU_ASSERT( timer );
+    ZU_ASSERT( milliseconds >= 0 );
+    zuMonitorEnter( timerMonitor );
+    timerDropScheduleLocked( timer->tcl );
+    ZU_INT currentTimestamp = zuTimestamp();
+    ZU_ASSERT( ZU_INT_ADD_OK( currentTimestamp, milliseconds ) );
+    timerFileLocked( timer->tcl, currentTimestamp + milliseconds );
+    zuMonitorLeave( timerMonitor );
+    zuBarrierUnblock( timerBarrier );
+}
+void zuTimerScheduleAt( ZU_TIMER *timer, ZU_INT timestamp )
+{
+    ZU_ASSERT( timer );
+    ZU_ASSERT( timestamp >= 0 );
+    zuMonitorEnter( timerMonitor );
+    timerDropScheduleLocked( timer->tcl );
+    bool isFirst = timerFileLocked( timer->tcl, timestamp );
+    zuMonitorLeave( timerMonitor );
+    if ( isFirst ) {
+        zuBarrierUnblock( timerBarrier );
+    }
+}
+void zuTimerScheduleAtTime( ZU_TIMER *timer, ZU_TIME *at )
+{
+    ZU_ASSERT( timer );
+    ZU_ASSERT( at );
+    zuMonitorEnter( timerMonitor );
+    timerDropScheduleLocked( timer->tcl );
+    zuDictSetObjKey( &timerAbsDict, zuTimeObj( at ), &timer->tcl->obj );
+    ZU_OBJ *first = zuDictValueAt( timerAbsDict, 0 );
+    bool isFirst = first == &timer->tcl->obj;
+    zuObjRelease( first );
+    __atomic_store_n( &timer->tcl->sched, 1, __ATOMIC_RELEASE );
+    timer->tcl->schedAbs = ZU_TRUE;
+    zuMonitorLeave( timerMonitor );
+    if ( isFirst ) {
+        zuBarrierUnblock( timerBarrier );
+    }
+}
+ZU_BOOL zuTimerScheduled( ZU_TIMER *timer )
+{
+    ZU_ASSERT( timer );
+    return (ZU_BOOL)__atomic_load_n( &timer->tcl->sched, __ATOMIC_ACQUIRE );
+}
+ZU_BOOL zuTimerUnschedule( ZU_TIMER *timer )
+{
+    ZU_ASSERT( timer );
+    return timerClosureTakeSched( timer->tcl );
+}
+
+// The thread of the timers
+
+// Fires a closure that has been taken out of its schedule, unless it was unscheduled, and takes its reference.  Outside of
+// the monitor, so that what fires, or is released, can schedule.
+static void timerFireTaken( ZU___TIMER_CLOSURE *tcl )
+{
+    ZU_BOOL sched = timerClosureTakeSched( tcl );
+    zuMonitorLeave( timerMonitor );
+    if ( sched ) {
+        timerClosureFire( tcl );
+    }
+    ZU_REF_RELEASE( tcl );
+    zuMonitorEnter( timerMonitor );
+}
+// Fires what is due by `timestamp`; returns the milliseconds to what is due next.
+static ZU_INT timerFireRelative( ZU_INT timestamp )
+{
+    while ( zuPriorityMapLength( timerRelPrioMap ) > 0 ) {
+        ZU_INT due = zuPriorityMapPriorityAt( timerRelPrioMap, 0 );
+        if ( due > timestamp ) {
+            return due - timestamp;
+        }
+        ZU___TIMER_CLOSURE *tcl = timerClosureFrom( zuPriorityMapValueAt( timerRelPrioMap, 0 ) );
+        zuPriorityMapDelAt( &timerRelPrioMap, 0 );
+        tcl->schedRel = ZU_FALSE;
+        timerFireTaken( tcl );
+    }
+    return ZU_INT_MAX;
+}
+// Fires what is due by the calendar; returns the milliseconds until it must be looked at again.  Leaves `*now` anywhere.
+static ZU_INT timerFireAbsolute( ZU_TIME **now )
+{
+    zuTimeSetNow( now );
+    while ( zuDictLength( timerAbsDict ) > 0 ) {
+        ZU_TIME *due = zuTimeFrom( zuDictKeyAt( timerAbsDict, 0 ) );
+        bool isDue = zuTimeCompare( due, *now ) <= 0;
+        ZU_INT wait = 0;
+        if ( !isDue ) {
+            zuTimeShiftSeconds( now, NEAR_SECONDS );
+            wait = zuTimeCompare( due, *now ) < 0 ? NEAR_WAIT : FAR_WAIT;
+        }
+        zuTimeRelease( due );
+        if ( !isDue ) {
+            return wait;
+        }
+        ZU___TIMER_CLOSURE *tcl = timerClosureFrom( zuDictValueAt( timerAbsDict, 0 ) );
+        zuDictDelAt( &timerAbsDict, 0 );
+        tcl->schedAbs = ZU_FALSE;
+        timerFireTaken( tcl );
+    }
+    return ZU_INT_MAX;
+}
+static void zu___TimerThreadFunc( void )
+{
+    ZU_TIME *now = zuTimeNow();
+    ZU_INT wait = -1;
+    bool shutdown;
+    do {
+        zuBarrierPassTimed( timerBarrier, wait );
+        zuBarrierBlock( timerBarrier );
+        zuMonitorEnter( timerMonitor );
+        shutdown = timerShutdown;
+        ZU_INT relative = timerFireRelative( zuTimestamp() );
+        ZU_INT absolute = timerFireAbsolute( &now );
+        zuMonitorLeave( timerMonitor );
+        wait = zuIntMin( relative, absolute );
+    } while ( !shutdown );
+    zuTimeRelease( now );
+}
+
+// Start-up
+void zu___TimerStartup( void )
+{
+    timerMonitor = zuMonitorCreate();
+    timerRelPrioMap = zuPriorityMapCreate();
+    timerAbsDict = zuDictCreate();
+    timerShutdown = false;
+    timerBarrier = zuBarrierCreate( ZU_TRUE );
+    timerThread =
+        zuThreadTrySpawnCstr( "zu___TimerThreadFunc()", -1, zu___TimerThreadFunc, nullptr, ZU_THREAD_PRIORITY_HIGHEST );
+    ZU_ASSERT( timerThread );
+}
+void zu___TimerShutdown( void )
+{
+    zuMonitorEnter( timerMonitor );
+    timerShutdown = true;
+    zuMonitorLeave( timerMonitor );
+    zuBarrierUnblock( timerBarrier );
+    zuThreadJoin( timerThread );
+    ZU_ASSERT( !zuPriorityMapLength( timerRelPrioMap ) );
+    ZU_ASSERT( !zuDictLength( timerAbsDict ) );
+    ZU_REF_RELEASE( timerThread );
+    ZU_REF_POISON( timerThread );
+    ZU_REF_RELEASE( timerBarrier );
+    ZU_REF_POISON( timerBarrier );
+    ZU_REF_RELEASE( timerAbsDict );
+    ZU_REF_POISON( timerAbsDict );
+    ZU_REF_RELEASE( timerRelPrioMap );
+    ZU_REF_POISON( timerRelPrioMap );
+    ZU_REF_RELEASE( timerMonitor );
+    ZU_REF_POISON( timerMonitor );
+}

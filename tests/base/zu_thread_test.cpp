@@ -1,0 +1,263 @@
+#include "zu/zu.hpp"
+#include "zu_test_support.h"
+
+#include <atomic>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+static zu::Ref<ZU_STRING> text( const char *ascii )
+{
+    return zu::adopt( zuStringCreateFromAscii( ascii, -1 ) );
+}
+static zu::Ref<ZU_THREAD> spawn( const char *name, ZU_THREAD_FUNC func, ZU_OBJ *argument = nullptr,
+                                 ZU_THREAD_PRIORITY prio = ZU_THREAD_PRIORITY_NORMAL )
+{
+    auto thread = zu::adopt( zuThreadTrySpawnCstr( name, -1, func, argument, prio ) );
+    EXPECT_TRUE( thread );
+    return thread;
+}
+// Runs a function with an argument on a thread of its own and waits for its end.
+static void runOnThread( ZU_THREAD_FUNC func, ZU_OBJ *argument = nullptr )
+{
+    zuThreadJoin( spawn( "test", func, argument ).get() );
+}
+
+TEST( Thread, KnowsItself )
+{
+    static zu::Ref<ZU_THREAD> self; // what the thread takes itself for
+    static ZU_THREAD_PRIORITY prio;
+    auto func = [] {
+        self = zu::adopt( zuThreadThis() );
+        prio = zuThreadPriority();
+    };
+    auto thread =
+        spawn( "a name that is longer than debuggers and systems show", func, nullptr, ZU_THREAD_PRIORITY_LOW );
+    zuThreadJoin( thread.get() );
+    EXPECT_EQ( self.get(), thread.get() );
+    EXPECT_EQ( prio, ZU_THREAD_PRIORITY_LOW );
+    auto name = zu::adopt( zuThreadName( thread.get() ) );
+    EXPECT_EQ( zuStringLength( name.get() ), 53 );
+    EXPECT_TRUE( zuStringEquals( zu::adopt( zuThreadToString( thread.get() ) ).get(), name.get() ) );
+    EXPECT_NE( zu::adopt( zuThreadThis() ).get(), thread.get() );
+    EXPECT_TRUE( zuThreadEncapsulated() );
+    self = nullptr;
+}
+
+TEST( Thread, RunsAtEveryPriority )
+{
+    static std::atomic<int> runs;
+    runs = 0;
+    for ( ZU_THREAD_PRIORITY prio = 0; ZU_THREAD_PRIORITY_OK( prio ); prio++ ) {
+        zuThreadJoin( spawn(
+                          "priority", [] { runs++; }, nullptr, prio )
+                          .get() );
+        auto name = zu::adopt( zuThreadPriorityToString( prio ) );
+        EXPECT_EQ( zuThreadPriorityFromString( name.get() ), prio );
+    }
+    EXPECT_EQ( runs, 7 );
+    EXPECT_EQ( zuThreadPriorityFromString( text( "ZU_THREAD_PRIORITY_CRITICAL" ).get() ), ZU_THREAD_PRIORITY_CRITICAL );
+    EXPECT_EQ( zuThreadPriorityFromString( text( "7" ).get() ), -1 );
+}
+
+TEST( Thread, HandsItsArgumentOutOnce )
+{
+    auto argument = text( "argument" );
+    runOnThread(
+        [] {
+            auto first = zu::adopt( zuThreadUnlatchArgument() );
+            EXPECT_TRUE( zuStringEqualsCstr( zuStringFrom( first.get() ), "argument", -1 ) );
+            EXPECT_EQ( zuThreadUnlatchArgument(), nullptr );
+        },
+        zuStringObj( argument.get() ) );
+    EXPECT_EQ( ZU_REF_RETAIN_COUNT( argument.get() ), 1u );
+    runOnThread( [] {}, zuStringObj( argument.get() ) );
+    EXPECT_EQ( ZU_REF_RETAIN_COUNT( argument.get() ), 1u ) << "released when nobody has taken it";
+}
+
+TEST( Thread, KeepsItsKeysToItself )
+{
+    static zu::Ref<ZU_STRING> key;
+    static zu::Ref<ZU_STRING> value;
+    key = text( "key" );
+    value = text( "value" );
+    auto work = [] {
+        ZU_OBJ *keyObj = zuStringObj( key.get() );
+        EXPECT_FALSE( zuThreadHasKey( keyObj ) );
+        EXPECT_EQ( zuThreadKey( keyObj ), nullptr );
+        zuThreadSetKey( keyObj, zuStringObj( value.get() ) );
+        EXPECT_TRUE( zuThreadHasKey( keyObj ) );
+        EXPECT_EQ( zu::adopt( zuThreadKey( keyObj ) ).get(), zuStringObj( value.get() ) );
+        zuThreadDelKey( keyObj );
+        EXPECT_FALSE( zuThreadHasKey( keyObj ) );
+        zuThreadSetKey( keyObj, zuStringObj( value.get() ) );
+    };
+    runOnThread( work );
+    runOnThread( work );
+    std::thread( [ work ] { zuThreadEncapsulate( work, nullptr ); } ).join();
+    EXPECT_EQ( ZU_REF_RETAIN_COUNT( value.get() ), 1u );
+    key = nullptr;
+    value = nullptr;
+}
+
+TEST( Thread, TellsItsEnd )
+{
+    static zu::Ref<ZU_BARRIER> gate;
+    gate = zu::adopt( zuBarrierCreate( ZU_TRUE ) );
+    auto thread = spawn( "end", [] { zuBarrierPass( gate.get() ); } );
+    auto early = zu::adopt( zuBarrierCreate( ZU_TRUE ) );
+    auto late = zu::adopt( zuBarrierCreate( ZU_TRUE ) );
+    auto detached = zu::adopt( zuBarrierCreate( ZU_TRUE ) );
+    auto earlyListener = zu::adopt( zuSignalableCreateBarrier( early.get() ) );
+    auto lateListener = zu::adopt( zuSignalableCreateBarrier( late.get() ) );
+    auto detachedListener = zu::adopt( zuSignalableCreateBarrier( detached.get() ) );
+    zuThreadEndAddSignalable( thread.get(), earlyListener.get() );
+    zuThreadEndAddSignalable( thread.get(), detachedListener.get() );
+    zuThreadEndDelSignalable( thread.get(), detachedListener.get() );
+    EXPECT_FALSE( zuThreadEnd( thread.get() ) );
+    zuBarrierUnblock( gate.get() );
+    zuBarrierPass( early.get() );
+    EXPECT_TRUE( zuThreadEnd( thread.get() ) );
+    zuThreadEndAddSignalable( thread.get(), lateListener.get() );
+    EXPECT_FALSE( zuBarrierIsBlocked( late.get() ) );
+    EXPECT_TRUE( zuBarrierIsBlocked( detached.get() ) );
+    zuThreadJoin( thread.get() );
+    zuThreadJoin( thread.get() ); // as often as one likes
+    gate = nullptr;
+}
+
+TEST( Thread, ManyJoinManyAtOnce )
+{
+    static std::atomic<int> started;
+    static std::vector<zu::Ref<ZU_THREAD>> workers;
+    static zu::Ref<ZU_BARRIER> gate;
+    gate = zu::adopt( zuBarrierCreate( ZU_TRUE ) );
+    started = 0;
+    static constexpr int WORKERS = 30;
+    for ( int i = 0; i < WORKERS; i++ ) {
+        workers.push_back( spawn( "worker", [] {
+            started++;
+            zuBarrierPass( gate.get() );
+        } ) );
+    }
+    std::vector<zu::Ref<ZU_THREAD>> joiners;
+    for ( int i = 0; i < 4; i++ ) {
+        joiners.push_back( spawn( "joiner", [] {
+            for ( auto &worker : workers ) {
+                zuThreadJoin( worker.get() );
+            }
+            EXPECT_EQ( started, WORKERS );
+        } ) );
+    }
+    zuBarrierUnblock( gate.get() );
+    for ( auto &joiner : joiners ) {
+        zuThreadJoin( joiner.get() );
+    }
+    workers.clear();
+    gate = nullptr;
+}
+
+TEST( Thread, MayOutliveAllReferences )
+{
+    auto assertArgument = [] {
+        auto signal = zu::adopt( zuSignalFrom( zuThreadUnlatchArgument() ) );
+        zuSignalAssert( signal.get() );
+    };
+    for ( int i = 0; i < 200; i++ ) {
+        auto done = zu::adopt( zuSignalCreate() );
+        auto thread = spawn( "free", assertArgument, zuSignalObj( done.get() ) );
+        thread = nullptr;
+        zuSignalWait( done.get() );
+    }
+}
+
+TEST( Thread, EncapsulatesForeignThreads )
+{
+    std::thread( [] {
+        EXPECT_FALSE( zuThreadEncapsulated() );
+        auto argument = text( "argument" );
+        zuThreadEncapsulate(
+            [] {
+                EXPECT_TRUE( zuThreadEncapsulated() );
+                zuThreadCheckEncapsulated();
+                EXPECT_EQ( zuThreadPriority(), ZU_THREAD_PRIORITY_NORMAL );
+                auto thread = zu::adopt( zuThreadThis() );
+                EXPECT_TRUE( zuStringEqualsCstr( zu::adopt( zuThreadName( thread.get() ) ).get(),
+                                                 "zu___ThreadEncapsulateBegin", -1 ) );
+                EXPECT_FALSE( zu___ThreadTryFreeze( thread.get() ) );
+                EXPECT_FALSE( zuThreadEnd( thread.get() ) );
+            },
+            zuStringObj( argument.get() ) );
+        EXPECT_EQ( ZU_REF_RETAIN_COUNT( argument.get() ), 1u );
+        EXPECT_FALSE( zuThreadEncapsulated() );
+    } ).join();
+}
+
+TEST( Thread, Sleeps )
+{
+    auto signal = zu::adopt( zuSignalCreate() );
+    ZU_INT start = zuTimestamp();
+    EXPECT_FALSE( zuSleepTimed( nullptr, 20 ) );
+    EXPECT_GE( zuTimestamp() - start, 19 );
+    EXPECT_FALSE( zuSleepTimed( signal.get(), 0 ) );
+    EXPECT_FALSE( zuSignalHasSignalables( signal.get() ) ) << "nothing is left behind";
+    auto assertArgument = [] {
+        auto wakeUp = zu::adopt( zuSignalFrom( zuThreadUnlatchArgument() ) );
+        zuSignalAssert( wakeUp.get() );
+    };
+    auto thread = spawn( "waker", assertArgument, zuSignalObj( signal.get() ) );
+    zuSleep( signal.get() );
+    EXPECT_TRUE( zuSleepTimed( signal.get(), 0 ) ) << "asserted before";
+    EXPECT_TRUE( zuSleepTimed( signal.get(), -1 ) );
+    zuThreadJoin( thread.get() );
+}
+
+// In a process of its own, since the thread stays.
+static void freezeACountingThread()
+{
+    static std::atomic<ZU_INT> count;
+    auto thread = spawn( "counter", [] {
+        for ( ;; ) {
+            count++;
+        }
+    } );
+    while ( count == 0 ) {
+        zuThreadYield();
+    }
+    bool frozen = zu___ThreadTryFreeze( thread.get() );
+    // The signal meets the thread when that runs next; from then on nothing moves.
+    bool still = false;
+    for ( int i = 0; i < 100 && !still; i++ ) {
+        ZU_INT before = count;
+        zuSleepTimed( nullptr, 20 );
+        still = count == before;
+    }
+    _exit( frozen && still ? 0 : 1 );
+}
+TEST( Thread, FreezesForGood )
+{
+#ifdef __SANITIZE_THREAD__
+    GTEST_SKIP() << "the sanitizer does not let a child process have threads";
+#endif
+    EXPECT_EXIT( freezeACountingThread(), testing::ExitedWithCode( 0 ), "" );
+}
+
+TEST( ThreadAborts, WithoutACurrentThread )
+{
+    auto foreign = []( void ( *func )() ) { return [ func ] { std::thread( func ).join(); }; };
+    expectAbort( "thisThread", foreign( [] { zuThreadThis(); } ) );
+    expectAbort( "thisThread", foreign( [] { zuThreadUnlatchArgument(); } ) );
+    expectAbort( "thisThread", foreign( [] { zuSleepTimed( nullptr, 0 ); } ) );
+    expectAbort( "zuThreadEncapsulated()", foreign( [] { zuThreadCheckEncapsulated(); } ) );
+}
+
+TEST( ThreadAborts, Misuse )
+{
+    expectAbort( "!zuThreadEncapsulated()", [] { zu___ThreadEncapsulateBegin( nullptr ); } );
+    expectAbort( "thisThread != thread", [] { zuThreadJoin( zu::adopt( zuThreadThis() ).get() ); } );
+    expectAbort( "threadFunc", [] { zuThreadTrySpawn( text( "x" ).get(), nullptr, nullptr, 3 ); } );
+    expectAbort( "threadName", [] { zuThreadTrySpawn( nullptr, [] {}, nullptr, 3 ); } );
+    expectAbort( "ZU_THREAD_PRIORITY_OK( prio )", [] { zuThreadTrySpawnCstr( "x", -1, [] {}, nullptr, 7 ); } );
+    expectAbort( "ZU_THREAD_PRIORITY_OK( prio )", [] { zuThreadPriorityToString( -1 ); } );
+    expectAbort( "millisec == -1 || millisec >= 0", [] { zuSleepTimed( nullptr, -2 ); } );
+}

@@ -1,0 +1,287 @@
+#include "zu/zu.hpp"
+#include "zu_test_support.h"
+
+#include <atomic>
+#include <functional>
+#include <numeric>
+#include <thread>
+#include <vector>
+
+// An argument that says how often it was fired, and where.
+struct Fired {
+    std::atomic<int> count = 0;
+    std::function<void()> then; // on the thread of the timers
+};
+static void fire( ZU_OBJ *arg )
+{
+    auto *fired = (Fired *)zu___BoxedPointerValue( zu___BoxedPointerFrom( arg ) );
+    fired->count++;
+    if ( fired->then ) {
+        fired->then();
+    }
+}
+static zu::Ref<ZU_TIMER> makeTimer( Fired *fired )
+{
+    auto arg = zu::adopt( zu___BoxedPointerCreate( fired, nullptr ) );
+    return zu::adopt( zuTimerCreate( fire, zu___BoxedPointerObj( arg.get() ) ) );
+}
+
+// All timers share one thread, so when a timer that is due later has fired, those ahead of it have, and their calls have
+// returned.
+static void waitBehind( ZU_INT milliseconds )
+{
+    auto signal = zu::adopt( zuSignalCreate() );
+    auto timer = zu::adopt( zuTimerCreateSignal( signal.get() ) );
+    zuTimerSchedule( timer.get(), milliseconds );
+    zuSignalWait( signal.get() );
+}
+static zu::Ref<ZU_TIME> secondsFromNow( ZU_INT seconds )
+{
+    ZU_TIME *time = zuTimeNow();
+    zuTimeShiftSeconds( &time, seconds );
+    return zu::adopt( time );
+}
+
+TEST( Timer, FiresEachKindOfTarget )
+{
+    auto signal = zu::adopt( zuSignalCreate() );
+    auto barrier = zu::adopt( zuBarrierCreate( ZU_TRUE ) );
+    auto alert = zu::adopt( zuAlertCreate() );
+    auto queue = zu::adopt( zuEventQueueCreate() );
+    auto event = zu::adopt( zuBoxedIntCreate( 7 ) );
+    Fired fired;
+    std::vector<zu::Ref<ZU_TIMER>> timers = {
+        zu::adopt( zuTimerCreateSignal( signal.get() ) ),
+        zu::adopt( zuTimerCreateBarrier( barrier.get() ) ),
+        zu::adopt( zuTimerCreateAlert( alert.get() ) ),
+        zu::adopt( zuTimerCreateEventQueue( queue.get(), zuBoxedIntObj( event.get() ) ) ),
+        zu::adopt( zuTimerCreate( nullptr, nullptr ) ),
+        makeTimer( &fired ),
+    };
+    for ( auto &timer : timers ) {
+        EXPECT_FALSE( zuTimerScheduled( timer.get() ) );
+        zuTimerSchedule( timer.get(), 0 );
+    }
+    waitBehind( 2 );
+    EXPECT_TRUE( zuSignalAsserted( signal.get() ) );
+    EXPECT_FALSE( zuBarrierIsBlocked( barrier.get() ) );
+    EXPECT_TRUE( zuAlertIsSet( alert.get() ) );
+    EXPECT_EQ( zu::adopt( zuEventQueueReadEvent( queue.get() ) ).get(), zuBoxedIntObj( event.get() ) );
+    EXPECT_EQ( fired.count, 1 );
+    for ( auto &timer : timers ) {
+        EXPECT_FALSE( zuTimerScheduled( timer.get() ) );
+    }
+}
+
+TEST( Timer, FiresNotBeforeItsTime )
+{
+    for ( ZU_INT wait : { 0, 1, 5, 30 } ) {
+        ZU_INT due = zuTimestamp() + wait;
+        ZU_INT at = -1;
+        Fired fired;
+        fired.then = [ & ] { at = zuTimestamp(); };
+        auto timer = makeTimer( &fired );
+        zuTimerScheduleAt( timer.get(), due );
+        waitBehind( wait + 1 );
+        EXPECT_GE( at, due );
+    }
+}
+
+TEST( Timer, FiresInTheOrderOfTime )
+{
+    std::vector<int> order;
+    std::vector<Fired> fired( 20 );
+    std::vector<zu::Ref<ZU_TIMER>> timers;
+    ZU_INT start = zuTimestamp() + 5;
+    for ( int i = 0; i < 20; i++ ) {
+        fired[ (size_t)i ].then = [ &order, i ] { order.push_back( i ); };
+        timers.push_back( makeTimer( &fired[ (size_t)i ] ) );
+    }
+    for ( int i = 0; i < 20; i++ ) {
+        int shuffled = i * 7 % 20;
+        zuTimerScheduleAt( timers[ (size_t)shuffled ].get(), start + shuffled );
+    }
+    waitBehind( 40 );
+    std::vector<int> wanted( 20 );
+    std::iota( wanted.begin(), wanted.end(), 0 );
+    EXPECT_EQ( order, wanted );
+}
+
+TEST( Timer, ALaterScheduleReplacesAnEarlierOne )
+{
+    Fired fired;
+    auto timer = makeTimer( &fired );
+    zuTimerScheduleAtTime( timer.get(), secondsFromNow( 1000 ).get() );
+    zuTimerSchedule( timer.get(), 100000 );
+    zuTimerSchedule( timer.get(), 1 );
+    waitBehind( 3 );
+    EXPECT_EQ( fired.count, 1 );
+    zuTimerSchedule( timer.get(), 1 );
+    zuTimerScheduleAtTime( timer.get(), secondsFromNow( 1000 ).get() );
+    waitBehind( 5 );
+    EXPECT_EQ( fired.count, 1 );
+    EXPECT_TRUE( zuTimerScheduled( timer.get() ) );
+}
+
+TEST( Timer, Unscheduled )
+{
+    Fired fired;
+    auto timer = makeTimer( &fired );
+    EXPECT_FALSE( zuTimerUnschedule( timer.get() ) );
+    zuTimerSchedule( timer.get(), 3 );
+    EXPECT_TRUE( zuTimerUnschedule( timer.get() ) );
+    EXPECT_FALSE( zuTimerScheduled( timer.get() ) );
+    EXPECT_FALSE( zuTimerUnschedule( timer.get() ) );
+    waitBehind( 6 );
+    EXPECT_EQ( fired.count, 0 );
+    zuTimerSchedule( timer.get(), 100000 );
+    zuTimerUnschedule( timer.get() );
+    zuTimerSchedule( timer.get(), 0 ); // while it is filed still
+    waitBehind( 2 );
+    EXPECT_EQ( fired.count, 1 );
+}
+
+TEST( Timer, SchedulesItselfFromItsCall )
+{
+    Fired fired;
+    auto timer = makeTimer( &fired );
+    auto done = zu::adopt( zuSignalCreate() );
+    fired.then = [ & ] {
+        if ( fired.count < 50 ) {
+            zuTimerSchedule( timer.get(), fired.count % 2 );
+        } else {
+            zuSignalAssert( done.get() );
+        }
+    };
+    zuTimerSchedule( timer.get(), 0 );
+    zuSignalWait( done.get() );
+    waitBehind( 1 ); // until the last call has returned
+    EXPECT_EQ( fired.count, 50 );
+}
+
+TEST( Timer, TheLastReleaseDropsTheSchedule )
+{
+    Fired fired;
+    auto arg = zu::adopt( zu___BoxedPointerCreate( &fired, nullptr ) );
+    auto make = [ & ] { return zu::adopt( zuTimerCreate( fire, zu___BoxedPointerObj( arg.get() ) ) ); };
+    auto relative = make();
+    auto absolute = make();
+    zuTimerSchedule( relative.get(), 3 );
+    zuTimerScheduleAtTime( absolute.get(), secondsFromNow( 100 ).get() );
+    relative = nullptr;
+    absolute = nullptr;
+    EXPECT_EQ( ZU_REF_RETAIN_COUNT( arg.get() ), 1u );
+    auto lingering = make();
+    zu___TimerSetLinger( lingering.get(), ZU_TRUE );
+    zuTimerSchedule( lingering.get(), 3 );
+    lingering = nullptr;
+    waitBehind( 10 );
+    EXPECT_EQ( fired.count, 1 );
+    EXPECT_EQ( ZU_REF_RETAIN_COUNT( arg.get() ), 1u );
+}
+
+TEST( Timer, FollowsTheCalendar )
+{
+    Fired fired;
+    auto past = makeTimer( &fired );
+    zuTimerScheduleAtTime( past.get(), secondsFromNow( -5 ).get() ); // first in line: at once
+    while ( zuTimerScheduled( past.get() ) ) {
+        waitBehind( 1 );
+    }
+    waitBehind( 1 );
+    EXPECT_EQ( fired.count, 1 );
+
+    auto done = zu::adopt( zuSignalCreate() );
+    auto soon = secondsFromNow( 2 );
+    auto next = zu::adopt( zuTimerCreateSignal( done.get() ) );
+    zuTimerScheduleAtTime( next.get(), soon.get() );
+    zuSignalWait( done.get() );
+    EXPECT_GE( zuTimeCompare( zu::adopt( zuTimeNow() ).get(), soon.get() ), 0 );
+}
+
+TEST( Timer, OfTwoAtOneSecondTheLaterFires )
+{
+    Fired first, second;
+    auto firstTimer = makeTimer( &first );
+    auto secondTimer = makeTimer( &second );
+    auto time = secondsFromNow( 1 );
+    zuTimerScheduleAtTime( firstTimer.get(), time.get() );
+    zuTimerScheduleAtTime( secondTimer.get(), time.get() );
+    while ( zuTimerScheduled( secondTimer.get() ) ) {
+        waitBehind( 50 );
+    }
+    waitBehind( 1 );
+    EXPECT_EQ( first.count, 0 );
+    EXPECT_EQ( second.count, 1 );
+    EXPECT_TRUE( zuTimerScheduled( firstTimer.get() ) );
+}
+
+TEST( Timer, ManyThreadsScheduleAndCancel )
+{
+    constexpr int THREADS = 4;
+    constexpr int ROUNDS = 500;
+    std::atomic<int> cancelled = 0;
+    std::vector<Fired> fired( THREADS );
+    std::vector<std::thread> threads;
+    for ( int i = 0; i < THREADS; i++ ) {
+        threads.emplace_back( [ &, i ] {
+            auto timer = makeTimer( &fired[ (size_t)i ] );
+            for ( int round = 0; round < ROUNDS; round++ ) {
+                zuTimerSchedule( timer.get(), round % 3 );
+                if ( round % 2 ) {
+                    cancelled += zuTimerUnschedule( timer.get() );
+                } else {
+                    while ( zuTimerScheduled( timer.get() ) ) {
+                        zuThreadYield();
+                    }
+                }
+            }
+        } );
+    }
+    for ( std::thread &thread : threads ) {
+        thread.join();
+    }
+    waitBehind( 5 );
+    int all = cancelled;
+    for ( Fired &each : fired ) {
+        all += each.count;
+    }
+    EXPECT_EQ( all, THREADS * ROUNDS ) << "each was either cancelled or fired, once";
+}
+
+TEST( TimerAborts, Misuse )
+{
+    auto timer = zu::adopt( zuTimerCreate( nullptr, nullptr ) );
+    expectAbort( "milliseconds >= 0", [ & ] { zuTimerSchedule( timer.get(), -1 ); } );
+    expectAbort( "timestamp >= 0", [ & ] { zuTimerScheduleAt( timer.get(), -1 ); } );
+    expectAbort( "ZU_INT_ADD_OK( currentTimestamp, milliseconds )",
+                 [ & ] { zuTimerSchedule( timer.get(), ZU_INT_MAX ); } );
+    expectAbort( "at", [ & ] { zuTimerScheduleAtTime( timer.get(), nullptr ); } );
+    expectAbort( "timer", [] { zuTimerSchedule( nullptr, 0 ); } );
+    expectAbort( "sig", [] { zuTimerCreateSignal( nullptr ); } );
+}
+
+// The child process of an abort has no thread of timers until it starts one of its own.
+TEST( TimerAborts, FiledTimersAndWatchdogs )
+{
+#ifdef __SANITIZE_THREAD__
+    GTEST_SKIP() << "the sanitizer does not let a child process have threads";
+#endif
+    auto timer = zu::adopt( zuTimerCreate( nullptr, nullptr ) );
+    expectAbort( "!zuPriorityMapLength( timerRelPrioMap )", [ & ] {
+        zu___TimerStartup();
+        zuTimerSchedule( timer.get(), 100000 );
+        zu___TimerShutdown();
+    } );
+    expectAbort( "!zuDictLength( timerAbsDict )", [ & ] {
+        zu___TimerStartup();
+        zuTimerScheduleAtTime( timer.get(), secondsFromNow( 1000 ).get() );
+        zu___TimerShutdown();
+    } );
+    expectAbort( nullptr, [] {
+        zu___TimerStartup();
+        auto watchdog = zu::adopt( zu___TimerCreateAbort() );
+        zuTimerSchedule( watchdog.get(), 1 );
+        zuSleep( nullptr );
+    } );
+}
