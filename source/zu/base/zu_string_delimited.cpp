@@ -1,0 +1,140 @@
+// The first form of each does the work; the others make strings of what they are given, and hand them on.
+
+#include "zu/base/zu_string_delimited.h"
+
+#include "zu/base/zu_string_internal.h"
+
+// Appending
+void zuStringDelimitedAppend( ZU_STRING **dest, ZU_STRING *src, ZU_STRING *delimiter )
+{
+    ZU_ASSERT( dest );
+    ZU_ASSERT( *dest );
+    ZU_ASSERT( src );
+    ZU_ASSERT( delimiter );
+    // Held over the change if it is the same string, what is added is read as it stood.
+    ZU_STRING *held = src == *dest || delimiter == *dest ? zuStringRetain( *dest ) : nullptr;
+    if ( ( *dest )->length > 0 ) {
+        zuStringAppend( dest, delimiter );
+    }
+    zuStringAppend( dest, src );
+    ZU_REF_RELEASE_OPT( held );
+}
+void zuStringDelimitedAppendCharDelimiter( ZU_STRING **dest, ZU_STRING *src, ZU_CHAR ch )
+{
+    ZU_ASSERT( ZU_CHAR_OK( ch ) );
+    zuStringDelimitedAppendCharsDelimiter( dest, src, &ch, 1 );
+}
+void zuStringDelimitedAppendCharsDelimiter( ZU_STRING **dest, ZU_STRING *src, const ZU_CHAR *chs, ZU_INT chsLength )
+{
+    ZU_STRING *delimiter = zuStringCreateFromCharsCopy( chs, chsLength );
+    zuStringDelimitedAppend( dest, src, delimiter );
+    ZU_REF_RELEASE( delimiter );
+}
+void zuStringDelimitedAppendCstrDelimiter( ZU_STRING **dest, ZU_STRING *src, const char *delimiter,
+                                           ZU_INT delimiterLength )
+{
+    ZU_STRING *delimiterString = zuStringCreateFromCstr( delimiter, delimiterLength );
+    zuStringDelimitedAppend( dest, src, delimiterString );
+    ZU_REF_RELEASE( delimiterString );
+}
+void zuStringDelimitedAppendWcstrDelimiter( ZU_STRING **dest, ZU_STRING *src, const char16_t *delimiter,
+                                            ZU_INT delimiterLength )
+{
+    ZU_STRING *delimiterString = zuStringCreateFromWcstr( delimiter, delimiterLength );
+    zuStringDelimitedAppend( dest, src, delimiterString );
+    ZU_REF_RELEASE( delimiterString );
+}
+void zuStringDelimitedAppendCstrSource( ZU_STRING **dest, const char *src, ZU_INT srcLength, ZU_STRING *delimiter )
+{
+    ZU_STRING *srcString = zuStringCreateFromCstr( src, srcLength );
+    zuStringDelimitedAppend( dest, srcString, delimiter );
+    ZU_REF_RELEASE( srcString );
+}
+void zuStringDelimitedAppendWcstrSource( ZU_STRING **dest, const char16_t *src, ZU_INT srcLength, ZU_STRING *delimiter )
+{
+    ZU_STRING *srcString = zuStringCreateFromWcstr( src, srcLength );
+    zuStringDelimitedAppend( dest, srcString, delimiter );
+    ZU_REF_RELEASE( srcString );
+}
+void zuStringDelimitedAppendCstr( ZU_STRING **dest, const char *src, ZU_INT srcLength, const char *delimiter,
+                                  ZU_INT delimiterLength )
+{
+    ZU_STRING *srcString = zuStringCreateFromCstr( src, srcLength );
+    zuStringDelimitedAppendCstrDelimiter( dest, srcString, delimiter, delimiterLength );
+    ZU_REF_RELEASE( srcString );
+}
+void zuStringDelimitedAppendWcstr( ZU_STRING **dest, const char16_t *src, ZU_INT srcLength, const char16_t *delimiter,
+                                   ZU_INT delimiterLength )
+{
+    ZU_STRING *srcString = zuStringCreateFromWcstr( src, srcLength );
+    zuStringDelimitedAppendWcstrDelimiter( dest, srcString, delimiter, delimiterLength );
+    ZU_REF_RELEASE( srcString );
+}
+
+// Prepending
+void zuStringDelimitedPrepend( ZU_STRING **dest, ZU_STRING *src, ZU_STRING *delimiter )
+{
+    ZU_ASSERT( dest );
+    ZU_ASSERT( *dest );
+    ZU_ASSERT( src );
+    ZU_ASSERT( delimiter );
+    // Held over the change if it is the same string, what is added is read as it stood.
+    ZU_STRING *held = src == *dest || delimiter == *dest ? zuStringRetain( *dest ) : nullptr;
+    if ( ( *dest )->length > 0 ) {
+        zuStringPrepend( dest, delimiter );
+    }
+    zuStringPrepend( dest, src );
+    ZU_REF_RELEASE_OPT( held );
+}
+void zuStringDelimitedPrependCharDelimiter( ZU_STRING **dest, ZU_STRING *src, ZU_CHAR ch )
+{
+    ZU_ASSERT( ZU_CHAR_OK( ch ) );
+    zuStringDelimitedPrependCharsDelimiter( dest, src, &ch, 1 );
+}
+void zuStringDelimitedPrependCharsDelimiter( ZU_STRING **dest, ZU_STRING *src, const ZU_CHAR *chs, ZU_INT chsLength )
+{
+    ZU_STRING *delimiter = zuStringCreateFromCharsCopy( chs, chsLength );
+    zuStringDelimitedPrepend( dest, src, delimiter );
+    ZU_REF_RELEASE( delimiter );
+}
+void zuStringDelimitedPrependCstrDelimiter( ZU_STRING **dest, ZU_STRING *src, const char *delimiter,
+                                            ZU_INT delimiterLength )
+{
+    ZU_STRING *delimiterString = zuStringCreateFromCstr( delimiter, delimiterLength );
+    zuStringDelimitedPrepend( dest, src, delimiterString );
+    ZU_REF_RELEASE( delimiterString );
+}
+void zuStringDelimitedPrependWcstrDelimiter( ZU_STRING **dest, ZU_STRING *src, const char16_t *delimiter,
+                                             ZU_INT delimiterLength )
+{
+    ZU_STRING *delimiterString = zuStringCreateFromWcstr( delimiter, delimiterLength );
+    zuStringDelimitedPrepend( dest, src, delimiterString );
+    ZU_REF_RELEASE( delimiterString );
+}
+void zuStringDelimitedPrependCstrSource( ZU_STRING **dest, const char *src, ZU_INT srcLength, ZU_STRING *delimiter )
+{
+    ZU_STRING *srcString = zuStringCreateFromCstr( src, srcLength );
+    zuStringDelimitedPrepend( dest, srcString, delimiter );
+    ZU_REF_RELEASE( srcString );
+}
+void zuStringDelimitedPrependWcstrSource( ZU_STRING **dest, const char16_t *src, ZU_INT srcLength,
+                                          ZU_STRING *delimiter )
+{
+    ZU_STRING *srcString = zuStringCreateFromWcstr( src, srcLength );
+    zuStringDelimitedPrepend( dest, srcString, delimiter );
+    ZU_REF_RELEASE( srcString );
+}
+void zuStringDelimitedPrependCstr( ZU_STRING **dest, const char *src, ZU_INT srcLength, const char *delimiter,
+                                   ZU_INT delimiterLength )
+{
+    ZU_STRING *srcString = zuStringCreateFromCstr( src, srcLength );
+    zuStringDelimitedPrependCstrDelimiter( dest, srcString, delimiter, delimiterLength );
+    ZU_REF_RELEASE( srcString );
+}
+void zuStringDelimitedPrependWcstr( ZU_STRING **dest, const char16_t *src, ZU_INT srcLength, const char16_t *delimiter,
+                                    ZU_INT delimiterLength )
+{
+    ZU_STRING *srcString = zuStringCreateFromWcstr( src, srcLength );
+    zuStringDelimitedPrependWcstrDelimiter( dest, srcString, delimiter, delimiterLength );
+    ZU_REF_RELEASE( srcString );
+}

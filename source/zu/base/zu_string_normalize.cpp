@@ -1,0 +1,59 @@
+#include "zu/base/zu_string_normalize.h"
+
+#include "zu/base/zu_string_internal.h"
+#include "zu/unicode/zu_unicode_normalizer.h"
+#include "zu/unicode/zu_unicode_normalizer_internal.h"
+
+static void stringNormalize( ZU_STRING **zus, ZU_UNICODE_NORMAL_FORM form )
+{
+    ZU_ASSERT( zus );
+    ZU_ASSERT( *zus );
+    ZU_INT length = ( *zus )->length;
+    if ( zu___UnicodeNormalizerSettledLength( form, zuStringBacking( *zus ), length ) == length ) {
+        return;
+    }
+    ZU_UNICODE_NORMALIZER *norm = zuUnicodeNormalizerCreate( form );
+    zuUnicodeNormalizerWrite( norm, *zus );
+    zuUnicodeNormalizerFlush( norm );
+    zuStringClear( zus );
+    zuUnicodeNormalizerRead( norm, zus, -1 );
+    ZU_REF_RELEASE( norm );
+}
+void zuStringNormalizeNFC( ZU_STRING **zus )
+{
+    stringNormalize( zus, ZU_UNICODE_NORMAL_FORM_NFC );
+}
+void zuStringNormalizeNFD( ZU_STRING **zus )
+{
+    stringNormalize( zus, ZU_UNICODE_NORMAL_FORM_NFD );
+}
+void zuStringNormalizeNFKC( ZU_STRING **zus )
+{
+    stringNormalize( zus, ZU_UNICODE_NORMAL_FORM_NFKC );
+}
+void zuStringNormalizeNFKD( ZU_STRING **zus )
+{
+    stringNormalize( zus, ZU_UNICODE_NORMAL_FORM_NFKD );
+}
+
+static bool charsHaveSurrogates( const ZU_CHAR *chs, ZU_INT length )
+{
+    uint32_t found = 0;
+    for ( ZU_INT i = 0; i < length; i++ ) {
+        found |= chs[ i ] >> 11 == 0x1B;
+    }
+    return found != 0;
+}
+void zuStringSanitize( ZU_STRING **zus )
+{
+    ZU_ASSERT( zus );
+    ZU_ASSERT( *zus );
+    if ( !charsHaveSurrogates( zuStringBacking( *zus ), ( *zus )->length ) ) {
+        return;
+    }
+    zu___StringUnshare( zus );
+    ZU_STRING *own = *zus;
+    ZU_CHAR *text = own->chars + own->fspace;
+    own->length = zuCharsSanitize( text, own->length, text, own->length );
+    zu___StringCompact( own );
+}

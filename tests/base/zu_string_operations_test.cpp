@@ -1,0 +1,411 @@
+// The operations on whole strings against plain models on std::u32string.
+
+#include "zu/base/zu_string_case.h"
+#include "zu/base/zu_string_delimited.h"
+#include "zu/base/zu_string_internal.h"
+#include "zu/base/zu_string_normalize.h"
+#include "zu/base/zu_string_scan.h"
+#include "zu/base/zu_string_search.h"
+#include "zu/base/zu_string_split.h"
+#include "zu/base/zu_string_trim.h"
+#include "zu/unicode/zu_unicode_db.h"
+#include "zu/unicode/zu_unicode_properties.h"
+#include "zu_test_support.h"
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+using Text = std::u32string;
+
+static ZU_STRING *makeString( const Text &text )
+{
+    return zuStringCreateFromCharsCopy( (const ZU_CHAR *)text.data(), (ZU_INT)text.size() );
+}
+static Text textOf( ZU_STRING *zus )
+{
+    const ZU_CHAR *chars = zuStringBacking( zus );
+    return Text( chars, chars + zuStringLength( zus ) );
+}
+static Text takeText( ZU_STRING *zus )
+{
+    Text text = textOf( zus );
+    zuStringRelease( zus );
+    return text;
+}
+
+class Random {
+public:
+    explicit Random( unsigned seed ) : numbers( seed )
+    {
+    }
+    size_t below( size_t limit )
+    {
+        return numbers() % limit;
+    }
+    Text text( const Text &alphabet, size_t most )
+    {
+        Text text( below( most + 1 ), U' ' );
+        std::generate( text.begin(), text.end(), [ & ] { return alphabet[ below( alphabet.size() ) ]; } );
+        return text;
+    }
+
+private:
+    std::minstd_rand numbers;
+};
+
+// Applies `change` to a string of one holder and to one of two, and expects the text that comes of it; the other holder
+// keeps the old text.  What stays as it is is not copied.
+static void expectChange( void ( *change )( ZU_STRING ** ), const Text &before, const Text &after )
+{
+    ZU_STRING *own = makeString( before );
+    ZU_STRING *shared = makeString( before );
+    ZU_STRING *held = zuStringRetain( shared );
+    change( &own );
+    change( &shared );
+    EXPECT_EQ( textOf( shared ), after );
+    EXPECT_EQ( shared == held, before == after );
+    EXPECT_EQ( takeText( held ), before );
+    // There is free space enough behind the text, and no more than told.
+    zuStringAppendCharRun( &own, 'x', 3 );
+    EXPECT_EQ( takeText( own ), after + U"xxx" );
+    zuStringRelease( shared );
+}
+
+// Search
+static ZU_INT position( size_t found )
+{
+    return found == Text::npos ? -1 : (ZU_INT)found;
+}
+TEST( StringSearch, FindsWhatTheModelFinds )
+{
+    for ( unsigned seed = 0; seed < 2000; seed++ ) {
+        SCOPED_TRACE( "seed " + std::to_string( seed ) );
+        Random random( seed );
+        Text text = random.text( U"aaab\U0001F600", 70 );
+        Text sub = random.text( U"aab", 3 ) + U"ab\U0001F600"[ random.below( 3 ) ];
+        ZU_CHAR ch = sub.back();
+        ZU_STRING *zus = makeString( U"ab" + text );
+        zuStringDelLeading( &zus, 2 );
+        ZU_STRING *subString = makeString( sub );
+        const ZU_CHAR *subChars = zuStringBacking( subString );
+        for ( size_t offset = 0; offset <= text.size(); offset++ ) {
+            ZU_INT at = (ZU_INT)offset;
+            ASSERT_EQ( zuStringFindChar( zus, at, ch ), position( text.find( ch, offset ) ) );
+            ASSERT_EQ( zuStringFind( zus, at, subString ), position( text.find( sub, offset ) ) );
+            ASSERT_EQ( zuStringFindCharFromRight( zus, at, ch ),
+                       offset ? position( text.rfind( ch, offset - 1 ) ) : -1 );
+            ASSERT_EQ( zuStringFindCharsFromRight( zus, at, subChars, (ZU_INT)sub.size() ),
+                       position( text.rfind( sub, offset ) ) );
+        }
+        EXPECT_EQ( zuStringFindCharFromRight( zus, -1, ch ), position( text.rfind( ch ) ) );
+        EXPECT_EQ( zuStringFindFromRight( zus, -1, subString ), position( text.rfind( sub ) ) );
+        zuStringRelease( subString );
+        zuStringRelease( zus );
+    }
+}
+TEST( StringSearch, ConvertsWhatItLooksFor )
+{
+    ZU_STRING *zus = makeString( U"abc\u20ACabc\u20AC" );
+    EXPECT_EQ( zuStringFindCstr( zus, 0, "c\u20AC", -1 ), 2 );
+    EXPECT_EQ( zuStringFindCstr( zus, 3, "c\u20AC", 1 ), 6 );
+    EXPECT_EQ( zuStringFindWcstr( zus, 0, u"\u20AC", -1 ), 3 );
+    EXPECT_EQ( zuStringFindWcstr( zus, 0, u"\u20AC?", -1 ), -1 );
+    EXPECT_EQ( zuStringFindFromRightCstr( zus, 3, "\u20AC", -1 ), 3 );
+    EXPECT_EQ( zuStringFindFromRightCstr( zus, 2, "\u20AC", -1 ), -1 );
+    EXPECT_EQ( zuStringFindFromRightWcstr( zus, -1, u"ab?", 2 ), 4 );
+    EXPECT_EQ( zuStringFindCharFromRight( zus, 4, 'a' ), 0 ) << "ahead of the offset";
+    EXPECT_EQ( zuStringFindFromRightCstr( zus, 4, "a", 1 ), 4 ) << "at the offset too";
+    zuStringRelease( zus );
+}
+
+// Split
+static std::vector<Text> takeTexts( ZU_VECTOR *parts )
+{
+    std::vector<Text> texts;
+    for ( ZU_INT i = 0; i < zuVectorLength( parts ); i++ ) {
+        texts.push_back( takeText( zuStringFrom( zuVectorObjAt( parts, i ) ) ) );
+    }
+    zuVectorRelease( parts );
+    return texts;
+}
+static std::vector<Text> modelSplit( const Text &text, const Text &sep, ZU_INT maxParts )
+{
+    std::vector<Text> parts;
+    size_t pos = 0;
+    size_t found;
+    while ( (ZU_INT)parts.size() != maxParts - 1 && ( found = text.find( sep, pos ) ) != Text::npos ) {
+        parts.push_back( text.substr( pos, found - pos ) );
+        pos = found + sep.size();
+    }
+    parts.push_back( text.substr( pos ) );
+    return parts;
+}
+static std::vector<Text> modelSplitWhitespace( Text text, ZU_INT maxParts )
+{
+    std::vector<Text> parts;
+    auto blank = []( ZU_CHAR ch ) { return zuUnicodeIsWhiteSpace( ch ) != 0; };
+    while ( !text.empty() && blank( text.back() ) ) {
+        text.pop_back();
+    }
+    text.erase( text.begin(), std::find_if_not( text.begin(), text.end(), blank ) );
+    while ( !text.empty() ) {
+        auto end = (ZU_INT)parts.size() == maxParts - 1 ? text.end() : std::find_if( text.begin(), text.end(), blank );
+        parts.emplace_back( text.begin(), end );
+        text.erase( text.begin(), end == text.end() ? end : end + 1 );
+        if ( (ZU_INT)parts.size() != maxParts - 1 ) {
+            text.erase( text.begin(), std::find_if_not( text.begin(), text.end(), blank ) );
+        }
+    }
+    return parts.empty() ? std::vector<Text>{ U"" } : parts;
+}
+TEST( StringSplit, DividesAsTheModel )
+{
+    for ( unsigned seed = 0; seed < 2000; seed++ ) {
+        SCOPED_TRACE( "seed " + std::to_string( seed ) );
+        Random random( seed );
+        ZU_INT maxParts = random.below( 3 ) ? -1 : 1 + (ZU_INT)random.below( 5 );
+        Text text = random.text( U"aaa,,;", 30 );
+        Text sep = random.text( U",;", 1 ) + U",";
+        ZU_STRING *zus = makeString( text );
+        ZU_STRING *sepString = makeString( sep );
+        EXPECT_EQ( takeTexts( zuStringSplit( zus, sepString, maxParts ) ), modelSplit( text, sep, maxParts ) );
+        EXPECT_EQ( takeTexts( zuStringSplitChar( zus, ',', maxParts ) ), modelSplit( text, U",", maxParts ) );
+        zuStringRelease( sepString );
+        zuStringRelease( zus );
+
+        Text blanks = random.text( U"aaab \t\u2003\u3000\u0085", 30 );
+        zus = makeString( blanks );
+        EXPECT_EQ( takeTexts( zuStringSplitWhitespace( zus, maxParts ) ), modelSplitWhitespace( blanks, maxParts ) );
+        EXPECT_EQ( takeText( zus ), blanks );
+    }
+}
+TEST( StringSplit, Rows )
+{
+    ZU_STRING *list = makeString( U"a,b," );
+    ZU_STRING *empty = zuStringCreate();
+    ZU_STRING *words = makeString( U"a   b c" );
+    const ZU_CHAR comma = ',';
+    using Texts = std::vector<Text>;
+    EXPECT_EQ( takeTexts( zuStringSplitChars( list, &comma, 1, -1 ) ), ( Texts{ U"a", U"b", U"" } ) );
+    EXPECT_EQ( takeTexts( zuStringSplitCstr( list, ",", -1, 2 ) ), ( Texts{ U"a", U"b," } ) );
+    EXPECT_EQ( takeTexts( zuStringSplitWcstr( list, u"b,;", 2, -1 ) ), ( Texts{ U"a,", U"" } ) );
+    EXPECT_EQ( takeTexts( zuStringSplit( empty, list, -1 ) ), Texts{ U"" } );
+    EXPECT_EQ( takeTexts( zuStringSplitWhitespace( words, 2 ) ), ( Texts{ U"a", U"  b c" } ) );
+    EXPECT_EQ( takeTexts( zuStringSplitWhitespace( empty, -1 ) ), Texts{ U"" } );
+    zuStringRelease( words );
+    zuStringRelease( empty );
+    zuStringRelease( list );
+}
+
+// White space
+TEST( StringTrim, RemovesWhiteSpace )
+{
+    expectChange( zuStringTrim, U" \t\u3000a b\u00A0\n", U"a b" );
+    expectChange( zuStringTrimLeading, U" \ta b ", U"a b " );
+    expectChange( zuStringTrimTrailing, U" a b\u2029 ", U" a b" );
+    expectChange( zuStringTrim, U"a\u200B", U"a\u200B" );
+    expectChange( zuStringTrim, U"", U"" );
+    expectChange( zuStringTrim, Text( 200, U' ' ) + Text( 200, U'a' ), Text( 200, U'a' ) );
+    ZU_STRING *blank = makeString( U" \u1680\n" );
+    ZU_STRING *empty = zuStringCreate();
+    EXPECT_TRUE( zuStringIsBlank( blank ) );
+    EXPECT_TRUE( zuStringIsBlank( empty ) );
+    zuStringTrimTrailing( &blank );
+    EXPECT_EQ( blank, empty );
+    zuStringAppendChar( &blank, '.' );
+    EXPECT_FALSE( zuStringIsBlank( blank ) );
+    zuStringRelease( empty );
+    zuStringRelease( blank );
+}
+
+// Case
+using CaseLookup = const ZU_CHAR *( ZU_CHAR, ZU_INT * );
+static Text modelMap( CaseLookup *lookup, const Text &text )
+{
+    Text result;
+    for ( ZU_CHAR ch : text ) {
+        ZU_INT length;
+        const ZU_CHAR *mapping = lookup( ch, &length );
+        result += mapping ? Text( mapping, mapping + length ) : Text( 1, ch );
+    }
+    return result;
+}
+static const Text CASES =
+    U"abzAZ@[`{09   \u00E9\u00C9\u00DF\u1E9E\u0130\u0131\u03A3\u03C2\u03C3\uFB03\u0390\u1F80\u1FB7"
+    U"\u13A0\uAB70\u01C5\U00010400\U0001E943\u4E00\u0416\u0436\U0010FFFF";
+TEST( StringCase, MapsAsTheModel )
+{
+    for ( unsigned seed = 0; seed < 3000; seed++ ) {
+        SCOPED_TRACE( "seed " + std::to_string( seed ) );
+        Random random( seed );
+        // Some texts of ASCII, some of few kinds, some of which nothing changes; some long enough to be moved.
+        Text alphabet = seed % 3 ? random.text( CASES, 5 ) + U"a" : U"abcxyzABCXYZ@[`{ ";
+        Text text = random.text( alphabet, seed % 10 ? 40 : 3000 );
+        expectChange( zuStringToLower, text, modelMap( zu___UnicodeLowerCaseDbLookup, text ) );
+        expectChange( zuStringToUpper, text, modelMap( zu___UnicodeUpperCaseDbLookup, text ) );
+        expectChange( zuStringToCaseFold, text, modelMap( zu___UnicodeCaseFoldDbLookup, text ) );
+    }
+    Text growing( 5000, U'\u0390' );
+    expectChange( zuStringToUpper, growing, modelMap( zu___UnicodeUpperCaseDbLookup, growing ) );
+}
+TEST( StringCase, ComparesFoldedTexts )
+{
+    for ( unsigned seed = 0; seed < 5000; seed++ ) {
+        SCOPED_TRACE( "seed " + std::to_string( seed ) );
+        Random random( seed );
+        Text alphabet = seed % 2 ? U"sS\u00DF\u1E9E\u017F" : U"\u0390\u03B9\u0308\u0301\u1FD3aA";
+        Text textA = random.text( alphabet, 6 );
+        Text textB = random.text( alphabet, 6 );
+        int order =
+            modelMap( zu___UnicodeCaseFoldDbLookup, textA ).compare( modelMap( zu___UnicodeCaseFoldDbLookup, textB ) );
+        ZU_STRING *zusA = makeString( textA );
+        ZU_STRING *zusB = makeString( textB );
+        EXPECT_EQ( zuStringCompareCaseFold( zusA, zusB ), ( order > 0 ) - ( order < 0 ) );
+        EXPECT_EQ( zuStringEqualsCaseFold( zusA, zusB ), order == 0 );
+        EXPECT_EQ( zuStringEqualsCharsCaseFold( zusA, zuStringBacking( zusB ), zuStringLength( zusB ) ), order == 0 );
+        zuStringRelease( zusB );
+        zuStringRelease( zusA );
+    }
+    ZU_STRING *zus = makeString( U"\u1E9E" );
+    EXPECT_TRUE( zuStringEqualsCharCaseFold( zus, 0xDF ) );
+    EXPECT_FALSE( zuStringEqualsCharCaseFold( zus, 's' ) );
+    EXPECT_TRUE( zuStringEqualsCaseFoldCstr( zus, "sS", -1 ) );
+    EXPECT_FALSE( zuStringEqualsCaseFoldCstr( zus, "sS", 1 ) );
+    EXPECT_TRUE( zuStringEqualsCaseFoldWcstr( zus, u"S\u017F.", 2 ) );
+    zuStringRelease( zus );
+}
+
+// Normalization forms; the normalizer has tests of its own
+TEST( StringNormalize, BringsIntoForms )
+{
+    const Text text = U"\uFB01\u212B e\u0301\u0323\uAC00";
+    expectChange( zuStringNormalizeNFC, text, U"\uFB01\u00C5 \u1EB9\u0301\uAC00" );
+    expectChange( zuStringNormalizeNFD, text, U"\uFB01A\u030A e\u0323\u0301\u1100\u1161" );
+    expectChange( zuStringNormalizeNFKC, text, U"fi\u00C5 \u1EB9\u0301\uAC00" );
+    expectChange( zuStringNormalizeNFKD, text, U"fiA\u030A e\u0323\u0301\u1100\u1161" );
+    expectChange( zuStringNormalizeNFC, U"", U"" );
+    expectChange( zuStringNormalizeNFC, U"plain text, \u00E9t\u00E9", U"plain text, \u00E9t\u00E9" );
+    expectChange( zuStringNormalizeNFD, U"\u0301\u0316", U"\u0316\u0301" );
+    expectChange( zuStringNormalizeNFC, { 'a', 0xD800 }, U"a" );
+}
+TEST( StringNormalize, Sanitizes )
+{
+    expectChange( zuStringSanitize, U"clean\U0001F600", U"clean\U0001F600" );
+    for ( unsigned seed = 0; seed < 500; seed++ ) {
+        Random random( seed );
+        Text text = random.text( { 'a', 0xD800, 0xDBFF, 0xDC00, 0xDFFF, 0x10FFFF }, seed % 2 ? 64 : 300 );
+        Text clean = text;
+        clean.resize( (size_t)zuCharsSanitize( (ZU_CHAR *)&clean[ 0 ], (ZU_INT)clean.size(),
+                                               (const ZU_CHAR *)&text[ 0 ], (ZU_INT)text.size() ) );
+        expectChange( zuStringSanitize, text, clean );
+        ZU_STRING *zus = makeString( text );
+        ZU_INT bspace = zus->bspace;
+        zuStringSanitize( &zus );
+        EXPECT_EQ( zus->bspace, bspace ) << "seed " << seed;
+        zuStringRelease( zus );
+    }
+}
+
+// Delimited lists
+TEST( StringDelimited, AddsElements )
+{
+    static constexpr ZU_CHAR DASHES[] = { '-', '-' };
+    ZU_STRING *list = zuStringCreate();
+    ZU_STRING *src = makeString( U"s" );
+    ZU_STRING *bar = makeString( U"|" );
+    zuStringDelimitedAppend( &list, src, bar );
+    zuStringDelimitedAppend( &list, src, bar );
+    zuStringDelimitedAppendCharDelimiter( &list, src, ',' );
+    zuStringDelimitedAppendCharsDelimiter( &list, src, DASHES, 2 );
+    zuStringDelimitedAppendCstrDelimiter( &list, src, "++", 1 );
+    zuStringDelimitedAppendWcstrDelimiter( &list, src, u"\u20AC", -1 );
+    zuStringDelimitedAppendCstrSource( &list, "cx", 1, bar );
+    zuStringDelimitedAppendWcstrSource( &list, u"w", -1, bar );
+    zuStringDelimitedAppendCstr( &list, "c", -1, "; ", -1 );
+    zuStringDelimitedAppendWcstr( &list, u"wx", 1, u": ", 1 );
+    EXPECT_EQ( textOf( list ), U"s|s,s--s+s\u20ACs|c|w; c:w" );
+
+    zuStringClear( &list );
+    zuStringDelimitedPrepend( &list, src, bar );
+    zuStringDelimitedPrepend( &list, src, bar );
+    zuStringDelimitedPrependCharDelimiter( &list, src, ',' );
+    zuStringDelimitedPrependCharsDelimiter( &list, src, DASHES, 2 );
+    zuStringDelimitedPrependCstrDelimiter( &list, src, "++", 1 );
+    zuStringDelimitedPrependWcstrDelimiter( &list, src, u"\u20AC", -1 );
+    zuStringDelimitedPrependCstrSource( &list, "cx", 1, bar );
+    zuStringDelimitedPrependWcstrSource( &list, u"w", -1, bar );
+    zuStringDelimitedPrependCstr( &list, "c", -1, "; ", -1 );
+    zuStringDelimitedPrependWcstr( &list, u"wx", 1, u": ", 1 );
+    EXPECT_EQ( takeText( list ), U"w:c; w|c|s\u20ACs+s--s,s|s" );
+
+    zuStringDelimitedAppend( &src, src, src );
+    EXPECT_EQ( textOf( src ), U"sss" );
+    zuStringDelimitedPrepend( &bar, src, bar );
+    EXPECT_EQ( takeText( bar ), U"sss||" );
+    zuStringRelease( src );
+}
+
+// Values
+TEST( StringScan, ReadsFromWithin )
+{
+    ZU_STRING *zus = makeString( U"ab 0x1F true2.5" );
+    ZU_INT value = 0;
+    ZU_INT consumed = 0;
+    EXPECT_TRUE( zuStringScanInt( zus, 2, -1, -1, &value, &consumed ) );
+    EXPECT_EQ( value, 31 );
+    EXPECT_EQ( consumed, 6 );
+    EXPECT_TRUE( zuStringScanInt( zus, 3, 3, -1, &value, &consumed ) );
+    EXPECT_EQ( value, 1 );
+    EXPECT_EQ( consumed, 3 );
+    EXPECT_TRUE( zuStringScanInt( zus, 0, 2, 16, &value, nullptr ) );
+    EXPECT_EQ( value, 0xAB );
+    EXPECT_FALSE( zuStringScanInt( zus, 0, 0, 16, &value, nullptr ) );
+    EXPECT_FALSE( zuStringScanInt( zus, zuStringLength( zus ), -1, 16, nullptr, &consumed ) );
+    ZU_BOOL truth = ZU_FALSE;
+    EXPECT_TRUE( zuStringScanBool( zus, 8, 4, ZU_FALSE, &truth, &consumed ) );
+    EXPECT_TRUE( truth );
+    EXPECT_FALSE( zuStringScanBool( zus, 12, -1, ZU_FALSE, &truth, nullptr ) );
+    EXPECT_TRUE( zuStringScanBool( zus, 12, 1000, ZU_TRUE, &truth, nullptr ) );
+    double real = 0;
+    EXPECT_TRUE( zuStringScanReal( zus, 12, -1, 10, &real, &consumed ) );
+    EXPECT_EQ( real, 2.5 );
+    EXPECT_EQ( consumed, 3 );
+    zuStringRelease( zus );
+}
+
+TEST( StringOperationsAborts, BadArguments )
+{
+    ZU_STRING *zus = makeString( U"abc" );
+    ZU_STRING *empty = zuStringCreate();
+    ZU_STRING *none = nullptr;
+    const ZU_CHAR bad = 0x110000;
+    expectAbort( "offset <= zus->length", [ & ] { zuStringFindChar( zus, 4, 'a' ); } );
+    expectAbort( "offset >= 0", [ & ] { zuStringFindChars( zus, -1, &bad, 1 ); } );
+    expectAbort( "offset >= -1", [ & ] { zuStringFindFromRight( zus, -2, zus ); } );
+    expectAbort( "offset <= zus->length", [ & ] { zuStringFindCharFromRight( zus, 4, 'a' ); } );
+    expectAbort( "ZU_CHAR_OK( ch )", [ & ] { zuStringFindChar( zus, 0, bad ); } );
+    expectAbort( "ZU_CHAR_OK( ch )", [ & ] { zuStringFindCharFromRight( zus, 0, bad ); } );
+    expectAbort( "subLength > 0", [ & ] { zuStringFind( zus, 0, empty ); } );
+    expectAbort( "subLength > 0", [ & ] { zuStringFindFromRightCstr( zus, 0, "", -1 ); } );
+    expectAbort( "sub", [ & ] { zuStringFindChars( zus, 0, nullptr, 1 ); } );
+    expectAbort( "maxParts == -1 || maxParts > 0", [ & ] { zuStringSplit( zus, zus, 0 ); } );
+    expectAbort( "maxParts == -1 || maxParts > 0", [ & ] { zuStringSplitWhitespace( zus, -2 ); } );
+    expectAbort( "sep->length > 0", [ & ] { zuStringSplit( empty, empty, -1 ); } );
+    expectAbort( "ZU_CHAR_OK( sep )", [ & ] { zuStringSplitChar( zus, bad, -1 ); } );
+    expectAbort( "*zus", [ & ] { zuStringTrim( &none ); } );
+    expectAbort( "zus", [ & ] { zuStringIsBlank( none ); } );
+    expectAbort( "*zus", [ & ] { zuStringToUpper( &none ); } );
+    expectAbort( "*zus", [ & ] { zuStringNormalizeNFKD( &none ); } );
+    expectAbort( "*zus", [ & ] { zuStringSanitize( &none ); } );
+    expectAbort( "zusB", [ & ] { zuStringCompareCaseFold( zus, none ); } );
+    expectAbort( "ZU_CHAR_OK( ch )", [ & ] { zuStringEqualsCharCaseFold( zus, bad ); } );
+    expectAbort( "zuCharsAllOk( chs, chsLen )", [ & ] { zuStringEqualsCharsCaseFold( zus, &bad, 1 ); } );
+    expectAbort( "delimiter", [ & ] { zuStringDelimitedAppend( &zus, zus, none ); } );
+    expectAbort( "ZU_CHAR_OK( ch )", [ & ] { zuStringDelimitedPrependCharDelimiter( &empty, zus, bad ); } );
+    expectAbort( "maxChars >= -1", [ & ] { zuStringScanInt( zus, 0, -2, 10, nullptr, nullptr ); } );
+    expectAbort( "offset <= zus->length", [ & ] { zuStringScanBool( zus, 4, -1, ZU_TRUE, nullptr, nullptr ); } );
+    zuStringRelease( empty );
+    zuStringRelease( zus );
+}
