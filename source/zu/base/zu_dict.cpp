@@ -268,6 +268,18 @@ static inline void dictPrefetchKey( ZU_OBJ *key )
     dictPrefetchText( key );
 }
 
+// As zuObjCompare; strings, the most usual keys, without a call.
+static inline ZU_INT dictOrderKeys( ZU_OBJ *keyA, ZU_OBJ *keyB )
+{
+    if ( keyA->sort == &zu___sort_ZU_STRING && keyB->sort == &zu___sort_ZU_STRING ) {
+        ZU_STRING *zusA = (ZU_STRING *)keyA;
+        ZU_STRING *zusB = (ZU_STRING *)keyB;
+        return zu___StringCompareChars( zusA->chars + zusA->fspace, zusA->length, zusB->chars + zusB->fspace,
+                                        zusB->length );
+    }
+    return zu___ObjCompareInline( keyA, keyB );
+}
+
 // Merges `left` and `right`, each in order, into `dest`.  Of equal keys those of `left` come first.
 static void dictMergePairs( ZU___DICT_PAIR *dest, const ZU___DICT_PAIR *left, ZU_INT leftCount,
                             const ZU___DICT_PAIR *right, ZU_INT rightCount )
@@ -275,7 +287,7 @@ static void dictMergePairs( ZU___DICT_PAIR *dest, const ZU___DICT_PAIR *left, ZU
     // Keys in any order lie anywhere in memory: fetched ahead, 200,000 of them take 180 ms in place of 440.
     static constexpr ZU_INT AHEAD = 4;
     while ( leftCount > 0 && rightCount > 0 ) {
-        if ( zu___ObjCompareInline( left->key, right->key ) <= 0 ) {
+        if ( dictOrderKeys( left->key, right->key ) <= 0 ) {
             dictPrefetchKey( left[ zuIntMin( AHEAD, leftCount - 1 ) ].key );
             *dest++ = *left++;
             leftCount--;
@@ -297,7 +309,7 @@ static void dictSortPairs( ZU___DICT_PAIR *pairs, ZU_INT count )
     for ( ZU_INT i = 1; i < count; i++ ) {
         ZU___DICT_PAIR pair = pairs[ i ];
         ZU_INT at = i;
-        while ( at % RUN > 0 && zu___ObjCompareInline( pairs[ at - 1 ].key, pair.key ) > 0 ) {
+        while ( at % RUN > 0 && dictOrderKeys( pairs[ at - 1 ].key, pair.key ) > 0 ) {
             pairs[ at ] = pairs[ at - 1 ];
             at--;
         }
@@ -305,7 +317,7 @@ static void dictSortPairs( ZU___DICT_PAIR *pairs, ZU_INT count )
     }
     bool ascending = true;
     for ( ZU_INT at = RUN; ascending && at < count; at += RUN ) {
-        ascending = zu___ObjCompareInline( pairs[ at - 1 ].key, pairs[ at ].key ) <= 0;
+        ascending = dictOrderKeys( pairs[ at - 1 ].key, pairs[ at ].key ) <= 0;
     }
     if ( ascending ) {
         return;
@@ -336,7 +348,7 @@ void zu___DictSort( ZU_DICT *dict, bool lastWins )
     ZU_INT kept = 0;
     for ( ZU_INT i = 0; i < dict->length; i++ ) {
         dictNoteKey( dict, i == 0, items[ i ].key );
-        if ( kept > 0 && zu___ObjCompareInline( items[ kept - 1 ].key, items[ i ].key ) == 0 ) {
+        if ( kept > 0 && dictOrderKeys( items[ kept - 1 ].key, items[ i ].key ) == 0 ) {
             if ( lastWins ) {
                 std::swap( items[ kept - 1 ], items[ i ] );
             }

@@ -3,8 +3,7 @@
 
 #include "zu/base/zu_dict_internal.h"
 #include "zu/base/zu_enum.h"
-#include "zu/sys/zu_chars.h"
-#include "zu/unicode/zu_unicode_properties.h"
+#include "zu/base/zu_string_trim_internal.h"
 
 ZU_BEGIN_DECLS
 
@@ -45,10 +44,10 @@ void zu___NamedValuesSort( ZU_DICT *byName, const ZU___NAMED_VALUE *rows, const 
 // Takes white space off both ends of a text.
 static inline void zu___EnumTrim( const ZU_CHAR **chars, ZU_INT *length )
 {
-    while ( *length > 0 && zuUnicodeIsWhiteSpace( ( *chars )[ *length - 1 ] ) ) {
+    while ( *length > 0 && zu___StringIsBlankChar( ( *chars )[ *length - 1 ] ) ) {
         --*length;
     }
-    while ( *length > 0 && zuUnicodeIsWhiteSpace( **chars ) ) {
+    while ( *length > 0 && zu___StringIsBlankChar( **chars ) ) {
         ++*chars;
         --*length;
     }

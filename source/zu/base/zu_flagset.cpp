@@ -4,7 +4,7 @@
 #include "zu/base/zu_flagset_internal.h"
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_name.h"
-#include "zu/base/zu_string.h"
+#include "zu/base/zu_string_delimited.h"
 #include "zu/base/zu_vector.h"
 #include "zu/runtime/zu_module.h"
 
@@ -191,10 +191,7 @@ ZU_STRING *zuFlagsetGenerate( ZU_FLAGSET *fs, ZU_INT flags )
     for ( uint64_t rest = (uint64_t)flags; rest != 0; rest &= rest - 1 ) {
         ZU_STRING *name = fs->names[ zuIntBitLowest( (ZU_INT)rest ) ];
         ZU_ASSERT( name );
-        if ( zuStringLength( text ) > 0 ) {
-            zuStringAppendChar( &text, DELIMITER );
-        }
-        zuStringAppend( &text, name );
+        zuStringDelimitedAppendCharDelimiter( &text, name, DELIMITER );
     }
     return text;
 }

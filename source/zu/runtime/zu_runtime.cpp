@@ -33,6 +33,10 @@
 #include "zu/runtime/zu_runtime_version.h"
 #include "zu/sys/zu_mem.h"
 #include "zu/sys/zu_unique.h"
+#include "zu/unicode/zu_unicode_cccv.h"
+#include "zu/unicode/zu_unicode_cdmt.h"
+#include "zu/unicode/zu_unicode_genc.h"
+#include "zu/unicode/zu_unicode_script.h"
 
 static constexpr ZU_INT DEFAULT_UNLOAD_MODULE_TIMEOUT = 60000; // milliseconds, as are:
 static constexpr ZU_INT UNLOAD_STEP = 50;                      // between two looks at a module's objects
@@ -94,6 +98,10 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___TimestampStartup, zu___TimestampShutdown },
     { zu___TimeStartup, zu___TimeShutdown },
     { zu___TimerStartup, zu___TimerShutdown },
+    { zu___UnicodeGencStartup, zu___UnicodeGencShutdown },
+    { zu___UnicodeCccvStartup, zu___UnicodeCccvShutdown },
+    { zu___UnicodeCdmtStartup, zu___UnicodeCdmtShutdown },
+    { zu___UnicodeScriptStartup, zu___UnicodeScriptShutdown },
     { zu___CharsetStartup, zu___CharsetShutdown },
 };
 static constexpr size_t SUBSYSTEM_COUNT = sizeof SUBSYSTEMS / sizeof SUBSYSTEMS[ 0 ];

@@ -37,3 +37,21 @@ typedef ZU_INT ZU_UNICODE_CCCV;
 #define ZU_UNICODE_CCCV_DOUBLE_BELOW         ( (ZU_INT)233 )
 #define ZU_UNICODE_CCCV_DOUBLE_ABOVE         ( (ZU_INT)234 )
 #define ZU_UNICODE_CCCV_BELOW_IOTA           ( (ZU_INT)240 )
+
+ZU_BEGIN_DECLS
+
+typedef struct ZU_STRING ZU_STRING;
+
+// From the value to its texts; a value out of range aborts.
+/// Returns the name in words: "Above left attached"; for a class without a name "Canonical Combining Class Value 11".
+ZU_API ZU_STRING *zuUnicodeCccvDescription( ZU_UNICODE_CCCV cccv );
+/// Returns the name of the constant: "ZU_UNICODE_CCCV_ABOVE_LEFT_ATTACHED"; null for a class without one.
+ZU_API ZU_STRING *zuUnicodeCccvSymName( ZU_UNICODE_CCCV cccv );
+
+// For authors of classes and modules
+/// Makes what the classes are looked up in.
+ZU_API void zu___UnicodeCccvStartup( void );
+/// Releases what the classes are looked up in.
+ZU_API void zu___UnicodeCccvShutdown( void );
+
+ZU_END_DECLS

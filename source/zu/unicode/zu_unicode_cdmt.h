@@ -28,3 +28,31 @@ typedef ZU_INT ZU_UNICODE_CDMT;
 #define ZU_UNICODE_CDMT_SQUARE    ( (ZU_INT)15 )
 #define ZU_UNICODE_CDMT_FRACTION  ( (ZU_INT)16 )
 #define ZU_UNICODE_CDMT_COMPAT    ( (ZU_INT)17 )
+
+ZU_BEGIN_DECLS
+
+typedef struct ZU_STRING ZU_STRING;
+
+// From the value to its texts; a value out of range aborts.
+/// Returns the tag that the database uses: "<wide>".  ZU_UNICODE_CDMT_NONE and ZU_UNICODE_CDMT_CANONICAL have none, and
+/// abort.
+ZU_API ZU_STRING *zuUnicodeCdmtTag( ZU_UNICODE_CDMT cdmt );
+/// Returns a sentence on what the tag means: "An encircled form."
+ZU_API ZU_STRING *zuUnicodeCdmtDescription( ZU_UNICODE_CDMT cdmt );
+/// Returns the name of the constant: "ZU_UNICODE_CDMT_WIDE".
+ZU_API ZU_STRING *zuUnicodeCdmtSymName( ZU_UNICODE_CDMT cdmt );
+
+// From a tag to the value
+/// Returns the value of a tag, written as it is; -1 if there is none.
+ZU_API ZU_UNICODE_CDMT zuUnicodeCdmtFromTag( ZU_STRING *zus );
+/// Looks the case-folded text up among the tags as they are; -1 if there is none.  So every tag is found in any case,
+/// but "<noBreak>", which has a capital, in none.
+ZU_API ZU_UNICODE_CDMT zuUnicodeCdmtFromTagCaseFold( ZU_STRING *zus );
+
+// For authors of classes and modules
+/// Makes what the tags are looked up in.
+ZU_API void zu___UnicodeCdmtStartup( void );
+/// Releases what the tags are looked up in.
+ZU_API void zu___UnicodeCdmtShutdown( void );
+
+ZU_END_DECLS

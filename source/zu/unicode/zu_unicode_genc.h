@@ -40,3 +40,30 @@ typedef ZU_INT ZU_UNICODE_GENC;
 #define ZU_UNICODE_GENC_OTHER_FORMAT              ( (ZU_INT)27 )
 #define ZU_UNICODE_GENC_OTHER_SURROGATE           ( (ZU_INT)28 )
 #define ZU_UNICODE_GENC_OTHER_PRIVATE_USE         ( (ZU_INT)29 )
+
+ZU_BEGIN_DECLS
+
+typedef struct ZU_STRING ZU_STRING;
+
+// From the value to its texts; a value out of range aborts.
+/// Returns the short name that the database uses: "Lu".
+ZU_API ZU_STRING *zuUnicodeGencAbbreviation( ZU_UNICODE_GENC genc );
+/// Returns the name in words: "Letter, Uppercase".
+ZU_API ZU_STRING *zuUnicodeGencDescription( ZU_UNICODE_GENC genc );
+/// Returns the name of the constant: "ZU_UNICODE_GENC_LETTER_UPPERCASE".
+ZU_API ZU_STRING *zuUnicodeGencSymName( ZU_UNICODE_GENC genc );
+
+// From a text to the value
+/// Returns the category of an abbreviation, written as it is; -1 if there is none.
+ZU_API ZU_UNICODE_GENC zuUnicodeGencFromAbbreviation( ZU_STRING *zus );
+/// Looks the case-folded text up among the abbreviations as they are.  These have a capital each, and so the result is
+/// always -1.
+ZU_API ZU_UNICODE_GENC zuUnicodeGencFromAbbreviationCaseFold( ZU_STRING *zus );
+
+// For authors of classes and modules
+/// Makes what the categories are looked up in.
+ZU_API void zu___UnicodeGencStartup( void );
+/// Releases what the categories are looked up in.
+ZU_API void zu___UnicodeGencShutdown( void );
+
+ZU_END_DECLS

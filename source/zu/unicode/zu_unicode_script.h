@@ -172,3 +172,27 @@ typedef ZU_INT ZU_UNICODE_SCRIPT;
 #define ZU_UNICODE_SCRIPT_TANGSA                 ( (ZU_INT)160 )
 #define ZU_UNICODE_SCRIPT_TOTO                   ( (ZU_INT)161 )
 #define ZU_UNICODE_SCRIPT_VITHKUQI               ( (ZU_INT)162 )
+
+ZU_BEGIN_DECLS
+
+typedef struct ZU_STRING ZU_STRING;
+
+// From the value to its texts; a value out of range aborts, and so does 99.
+/// Returns the name that the database uses: "Old_Italic".
+ZU_API ZU_STRING *zuUnicodeScriptName( ZU_UNICODE_SCRIPT script );
+/// Returns the name of the constant: "ZU_UNICODE_SCRIPT_OLD_ITALIC".
+ZU_API ZU_STRING *zuUnicodeScriptSymName( ZU_UNICODE_SCRIPT script );
+
+// From a name to the value
+/// Returns the script of a name, written as it is; -1 if there is none.
+ZU_API ZU_UNICODE_SCRIPT zuUnicodeScriptFromName( ZU_STRING *zus );
+/// Returns the script of a name in any case; -1 if there is none.
+ZU_API ZU_UNICODE_SCRIPT zuUnicodeScriptFromNameCaseFold( ZU_STRING *zus );
+
+// For authors of classes and modules
+/// Makes what the scripts are looked up in.
+ZU_API void zu___UnicodeScriptStartup( void );
+/// Releases what the scripts are looked up in.
+ZU_API void zu___UnicodeScriptShutdown( void );
+
+ZU_END_DECLS

@@ -1,0 +1,101 @@
+#include "zu/unicode/zu_unicode_cccv_internal.h"
+#include "zu/unicode/zu_unicode_cdmt_internal.h"
+#include "zu/unicode/zu_unicode_genc_internal.h"
+#include "zu/unicode/zu_unicode_script_internal.h"
+#include "zu/zu.hpp"
+
+#include "zu_test_support.h"
+
+#include <string>
+
+using STRING = zu::Ref<ZU_STRING>;
+
+static void expectText( ZU_STRING *made, const std::string &expected )
+{
+    STRING text = zu::adopt( made );
+    EXPECT_TRUE( text && zuStringEqualsCstr( text.get(), expected.c_str(), -1 ) ) << expected;
+}
+template <typename FUNC>
+static void expectValue( FUNC from, const std::string &text, ZU_INT expected )
+{
+    STRING zus = zu::adopt( zuStringCreateFromCstr( text.c_str(), -1 ) );
+    EXPECT_EQ( from( zus.get() ), expected ) << text;
+    EXPECT_TRUE( zuStringEqualsCstr( zus.get(), text.c_str(), -1 ) ); // the caller's text stays
+}
+static std::string upperCase( std::string text )
+{
+    for ( char &c : text ) {
+        c = c >= 'a' && c <= 'z' ? (char)( c - 'a' + 'A' ) : c;
+    }
+    return text;
+}
+
+TEST( UnicodeLookup, Categories )
+{
+    for ( const auto &row : zu___unicodeGencRows ) {
+        expectText( zuUnicodeGencAbbreviation( row.value ), row.abbreviation );
+        expectText( zuUnicodeGencDescription( row.value ), row.description );
+        expectText( zuUnicodeGencSymName( row.value ), row.symName );
+        expectValue( zuUnicodeGencFromAbbreviation, row.abbreviation, row.value );
+        expectValue( zuUnicodeGencFromAbbreviationCaseFold, row.abbreviation, -1 );
+    }
+    for ( const char *unknown : { "lu", "LU", "", "Lux" } ) {
+        expectValue( zuUnicodeGencFromAbbreviation, unknown, -1 );
+        expectValue( zuUnicodeGencFromAbbreviationCaseFold, unknown, -1 );
+    }
+}
+TEST( UnicodeLookup, CombiningClasses )
+{
+    const auto *row = zu___unicodeCccvRows;
+    for ( ZU_INT value = 0; value < 256; value++ ) {
+        if ( row != std::end( zu___unicodeCccvRows ) && row->value == value ) {
+            expectText( zuUnicodeCccvDescription( value ), row->description );
+            expectText( zuUnicodeCccvSymName( value ), row->symName );
+            row++;
+        } else {
+            expectText( zuUnicodeCccvDescription( value ),
+                        "Canonical Combining Class Value " + std::to_string( value ) );
+            EXPECT_EQ( zuUnicodeCccvSymName( value ), nullptr ) << value;
+        }
+    }
+}
+TEST( UnicodeLookup, DecompositionTags )
+{
+    for ( const auto &row : zu___unicodeCdmtRows ) {
+        expectText( zuUnicodeCdmtDescription( row.value ), row.description );
+        expectText( zuUnicodeCdmtSymName( row.value ), row.symName );
+        if ( row.value > ZU_UNICODE_CDMT_CANONICAL ) {
+            ZU_INT folded = row.value == ZU_UNICODE_CDMT_NOBREAK ? -1 : row.value;
+            expectText( zuUnicodeCdmtTag( row.value ), row.tag );
+            expectValue( zuUnicodeCdmtFromTag, row.tag, row.value );
+            expectValue( zuUnicodeCdmtFromTag, upperCase( row.tag ), -1 );
+            expectValue( zuUnicodeCdmtFromTagCaseFold, row.tag, folded );
+            expectValue( zuUnicodeCdmtFromTagCaseFold, upperCase( row.tag ), folded );
+        }
+    }
+    expectValue( zuUnicodeCdmtFromTag, "", -1 );
+    expectValue( zuUnicodeCdmtFromTagCaseFold, "<nobreak>", -1 );
+}
+TEST( UnicodeLookup, Scripts )
+{
+    for ( const auto &row : zu___unicodeScriptRows ) {
+        expectText( zuUnicodeScriptName( row.value ), row.name );
+        expectText( zuUnicodeScriptSymName( row.value ), row.symName );
+        expectValue( zuUnicodeScriptFromName, row.name, row.value );
+        expectValue( zuUnicodeScriptFromName, upperCase( row.name ), -1 );
+        expectValue( zuUnicodeScriptFromNameCaseFold, upperCase( row.name ), row.value );
+    }
+    expectValue( zuUnicodeScriptFromNameCaseFold, "old_uyghur", 159 );
+    expectValue( zuUnicodeScriptFromNameCaseFold, "Klingon", -1 );
+}
+TEST( UnicodeLookupAborts, BrokenConditions )
+{
+    expectAbort( "ZU_UNICODE_GENC_OK( genc )", [] { zuUnicodeGencAbbreviation( 30 ); } );
+    expectAbort( "ZU_UNICODE_CCCV_OK( cccv )", [] { zuUnicodeCccvSymName( 256 ); } );
+    expectAbort( "ZU_UNICODE_CDMT_OK( cdmt )", [] { zuUnicodeCdmtDescription( -1 ); } );
+    expectAbort( "zus", [] { zuUnicodeCdmtTag( ZU_UNICODE_CDMT_CANONICAL ); } );
+    expectAbort( "ZU_UNICODE_SCRIPT_OK( script )", [] { zuUnicodeScriptName( 163 ); } );
+    expectAbort( "zus", [] { zuUnicodeScriptName( 99 ); } );
+    expectAbort( "zus", [] { zuUnicodeScriptSymName( 99 ); } );
+    expectAbort( "zus", [] { zuUnicodeScriptFromNameCaseFold( nullptr ); } );
+}
