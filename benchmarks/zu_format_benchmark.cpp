@@ -52,7 +52,7 @@ static void zuMixed( benchmark::State &state )
     }
     zuStringRelease( name );
 }
-BENCHMARK( zuMixed );
+BENCHMARK( zuMixed )->Name( "Format/mixed/zu" );
 static void zuMixedByString( benchmark::State &state )
 {
     ARGUMENTS args;
@@ -67,7 +67,7 @@ static void zuMixedByString( benchmark::State &state )
     zuStringRelease( name );
     zuStringRelease( fmt );
 }
-BENCHMARK( zuMixedByString );
+BENCHMARK( zuMixedByString )->Name( "Format/mixed, by a string/zu" );
 static void zuInts( benchmark::State &state )
 {
     ARGUMENTS args;
@@ -79,7 +79,7 @@ static void zuInts( benchmark::State &state )
         zuStringRelease( text );
     }
 }
-BENCHMARK( zuInts );
+BENCHMARK( zuInts )->Name( "Format/integers/zu" );
 static void zuTexts( benchmark::State &state )
 {
     ZU_STRING *name = zuStringCreateFromAscii( NAME, -1 );
@@ -90,7 +90,7 @@ static void zuTexts( benchmark::State &state )
     }
     zuStringRelease( name );
 }
-BENCHMARK( zuTexts );
+BENCHMARK( zuTexts )->Name( "Format/texts/zu" );
 static void zuDecodeInt( benchmark::State &state )
 {
     ZU_STRING *src = zuStringCreateFromAscii( "  -1234567890123 ", -1 );
@@ -101,7 +101,7 @@ static void zuDecodeInt( benchmark::State &state )
     }
     zuStringRelease( src );
 }
-BENCHMARK( zuDecodeInt );
+BENCHMARK( zuDecodeInt )->Name( "Format/read an integer/zu" );
 
 #ifdef ZU_BENCHMARK_GLIB
 static void glibMixed( benchmark::State &state )
@@ -114,7 +114,7 @@ static void glibMixed( benchmark::State &state )
         g_free( text );
     }
 }
-BENCHMARK( glibMixed );
+BENCHMARK( glibMixed )->Name( "Format/mixed/glib" );
 static void glibInts( benchmark::State &state )
 {
     ARGUMENTS args;
@@ -125,7 +125,7 @@ static void glibInts( benchmark::State &state )
         g_free( text );
     }
 }
-BENCHMARK( glibInts );
+BENCHMARK( glibInts )->Name( "Format/integers/glib" );
 static void glibTexts( benchmark::State &state )
 {
     for ( auto _ : state ) {
@@ -134,7 +134,7 @@ static void glibTexts( benchmark::State &state )
         g_free( text );
     }
 }
-BENCHMARK( glibTexts );
+BENCHMARK( glibTexts )->Name( "Format/texts/glib" );
 static void glibDecodeInt( benchmark::State &state )
 {
     for ( auto _ : state ) {
@@ -142,7 +142,7 @@ static void glibDecodeInt( benchmark::State &state )
         benchmark::DoNotOptimize( value );
     }
 }
-BENCHMARK( glibDecodeInt );
+BENCHMARK( glibDecodeInt )->Name( "Format/read an integer/glib" );
 #endif
 
 int main( int argc, char **argv )

@@ -7,7 +7,7 @@
 // block by moving its bounds alone.
 #pragma once
 
-#include "zu/runtime/zu_obj.h"
+#include "zu/runtime/zu_obj_internal.h"
 #include "zu/sys/zu_mem.h"
 
 #include <cstring>
@@ -136,6 +136,20 @@ struct zu___Slack {
         replace( owner, owner->fspace + owner->length + count + BACK, owner->fspace );
         owner->bspace = BACK;
     }
+    // Does what growAtEnd would do, if it takes no more than moving a bound within the block; tells whether it does.
+    static bool growInBlock( OWNER *owner, ZU_INT count )
+    {
+        if ( isInline( owner ) ) {
+            return false;
+        }
+        ZU_INT ahead = first( owner ) - (ELEMENT *)owner->block.start;
+        if ( count > owner->block.slots - ahead - owner->length - BACK ) {
+            return false;
+        }
+        owner->bspace = BACK;
+        declareSize( owner, owner->fspace + owner->length + count + BACK );
+        return true;
+    }
     [[gnu::noinline]] static bool takeInside( OWNER *owner, ZU_INT atIndex, ZU_INT count )
     {
         ELEMENT *head = first( owner );
@@ -209,7 +223,7 @@ private:
 
     static void declareSize( OWNER *owner, ZU_INT capacity )
     {
-        zu___ObjDbgSetAllocationSizeN( &owner->obj, capacity, sizeof( ELEMENT ) );
+        zu___ObjDeclareAllocationSizePrivate( &owner->obj, capacity * (ZU_INT)sizeof( ELEMENT ) ); // which is there
     }
 
     // Replaces the room or the array by an array of `capacity` elements, and moves the elements to element `at` of it.

@@ -360,10 +360,37 @@ void zuStringInsertObj( ZU_STRING **dest, ZU_INT idx, ZU_OBJ *obj )
 }
 
 // Appending: insertion behind the last code point.
+
+// Takes `count` elements behind the text of a string without moving anything, if nobody else holds it, and returns them;
+// else null.  An append comes to this nearly always, and asks for it first.  The front of an empty text is its end, and has
+// its own rule.
+static inline ZU_CHAR *stringTakeAtEnd( ZU_STRING *zus, ZU_INT count )
+{
+    if ( ZU___UNLIKELY( zus->length == 0 || ZU_REF_RETAIN_COUNT( zus ) != 1 ) ) {
+        return nullptr;
+    }
+    if ( ZU___LIKELY( zus->bspace >= count ) ) {
+        zus->bspace -= count;
+    } else if ( !STRING_SLACK::growInBlock( zus, count ) ) {
+        return nullptr;
+    }
+    ZU_CHAR *gap = stringText( zus ) + zus->length;
+    zus->length += count;
+    return gap;
+}
 void zuStringAppend( ZU_STRING **dest, ZU_STRING *src )
 {
     ZU_ASSERT( dest );
     ZU_ASSERT( *dest );
+    ZU_ASSERT( src );
+    if ( ZU___LIKELY( src != *dest ) ) {
+        ZU_INT count = src->length;
+        ZU_CHAR *gap = stringTakeAtEnd( *dest, count );
+        if ( ZU___LIKELY( gap ) ) {
+            STRING_SLACK::copy( gap, stringText( src ), count );
+            return;
+        }
+    }
     zuStringInsert( dest, ( *dest )->length, src );
 }
 void zuStringAppendInner( ZU_STRING **dest, ZU_STRING *src, ZU_INT offset, ZU_INT count )
@@ -394,6 +421,12 @@ void zuStringAppendChar( ZU_STRING **zus, ZU_CHAR ch )
 {
     ZU_ASSERT( zus );
     ZU_ASSERT( *zus );
+    ZU_ASSERT( ZU_CHAR_OK( ch ) );
+    ZU_CHAR *gap = stringTakeAtEnd( *zus, 1 );
+    if ( ZU___LIKELY( gap ) ) {
+        *gap = ch;
+        return;
+    }
     zuStringInsertChar( zus, ( *zus )->length, ch );
 }
 void zuStringAppendCharRun( ZU_STRING **zus, ZU_CHAR ch, ZU_INT count )

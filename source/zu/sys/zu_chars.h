@@ -2,7 +2,8 @@
 //
 // All conversions are measuring copies.  They convert the whole of `src` and return the number of units that the whole
 // result needs; the first `destLength` of them are stored in `dest`, the rest is dropped.  So a call with a null `dest`
-// and a `destLength` of 0 measures, and a second call fills an array of that size.  `src` may be null if it is empty.
+// and a `destLength` of 0 measures, and a second call fills an array of that size.  What a longer array holds behind the
+// result is not told.  `src` may be null if it is empty.
 // The functions from a byte or 16-bit text take a `srcLength` of -1 for text that a 0 unit terminates.  With `addNul`
 // the functions to a text append a 0 unit, which is part of the result and of its count.
 //

@@ -1,14 +1,33 @@
-// Text is long runs of sequences of one kind, nearly always well formed.  So both directions take ASCII in blocks, take
-// other well-formed sequences without asking for the ends of the arrays, and leave everything odd (broken sequences,
-// the last few bytes of either array) to one careful step each, which alone knows all the rules.
+// Text is long runs of sequences of one kind, nearly always well formed.  So both directions let the processor's vectors do
+// what those can (zu_chars_utf8_shuffle.cpp), take what is left in steps that do not ask for the ends of the arrays, and
+// leave everything odd (broken sequences, the last few units of either array) to one careful step each, which alone knows
+// all the rules.
 
 #include "zu/sys/zu_chars_internal.h"
+#include "zu/sys/zu_chars_utf8_shuffle_internal.h"
 
+#include <bit>
 #include <cstring>
 
 static constexpr ZU_CHAR REPLACEMENT = ZU_CHAR_REPLACEMENT_CHARACTER;
-static constexpr ZU_INT ASCII_BLOCK = 16;  // units taken at once
+static constexpr ZU_INT STEP = 8;                         // bytes looked at together
+static constexpr uint64_t HIGH_BITS = 0x8080808080808080; // of all bytes of a step
 static constexpr ZU_INT SEQUENCE_MAX = ZU___CHARS_UTF8_SEQUENCE_MAX;
+
+// Whether to let vectors do the work: found out at the first conversion.  The threads that may do that find the same, and
+// nothing else depends on it, so that the order does not matter.
+enum : int { SHUFFLE_UNKNOWN = -1, SHUFFLE_NO, SHUFFLE_YES };
+int zu___charsUtf8Shuffle = SHUFFLE_UNKNOWN;
+
+static inline bool utf8Shuffles()
+{
+    int shuffle = __atomic_load_n( &zu___charsUtf8Shuffle, __ATOMIC_RELAXED );
+    if ( ZU___UNLIKELY( shuffle == SHUFFLE_UNKNOWN ) ) {
+        shuffle = zu___CharsUtf8CanShuffle() ? SHUFFLE_YES : SHUFFLE_NO;
+        __atomic_store_n( &zu___charsUtf8Shuffle, shuffle, __ATOMIC_RELAXED );
+    }
+    return shuffle == SHUFFLE_YES;
+}
 
 // Decoding
 
@@ -41,18 +60,28 @@ static bool utf8TakeSequence( const uint8_t **src, const uint8_t *end, ZU_CHAR *
     return yields;
 }
 
-static inline bool utf8IsAsciiBlock( const uint8_t *src )
+// Stores each byte of a word as a code point.
+typedef uint8_t UTF8_BYTES __attribute__( ( vector_size( 16 ) ) );
+typedef uint16_t UTF8_HALVES __attribute__( ( vector_size( 16 ) ) );
+typedef uint64_t UTF8_WORDS __attribute__( ( vector_size( 16 ) ) );
+
+static inline void utf8StoreBytes( ZU_CHAR *dest, uint64_t word )
 {
-    uint64_t words[ 2 ];
-    static_assert( sizeof words == ASCII_BLOCK );
-    memcpy( words, src, sizeof words );
-    return ( ( words[ 0 ] | words[ 1 ] ) & 0x8080808080808080 ) == 0;
+    static_assert( std::endian::native == std::endian::little );
+    const UTF8_WORDS words = { word, 0 };
+    const UTF8_BYTES none = {};
+    const UTF8_HALVES halves = (UTF8_HALVES)__builtin_shufflevector( (UTF8_BYTES)words, none, 0, 16, 1, 17, 2, 18, 3,
+                                                                     19, 4, 20, 5, 21, 6, 22, 7, 23 );
+    const UTF8_HALVES low = __builtin_shufflevector( halves, (UTF8_HALVES)none, 0, 8, 1, 9, 2, 10, 3, 11 );
+    const UTF8_HALVES high = __builtin_shufflevector( halves, (UTF8_HALVES)none, 4, 12, 5, 13, 6, 14, 7, 15 );
+    memcpy( dest, &low, sizeof low );
+    memcpy( dest + 4, &high, sizeof high );
 }
 
-// Decodes well-formed sequences from `*src` and stops at what is odd, and where `*src` or, when storing, the `room` for
-// code points could end within the next one; `*src` moves on.  Returns the number of code points.
-template < bool STORE >
-static inline ZU_INT utf8DecodeWhole( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end )
+// Takes well-formed sequences of two bytes and more from `*src`, of which there are at least 4 bytes, up to the first of
+// one, an odd one, or where either array could end.  Returns their number.
+template <bool STORE>
+static inline ZU_INT utf8DecodeLong( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end )
 {
     const uint8_t *pos = *src;
     ZU_INT length = 0;
@@ -62,45 +91,56 @@ static inline ZU_INT utf8DecodeWhole( ZU_CHAR *dest, ZU_INT room, const uint8_t 
         }
         length++;
     };
-    for ( bool whole = true; whole; ) {
-        // Within so many well-formed sequences neither array can end.
-        ZU_INT safe = ( end - pos ) / SEQUENCE_MAX;
-        if ( STORE ) {
-            safe = zuIntMin( safe, room - length );
+    do {
+        uint8_t lead = pos[ 0 ];
+        if ( ( lead & 0xE0 ) == 0xC0 && zu___CharsIsUtf8Continuation( pos[ 1 ] ) ) {
+            emit( ( lead & 0x1Fu ) << 6 | ( pos[ 1 ] & 0x3Fu ) );
+            pos += 2;
+        } else if ( ( lead & 0xF0 ) == 0xE0 && zu___CharsIsUtf8Continuation( pos[ 1 ] ) &&
+                    zu___CharsIsUtf8Continuation( pos[ 2 ] ) ) {
+            emit( ( lead & 0x0Fu ) << 12 | ( pos[ 1 ] & 0x3Fu ) << 6 | ( pos[ 2 ] & 0x3Fu ) );
+            pos += 3;
+        } else if ( ( lead & 0xFC ) == 0xF0 && zu___CharsIsUtf8Continuation( pos[ 1 ] ) &&
+                    zu___CharsIsUtf8Continuation( pos[ 2 ] ) && zu___CharsIsUtf8Continuation( pos[ 3 ] ) ) {
+            emit( ( lead & 0x07u ) << 18 | ( pos[ 1 ] & 0x3Fu ) << 12 | ( pos[ 2 ] & 0x3Fu ) << 6 |
+                  ( pos[ 3 ] & 0x3Fu ) );
+            pos += 4;
+        } else {
+            break;
         }
-        whole = safe > 0;
-        for ( ; safe > 0; safe-- ) {
-            uint8_t lead = pos[ 0 ];
-            if ( lead < 0x80 ) {
-                if ( safe >= ASCII_BLOCK && utf8IsAsciiBlock( pos ) ) {
-                    if constexpr ( STORE ) {
-                        for ( ZU_INT i = 0; i < ASCII_BLOCK; i++ ) {
-                            dest[ length + i ] = pos[ i ];
-                        }
-                    }
-                    length += ASCII_BLOCK;
-                    pos += ASCII_BLOCK;
-                    safe -= ASCII_BLOCK - 1;
-                    continue;
-                }
-                emit( lead );
-                pos++;
-            } else if ( ( lead & 0xE0 ) == 0xC0 && zu___CharsIsUtf8Continuation( pos[ 1 ] ) ) {
-                emit( ( lead & 0x1Fu ) << 6 | ( pos[ 1 ] & 0x3Fu ) );
-                pos += 2;
-            } else if ( ( lead & 0xF0 ) == 0xE0 && zu___CharsIsUtf8Continuation( pos[ 1 ] ) &&
-                        zu___CharsIsUtf8Continuation( pos[ 2 ] ) ) {
-                emit( ( lead & 0x0Fu ) << 12 | ( pos[ 1 ] & 0x3Fu ) << 6 | ( pos[ 2 ] & 0x3Fu ) );
-                pos += 3;
-            } else if ( ( lead & 0xFC ) == 0xF0 && zu___CharsIsUtf8Continuation( pos[ 1 ] ) &&
-                        zu___CharsIsUtf8Continuation( pos[ 2 ] ) && zu___CharsIsUtf8Continuation( pos[ 3 ] ) ) {
-                emit( ( lead & 0x07u ) << 18 | ( pos[ 1 ] & 0x3Fu ) << 12 | ( pos[ 2 ] & 0x3Fu ) << 6 |
-                      ( pos[ 3 ] & 0x3Fu ) );
-                pos += 4;
-            } else {
-                whole = false;
+    } while ( end - pos >= SEQUENCE_MAX && pos[ 0 ] >= 0x80 && ( !STORE || length < room ) );
+    *src = pos;
+    return length;
+}
+
+// Decodes well-formed sequences from `*src` and stops at what is odd, and where `*src` or, when storing, the `room` for
+// code points could end within the next step; `*src` moves on.  Returns the number of code points.
+template <bool STORE>
+static inline ZU_INT utf8DecodeWhole( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end )
+{
+    ZU_INT length = 0;
+    if ( utf8Shuffles() ) {
+        length = STORE ? zu___CharsUtf8ShuffleDecode( dest, room, src, end ) : zu___CharsUtf8ShuffleCount( src, end );
+    }
+    const uint8_t *pos = *src;
+    while ( end - pos >= STEP && ( !STORE || room - length >= STEP ) ) {
+        uint64_t bytes;
+        memcpy( &bytes, pos, sizeof bytes );
+        if constexpr ( STORE ) {
+            utf8StoreBytes( dest + length, bytes ); // what is not ASCII is overwritten
+        }
+        ZU_INT ascii = std::countr_zero( bytes & HIGH_BITS ) / 8;
+        pos += ascii;
+        length += ascii;
+        if ( ascii < STEP ) {
+            if ( end - pos < SEQUENCE_MAX ) {
                 break;
             }
+            ZU_INT taken = utf8DecodeLong<STORE>( dest + ( STORE ? length : 0 ), room - length, &pos, end );
+            if ( taken == 0 ) {
+                break;
+            }
+            length += taken;
         }
     }
     *src = pos;
@@ -108,19 +148,25 @@ static inline ZU_INT utf8DecodeWhole( ZU_CHAR *dest, ZU_INT room, const uint8_t 
 }
 ZU_INT zu___CharsDecodeUtf8( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end )
 {
-    return utf8DecodeWhole< true >( dest, room, src, end );
+    return utf8DecodeWhole<true>( dest, room, src, end );
 }
 
 // Decodes from `*src` until it ends or, when storing, `room` code points are there; `*src` moves on.  Returns the number
 // of code points.
-template < bool STORE >
+template <bool STORE>
 static ZU_INT utf8Decode( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end )
 {
     ZU_INT length = 0;
     while ( *src < end && ( !STORE || length < room ) ) {
-        length += utf8DecodeWhole< STORE >( dest + ( STORE ? length : 0 ), room - length, src, end );
-        ZU_CHAR ch;
-        if ( *src < end && ( !STORE || length < room ) && utf8TakeSequence( src, end, &ch ) ) {
+        length += utf8DecodeWhole<STORE>( dest + ( STORE ? length : 0 ), room - length, src, end );
+        if ( *src == end || ( STORE && length == room ) ) {
+            break;
+        }
+        ZU_CHAR ch = **src;
+        if ( ch < 0x80 ) {
+            ( *src )++;
+        }
+        if ( ch < 0x80 || utf8TakeSequence( src, end, &ch ) ) {
             if constexpr ( STORE ) {
                 dest[ length ] = ch;
             }
@@ -136,8 +182,8 @@ ZU_INT zuCharsConvertFromUtf8( ZU_CHAR *dest, ZU_INT destLength, const char *src
     srcLength = zu___CharsMeasureCstr( src, srcLength );
     const uint8_t *pos = (const uint8_t *)src;
     const uint8_t *end = pos + srcLength;
-    ZU_INT stored = utf8Decode< true >( dest, destLength, &pos, end );
-    return stored + utf8Decode< false >( nullptr, 0, &pos, end );
+    ZU_INT stored = utf8Decode<true>( dest, destLength, &pos, end );
+    return stored + utf8Decode<false>( nullptr, 0, &pos, end );
 }
 
 // Encoding
@@ -150,30 +196,29 @@ static inline ZU_INT utf8SequenceLength( ZU_CHAR ch )
 
 uint8_t *zu___CharsEncodeUtf8( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end )
 {
+    if ( utf8Shuffles() ) {
+        dest = zu___CharsUtf8ShuffleEncode( dest, destEnd, src, end );
+    }
     const ZU_CHAR *pos = *src;
-    for ( ;; ) {
-        ZU_INT safe = zuIntMin( end - pos, ( destEnd - dest ) / SEQUENCE_MAX );
-        if ( safe == 0 ) {
-            break;
+    while ( end - pos >= STEP && destEnd - dest >= STEP * SEQUENCE_MAX ) {
+        ZU_CHAR all = 0;
+        for ( int i = 0; i < STEP; i++ ) {
+            all |= pos[ i ];
         }
-        for ( ; safe > 0; safe-- ) {
-            if ( *pos < 0x80 && safe >= ASCII_BLOCK ) {
-                ZU_CHAR all = 0;
-                for ( ZU_INT i = 0; i < ASCII_BLOCK; i++ ) {
-                    all |= pos[ i ];
-                }
-                if ( all < 0x80 ) {
-                    for ( ZU_INT i = 0; i < ASCII_BLOCK; i++ ) {
-                        dest[ i ] = (uint8_t)pos[ i ];
-                    }
-                    dest += ASCII_BLOCK;
-                    pos += ASCII_BLOCK;
-                    safe -= ASCII_BLOCK - 1;
-                    continue;
-                }
+        if ( all < 0x80 ) {
+            for ( int i = 0; i < STEP; i++ ) {
+                dest[ i ] = (uint8_t)pos[ i ];
             }
-            dest = zu___CharsPutUtf8( dest, *pos++ );
+            dest += STEP;
+        } else {
+            for ( int i = 0; i < STEP; i++ ) {
+                dest = zu___CharsPutUtf8( dest, pos[ i ] );
+            }
         }
+        pos += STEP;
+    }
+    while ( pos < end && destEnd - dest >= SEQUENCE_MAX ) {
+        dest = zu___CharsPutUtf8( dest, *pos++ );
     }
     *src = pos;
     return dest;
