@@ -244,11 +244,17 @@ TEST( Thread, FreezesForGood )
 
 TEST( ThreadAborts, WithoutACurrentThread )
 {
-    auto foreign = []( void ( *func )() ) { return [ func ] { std::thread( func ).join(); }; };
-    expectAbort( "thisThread", foreign( [] { zuThreadThis(); } ) );
-    expectAbort( "thisThread", foreign( [] { zuThreadUnlatchArgument(); } ) );
-    expectAbort( "thisThread", foreign( [] { zuSleepTimed( nullptr, 0 ); } ) );
-    expectAbort( "zuThreadEncapsulated()", foreign( [] { zuThreadCheckEncapsulated(); } ) );
+    auto outside = []( void ( *func )() ) {
+        return [ func ] {
+            zu___ThreadEncapsulateEnd();
+            func();
+        };
+    };
+    expectAbort( "thisThread", outside( [] { zuThreadThis(); } ) );
+    expectAbort( "thisThread", outside( [] { zuThreadUnlatchArgument(); } ) );
+    expectAbort( "thisThread", outside( [] { zuSleepTimed( nullptr, 0 ); } ) );
+    expectAbort( "thisThread", outside( [] { zu___ThreadEncapsulateEnd(); } ) );
+    expectAbort( "zuThreadEncapsulated()", outside( [] { zuThreadCheckEncapsulated(); } ) );
 }
 
 TEST( ThreadAborts, Misuse )

@@ -35,6 +35,33 @@ static void waitBehind( ZU_INT milliseconds )
     zuTimerSchedule( timer.get(), milliseconds );
     zuSignalWait( signal.get() );
 }
+
+// Holds the thread of the timers up, so that nothing fires meanwhile.
+class Hold {
+public:
+    Hold()
+    {
+        fired.then = [ this ] {
+            zuBarrierUnblock( held.get() );
+            zuBarrierPass( gate.get() );
+        };
+        timer = makeTimer( &fired );
+        zuTimerSchedule( timer.get(), 0 );
+        zuBarrierPass( held.get() );
+    }
+    ~Hold()
+    {
+        zuBarrierUnblock( gate.get() );
+        waitBehind( 1 );
+    }
+
+private:
+    zu::Ref<ZU_BARRIER> held = zu::adopt( zuBarrierCreate( ZU_TRUE ) );
+    zu::Ref<ZU_BARRIER> gate = zu::adopt( zuBarrierCreate( ZU_TRUE ) );
+    Fired fired;
+    zu::Ref<ZU_TIMER> timer;
+};
+
 static zu::Ref<ZU_TIME> secondsFromNow( ZU_INT seconds )
 {
     ZU_TIME *time = zuTimeNow();
@@ -116,9 +143,11 @@ TEST( Timer, ALaterScheduleReplacesAnEarlierOne )
     zuTimerSchedule( timer.get(), 1 );
     waitBehind( 3 );
     EXPECT_EQ( fired.count, 1 );
-    zuTimerSchedule( timer.get(), 1 );
-    zuTimerScheduleAtTime( timer.get(), secondsFromNow( 1000 ).get() );
-    waitBehind( 5 );
+    {
+        Hold hold;
+        zuTimerSchedule( timer.get(), 0 );
+        zuTimerScheduleAtTime( timer.get(), secondsFromNow( 1000 ).get() );
+    }
     EXPECT_EQ( fired.count, 1 );
     EXPECT_TRUE( zuTimerScheduled( timer.get() ) );
 }
@@ -128,11 +157,13 @@ TEST( Timer, Unscheduled )
     Fired fired;
     auto timer = makeTimer( &fired );
     EXPECT_FALSE( zuTimerUnschedule( timer.get() ) );
-    zuTimerSchedule( timer.get(), 3 );
-    EXPECT_TRUE( zuTimerUnschedule( timer.get() ) );
-    EXPECT_FALSE( zuTimerScheduled( timer.get() ) );
-    EXPECT_FALSE( zuTimerUnschedule( timer.get() ) );
-    waitBehind( 6 );
+    {
+        Hold hold;
+        zuTimerSchedule( timer.get(), 0 );
+        EXPECT_TRUE( zuTimerUnschedule( timer.get() ) );
+        EXPECT_FALSE( zuTimerScheduled( timer.get() ) );
+        EXPECT_FALSE( zuTimerUnschedule( timer.get() ) );
+    }
     EXPECT_EQ( fired.count, 0 );
     zuTimerSchedule( timer.get(), 100000 );
     zuTimerUnschedule( timer.get() );
@@ -166,16 +197,18 @@ TEST( Timer, TheLastReleaseDropsTheSchedule )
     auto make = [ & ] { return zu::adopt( zuTimerCreate( fire, zu___BoxedPointerObj( arg.get() ) ) ); };
     auto relative = make();
     auto absolute = make();
-    zuTimerSchedule( relative.get(), 3 );
-    zuTimerScheduleAtTime( absolute.get(), secondsFromNow( 100 ).get() );
-    relative = nullptr;
-    absolute = nullptr;
-    EXPECT_EQ( ZU_REF_RETAIN_COUNT( arg.get() ), 1u );
     auto lingering = make();
     zu___TimerSetLinger( lingering.get(), ZU_TRUE );
-    zuTimerSchedule( lingering.get(), 3 );
-    lingering = nullptr;
-    waitBehind( 10 );
+    {
+        Hold hold;
+        zuTimerSchedule( relative.get(), 0 );
+        zuTimerScheduleAtTime( absolute.get(), secondsFromNow( -1 ).get() );
+        zuTimerSchedule( lingering.get(), 0 );
+        relative = nullptr;
+        absolute = nullptr;
+        lingering = nullptr;
+        EXPECT_EQ( ZU_REF_RETAIN_COUNT( arg.get() ), 2u );
+    }
     EXPECT_EQ( fired.count, 1 );
     EXPECT_EQ( ZU_REF_RETAIN_COUNT( arg.get() ), 1u );
 }

@@ -5,13 +5,12 @@
 #include "zu/base/zu_boxed_int.h"
 #include "zu/base/zu_dict.h"
 #include "zu/base/zu_enum_internal.h"
-#include "zu/base/zu_string.h"
+#include "zu/base/zu_string_case.h"
 #include "zu/base/zu_vector.h"
 #include "zu/charset/zu_charset_map.h"
 #include "zu/charset/zu_charset_utf.h"
 #include "zu/io/zu_buffer_byte_sink.h"
 #include "zu/io/zu_buffer_byte_source.h"
-#include "zu/unicode/zu_unicode_db.h"
 
 #include <cstring>
 #include <initializer_list>
@@ -135,19 +134,6 @@ ZU_VECTOR *zuCharsetIanaNamesVector( ZU_CHARSET cs )
     return vec;
 }
 
-// Returns the full case folding of a name.
-static ZU_STRING *charsetFoldName( ZU_STRING *name )
-{
-    ZU_STRING *folded = zuStringCreate();
-    for ( ZU_INT i = 0; i < zuStringLength( name ); i++ ) {
-        ZU_CHAR ch = zuStringCharAt( name, i );
-        ZU_INT length;
-        const ZU_CHAR *mapping = zu___UnicodeCaseFoldDbLookup( ch, &length );
-        zuStringAppendChars( &folded, mapping ? mapping : &ch, mapping ? length : 1 );
-    }
-    return folded;
-}
-
 // Start-up.  The names go in all at once: hundreds of single insertions would be a good part of a program's start.
 static void charsetAddIanaNames( ZU_VECTOR **keys, ZU_VECTOR **values, ZU_CHARSET cs )
 {
@@ -158,9 +144,8 @@ static void charsetAddIanaNames( ZU_VECTOR **keys, ZU_VECTOR **values, ZU_CHARSE
         if ( i == 0 ) {
             zuDictSetIntKey( &charsetToIanaName, cs, zuStringObj( name ) );
         }
-        ZU_STRING *folded = charsetFoldName( name );
-        zuVectorAppendString( keys, folded );
-        zuStringRelease( folded );
+        zuStringToCaseFold( &name );
+        zuVectorAppendString( keys, name );
         zuVectorAppendObj( values, zuBoxedIntObj( number ) );
         zuStringRelease( name );
     }
@@ -236,7 +221,8 @@ ZU_STRING *zuCharsetToIanaName( ZU_CHARSET cs )
 ZU_CHARSET zuCharsetFromIanaName( ZU_STRING *name )
 {
     ZU_ASSERT( name );
-    ZU_STRING *folded = charsetFoldName( name );
+    ZU_STRING *folded = zuStringRetain( name );
+    zuStringToCaseFold( &folded );
     ZU_CHARSET cs = charsetTakeCharset( zuDictStringKey( ianaNameToCharset, folded ) );
     zuStringRelease( folded );
     return cs;
