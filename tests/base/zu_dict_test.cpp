@@ -51,7 +51,7 @@ static std::string toStd( ZU_OBJ *obj )
 }
 
 // A dict as a map of the very objects, changed pair by pair, with the storage that this leads to.
-struct MODEL {
+struct DICT_MODEL {
     struct LESS {
         bool operator()( ZU_OBJ *a, ZU_OBJ *b ) const
         {
@@ -73,7 +73,7 @@ struct MODEL {
     }
     void clear()
     {
-        *this = MODEL();
+        *this = DICT_MODEL();
     }
     void unshare()
     {
@@ -110,9 +110,9 @@ struct MODEL {
 };
 
 // A dict, which others may share, and its model.
-struct HOLDER {
+struct DICT_HOLDER {
     DICT dict = zu::adopt( zuDictCreate() );
-    MODEL model;
+    DICT_MODEL model;
 
     void expectSame() const
     {
@@ -136,7 +136,7 @@ protected:
     std::mt19937 random{ GetParam() };
     std::vector<OBJ> keys; // of many sorts, each as two objects that are equal
     std::vector<OBJ> values;
-    std::array<HOLDER, 4> holders;
+    std::array<DICT_HOLDER, 4> holders;
     size_t operation = 0; // the last
 
     DictModel()
@@ -164,19 +164,19 @@ protected:
     {
         return objs[ below( objs.size() ) ].get();
     }
-    HOLDER &anyHolder()
+    DICT_HOLDER &anyHolder()
     {
-        HOLDER &holder = holders[ below( holders.size() ) ];
+        DICT_HOLDER &holder = holders[ below( holders.size() ) ];
         holder.model.shared = ZU_REF_RETAIN_COUNT( holder.dict.get() ) > 1;
         return holder;
     }
 
-    void create( HOLDER &holder )
+    void create( DICT_HOLDER &holder )
     {
         std::vector<ZU_OBJ *> newKeys( below( 150 ) );
         std::generate( newKeys.begin(), newKeys.end(), [ & ] { return anyOf( keys ); } );
         if ( below( 3 ) == 0 ) {
-            std::sort( newKeys.begin(), newKeys.end(), MODEL::LESS() );
+            std::sort( newKeys.begin(), newKeys.end(), DICT_MODEL::LESS() );
         }
         holder.model.clear();
         holder.model.unshare();
@@ -191,9 +191,9 @@ protected:
         holder.model.alloc = newKeys.size() > 32 ? (ZU_INT)newKeys.size() + 32 : 32;
         holder.dict = zu::adopt( zuDictCreateWithKeysAndValues( keysVector.get(), valuesVector.get() ) );
     }
-    void changePair( HOLDER &holder, bool growing )
+    void changePair( DICT_HOLDER &holder, bool growing )
     {
-        MODEL &model = holder.model;
+        DICT_MODEL &model = holder.model;
         ZU_OBJ *key = anyOf( keys );
         ZU_OBJ *value = anyOf( values );
         if ( below( 4 ) < ( growing ? 3 : 1 ) ) {
@@ -214,9 +214,9 @@ protected:
             }
         }
     }
-    void delValue( HOLDER &holder, ZU_OBJ *value, bool useCompare )
+    void delValue( DICT_HOLDER &holder, ZU_OBJ *value, bool useCompare )
     {
-        MODEL &model = holder.model;
+        DICT_MODEL &model = holder.model;
         if ( model.length() > 0 ) {
             model.unshare();
         }
@@ -233,7 +233,7 @@ protected:
         zuDictDelValue( holder.dict.inOut(), value, useCompare );
     }
     // Changes a dict by another, which may be the same object.
-    void include( HOLDER &holder, ZU_DICT *src, const MODEL &srcModel, bool overwrite )
+    void include( DICT_HOLDER &holder, ZU_DICT *src, const DICT_MODEL &srcModel, bool overwrite )
     {
         holder.model.shared = holder.model.shared || holder.dict.get() == src;
         if ( srcModel.length() > 0 ) {
@@ -246,17 +246,17 @@ protected:
         }
         zuDictInclude( holder.dict.inOut(), src, overwrite );
     }
-    void exclude( HOLDER &holder, ZU_DICT *src, const MODEL &srcModel )
+    void exclude( DICT_HOLDER &holder, ZU_DICT *src, const DICT_MODEL &srcModel )
     {
         for ( auto [ key, value ] : srcModel.pairs ) {
             holder.model.del( key );
         }
         zuDictExclude( holder.dict.inOut(), src );
     }
-    void intersect( HOLDER &holder, ZU_DICT *src, const MODEL &srcModel, bool useSrcValues )
+    void intersect( DICT_HOLDER &holder, ZU_DICT *src, const DICT_MODEL &srcModel, bool useSrcValues )
     {
         if ( holder.dict.get() != src && holder.model.length() > 0 ) {
-            MODEL result;
+            DICT_MODEL result;
             if ( srcModel.length() > 0 ) {
                 result.unshare();
             }
@@ -269,7 +269,7 @@ protected:
         }
         zuDictIntersect( holder.dict.inOut(), src, useSrcValues );
     }
-    void ask( const HOLDER &holder, const HOLDER &other )
+    void ask( const DICT_HOLDER &holder, const DICT_HOLDER &other )
     {
         ZU_DICT *dict = holder.dict.get();
         const auto &pairs = holder.model.pairs;
@@ -293,9 +293,9 @@ protected:
     }
     void step( bool growing )
     {
-        HOLDER &holder = anyHolder();
-        const HOLDER &other = holders[ below( holders.size() ) ];
-        const MODEL srcModel = other.model;
+        DICT_HOLDER &holder = anyHolder();
+        const DICT_HOLDER &other = holders[ below( holders.size() ) ];
+        const DICT_MODEL srcModel = other.model;
         ZU_DICT *borrowed = other.dict.get(); // no reference more than the holders have
         ask( holder, other );
         operation = below( 60 );
@@ -341,7 +341,7 @@ TEST_P( DictModel, StaysLikeItsModel )
 {
     for ( int i = 0; i < 6000; i++ ) {
         step( i / 500 % 2 == 0 );
-        for ( const HOLDER &holder : holders ) {
+        for ( const DICT_HOLDER &holder : holders ) {
             holder.expectSame();
         }
         ASSERT_FALSE( HasFatalFailure() ) << "seed " << GetParam() << ", step " << i << ", operation " << operation;

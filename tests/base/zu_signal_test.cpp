@@ -125,6 +125,7 @@ TEST( Signal, BehavesLikeAModel )
 TEST( Signal, TellsKindByKind )
 {
     static std::vector<int> sequence;
+    sequence.clear();
     static zu::Ref<ZU_SIGNAL> chained;
     static zu::Ref<ZU_ALERT> alert;
     static zu::Ref<ZU_BARRIER> barrier;

@@ -92,9 +92,9 @@ TYPED_FORMS( Int, ZU_INT )
 TYPED_FORMS( Real, double )
 
 // The model
-struct MODEL {
+struct STORE_MODEL {
     std::map<std::string, std::string> values;
-    std::map<std::string, MODEL> stores;
+    std::map<std::string, STORE_MODEL> stores;
 
     std::vector<std::string> addresses() const
     {
@@ -113,7 +113,7 @@ struct MODEL {
         auto found = std::find( all.begin(), all.end(), text );
         return { text, found == all.end() ? -1 : found - all.begin() };
     }
-    void merge( const MODEL &other )
+    void merge( const STORE_MODEL &other )
     {
         values.insert( other.values.begin(), other.values.end() );
         for ( const auto &each : other.stores ) {
@@ -129,7 +129,7 @@ struct MODEL {
         return deepest + 1;
     }
 };
-static int order( const MODEL &a, const MODEL &b )
+static int order( const STORE_MODEL &a, const STORE_MODEL &b )
 {
     if ( a.addresses() != b.addresses() ) {
         return a.addresses() < b.addresses() ? -1 : 1;
@@ -154,7 +154,7 @@ class StoreModel : public testing::Test {
 protected:
     struct HOLDER {
         STORE store = zu::adopt( zuStoreCreate() );
-        MODEL model;
+        STORE_MODEL model;
     };
 
     int below( int end )
@@ -165,7 +165,7 @@ protected:
     {
         return below( FORMS );
     }
-    ADDRESS anyAddress( const MODEL &model )
+    ADDRESS anyAddress( const STORE_MODEL &model )
     {
         static const char *const TEXTS[] = { "-", "0",      "A", "_",
                                              "a", "a-Z_09", "b", "long-long-long-long-long-long-long" };
@@ -211,7 +211,7 @@ protected:
         read = zuStoreValueRealIn( anyForm(), store, address, &r );
         expectTyped( zuStoreHasValueRealIn( anyForm(), store, address ), read, r, text, real );
     }
-    void expectHolds( ZU_STORE *store, const MODEL &model )
+    void expectHolds( ZU_STORE *store, const STORE_MODEL &model )
     {
         std::vector<std::string> all = model.addresses();
         EXPECT_EQ( takeTexts( zuStoreAddressesVector( store ) ), all );
@@ -283,13 +283,13 @@ protected:
     void setStore( HOLDER &holder, const ADDRESS &address, const HOLDER &other )
     {
         // A copy first: the two may be one.
-        MODEL child = other.model;
+        STORE_MODEL child = other.model;
         zuStoreSetStoreIn( anyForm(), holder.store.inOut(), address, other.store.get() );
         holder.model.stores[ address.text ] = child;
     }
     void merge( HOLDER &holder, const HOLDER &other )
     {
-        MODEL added = other.model;
+        STORE_MODEL added = other.model;
         zuStoreMerge( holder.store.inOut(), other.store.get() );
         holder.model.merge( added );
     }

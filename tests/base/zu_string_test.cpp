@@ -25,7 +25,7 @@ static Text textOf( ZU_STRING *zus )
 // The model: what a string holds, how much is free at both ends of its storage, and where that is.  A shared_ptr stands
 // for a reference, so that its count is the retain count.  Every rule of the storage is written out plainly here once
 // more.
-struct MODEL {
+struct STRING_MODEL {
     Text text;
     ZU_INT fspace = 0;
     ZU_INT bspace = 64;
@@ -36,10 +36,10 @@ struct MODEL {
         return (ZU_INT)text.size();
     }
 };
-using MODEL_REF = std::shared_ptr<MODEL>;
+using MODEL_REF = std::shared_ptr<STRING_MODEL>;
 static MODEL_REF emptyModel; // the shared empty string
 
-static void modelMakeRoom( MODEL &model, ZU_INT at, ZU_INT count )
+static void modelMakeRoom( STRING_MODEL &model, ZU_INT at, ZU_INT count )
 {
     ZU_INT both = model.fspace + model.bspace;
     if ( at == 0 ) {
@@ -72,7 +72,7 @@ static void modelMakeRoom( MODEL &model, ZU_INT at, ZU_INT count )
         model.onHeap = true;
     }
 }
-static void modelCompact( MODEL &model )
+static void modelCompact( STRING_MODEL &model )
 {
     if ( model.fspace <= 64 && model.bspace <= 64 ) {
         return;
@@ -91,7 +91,7 @@ static void modelInsert( MODEL_REF &dest, ZU_INT idx, const Text &text )
         return;
     }
     if ( dest.use_count() > 1 ) {
-        MODEL_REF copy = std::make_shared<MODEL>();
+        MODEL_REF copy = std::make_shared<STRING_MODEL>();
         copy->text = dest->text;
         copy->text.insert( (size_t)idx, text );
         modelMakeRoom( *copy, 0, copy->length() );
@@ -104,7 +104,7 @@ static void modelInsert( MODEL_REF &dest, ZU_INT idx, const Text &text )
 static void modelUnshare( MODEL_REF &dest )
 {
     if ( dest.use_count() > 1 ) {
-        MODEL_REF copy = std::make_shared<MODEL>();
+        MODEL_REF copy = std::make_shared<STRING_MODEL>();
         modelInsert( copy, 0, dest->text );
         dest = copy;
     }
@@ -140,17 +140,17 @@ static void modelDelOuter( MODEL_REF &dest, ZU_INT offset, ZU_INT count )
 }
 
 // A variable with a string, and the model of it.
-struct HOLDER {
+struct STRING_HOLDER {
     ZU_STRING *zus;
     MODEL_REF model;
 };
 
-static void expectHolders( const std::vector<HOLDER> &holders )
+static void expectHolders( const std::vector<STRING_HOLDER> &holders )
 {
     ZU_STRING *empty = zuStringCreate();
-    for ( const HOLDER &holder : holders ) {
+    for ( const STRING_HOLDER &holder : holders ) {
         ZU_STRING *zus = holder.zus;
-        const MODEL &model = *holder.model;
+        const STRING_MODEL &model = *holder.model;
         ASSERT_EQ( textOf( zus ), model.text );
         ASSERT_EQ( zus == empty, holder.model == emptyModel );
         ASSERT_EQ( zus->fspace, model.fspace );
@@ -161,7 +161,7 @@ static void expectHolders( const std::vector<HOLDER> &holders )
         if ( zus != empty ) {
             ASSERT_EQ( ZU_REF_RETAIN_COUNT( zus ), (ZU___RETAIN_COUNT)holder.model.use_count() );
         }
-        for ( const HOLDER &other : holders ) {
+        for ( const STRING_HOLDER &other : holders ) {
             ASSERT_EQ( zus == other.zus, holder.model == other.model );
         }
     }
@@ -174,7 +174,7 @@ public:
     Operations( uint64_t seed, ZU_INT longest ) : random( seed ), lengthMost( longest )
     {
     }
-    void step( HOLDER &dest, HOLDER &src );
+    void step( STRING_HOLDER &dest, STRING_HOLDER &src );
 
 private:
     ZU_INT below( ZU_INT end )
@@ -194,7 +194,7 @@ private:
     }
     // Calls one of the three forms of an insertion, and returns where it inserts.
     template <typename INSERT, typename APPEND, typename PREPEND, typename... ARGS>
-    ZU_INT place( HOLDER &dest, INSERT insert, APPEND append, PREPEND prepend, ARGS... args )
+    ZU_INT place( STRING_HOLDER &dest, INSERT insert, APPEND append, PREPEND prepend, ARGS... args )
     {
         ZU_INT length = zuStringLength( dest.zus );
         ZU_INT idx = upTo( length );
@@ -210,24 +210,24 @@ private:
             return length;
         }
     }
-    void replace( HOLDER &dest, ZU_STRING *zus, MODEL_REF model )
+    void replace( STRING_HOLDER &dest, ZU_STRING *zus, MODEL_REF model )
     {
         zuStringRelease( dest.zus );
         dest.zus = zus;
         dest.model = std::move( model );
     }
-    void create( HOLDER &dest, const HOLDER &src );
+    void create( STRING_HOLDER &dest, const STRING_HOLDER &src );
 
     std::mt19937_64 random;
     ZU_INT lengthMost; // of texts that may still grow
 };
 
-void Operations::create( HOLDER &dest, const HOLDER &src )
+void Operations::create( STRING_HOLDER &dest, const STRING_HOLDER &src )
 {
     const Text from = src.model->text;
     ZU_INT offset = upTo( src.model->length() );
     ZU_INT count = upTo( src.model->length() - offset );
-    MODEL_REF model = std::make_shared<MODEL>();
+    MODEL_REF model = std::make_shared<STRING_MODEL>();
     Text text = someText();
     const std::string ascii( text.begin(), text.end() );
     const std::u16string wide( text.begin(), text.end() );
@@ -279,7 +279,7 @@ void Operations::create( HOLDER &dest, const HOLDER &src )
     }
 }
 
-void Operations::step( HOLDER &dest, HOLDER &src )
+void Operations::step( STRING_HOLDER &dest, STRING_HOLDER &src )
 {
     const Text from = src.model->text;
     const ZU_INT offset = upTo( src.model->length() );
@@ -374,10 +374,10 @@ TEST( String, RandomOperationsFollowTheModel )
     uint64_t seed = testSeed();
     SCOPED_TRACE( seed );
     std::mt19937_64 random( seed );
-    emptyModel = std::make_shared<MODEL>();
+    emptyModel = std::make_shared<STRING_MODEL>();
     for ( int round = 0; round < 20 && !HasFatalFailure(); round++ ) {
         Operations operations( random(), round % 4 ? 500 : 6000 );
-        std::vector<HOLDER> holders;
+        std::vector<STRING_HOLDER> holders;
         for ( int i = 0; i < 1 + round % 5; i++ ) {
             holders.push_back( { zuStringCreate(), emptyModel } );
         }
@@ -386,7 +386,7 @@ TEST( String, RandomOperationsFollowTheModel )
             operations.step( holders[ random() % holders.size() ], holders[ random() % holders.size() ] );
             expectHolders( holders );
         }
-        for ( HOLDER &holder : holders ) {
+        for ( STRING_HOLDER &holder : holders ) {
             zuStringRelease( holder.zus );
         }
     }
