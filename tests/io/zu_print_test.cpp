@@ -16,9 +16,10 @@ static void printFunction( const ZU_CHAR *chs, ZU_INT chsLength )
     printed.emplace_back( chs, chs + chsLength );
 }
 // These take the place of the C library's.
-extern "C" void syslog( int priority, const char *format, ... );
-extern "C" void __syslog_chk( int priority, int flag, const char *format, ... );
-static void logLine( int priority, const char *format, va_list args )
+extern "C" void syslog( int priority, const char *format, ... ) __attribute__( ( format( printf, 2, 3 ) ) );
+extern "C" void __syslog_chk( int priority, int flag, const char *format, ... )
+    __attribute__( ( format( printf, 3, 4 ) ) );
+__attribute__( ( format( printf, 2, 0 ) ) ) static void logLine( int priority, const char *format, va_list args )
 {
     char line[ 200 ];
     vsnprintf( line, sizeof line, format, args );

@@ -1,9 +1,9 @@
 #include "zu/base/zu_name.h"
 
 static constexpr ZU_CHAR UNDERSCORE = ZU_CHAR_LOW_LINE;
-static constexpr ZU_INT PRIVATE_MARK = 3;         // underscores that make a name private
-static constexpr ZU_INT UPPER_WORDS_AHEAD = 2;    // separators that may stand ahead of them: fewer than these
-static constexpr ZU_INT CAMEL_HUMPS_AHEAD = 1;    // upper-case letters that may stand ahead of them
+static constexpr ZU_INT PRIVATE_MARK = 3;      // underscores that make a name private
+static constexpr ZU_INT UPPER_WORDS_AHEAD = 2; // separators that may stand ahead of them: fewer than these
+static constexpr ZU_INT CAMEL_HUMPS_AHEAD = 1; // upper-case letters that may stand ahead of them
 
 static bool nameIsUpper( ZU_CHAR ch )
 {

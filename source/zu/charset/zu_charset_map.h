@@ -28,13 +28,14 @@ typedef ZU_BOOL ( *ZU___CHARSET_MAP_CHAR_TO_BYTE_FUNC )( ZU_CHAR ch, uint8_t *by
     X( Ascii )                                                                                                       \
     X( Iso8859_1 )                                                                                                   \
     X( Iso8859_2 )                                                                                                   \
-    X( Iso8859_3 ) X( Iso8859_4 ) X( Iso8859_5 ) X( Iso8859_6 ) X( Iso8859_7 ) X( Iso8859_8 ) X( Iso8859_9 )         \
-        X( Iso8859_10 ) X( Iso8859_11 ) X( Iso8859_13 ) X( Iso8859_14 ) X( Iso8859_15 ) X( Iso8859_16 ) X( Koi8R )   \
-            X( MsftCp037 ) X( MsftCp437 ) X( MsftCp500 ) X( MsftCp850 ) X( MsftCp852 ) X( MsftCp855 ) X( MsftCp857 ) \
-                X( MsftCp860 ) X( MsftCp861 ) X( MsftCp862 ) X( MsftCp863 ) X( MsftCp864 ) X( MsftCp865 )            \
-                    X( MsftCp866 ) X( MsftCp869 ) X( MsftCp874 ) X( MsftCp875 ) X( MsftCp1026 ) X( MsftCp1250 )      \
-                        X( MsftCp1251 ) X( MsftCp1252 ) X( MsftCp1253 ) X( MsftCp1254 ) X( MsftCp1255 )              \
-                            X( MsftCp1256 ) X( MsftCp1257 ) X( MsftCp1258 )
+    X( Iso8859_3 )                                                                                                   \
+    X( Iso8859_4 ) X( Iso8859_5 ) X( Iso8859_6 ) X( Iso8859_7 ) X( Iso8859_8 ) X( Iso8859_9 ) X( Iso8859_10 )        \
+        X( Iso8859_11 ) X( Iso8859_13 ) X( Iso8859_14 ) X( Iso8859_15 ) X( Iso8859_16 ) X( Koi8R ) X( MsftCp037 )    \
+            X( MsftCp437 ) X( MsftCp500 ) X( MsftCp850 ) X( MsftCp852 ) X( MsftCp855 ) X( MsftCp857 ) X( MsftCp860 ) \
+                X( MsftCp861 ) X( MsftCp862 ) X( MsftCp863 ) X( MsftCp864 ) X( MsftCp865 ) X( MsftCp866 )            \
+                    X( MsftCp869 ) X( MsftCp874 ) X( MsftCp875 ) X( MsftCp1026 ) X( MsftCp1250 ) X( MsftCp1251 )     \
+                        X( MsftCp1252 ) X( MsftCp1253 ) X( MsftCp1254 ) X( MsftCp1255 ) X( MsftCp1256 )              \
+                            X( MsftCp1257 ) X( MsftCp1258 )
 
 #define ZU___CHARSET_MAP_DECLARE( name )                                                \
     ZU_API ZU_BOOL zu___Charset##name##MapByteToChar( uint8_t byte, ZU_CHAR *charOut ); \

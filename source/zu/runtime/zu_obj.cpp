@@ -145,7 +145,7 @@ static void objDestroy( ZU_OBJ *obj )
 // after the other, so that the depth of a graph never decides on the depth of the stack.
 static constexpr int DESTROY_DEPTH_MAX = 32; // levels of about 300 bytes in this library; authors may need some 1 KiB
 struct OBJ_DYING {
-    int     depth; // levels of objDestroy on this thread
+    int depth;     // levels of objDestroy on this thread
     ZU_OBJ *first; // the queue, linked by objectsNext, which no chain uses any more
     ZU_OBJ *last;
 };

@@ -71,17 +71,17 @@ ZU_API void zuObjLockRelease( ZU_OBJ *thisObj );
 
 // The header.  A class only ever touches `lock`, by the functions above; the layout is public for the sake of inlining.
 struct ZU_OBJ {
-    ZU_INT              type; // one of ZU___OBJ_TYPE_...
-    ZU_SORT            *sort; // null in the static kinds
-    ZU___LOCK           lock;
-    ZU_INT              unique;            // -1 until asked for; atomic
-    ZU___RETAIN_COUNT   retainCount;       // atomic
-    ZU_INT              objectSize;        // in bytes, header included
-    ZU_INT              dbgAllocationSize; // bytes that the class keeps beside the object; atomic
+    ZU_INT type;   // one of ZU___OBJ_TYPE_...
+    ZU_SORT *sort; // null in the static kinds
+    ZU___LOCK lock;
+    ZU_INT unique;                 // -1 until asked for; atomic
+    ZU___RETAIN_COUNT retainCount; // atomic
+    ZU_INT objectSize;             // in bytes, header included
+    ZU_INT dbgAllocationSize;      // bytes that the class keeps beside the object; atomic
     ZU___OBJ_LOG_ENTRY *logFirst;
     ZU___OBJ_LOG_ENTRY *logLast;
-    ZU_OBJ             *objectsPrevious; // neighbours among the live objects of the sort, kept with the object database
-    ZU_OBJ             *objectsNext;
+    ZU_OBJ *objectsPrevious; // neighbours among the live objects of the sort, kept with the object database
+    ZU_OBJ *objectsNext;
 };
 
 // References.  The increment publishes nothing, but stays a full barrier like the decrement, which orders every
@@ -94,26 +94,26 @@ struct ZU_OBJ {
 #define ZU_REF_RETAIN_COUNT( obj ) ZU___RETAIN_COUNT_VALUE( ( (ZU_OBJ *)( obj ) )->retainCount )
 
 /// Releases the reference `expr`, of any class; null aborts.
-#define ZU_REF_RELEASE( expr )                                    \
-    do {                                                          \
-        ZU_OBJ *zu___ref_release_tmp = (ZU_OBJ *)( expr );        \
-        ZU_ASSERT( zu___ref_release_tmp );                        \
-        zu___RefRelease( zu___ref_release_tmp );                  \
+#define ZU_REF_RELEASE( expr )                             \
+    do {                                                   \
+        ZU_OBJ *zu___ref_release_tmp = (ZU_OBJ *)( expr ); \
+        ZU_ASSERT( zu___ref_release_tmp );                 \
+        zu___RefRelease( zu___ref_release_tmp );           \
     } while ( 0 )
 
 /// Releases the reference `expr`, of any class; null is skipped.
-#define ZU_REF_RELEASE_OPT( expr )                                \
-    do {                                                          \
-        ZU_OBJ *zu___ref_release_tmp = (ZU_OBJ *)( expr );        \
-        if ( zu___ref_release_tmp ) {                             \
-            zu___RefRelease( zu___ref_release_tmp );              \
-        }                                                         \
+#define ZU_REF_RELEASE_OPT( expr )                         \
+    do {                                                   \
+        ZU_OBJ *zu___ref_release_tmp = (ZU_OBJ *)( expr ); \
+        if ( zu___ref_release_tmp ) {                      \
+            zu___RefRelease( zu___ref_release_tmp );       \
+        }                                                  \
     } while ( 0 )
 
 /// Overwrites a pointer variable that must not be used again by all bits set, so that a later use faults at once.
-#define ZU_REF_POISON( variable )                                 \
-    do {                                                          \
-        void *zu___ref_poison_tmp = (void *)UINTPTR_MAX;          \
+#define ZU_REF_POISON( variable )                                                    \
+    do {                                                                             \
+        void *zu___ref_poison_tmp = (void *)UINTPTR_MAX;                             \
         __builtin_memcpy( &( variable ), &zu___ref_poison_tmp, sizeof( variable ) ); \
     } while ( 0 )
 
@@ -157,84 +157,84 @@ ZU___INLINE_TWIN void zu___RefRelease( ZU_OBJ *obj )
 }
 
 /// Declares the standard operations of the class `type` with the prefix `prefix`; for a header.
-#define ZU_STDFUNCS_DECLARE( type, prefix )                                                   \
-    ZU_API type *prefix##Retain( type *obj );                                                 \
-    ZU_API void prefix##Release( type *obj );                                                 \
-    ZU_API type *prefix##From( ZU_OBJ *obj );                                                 \
-    ZU_API ZU_OBJ *prefix##Obj( type *obj );                                                  \
-    ZU_API ZU_SORT *prefix##Sort( void );                                                     \
-    ZU_API ZU_STRING *prefix##ToString( type *obj );                                          \
-    ZU_API ZU_INT prefix##Compare( type *objA, type *objB );                                  \
-    ZU_API ZU_BOOL prefix##Equals( type *objA, type *objB );                                  \
-    ZU_API type *zu___outlined_##prefix##Retain( type *obj ) ZU___SYMBOL( prefix##Retain );   \
-    ZU_API void zu___outlined_##prefix##Release( type *obj ) ZU___SYMBOL( prefix##Release );  \
-    ZU___INLINE_TWIN type *prefix##Retain( type *obj )                                        \
-    {                                                                                         \
-        if ( ZU___UNLIKELY( !obj ) ) {                                                        \
-            return zu___outlined_##prefix##Retain( obj );                                     \
-        }                                                                                     \
-        ZU___RETAIN_COUNT_INCREMENT( ( (ZU_OBJ *)obj )->retainCount );                        \
-        return obj;                                                                           \
-    }                                                                                         \
-    ZU___INLINE_TWIN void prefix##Release( type *obj )                                        \
-    {                                                                                         \
-        if ( ZU___UNLIKELY( !obj ) ) {                                                        \
-            zu___outlined_##prefix##Release( obj );                                           \
-            return;                                                                           \
-        }                                                                                     \
-        zu___RefRelease( (ZU_OBJ *)obj );                                                     \
+#define ZU_STDFUNCS_DECLARE( type, prefix )                                                  \
+    ZU_API type *prefix##Retain( type *obj );                                                \
+    ZU_API void prefix##Release( type *obj );                                                \
+    ZU_API type *prefix##From( ZU_OBJ *obj );                                                \
+    ZU_API ZU_OBJ *prefix##Obj( type *obj );                                                 \
+    ZU_API ZU_SORT *prefix##Sort( void );                                                    \
+    ZU_API ZU_STRING *prefix##ToString( type *obj );                                         \
+    ZU_API ZU_INT prefix##Compare( type *objA, type *objB );                                 \
+    ZU_API ZU_BOOL prefix##Equals( type *objA, type *objB );                                 \
+    ZU_API type *zu___outlined_##prefix##Retain( type *obj ) ZU___SYMBOL( prefix##Retain );  \
+    ZU_API void zu___outlined_##prefix##Release( type *obj ) ZU___SYMBOL( prefix##Release ); \
+    ZU___INLINE_TWIN type *prefix##Retain( type *obj )                                       \
+    {                                                                                        \
+        if ( ZU___UNLIKELY( !obj ) ) {                                                       \
+            return zu___outlined_##prefix##Retain( obj );                                    \
+        }                                                                                    \
+        ZU___RETAIN_COUNT_INCREMENT( ( (ZU_OBJ *)obj )->retainCount );                       \
+        return obj;                                                                          \
+    }                                                                                        \
+    ZU___INLINE_TWIN void prefix##Release( type *obj )                                       \
+    {                                                                                        \
+        if ( ZU___UNLIKELY( !obj ) ) {                                                       \
+            zu___outlined_##prefix##Release( obj );                                          \
+            return;                                                                          \
+        }                                                                                    \
+        zu___RefRelease( (ZU_OBJ *)obj );                                                    \
     }
 
 /// Defines the standard operations of the class `type`, whose sort record zu___sort_<type> stands above; for the class's
 /// source file.  Failed checks in all of them name this one line.
-#define ZU___STDFUNCS( type, prefix )                                                         \
-    type *zu___outlined_##prefix##Retain( type *obj )                                         \
-    {                                                                                         \
-        ZU___STDFUNCS_CHECK( obj, "stdfunc retain", "obj" );                                  \
-        ZU___RETAIN_COUNT_INCREMENT( ( (ZU_OBJ *)obj )->retainCount );                        \
-        return obj;                                                                           \
-    }                                                                                         \
-    void zu___outlined_##prefix##Release( type *obj )                                         \
-    {                                                                                         \
-        ZU___STDFUNCS_CHECK( obj, "stdfunc release", "obj" );                                 \
-        zu___RefRelease( (ZU_OBJ *)obj );                                                     \
-    }                                                                                         \
-    type *prefix##From( ZU_OBJ *obj )                                                         \
-    {                                                                                         \
-        ZU___STDFUNCS_CHECK( !obj || zuObjSort( obj ) == &zu___sort_##type, "stdfunc from",   \
-                             "!obj || zuObjSort(obj)==&zu___sort_" #type );                   \
-        return (type *)obj;                                                                   \
-    }                                                                                         \
-    ZU_OBJ *prefix##Obj( type *obj )                                                          \
-    {                                                                                         \
-        return (ZU_OBJ *)obj;                                                                 \
-    }                                                                                         \
-    ZU_SORT *prefix##Sort( void )                                                             \
-    {                                                                                         \
-        return &zu___sort_##type;                                                             \
-    }                                                                                         \
-    ZU_STRING *prefix##ToString( type *obj )                                                  \
-    {                                                                                         \
-        ZU___STDFUNCS_CHECK( obj, "stdfunc tostring", "obj" );                                \
-        return zuObjToString( (ZU_OBJ *)obj );                                                \
-    }                                                                                         \
-    ZU_INT prefix##Compare( type *objA, type *objB )                                          \
-    {                                                                                         \
-        ZU___STDFUNCS_CHECK( objA, "stdfunc compare a", "objA" );                             \
-        ZU___STDFUNCS_CHECK( objB, "stdfunc compare b", "objB" );                             \
-        return zuObjCompare( (ZU_OBJ *)objA, (ZU_OBJ *)objB );                                \
-    }                                                                                         \
-    ZU_BOOL prefix##Equals( type *objA, type *objB )                                          \
-    {                                                                                         \
-        return zuObjCompare( (ZU_OBJ *)objA, (ZU_OBJ *)objB ) == 0;                           \
+#define ZU___STDFUNCS( type, prefix )                                                       \
+    type *zu___outlined_##prefix##Retain( type *obj )                                       \
+    {                                                                                       \
+        ZU___STDFUNCS_CHECK( obj, "stdfunc retain", "obj" );                                \
+        ZU___RETAIN_COUNT_INCREMENT( ( (ZU_OBJ *)obj )->retainCount );                      \
+        return obj;                                                                         \
+    }                                                                                       \
+    void zu___outlined_##prefix##Release( type *obj )                                       \
+    {                                                                                       \
+        ZU___STDFUNCS_CHECK( obj, "stdfunc release", "obj" );                               \
+        zu___RefRelease( (ZU_OBJ *)obj );                                                   \
+    }                                                                                       \
+    type *prefix##From( ZU_OBJ *obj )                                                       \
+    {                                                                                       \
+        ZU___STDFUNCS_CHECK( !obj || zuObjSort( obj ) == &zu___sort_##type, "stdfunc from", \
+                             "!obj || zuObjSort(obj)==&zu___sort_" #type );                 \
+        return (type *)obj;                                                                 \
+    }                                                                                       \
+    ZU_OBJ *prefix##Obj( type *obj )                                                        \
+    {                                                                                       \
+        return (ZU_OBJ *)obj;                                                               \
+    }                                                                                       \
+    ZU_SORT *prefix##Sort( void )                                                           \
+    {                                                                                       \
+        return &zu___sort_##type;                                                           \
+    }                                                                                       \
+    ZU_STRING *prefix##ToString( type *obj )                                                \
+    {                                                                                       \
+        ZU___STDFUNCS_CHECK( obj, "stdfunc tostring", "obj" );                              \
+        return zuObjToString( (ZU_OBJ *)obj );                                              \
+    }                                                                                       \
+    ZU_INT prefix##Compare( type *objA, type *objB )                                        \
+    {                                                                                       \
+        ZU___STDFUNCS_CHECK( objA, "stdfunc compare a", "objA" );                           \
+        ZU___STDFUNCS_CHECK( objB, "stdfunc compare b", "objB" );                           \
+        return zuObjCompare( (ZU_OBJ *)objA, (ZU_OBJ *)objB );                              \
+    }                                                                                       \
+    ZU_BOOL prefix##Equals( type *objA, type *objB )                                        \
+    {                                                                                       \
+        return zuObjCompare( (ZU_OBJ *)objA, (ZU_OBJ *)objB ) == 0;                         \
     }
 
 // A check of a standard operation: these alone have both a message and an expression.
-#define ZU___STDFUNCS_CHECK( condition, message, expression )     \
-    do {                                                          \
-        if ( ZU___UNLIKELY( !( condition ) ) ) {                  \
-            zu___Abort( message, __FILE__, __LINE__, expression );\
-        }                                                         \
+#define ZU___STDFUNCS_CHECK( condition, message, expression )      \
+    do {                                                           \
+        if ( ZU___UNLIKELY( !( condition ) ) ) {                   \
+            zu___Abort( message, __FILE__, __LINE__, expression ); \
+        }                                                          \
     } while ( 0 )
 
 ZU_END_DECLS

@@ -10,8 +10,8 @@ ZU_BEGIN_DECLS
 
 // A line of an object's log.  It holds characters, not a string: a log refers to no object and keeps none alive.
 struct ZU___OBJ_LOG_ENTRY {
-    ZU_INT              length; // code points
-    ZU_CHAR            *chars;  // null if the line is empty
+    ZU_INT length;  // code points
+    ZU_CHAR *chars; // null if the line is empty
     ZU___OBJ_LOG_ENTRY *next;
 };
 
@@ -32,12 +32,12 @@ static inline void zu___ObjDeclareAllocationSizePrivate( ZU_OBJ *thisObj, ZU_INT
 }
 
 // Defines the checked downcast <prefix>From, and no more, for a class that only its own source file knows.
-#define ZU___STDFUNCS_PRIVATE( type, prefix )                                                     \
-    static type *prefix##From( ZU_OBJ *obj )                                                      \
-    {                                                                                             \
-        ZU___STDFUNCS_CHECK( !obj || zuObjSort( obj ) == &zu___sort_##type, "stdfunc from",       \
-                             "!obj || zuObjSort(obj)==&zu___sort_" #type );                       \
-        return (type *)obj;                                                                       \
+#define ZU___STDFUNCS_PRIVATE( type, prefix )                                               \
+    static type *prefix##From( ZU_OBJ *obj )                                                \
+    {                                                                                       \
+        ZU___STDFUNCS_CHECK( !obj || zuObjSort( obj ) == &zu___sort_##type, "stdfunc from", \
+                             "!obj || zuObjSort(obj)==&zu___sort_" #type );                 \
+        return (type *)obj;                                                                 \
     }
 
 ZU_END_DECLS

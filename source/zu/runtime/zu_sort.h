@@ -31,30 +31,33 @@ typedef ZU_INT ( *ZU___SORT_COMPARE_FUNC )( ZU_OBJ *thisObj, ZU_OBJ *thatObj );
 typedef ZU_STRING *( *ZU___SORT_TO_STRING_FUNC )( ZU_OBJ *thisObj );
 
 struct ZU_SORT {
-    ZU_OBJ                   obj;
-    ZU_MODULE               *module; // null: none
-    const char              *name;   // upper-case style; identifies the class within a process
-    ZU___SORT_FREE_FUNC      freeFunc;     // each of the three may be null
-    ZU___SORT_COMPARE_FUNC   compareFunc;  // null: ordered by identity
+    ZU_OBJ obj;
+    ZU_MODULE *module;                     // null: none
+    const char *name;                      // upper-case style; identifies the class within a process
+    ZU___SORT_FREE_FUNC freeFunc;          // each of the three may be null
+    ZU___SORT_COMPARE_FUNC compareFunc;    // null: ordered by identity
     ZU___SORT_TO_STRING_FUNC toStringFunc; // null: prints as zuObjDefaultToStringFunc tells
-    uint32_t                 objects;      // live objects; atomic
-    ZU_OBJ                  *objectsFirst; // the live objects and, among the module's active sorts, the neighbours:
-    ZU_OBJ                  *objectsLast;  // kept with the object database
-    ZU_SORT                 *sortsPrevious;
-    ZU_SORT                 *sortsNext;
+    uint32_t objects;                      // live objects; atomic
+    ZU_OBJ *objectsFirst;                  // the live objects and, among the module's active sorts, the neighbours:
+    ZU_OBJ *objectsLast;                   // kept with the object database
+    ZU_SORT *sortsPrevious;
+    ZU_SORT *sortsNext;
 };
 
 // The header of a static object of the given kind.
-#define ZU___OBJ_STATIC_INITIALIZER( type ) { type, NULL, { 0 }, -1, 1, 0, 0, NULL, NULL, NULL, NULL }
+#define ZU___OBJ_STATIC_INITIALIZER( type )                    \
+    {                                                          \
+        type, NULL, { 0 }, -1, 1, 0, 0, NULL, NULL, NULL, NULL \
+    }
 
 /// Initialises a sort record; nothing registers it:
 ///
 ///     static ZU_SORT zu___sort_ZU_GAUGE =
 ///         ZU___SORT_INITIALIZER( "ZU_GAUGE", &zu___module, gaugeFree, gaugeCompare, gaugeToString );
-#define ZU___SORT_INITIALIZER( name, module, freeFunc, compareFunc, toStringFunc )                          \
-    {                                                                                                       \
-        ZU___OBJ_STATIC_INITIALIZER( ZU___OBJ_TYPE_SORT ), module, name, freeFunc, compareFunc, toStringFunc, 0, \
-            NULL, NULL, NULL, NULL                                                                          \
+#define ZU___SORT_INITIALIZER( name, module, freeFunc, compareFunc, toStringFunc )                                     \
+    {                                                                                                                  \
+        ZU___OBJ_STATIC_INITIALIZER( ZU___OBJ_TYPE_SORT ), module, name, freeFunc, compareFunc, toStringFunc, 0, NULL, \
+            NULL, NULL, NULL                                                                                           \
     }
 
 ZU_END_DECLS

@@ -19,11 +19,11 @@ ZU_API ZU_NORETURN void zu___Abort( const char *message, const char *file, int32
 ZU_END_DECLS
 
 /// Ends the process unless `expr` is true, and reports the text of `expr` as it stands in the source.
-#define ZU_ASSERT( expr )                                         \
-    do {                                                          \
-        if ( ZU___UNLIKELY( !( expr ) ) ) {                       \
-            zu___Abort( NULL, __FILE__, __LINE__, #expr );        \
-        }                                                         \
+#define ZU_ASSERT( expr )                                  \
+    do {                                                   \
+        if ( ZU___UNLIKELY( !( expr ) ) ) {                \
+            zu___Abort( NULL, __FILE__, __LINE__, #expr ); \
+        }                                                  \
     } while ( 0 )
 
 /// Ends the process: closes a branch that cannot be reached.

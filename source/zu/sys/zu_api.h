@@ -11,7 +11,7 @@
 
 #ifdef __cplusplus
 #define ZU_BEGIN_DECLS extern "C" {
-#define ZU_END_DECLS }
+#define ZU_END_DECLS   }
 #else
 #define ZU_BEGIN_DECLS
 #define ZU_END_DECLS
@@ -24,7 +24,7 @@
 #define ZU_NORETURN __attribute__( ( noreturn, cold ) )
 
 // Conditions that nearly always have one value.
-#define ZU___LIKELY( condition ) __builtin_expect( !!( condition ), 1 )
+#define ZU___LIKELY( condition )   __builtin_expect( !!( condition ), 1 )
 #define ZU___UNLIKELY( condition ) __builtin_expect( !!( condition ), 0 )
 
 // ZU___INLINE_TWIN gives an exported function a second body that is only ever inlined: the exported one serves calls
@@ -36,7 +36,7 @@
 //     ZU___INLINE_TWIN ZU_X *zuXRetain( ZU_X *obj ) { ... return zu___outlined_zuXRetain( obj ); }
 //
 // and the source file defines zu___outlined_zuXRetain.
-#define ZU___INLINE_TWIN extern inline __attribute__( ( gnu_inline, always_inline ) )
+#define ZU___INLINE_TWIN                extern inline __attribute__( ( gnu_inline, always_inline ) )
 #define ZU___STRINGIFY_EXPANDED( text ) #text
-#define ZU___STRINGIFY( text ) ZU___STRINGIFY_EXPANDED( text )
-#define ZU___SYMBOL( name ) __asm__( ZU___STRINGIFY( __USER_LABEL_PREFIX__ ) #name )
+#define ZU___STRINGIFY( text )          ZU___STRINGIFY_EXPANDED( text )
+#define ZU___SYMBOL( name )             __asm__( ZU___STRINGIFY( __USER_LABEL_PREFIX__ ) #name )

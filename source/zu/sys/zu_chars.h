@@ -20,7 +20,7 @@ ZU_BEGIN_DECLS
 typedef uint32_t ZU_CHAR;
 
 /// Tells whether `ch` is a code point: at most 0x10FFFF.  Surrogates and noncharacters are code points.
-#define ZU_CHAR_OK( ch ) ( ( uint64_t )( ch ) < 0x110000 )
+#define ZU_CHAR_OK( ch ) ( (uint64_t)( ch ) < 0x110000 )
 
 /// Tells whether every element passes ZU_CHAR_OK; an empty array does.
 ZU_API ZU_BOOL zuCharsAllOk( const ZU_CHAR *src, ZU_INT srcLength );

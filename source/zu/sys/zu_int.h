@@ -10,15 +10,15 @@ ZU_BEGIN_DECLS
 /// Every length, index, count, size, offset and time-out of the interface.  A negative value is never a size.
 typedef int64_t ZU_INT;
 #define ZU_INT_BITS 64
-#define ZU_INT_MAX INT64_MAX
-#define ZU_INT_MIN INT64_MIN
+#define ZU_INT_MAX  INT64_MAX
+#define ZU_INT_MIN  INT64_MIN
 
 /// The unsigned twin of ZU_INT, for counts of bits that exceed what a ZU_INT of bytes would allow.
 typedef uint64_t ZU___INT_UNSIGNED;
 
 /// A truth value; functions return exactly ZU_TRUE or ZU_FALSE.
 typedef int32_t ZU_BOOL;
-#define ZU_TRUE ( (ZU_BOOL)1 )
+#define ZU_TRUE  ( (ZU_BOOL)1 )
 #define ZU_FALSE ( (ZU_BOOL)0 )
 
 // Checked arithmetic
@@ -40,16 +40,16 @@ static inline ZU_BOOL zu___IntMulOk( ZU_INT a, ZU_INT b )
     ZU_INT product;
     return !__builtin_mul_overflow( a, b, &product );
 }
-#define ZU_INT_ADD_OK( a, b ) zu___IntAddOk( ( a ), ( b ) )
-#define ZU_INT_SUB_OK( a, b ) zu___IntSubOk( ( a ), ( b ) )
-#define ZU_INT_MUL_OK( a, b ) zu___IntMulOk( ( a ), ( b ) )
-#define ZU___INT_UNSIGNED_ADD_OK( a, b ) ( ( ZU___INT_UNSIGNED )( a ) <= UINT64_MAX - ( ZU___INT_UNSIGNED )( b ) )
+#define ZU_INT_ADD_OK( a, b )            zu___IntAddOk( ( a ), ( b ) )
+#define ZU_INT_SUB_OK( a, b )            zu___IntSubOk( ( a ), ( b ) )
+#define ZU_INT_MUL_OK( a, b )            zu___IntMulOk( ( a ), ( b ) )
+#define ZU___INT_UNSIGNED_ADD_OK( a, b ) ( (ZU___INT_UNSIGNED)( a ) <= UINT64_MAX - (ZU___INT_UNSIGNED)( b ) )
 
 // Conversions that keep the value
 #define ZU___INT_UNSIGNED_FROM_ZU_INT_CONV_OK( x ) ( ( x ) >= 0 )
-#define ZU___INT_UNSIGNED_TO_ZU_INT_CONV_OK( x ) ( ( ZU___INT_UNSIGNED )( x ) <= ( ZU___INT_UNSIGNED )ZU_INT_MAX )
-#define ZU_INT_FROM_SIZET_CONV_OK( x ) ( ( uint64_t )( x ) <= ( uint64_t )ZU_INT_MAX )
-#define ZU_INT_TO_SIGNED_INT_CONV_OK( x ) ( ( x ) >= INT32_MIN && ( x ) <= INT32_MAX )
+#define ZU___INT_UNSIGNED_TO_ZU_INT_CONV_OK( x )   ( (ZU___INT_UNSIGNED)( x ) <= (ZU___INT_UNSIGNED)ZU_INT_MAX )
+#define ZU_INT_FROM_SIZET_CONV_OK( x )             ( (uint64_t)( x ) <= (uint64_t)ZU_INT_MAX )
+#define ZU_INT_TO_SIGNED_INT_CONV_OK( x )          ( ( x ) >= INT32_MIN && ( x ) <= INT32_MAX )
 
 /// Tells whether a + b is in range.
 ZU_API ZU_BOOL zuIntAddOk( ZU_INT a, ZU_INT b );

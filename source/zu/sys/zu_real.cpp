@@ -3,8 +3,8 @@
 #include <cmath>
 #include <limits>
 
-static constexpr double TOLERANCE = std::numeric_limits< double >::epsilon(); // 2^-52, used as it is, not scaled
-static constexpr double INT_RANGE_END = 9223372036854775808.0;                // 2^63, the first value that is too large
+static constexpr double TOLERANCE = std::numeric_limits<double>::epsilon(); // 2^-52, used as it is, not scaled
+static constexpr double INT_RANGE_END = 9223372036854775808.0;              // 2^63, the first value that is too large
 
 static bool realIsEqual( double a, double b )
 {

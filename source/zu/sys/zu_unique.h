@@ -7,7 +7,7 @@ ZU_BEGIN_DECLS
 
 // For authors of classes and modules
 #define ZU___UNIQUE_INVALID ( (ZU_INT)-1 ) // no number
-#define ZU___UNIQUE_MAX ZU_INT_MAX
+#define ZU___UNIQUE_MAX     ZU_INT_MAX
 
 /// Returns a number that is not in use: the one given back last, else the lowest that was never out.  Takes constant
 /// time apart from growth.
