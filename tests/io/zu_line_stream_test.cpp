@@ -405,6 +405,8 @@ TEST( LineAborts, Arguments )
     expectAbort( "zus", [ & ] { zuLineSinkWrite( sink, nullptr ); } );
     expectAbort( "vec", [ & ] { zuLineSinkWriteLines( sink, nullptr ); } );
     expectAbort( "maxLineCount >= -1", [ & ] { zuLineSourceReadLines( source, -2 ); } );
+    expectAbort( "ZU_CHAR_OK( all ) || zuCharsAllOk( nls->cache, nls->cacheLength )", [] { zuLineSourceRead( makePieces( { U"a\U00100000" + std::u32string( 1, 0x110000 ) }, false ) );
+    } );
     expectAbort( "writeFunc", [ & ] { zu___LineSinkCreate( nullptr, nullptr, nullptr ); } );
     expectAbort( "readFunc", [ & ] { zu___LineSourceCreate( nullptr, nullptr ); } );
     expectAbort( "name", [ & ] { zuNlfFlagsToString( 256 ); } );

@@ -72,7 +72,8 @@ ZU_API ZU_BUFFER *zuBufferCreateFromBytesUseWithRef( const uint8_t *bytes, ZU_IN
 //     Trailing   the last units of `src`
 //     Bits       the low `bitCount` bits of a number, at most 64
 //     Byte       one byte
-//     Bytes      a range of memory, `byteCount` bytes in both forms; null only if there are none
+//     Bytes      a range of memory outside the changed buffer, `byteCount` bytes in both forms; null only if there are
+//                none
 //     Zero       zero bits
 //     One        one bits
 //     Alignment  as many zero bits as the length of the whole buffer lacks to whole bytes, if any

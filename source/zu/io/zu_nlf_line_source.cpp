@@ -1,6 +1,7 @@
-// Text is read into a cache and searched there for characters that could end a line, which are rare; what they do
-// depends on the flags and is decided one by one.  A carriage return at the end of the cache is the one place where
-// what follows has to be read first: it stays in the cache, ahead of the next piece.
+// Text is read into a cache.  One run over each piece notes the few places that could end a line, without a branch for
+// any of them, since where lines end is not foreseen; what a place does depends on the flags and is decided when a line
+// comes to it.  A carriage return at the end of the cache is the one place where what follows has to be read first: it
+// stays in the cache, ahead of the next piece.
 
 #include "zu/io/zu_nlf_line_source.h"
 
@@ -22,6 +23,7 @@ struct ZU_NLF_LINE_SOURCE {
     ZU_INT cachePos;    // of the first that has not gone into a line, 0 <= cachePos <= cacheLength
     ZU_BOOL sourceEnd;  // the last refill was short
     ZU_CHAR cache[ CACHE_CHARS ];
+    uint64_t ends[ CACHE_CHARS / 64 ]; // a bit for each code point of the cache that could end a line, lowest bit first
 };
 
 static void nlfLineSourceFree( ZU_OBJ *thisObj );
@@ -66,38 +68,62 @@ static void nlfLineSourceFree( ZU_OBJ *thisObj )
 // Four code points side by side; the compiler has instructions for these on all processors that count.
 typedef int32_t NLF_LANES __attribute__( ( vector_size( 16 ) ) );
 
-// Marks the lanes that may hold a newline function: all controls up to U+000D, of which the others are rare, and with
-// ALL those beyond them.
+// Returns a bit for each of 32 code points that could end a line: the controls up to U+000D, of which the others are
+// rare, and with ALL the newline functions beyond them.  Unites the bits of all with `*united`.
 template <bool ALL>
-static inline NLF_LANES nlfLanesFind( const ZU_CHAR *chars )
+static inline uint32_t nlfFindEnds( const ZU_CHAR *chars, NLF_LANES *united )
 {
-    NLF_LANES lanes;
-    memcpy( &lanes, chars, sizeof lanes );
-    NLF_LANES found = lanes < ZU_CHAR_CARRIAGE_RETURN + 1;
-    if ( ALL ) {
-        found |= ( lanes == ZU_CHAR_NEXT_LINE ) | ( ( lanes | 1 ) == ZU_CHAR_PARAGRAPH_SEPARATOR );
+    NLF_LANES found = {};
+    NLF_LANES laneBits = { 1, 2, 4, 8 };
+    for ( const ZU_CHAR *end = chars + 32; chars < end; chars += 4 ) {
+        NLF_LANES lanes;
+        memcpy( &lanes, chars, sizeof lanes );
+        NLF_LANES could = lanes < ZU_CHAR_CARRIAGE_RETURN + 1;
+        if ( ALL ) {
+            could |= ( lanes == ZU_CHAR_NEXT_LINE ) | ( ( lanes | 1 ) == ZU_CHAR_PARAGRAPH_SEPARATOR );
+        }
+        found |= could & laneBits;
+        laneBits <<= 4;
+        *united |= lanes;
     }
-    return found;
+    return (uint32_t)( found[ 0 ] | found[ 1 ] | found[ 2 ] | found[ 3 ] );
 }
 
-// Returns the position from `i` on of the first such character, or one from which fewer than eight code points are
-// left.
+// Notes where lines could end in the cache, and checks that it holds code points.
 template <bool ALL>
-static inline ZU_INT nlfFind( const ZU_CHAR *chars, ZU_INT i, ZU_INT length )
+static void nlfLineSourceNoteEnds( ZU_NLF_LINE_SOURCE *nls )
 {
-    static constexpr NLF_LANES LOW_BITS = { 1, 2, 4, 8 };
-    static constexpr NLF_LANES HIGH_BITS = { 16, 32, 64, 128 };
-    for ( ; length - i >= 8; i += 8 ) {
-        NLF_LANES found =
-            ( nlfLanesFind<ALL>( chars + i ) & LOW_BITS ) | ( nlfLanesFind<ALL>( chars + i + 4 ) & HIGH_BITS );
-        uint64_t halves[ 2 ];
-        memcpy( halves, &found, sizeof halves );
-        uint64_t bits = halves[ 0 ] | halves[ 1 ];
+    NLF_LANES united = {};
+    ZU_INT i = nls->cacheLength;
+    for ( ; i % 64 != 0; i++ ) {
+        nls->cache[ i ] = ZU_CHAR_SPACE; // fills the last word
+    }
+    for ( ZU_INT pos = 0; pos < i; pos += 64 ) {
+        uint64_t low = nlfFindEnds<ALL>( nls->cache + pos, &united );
+        uint64_t high = nlfFindEnds<ALL>( nls->cache + pos + 32, &united );
+        nls->ends[ pos / 64 ] = low | high << 32;
+    }
+    // A bit that no element has is in no union of elements.
+    ZU_CHAR all = (ZU_CHAR)( united[ 0 ] | united[ 1 ] | united[ 2 ] | united[ 3 ] );
+    ZU_ASSERT( ZU_CHAR_OK( all ) || zuCharsAllOk( nls->cache, nls->cacheLength ) );
+}
+
+// Returns the next place from `i` on that could end a line, the length of the cache if there is none.
+static inline ZU_INT nlfLineSourceNextEnd( ZU_NLF_LINE_SOURCE *nls, ZU_INT i )
+{
+    if ( i < nls->cacheLength ) {
+        ZU_INT word = i / 64;
+        uint64_t bits = nls->ends[ word ] >> ( i % 64 );
         if ( bits != 0 ) {
-            return i + __builtin_ctzll( bits | bits >> 32 );
+            return i + __builtin_ctzll( bits );
+        }
+        for ( word++; word * 64 < nls->cacheLength; word++ ) {
+            if ( nls->ends[ word ] != 0 ) {
+                return word * 64 + __builtin_ctzll( nls->ends[ word ] );
+            }
         }
     }
-    return i;
+    return nls->cacheLength;
 }
 
 // Returns the flag of the newline function that `ch` is, 0 if it is none.
@@ -129,13 +155,8 @@ static ZU_INT nlfLineSourceFindEnd( ZU_NLF_LINE_SOURCE *nls, ZU_INT *nlfLength )
 {
     const ZU_CHAR *cache = nls->cache;
     ZU_INT length = nls->cacheLength;
-    ZU_INT i = nls->cachePos;
     *nlfLength = 0;
-    while ( i < length ) {
-        i = nls->nlfFlags & BEYOND_CONTROLS ? nlfFind<true>( cache, i, length ) : nlfFind<false>( cache, i, length );
-        if ( i == length ) {
-            break;
-        }
+    for ( ZU_INT i = nls->cachePos; ( i = nlfLineSourceNextEnd( nls, i ) ) < length; i++ ) {
         ZU_NLF_FLAGS flag = nlfFlagOfChar( cache[ i ] );
         if ( flag == ZU_NLF_FLAG_CR && nls->nlfFlags & ZU_NLF_FLAG_CRLF ) {
             if ( i + 1 < length && cache[ i + 1 ] == ZU_CHAR_LINE_FEED ) {
@@ -150,9 +171,8 @@ static ZU_INT nlfLineSourceFindEnd( ZU_NLF_LINE_SOURCE *nls, ZU_INT *nlfLength )
             *nlfLength = 1;
             return i;
         }
-        i++;
     }
-    return i;
+    return length;
 }
 
 // Reads the next piece, behind `kept` code points that stay at the front of the cache.
@@ -163,7 +183,7 @@ static void nlfLineSourceRefill( ZU_NLF_LINE_SOURCE *nls, ZU_INT kept )
     if ( nls->cacheLength < CACHE_CHARS ) {
         nls->sourceEnd = ZU_TRUE;
     }
-    ZU_ASSERT( zuCharsAllOk( nls->cache, nls->cacheLength ) );
+    nls->nlfFlags &BEYOND_CONTROLS ? nlfLineSourceNoteEnds<true>( nls ) : nlfLineSourceNoteEnds<false>( nls );
 }
 
 // Appends `count` code points of the cache, which have been checked, to the line, which is private; makes it if it is
