@@ -16,7 +16,7 @@ if [ -f "$ZU_ROOT/build/release/build.ninja" ]; then
 else
     configure release -DZU_BUILD_TESTS=OFF
 fi
-build release zu zu_static zu_tool example_first example_sort example_hello
+build release zu zu_static zu_tool example_first example_sort example_wait example_hello
 
 cd "$ZU_ROOT"
 zu=build/release/tools/zu/zu
@@ -35,12 +35,16 @@ say "The tool: what is in a text file"
 echo "The library reads a file into code points and knows about each one what the Unicode standard says."
 show "$zu" text README.md NOTICE examples/texts/*.txt
 
+say "The tool: from one character set to another"
+show sh -c "$zu convert --from utf-8 --to koi8-r examples/texts/cyrillic.txt | $zu convert --from koi8-r --to utf-8"
+
 say "What to try next"
 cat <<TEXT
   $zu --help                      what else the tool does
   $zu text <files of your own>    any text in UTF-8
   build/release/examples/example_hello    eight greetings, from C++
   build/release/examples/example_sort     a class of one's own, in C
+  build/release/examples/example_wait     threads and timers, in C
   scripts/test.sh                         run the tests
   cmake --install build/release --prefix <folder>   install it; README.md tells how to build against it
 TEXT
