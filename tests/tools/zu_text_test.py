@@ -136,6 +136,52 @@ class Text(unittest.TestCase):
         ):
             self.assertRegex(found, f"(?m)^ +{row}")
 
+    def check_transformed(self, texts):
+        """Runs the transformations on the bytes of the texts and compares with what Python makes of them."""
+        mappings = {
+            "lower": lambda text: "".join(map(str.lower, text)),  # one by one: there is no rule for a final sigma
+            "upper": str.upper,
+            "fold": str.casefold,
+        }
+        paths = [self.write(f"{number}", text) for number, text in enumerate(texts)]
+        decoded = [text.decode("utf-8", "replace") for text in texts]
+        for form in ("NFC", "NFD", "NFKC", "NFKD"):
+            for name, mapping in {"": str, **mappings}.items():
+                options = ["--normalize", form.lower()] + (["--case=" + name] if name else [])
+                expected = "".join(unicodedata.normalize(form, mapping(text)) for text in decoded)
+                self.assert_output(run("text", *options, *paths), expected)
+        for name, mapping in mappings.items():
+            self.assert_output(run("text", "--case", name.upper(), *paths), "".join(map(mapping, decoded)))
+
+    def assert_output(self, finished, text):
+        self.assertEqual((finished.returncode, finished.stderr), (0, b""))
+        self.assertTrue(finished.stdout == text.encode(), (finished.stdout[:200], text[:200]))
+
+    def test_transformed_texts(self):
+        self.check_transformed([path.read_bytes() for path in EXAMPLES])
+        self.check_transformed([b"e", "\u0301".encode(), b"", b"a\xffb\xe2\x82"])
+        # A composing pair, and marks in no order, that the blocks divide
+        for ahead in range(1, 6):
+            self.check_transformed([b"x" * (BLOCK - ahead) + "e\u0301\u0323\u1100\u1161 Σ".encode()])
+
+    def test_every_code_point_transformed(self):
+        codes = [code for code in range(0x110000) if not 0xD800 <= code < 0xE000 and code != 0x11A7]
+        self.check_transformed(["".join(map(chr, codes)).encode()])
+
+    def test_transformations_are_chosen_by_name(self):
+        for arguments, message in (
+            (["--normalize", "NFX"], "zu text: --normalize takes NFC, NFD, NFKC or NFKD, and not NFX\n"),
+            (["--case", "title"], "zu text: --case takes lower, upper or fold, and not title\n"),
+            (["--case"], "zu text: --case needs a value\n"),
+            (["--case", "fold", "--json"], "zu text: --json is for counts; there are none with --case and --normalize\n"),
+        ):
+            finished = run("text", *arguments)
+            self.assertEqual((finished.returncode, finished.stdout), (2, b""))
+            self.assertTrue(finished.stderr.decode().startswith(message), finished.stderr)
+        there = self.write("there", "É".encode())
+        finished = run("text", "--case", "lower", there.with_name("gone"), there)
+        self.assertEqual((finished.returncode, finished.stdout), (1, "é".encode()))
+
     def test_standard_input(self):
         data = b"one\ntwo"
         self.assertEqual(json.loads(run("text", "--json", "-", data=data).stdout)[0]["file"], "-")
@@ -182,17 +228,23 @@ class Text(unittest.TestCase):
             self.assertTrue(finished.stderr.decode().startswith(message), finished.stderr)
 
     def test_memory_does_not_grow_with_the_file(self):
-        def memory(megabytes):
-            program = subprocess.Popen([ZU, "text"], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
+        def memory(megabytes, line, *options):
+            program = subprocess.Popen([ZU, "text", *options], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
             for _ in range(megabytes):
-                program.stdin.write(b"one line of a file\n" * (1 << 20 // 19))
+                program.stdin.write(line * ((1 << 20) // len(line)))
             program.stdin.close()
             _, status, usage = os.wait4(program.pid, 0)
             program.returncode = status
             self.assertEqual(status, 0)
             return usage.ru_maxrss
 
-        self.assertLess(memory(60), memory(1) + 8 * 1024)
+        for line, *options in (
+            (b"one line of a file\n",),
+            (b"one line of a file\n", "--normalize", "NFC"),
+            ("\u0301\u0323".encode(), "--normalize", "NFKC"),
+            ("\u0390".encode(), "--case", "upper", "--normalize", "NFKD"),
+        ):
+            self.assertLess(memory(60, line, *options), memory(2, line, *options) + 8 * 1024, options)
 
     def test_progress_on_a_terminal(self):
         terminal, its_end = pty.openpty()

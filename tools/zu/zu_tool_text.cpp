@@ -1,7 +1,8 @@
-// zu text: what is in a text file.
+// zu text: what is in a text file, and the text in another form.
 //
-// A file is read in blocks, and each code point is only counted.  In the end the database is asked about each code point
-// that there was, once, so that the size of a file decides neither on the memory nor on the number of look-ups.
+// A file is read in blocks, so that its size does not decide on the memory.  Each code point is only counted; in the end
+// the database is asked about each that there was, once.  A text that is transformed is written a block at a time, too:
+// the normalizer holds back what the next block may change.
 
 #include "zu_tool.h"
 
@@ -53,6 +54,61 @@ static const char *const SCRIPT_NAMES[ SCRIPTS ] = {
 };
 // clang-format on
 
+// UTF-8 as it comes, in blocks.  It goes to a sink with takeCodePoint( ch ) and takeInvalid().
+//
+// What is well formed, and how the rest is divided, is told by section 3.9 of the Unicode Standard (table 3-7, and
+// "U+FFFD Substitution of Maximal Subparts"): a sequence that breaks off is one invalid sequence, and so is each byte
+// that begins none.
+class TextDecoder {
+public:
+    template <typename SINK>
+    void take( const unsigned char *block, size_t length, SINK *sink )
+    {
+        for ( const unsigned char *pos = block, *end = block + length; pos < end; pos++ ) {
+            unsigned char byte = *pos;
+            if ( missing > 0 ) {
+                if ( byte >= lowest && byte <= highest ) {
+                    value = value << 6 | ( byte & 0x3Fu );
+                    lowest = 0x80;
+                    highest = 0xBF;
+                    if ( --missing == 0 ) {
+                        sink->takeCodePoint( value );
+                    }
+                    continue;
+                }
+                missing = 0;
+                sink->takeInvalid();
+            }
+            if ( byte < 0x80 ) {
+                sink->takeCodePoint( byte );
+            } else if ( byte < 0xC2 || byte > 0xF4 ) {
+                sink->takeInvalid();
+            } else {
+                missing = byte < 0xE0 ? 1 : byte < 0xF0 ? 2 : 3;
+                value = byte & ( 0x3Fu >> missing );
+                // No overlong forms, no surrogates, nothing above U+10FFFF
+                lowest = byte == 0xE0 ? 0xA0 : byte == 0xF0 ? 0x90 : 0x80;
+                highest = byte == 0xED ? 0x9F : byte == 0xF4 ? 0x8F : 0xBF;
+            }
+        }
+    }
+    template <typename SINK>
+    void end( SINK *sink )
+    {
+        if ( missing > 0 ) {
+            missing = 0;
+            sink->takeInvalid();
+        }
+    }
+
+private:
+    // The sequence that has begun: what it yields so far, the bytes that it lacks, and the range of the next of them
+    ZU_CHAR value = 0;
+    int missing = 0;
+    unsigned char lowest = 0;
+    unsigned char highest = 0;
+};
+
 // The counts of one text
 class TextCounts {
 public:
@@ -66,63 +122,27 @@ public:
 
     void take( const unsigned char *block, size_t length );
     void end();
-
-private:
     void takeCodePoint( ZU_CHAR ch );
     void takeInvalid();
+
+private:
     void endLine();
 
-    // The sequence that has begun: what it yields so far, the bytes that it lacks, and the range of the next of them
-    ZU_CHAR value = 0;
-    int missing = 0;
-    unsigned char lowest = 0;
-    unsigned char highest = 0;
+    TextDecoder decoder;
     // The line that has begun
     bool lineOpen = false;
     bool afterCarriageReturn = false;
     ZU_INT lineLength = 0;
 };
 
-// What is well formed, and how the rest is divided, is told by section 3.9 of the Unicode Standard (table 3-7, and
-// "U+FFFD Substitution of Maximal Subparts"): a sequence that breaks off is one invalid sequence, and so is each byte
-// that begins none.
 void TextCounts::take( const unsigned char *block, size_t length )
 {
     bytes += (ZU_INT)length;
-    for ( const unsigned char *pos = block, *end = block + length; pos < end; pos++ ) {
-        unsigned char byte = *pos;
-        if ( missing > 0 ) {
-            if ( byte >= lowest && byte <= highest ) {
-                value = value << 6 | ( byte & 0x3Fu );
-                lowest = 0x80;
-                highest = 0xBF;
-                if ( --missing == 0 ) {
-                    takeCodePoint( value );
-                }
-                continue;
-            }
-            missing = 0;
-            takeInvalid();
-        }
-        if ( byte < 0x80 ) {
-            takeCodePoint( byte );
-        } else if ( byte < 0xC2 || byte > 0xF4 ) {
-            takeInvalid();
-        } else {
-            missing = byte < 0xE0 ? 1 : byte < 0xF0 ? 2 : 3;
-            value = byte & ( 0x3Fu >> missing );
-            // No overlong forms, no surrogates, nothing above U+10FFFF
-            lowest = byte == 0xE0 ? 0xA0 : byte == 0xF0 ? 0x90 : 0x80;
-            highest = byte == 0xED ? 0x9F : byte == 0xF4 ? 0x8F : 0xBF;
-        }
-    }
+    decoder.take( block, length, this );
 }
 void TextCounts::end()
 {
-    if ( missing > 0 ) {
-        missing = 0;
-        takeInvalid();
-    }
+    decoder.end( this );
     if ( lineOpen ) {
         endLine();
     }
@@ -261,17 +281,129 @@ static void textPrintJson( const char *name, const TextCounts &counts )
     toolPrint( stdout, json.get() );
 }
 
-static int textRun( int argc, char **argv )
+// Transformation
+struct TEXT_CASE {
+    const char *name;
+    void ( *map )( ZU_STRING **zus );
+};
+static constexpr TEXT_CASE CASES[] = {
+    { "lower", zuStringToLower },
+    { "upper", zuStringToUpper },
+    { "fold", zuStringToCaseFold },
+};
+
+// What is asked for, by the values of the options
+struct TEXT_TRANSFORMATION {
+    const TEXT_CASE *mapping = nullptr;
+    ZU_UNICODE_NORMAL_FORM form = -1; // -1: none
+};
+
+// A text on its way to the standard output
+class TextTransformer {
+public:
+    explicit TextTransformer( const TEXT_TRANSFORMATION &wanted ) : mapping( wanted.mapping )
+    {
+        if ( wanted.form != -1 ) {
+            normalizer = zu::adopt( zuUnicodeNormalizerCreate( wanted.form ) );
+        }
+    }
+    void take( const unsigned char *block, size_t length )
+    {
+        decoder.take( block, length, this );
+        write( false );
+    }
+    void end()
+    {
+        decoder.end( this );
+        write( true );
+    }
+    void takeCodePoint( ZU_CHAR ch )
+    {
+        chars.push_back( ch );
+    }
+    void takeInvalid()
+    {
+        chars.push_back( ZU_CHAR_REPLACEMENT_CHARACTER );
+    }
+
+private:
+    void write( bool atEnd )
+    {
+        auto text = zu::adopt( zuStringCreateFromCharsCopy( chars.data(), (ZU_INT)chars.size() ) );
+        chars.clear();
+        if ( mapping ) {
+            mapping->map( text.inOut() );
+        }
+        if ( normalizer.get() ) {
+            zuUnicodeNormalizerWrite( normalizer.get(), text.get() );
+            if ( atEnd ) {
+                zuUnicodeNormalizerFlush( normalizer.get() );
+            }
+            zuStringClear( text.inOut() );
+            zuUnicodeNormalizerRead( normalizer.get(), text.inOut(), -1 );
+        }
+        ZU_INT length = 0;
+        char *bytes = zuStringConvertToUtf8( text.get(), ZU_FALSE, &length );
+        fwrite( bytes, 1, (size_t)length, stdout );
+        zuMemFree( bytes );
+    }
+
+    const TEXT_CASE *mapping;
+    zu::Ref<ZU_UNICODE_NORMALIZER> normalizer;
+    TextDecoder decoder;
+    std::vector<ZU_CHAR> chars; // of the block
+};
+
+static int textTransform( const std::vector<const char *> &names, const TEXT_TRANSFORMATION &wanted )
 {
-    bool json = false;
-    std::vector<const char *> names;
     int status = TOOL_OK;
-    if ( !toolReadArguments( argc, argv, { { "--json", &json, nullptr } }, &names, &status ) ) {
-        return status;
+    for ( const char *name : names ) {
+        TextTransformer transformer( wanted );
+        ToolReader reader( name );
+        while ( size_t length = reader.read() ) {
+            transformer.take( reader.block(), length );
+            if ( ferror( stdout ) ) {
+                return status; // which is reported by who ends the command
+            }
+        }
+        transformer.end();
+        status = reader.ok() ? status : TOOL_FAILED;
     }
-    if ( names.empty() ) {
-        names.push_back( "-" );
+    return status;
+}
+
+// Finds what the values of the options stand for, in letters of either case.  Returns an exit status.
+static int textFindTransformation( const char *caseName, const char *formName, TEXT_TRANSFORMATION *found )
+{
+    if ( caseName ) {
+        auto name = zu::adopt( zuStringCreateFromUtf8( caseName, -1 ) );
+        for ( const TEXT_CASE &each : CASES ) {
+            if ( zuStringEqualsCaseFoldCstr( name.get(), each.name, -1 ) ) {
+                found->mapping = &each;
+            }
+        }
+        if ( !found->mapping ) {
+            return toolMisuse( "--case takes lower, upper or fold, and not %lc", caseName );
+        }
     }
+    if ( formName ) {
+        auto name = zu::adopt( zuStringCreateFromUtf8( formName, -1 ) );
+        for ( ZU_UNICODE_NORMAL_FORM form = 0; ZU_UNICODE_NORMAL_FORM_OK( form ); form++ ) {
+            if ( zuStringEqualsCaseFold( name.get(), zu::adopt( zuUnicodeNormalFormToString( form ) ).get() ) ) {
+                found->form = form;
+            }
+        }
+        if ( found->form == -1 ) {
+            return toolMisuse( "--normalize takes NFC, NFD, NFKC or NFKD, and not %lc", formName );
+        }
+    }
+    return TOOL_OK;
+}
+
+// Counting
+static int textCount( const std::vector<const char *> &names, bool json )
+{
+    int status = TOOL_OK;
     const char *separator = json ? "[ " : "";
     for ( const char *name : names ) {
         TextCounts counts;
@@ -295,10 +427,41 @@ static int textRun( int argc, char **argv )
     return status;
 }
 
+static int textRun( int argc, char **argv )
+{
+    bool json = false;
+    const char *caseName = nullptr;
+    const char *formName = nullptr;
+    std::vector<const char *> names;
+    int status = TOOL_OK;
+    if ( !toolReadArguments(
+             argc, argv,
+             { { "--json", &json, nullptr }, { "--case", nullptr, &caseName }, { "--normalize", nullptr, &formName } },
+             &names, &status ) ) {
+        return status;
+    }
+    TEXT_TRANSFORMATION transformation;
+    status = textFindTransformation( caseName, formName, &transformation );
+    if ( status != TOOL_OK ) {
+        return status;
+    }
+    if ( names.empty() ) {
+        names.push_back( "-" );
+    }
+    if ( !caseName && !formName ) {
+        return textCount( names, json );
+    }
+    if ( json ) {
+        return toolMisuse( "%lc is for counts; there are none with --case and --normalize", "--json" );
+    }
+    return textTransform( names, transformation );
+}
+
 const TOOL_COMMAND toolTextCommand = {
     "text",
-    "tells what is in text files",
+    "tells what is in text files, and transforms them",
     R"(usage: zu text [--json] [FILE...]
+       zu text [--case MAPPING] [--normalize FORM] [FILE...]
 
 Reads each FILE as UTF-8, the standard input where it is "-" or missing, and prints
 
@@ -311,8 +474,15 @@ Reads each FILE as UTF-8, the standard input where it is "-" or missing, and pri
   general categories, scripts
                      how many code points belong to each, by the Unicode Character Database 14.0, the most first
 
+With --case or --normalize it writes the transformed text of all files to the standard output instead, as UTF-8 again,
+with U+FFFD in place of each invalid sequence.
+
 Options:
   --json             prints an array of objects for programs
+  --case MAPPING     maps the text to "lower" or "upper" case, or to what it has in common with texts that differ in
+                     case alone ("fold"); in full, in no language's own way
+  --normalize FORM   brings the text, after mapping, into the normalization form NFC, NFD, NFKC or NFKD, each file by
+                     itself
   --help             prints this
 
 The exit status is 0 if every file could be read, 1 if one could not, 2 if an option is wrong.
