@@ -454,8 +454,8 @@ static ZU_INT bufferCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
 static ZU_CHAR *bufferWriteHex( ZU_CHAR *text, uint8_t byte )
 {
     static const char DIGITS[] = "0123456789abcdef";
-    *text++ = (ZU_CHAR)DIGITS[ byte >> 4 ];
-    *text++ = (ZU_CHAR)DIGITS[ byte & 15 ];
+    *text++ = (uint8_t)DIGITS[ byte >> 4 ];
+    *text++ = (uint8_t)DIGITS[ byte & 15 ];
     return text;
 }
 static ZU_STRING *bufferToString( ZU_OBJ *thisObj )
