@@ -436,6 +436,49 @@ TEST( Dict, TakesEveryKindOfKey )
     EXPECT_TRUE( isEmptyDict( dict.get() ) );
 }
 
+// A number whose comparisons are noted.
+struct ZU_TEST_PROBE {
+    ZU_OBJ obj;
+    ZU_INT value;
+};
+static std::vector<ZU_INT> compared; // the stored numbers
+static ZU_INT probeCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
+{
+    ZU_INT value = ( (ZU_TEST_PROBE *)thisObj )->value;
+    ZU_INT key = ( (ZU_TEST_PROBE *)thatObj )->value;
+    compared.push_back( value );
+    return ( value > key ) - ( value < key );
+}
+static ZU_SORT probeSort = ZU___SORT_INITIALIZER( "ZU_TEST_PROBE", nullptr, nullptr, probeCompare, nullptr );
+static OBJ probe( ZU_INT value )
+{
+    OBJ obj = zu::adopt( zu___ObjCreate( sizeof( ZU_TEST_PROBE ), &probeSort ) );
+    ( (ZU_TEST_PROBE *)obj.get() )->value = value;
+    return obj;
+}
+TEST( Dict, ComparesTheEndsFirst )
+{
+    DICT dict = zu::adopt( zuDictCreate() );
+    for ( ZU_INT i = 0; i < 8; i++ ) {
+        zuDictSetObjKey( dict.inOut(), probe( 2 * i ).get(), boxed( i ).get() );
+    }
+    const struct {
+        ZU_INT key;
+        ZU_INT idx;
+        std::vector<ZU_INT> compared;
+    } rows[] = {
+        { -1, -1, { 0 } },           { 0, 0, { 0 } },
+        { 14, 7, { 0, 14 } },        { 15, -1, { 0, 14 } },
+        { 6, 3, { 0, 14, 6 } },      { 5, -1, { 0, 14, 6, 2, 4 } },
+        { 10, 5, { 0, 14, 6, 10 } }, { 13, -1, { 0, 14, 6, 10, 12 } },
+    };
+    for ( const auto &row : rows ) {
+        compared.clear();
+        EXPECT_EQ( zuDictIndexOfObjKey( dict.get(), probe( row.key ).get() ), row.idx ) << row.key;
+        EXPECT_EQ( compared, row.compared ) << row.key;
+    }
+}
+
 TEST( Dict, KeepsPairsInTheObjectUpTo32 )
 {
     DICT dict = dictOfInts( 32 );

@@ -88,8 +88,8 @@ static ZU_INT dictGrownAlloc( ZU_INT alloc, ZU_INT length )
     return ZU_INT_ADD_OK( length, SLACK ) ? length + SLACK : length;
 }
 
-// Returns the size of the block behind a capacity of `alloc` pairs: the same rounded up, by a quarter of it at most.  The
-// capacity rises by a constant, and a block that rose with it would be copied once for every few pairs.
+// Returns the size of the block behind a capacity of `alloc` pairs: the same rounded up, by a quarter of it at most.
+// The capacity rises by a constant, and a block that rose with it would be copied once for every few pairs.
 static ZU_INT dictBlockPairs( ZU_INT alloc )
 {
     ZU_INT step = (ZU_INT)1 << ( zuIntBitHighest( alloc ) - 2 );
@@ -515,39 +515,37 @@ struct DICT_PLACE {
     bool found;
 };
 
-// Searches among the pairs from `begin` to ahead of `end`.
+// Searches between the pairs at `below` and `above`, which the key is known to lie between.  Each may be beside the
+// array.
 template <typename KEY>
-static DICT_PLACE dictBisect( ZU_DICT *dict, ZU_INT begin, ZU_INT end, KEY key )
+static DICT_PLACE dictBisect( ZU_DICT *dict, ZU_INT below, ZU_INT above, KEY key )
 {
     const ZU___DICT_PAIR *items = dict->items;
-    while ( begin < end ) {
-        ZU_INT mid = ( begin + end ) >> 1;
+    while ( above - below > 1 ) {
+        ZU_INT mid = below + ( above - below ) / 2;
         ZU_INT order = key.order( items[ mid ].key );
         if ( order == 0 ) {
             return { mid, true };
         }
-        if ( order < 0 ) {
-            begin = mid + 1;
-        } else {
-            end = mid;
-        }
+        ( order < 0 ? below : above ) = mid;
     }
-    return { end, false };
+    return { above, false };
 }
 
 // Among strings the search keeps count of what the key has in common with its neighbours on either side so far:
 // whatever lies between them has that in common too, and is compared from there on.  The keys of a large dict are in no
 // cache, so that those that may come next are fetched meanwhile.
 template <bool LARGE>
-static inline DICT_PLACE dictBisectTexts( const ZU___DICT_PAIR *items, ZU_INT begin, ZU_INT end, DICT_TEXT_KEY key )
+static inline DICT_PLACE dictBisectTexts( const ZU___DICT_PAIR *items, ZU_INT below, ZU_INT above, DICT_TEXT_KEY key )
 {
+    ZU_INT begin = below + 1;
     ZU_INT sameBelow = 0;
     ZU_INT sameAbove = 0;
-    while ( begin < end ) {
-        ZU_INT mid = ( begin + end ) >> 1;
+    while ( begin < above ) {
+        ZU_INT mid = ( begin + above ) >> 1;
         if ( LARGE ) {
             dictPrefetchText( items[ ( begin + mid ) >> 1 ].key );
-            dictPrefetchText( items[ ( mid + end ) >> 1 ].key );
+            dictPrefetchText( items[ ( mid + above ) >> 1 ].key );
         }
         ZU_INT same = sameBelow < sameAbove ? sameBelow : sameAbove;
         ZU_INT order = key.orderText( items[ mid ].key, &same );
@@ -558,20 +556,20 @@ static inline DICT_PLACE dictBisectTexts( const ZU___DICT_PAIR *items, ZU_INT be
             begin = mid + 1;
             sameBelow = same;
         } else {
-            end = mid;
+            above = mid;
             sameAbove = same;
         }
     }
-    return { end, false };
+    return { above, false };
 }
-static DICT_PLACE dictBisect( ZU_DICT *dict, ZU_INT begin, ZU_INT end, DICT_TEXT_KEY key )
+static DICT_PLACE dictBisect( ZU_DICT *dict, ZU_INT below, ZU_INT above, DICT_TEXT_KEY key )
 {
     if ( ZU___UNLIKELY( dict->keySort != &zu___sort_ZU_STRING ) ) {
-        return dictBisect<DICT_TEXT_KEY>( dict, begin, end, key );
+        return dictBisect<DICT_TEXT_KEY>( dict, below, above, key );
     }
     static constexpr ZU_INT LARGE = 1024; // strings of that many keys fill the cache that a core has for itself
-    return end - begin < LARGE ? dictBisectTexts<false>( dict->items, begin, end, key )
-                               : dictBisectTexts<true>( dict->items, begin, end, key );
+    return above - below < LARGE ? dictBisectTexts<false>( dict->items, below, above, key )
+                                 : dictBisectTexts<true>( dict->items, below, above, key );
 }
 
 // Searches the pairs from `begin` on, the ends first: keys often come in order.
@@ -590,7 +588,7 @@ static DICT_PLACE dictFindFrom( ZU_DICT *dict, ZU_INT begin, KEY key )
     if ( order <= 0 ) {
         return { order == 0 ? last : dict->length, order == 0 };
     }
-    return dictBisect( dict, begin + 1, last, key );
+    return dictBisect( dict, begin, last, key );
 }
 static inline DICT_TEXT_KEY dictTextKey( ZU_STRING *zus )
 {
@@ -619,7 +617,7 @@ static ZU_INT dictIndexOf( ZU_DICT *dict, KEY key )
 // A reader's keys come in any order, and nobody can tell how often strings are compared.
 static ZU_INT dictIndexOf( ZU_DICT *dict, DICT_TEXT_KEY key )
 {
-    return dictFoundIdx( dictBisect( dict, 0, dict->length, key ) );
+    return dictFoundIdx( dictBisect( dict, -1, dict->length, key ) );
 }
 static ZU_INT dictIndexOfObj( ZU_DICT *dict, ZU_OBJ *key )
 {

@@ -45,6 +45,7 @@ ZU_INT zuFormatFlagsNormalize( ZU_INT flags )
 }
 ZU_INT zuFormatFlagsFromString( ZU_STRING *zus )
 {
+    ZU_ASSERT( zus );
     return zuFormatFlagsNormalize( zuFlagsetParse( zu___FormatFlagsFlagset, zus ) );
 }
 ZU_STRING *zuFormatFlagsToString( ZU_INT flags )

@@ -54,6 +54,7 @@ ZU_INT zuRuntimeFlagsNormalize( ZU_INT flags )
 }
 ZU_INT zuRuntimeFlagsFromString( ZU_STRING *zus )
 {
+    ZU_ASSERT( zus );
     return zuRuntimeFlagsNormalize( zuFlagsetParse( zu___RuntimeFlagsFlagset, zus ) );
 }
 ZU_STRING *zuRuntimeFlagsToString( ZU_INT flags )
