@@ -20,6 +20,8 @@ TEST( RuntimeVersion, OfTheProduct )
     EXPECT_TRUE( equals( zuRuntimeVersionProductVendorName(), record.productVendorName ) );
     EXPECT_TRUE( equals( zuRuntimeVersionProductCopyright(), record.productCopyright ) );
     EXPECT_STREQ( zu___RuntimeVersionProductBuildTimeCstr(), record.productBuildTime );
+    zu::Ref<ZU_TIME> built = zu::adopt( zuRuntimeVersionProductBuildTime() );
+    EXPECT_TRUE( equals( zuTimeToString( built.get() ), record.productBuildTime ) );
     EXPECT_TRUE( equals( zuRuntimeVersionProductVersion(), std::to_string( record.productVersionMajor ) + "." +
                                                                std::to_string( record.productVersionMinor ) + "." +
                                                                std::to_string( record.productVersionRelease ) ) );

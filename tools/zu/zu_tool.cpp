@@ -9,6 +9,7 @@
 
 static const TOOL_COMMAND *const COMMANDS[] = {
     &toolConvertCommand,
+    &toolInfoCommand,
     &toolStoreCommand,
     &toolTextCommand,
 };

@@ -25,6 +25,7 @@ struct TOOL_COMMAND {
 };
 
 extern const TOOL_COMMAND toolConvertCommand;
+extern const TOOL_COMMAND toolInfoCommand;
 extern const TOOL_COMMAND toolStoreCommand;
 extern const TOOL_COMMAND toolTextCommand;
 

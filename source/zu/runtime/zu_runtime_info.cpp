@@ -38,7 +38,7 @@ ZU_STORE *zuRuntimeInfo( void )
     zuStoreSetValueIntCstr( &info, "versionMajor", -1, zuRuntimeVersionProductVersionMajor() );
     zuStoreSetValueIntCstr( &info, "versionMinor", -1, zuRuntimeVersionProductVersionMinor() );
     zuStoreSetValueIntCstr( &info, "versionRelease", -1, zuRuntimeVersionProductVersionRelease() );
-    infoSet( &info, "buildTime", zuStringCreateFromCstr( zu___RuntimeVersionProductBuildTimeCstr(), -1 ) );
+    infoSetTime( &info, "buildTime", zuRuntimeVersionProductBuildTime() );
     ZU_MODULE_VERSION *version = zuModuleVersion( zuModule() );
     zuStoreSetValueIntCstr( &info, "compatibility", -1, zuModuleVersionCompatibility( version ) );
     zuModuleVersionRelease( version );

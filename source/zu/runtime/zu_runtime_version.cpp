@@ -78,6 +78,14 @@ ZU_INT zuRuntimeVersionProductVersionRelease( void )
 {
     return zu___module_record.productVersionRelease;
 }
+ZU_TIME *zuRuntimeVersionProductBuildTime( void )
+{
+    ZU_STRING *text = zuStringCreateFromCstr( zu___RuntimeVersionProductBuildTimeCstr(), -1 );
+    ZU_TIME *tm = zuTimeTryCreateFromString( text );
+    zuStringRelease( text );
+    ZU_ASSERT( tm );
+    return tm;
+}
 const char *zu___RuntimeVersionProductNameCstr( void )
 {
     return zu___module_record.productName;

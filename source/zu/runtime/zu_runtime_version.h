@@ -3,7 +3,7 @@
 // The product is settled when the library is built; the application tells of itself at start-up.
 #pragma once
 
-#include "zu/base/zu_string.h"
+#include "zu/base/zu_time.h"
 
 ZU_BEGIN_DECLS
 
@@ -24,6 +24,8 @@ ZU_API ZU_INT zuRuntimeVersionProductVersionMajor( void );
 ZU_API ZU_INT zuRuntimeVersionProductVersionMinor( void );
 /// Returns the release number.
 ZU_API ZU_INT zuRuntimeVersionProductVersionRelease( void );
+/// Returns when the product was built.
+ZU_API ZU_TIME *zuRuntimeVersionProductBuildTime( void );
 
 // Application
 /// Tells whether the application has given an identifier.
