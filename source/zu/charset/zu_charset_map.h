@@ -24,18 +24,17 @@ typedef ZU_BOOL ( *ZU___CHARSET_MAP_CHAR_TO_BYTE_FUNC )( ZU_CHAR ch, uint8_t *by
 //
 // All but the first two follow the tables that the Unicode Consortium has published.  Where several bytes stand for one
 // character, as for U+001A in MsftCp875, the character becomes the lowest of them.
-#define ZU___CHARSET_MAPS( X )                                                                                       \
-    X( Ascii )                                                                                                       \
-    X( Iso8859_1 )                                                                                                   \
-    X( Iso8859_2 )                                                                                                   \
-    X( Iso8859_3 )                                                                                                   \
-    X( Iso8859_4 ) X( Iso8859_5 ) X( Iso8859_6 ) X( Iso8859_7 ) X( Iso8859_8 ) X( Iso8859_9 ) X( Iso8859_10 )        \
-        X( Iso8859_11 ) X( Iso8859_13 ) X( Iso8859_14 ) X( Iso8859_15 ) X( Iso8859_16 ) X( Koi8R ) X( MsftCp037 )    \
-            X( MsftCp437 ) X( MsftCp500 ) X( MsftCp850 ) X( MsftCp852 ) X( MsftCp855 ) X( MsftCp857 ) X( MsftCp860 ) \
-                X( MsftCp861 ) X( MsftCp862 ) X( MsftCp863 ) X( MsftCp864 ) X( MsftCp865 ) X( MsftCp866 )            \
-                    X( MsftCp869 ) X( MsftCp874 ) X( MsftCp875 ) X( MsftCp1026 ) X( MsftCp1250 ) X( MsftCp1251 )     \
-                        X( MsftCp1252 ) X( MsftCp1253 ) X( MsftCp1254 ) X( MsftCp1255 ) X( MsftCp1256 )              \
-                            X( MsftCp1257 ) X( MsftCp1258 )
+// clang-format off
+#define ZU___CHARSET_MAPS( X )                                                                  \
+    X( Ascii ) X( Iso8859_1 ) X( Iso8859_2 ) X( Iso8859_3 ) X( Iso8859_4 ) X( Iso8859_5 )       \
+    X( Iso8859_6 ) X( Iso8859_7 ) X( Iso8859_8 ) X( Iso8859_9 ) X( Iso8859_10 ) X( Iso8859_11 ) \
+    X( Iso8859_13 ) X( Iso8859_14 ) X( Iso8859_15 ) X( Iso8859_16 ) X( Koi8R ) X( MsftCp037 )   \
+    X( MsftCp437 ) X( MsftCp500 ) X( MsftCp850 ) X( MsftCp852 ) X( MsftCp855 ) X( MsftCp857 )   \
+    X( MsftCp860 ) X( MsftCp861 ) X( MsftCp862 ) X( MsftCp863 ) X( MsftCp864 ) X( MsftCp865 )   \
+    X( MsftCp866 ) X( MsftCp869 ) X( MsftCp874 ) X( MsftCp875 ) X( MsftCp1026 ) X( MsftCp1250 ) \
+    X( MsftCp1251 ) X( MsftCp1252 ) X( MsftCp1253 ) X( MsftCp1254 ) X( MsftCp1255 )             \
+    X( MsftCp1256 ) X( MsftCp1257 ) X( MsftCp1258 )
+// clang-format on
 
 #define ZU___CHARSET_MAP_DECLARE( name )                                                \
     ZU_API ZU_BOOL zu___Charset##name##MapByteToChar( uint8_t byte, ZU_CHAR *charOut ); \
@@ -44,8 +43,8 @@ ZU___CHARSET_MAPS( ZU___CHARSET_MAP_DECLARE )
 #undef ZU___CHARSET_MAP_DECLARE
 
 /// Returns a new sink that writes to `byteSink` what `mapFunc` makes of the text in NFC.  So a character that may still
-/// compose with what follows waits for the next one or for a flush.  `mapFunc` may be asked about more characters than come.  `flags` are normalised; those of byte order marks
-/// mean nothing here.
+/// compose with what follows waits for the next one or for a flush.  `mapFunc` may be asked about more characters than
+/// come.  `flags` are normalised; those of byte order marks mean nothing here.
 ZU_API ZU_CHAR_SINK *zu___CharsetMapCharSinkCreate( ZU_BYTE_SINK *byteSink, ZU_CHARSET_FLAGS flags,
                                                     ZU___CHARSET_MAP_CHAR_TO_BYTE_FUNC mapFunc );
 /// Returns a new source that reads what `mapFunc` makes of the bytes of `byteSource`; nothing is normalised.  The function
