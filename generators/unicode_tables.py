@@ -10,13 +10,12 @@ differ. Same input, same bytes.
 What the values of categories, decomposition tags and scripts are is read from the headers of the library, so that
 they are told once; what the tables mean and how they are read, zu_unicode_db_internal.h tells.
 """
-import argparse
 import os
 import re
-import sys
+
+from support.generated import ROOT, run, stop
 
 VERSION = "14.0.0"
-ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 UNICODE = "source/zu/unicode/"
 CODE_POINTS = 0x110000
 LINE_WIDTH = 120
@@ -59,10 +58,6 @@ NAMED_CHARACTERS = [
     ("Replacement", "FFFC FFFD"),
     ("Pictographs", "1F1E6 1F1FF 1F389 1F3FB 1F3FF 1F44B 1F44D 1F468 1F469 1F525 1F600 1F602 1F680"),
 ]
-
-
-def stop(text):
-    sys.exit("unicode_tables.py: " + text)
 
 
 # Reading the published files
@@ -457,35 +452,18 @@ def make_names(names):
     return "\n".join(lines) + "\n"
 
 
-def main():
-    parser = argparse.ArgumentParser(usage="%(prog)s [--data DIR] [--check]")
-    parser.add_argument("--data", default=os.path.join(ROOT, "../shared/data"))
-    parser.add_argument("--check", action="store_true")
-    arguments = parser.parse_args()
-
+def make_files(folder):
     enumerations = [read_enumeration(name) for name in ("genc", "cdmt", "script")]
     # Two rows have no tag; the database leaves the tag of a canonical mapping out.
     enumerations[1][""] = CANONICAL
-    data = Database(os.path.join(arguments.data, "ucd-" + VERSION), *enumerations)
+    data = Database(os.path.join(folder, "ucd-" + VERSION), *enumerations)
     header, source = make_tables(data)
-    files = {
+    return {
         UNICODE + "zu_unicode_db_tables_internal.h": header,
         UNICODE + "zu_unicode_db_tables.cpp": source,
         "source/zu/sys/zu_char_names.h": make_names(data.name),
     }
-    status = 0
-    for name, text in files.items():
-        path = os.path.join(ROOT, name)
-        if not arguments.check:
-            with open(path, "w", encoding="ascii", newline="\n") as file:
-                file.write(text)
-            continue
-        with open(path, encoding="ascii", newline="") as file:
-            if file.read() != text:
-                print(f"{name} is not what the data gives")
-                status = 1
-    return status
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    run(make_files)
