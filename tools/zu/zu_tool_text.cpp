@@ -12,48 +12,6 @@ static constexpr ZU_CHAR CODE_POINTS = 0x110000;
 static constexpr ZU_INT CATEGORIES = 30;
 static constexpr ZU_INT SCRIPTS = 163;
 
-static const char *const CATEGORY_NAMES[ CATEGORIES ][ 2 ] = {
-    { "Cn", "Other, Not Assigned" },    { "Lu", "Letter, Uppercase" },
-    { "Ll", "Letter, Lowercase" },      { "Lt", "Letter, Titlecase" },
-    { "Lm", "Letter, Modifier" },       { "Lo", "Letter, Other" },
-    { "Mn", "Mark, Nonspacing" },       { "Mc", "Mark, Spacing Combining" },
-    { "Me", "Mark, Enclosing" },        { "Nd", "Number, Decimal Digit" },
-    { "Nl", "Number, Letter" },         { "No", "Number, Other" },
-    { "Pc", "Punctuation, Connector" }, { "Pd", "Punctuation, Dash" },
-    { "Ps", "Punctuation, Open" },      { "Pe", "Punctuation, Close" },
-    { "Pi", "Punctuation, Initial" },   { "Pf", "Punctuation, Final" },
-    { "Po", "Punctuation, Other" },     { "Sm", "Symbol, Math" },
-    { "Sc", "Symbol, Currency" },       { "Sk", "Symbol, Modifier" },
-    { "So", "Symbol, Other" },          { "Zs", "Separator, Space" },
-    { "Zl", "Separator, Line" },        { "Zp", "Separator, Paragraph" },
-    { "Cc", "Other, Control" },         { "Cf", "Other, Format" },
-    { "Cs", "Other, Surrogate" },       { "Co", "Other, Private Use" },
-};
-// By value; 99 is no script.
-// clang-format off
-static const char *const SCRIPT_NAMES[ SCRIPTS ] = {
-    "Unknown", "Common", "Latin", "Greek", "Cyrillic", "Armenian", "Hebrew", "Arabic", "Syriac", "Thaana", "Devanagari",
-    "Bengali", "Gurmukhi", "Gujarati", "Oriya", "Tamil", "Telugu", "Kannada", "Malayalam", "Sinhala", "Thai", "Lao",
-    "Tibetan", "Myanmar", "Georgian", "Hangul", "Ethiopic", "Cherokee", "Canadian_Aboriginal", "Ogham", "Runic",
-    "Khmer", "Mongolian", "Hiragana", "Katakana", "Bopomofo", "Han", "Yi", "Old_Italic", "Gothic", "Deseret",
-    "Inherited", "Tagalog", "Hanunoo", "Buhid", "Tagbanwa", "Limbu", "Tai_Le", "Linear_B", "Ugaritic", "Shavian",
-    "Osmanya", "Cypriot", "Braille", "Buginese", "Coptic", "New_Tai_Lue", "Glagolitic", "Tifinagh", "Syloti_Nagri",
-    "Old_Persian", "Kharoshthi", "Balinese", "Cuneiform", "Phoenician", "Phags_Pa", "Nko", "Sundanese", "Lepcha",
-    "Ol_Chiki", "Vai", "Saurashtra", "Kayah_Li", "Rejang", "Lycian", "Carian", "Lydian", "Cham", "Tai_Tham", "Tai_Viet",
-    "Avestan", "Egyptian_Hieroglyphs", "Samaritan", "Lisu", "Bamum", "Javanese", "Meetei_Mayek", "Imperial_Aramaic",
-    "Old_South_Arabian", "Inscriptional_Parthian", "Inscriptional_Pahlavi", "Old_Turkic", "Kaithi", "Batak", "Brahmi",
-    "Mandaic", "Chakma", "Meroitic_Cursive", "Meroitic_Hieroglyphs", "", "Miao", "Sharada", "Sora_Sompeng", "Takri",
-    "Caucasian_Albanian", "Bassa_Vah", "Duployan", "Elbasan", "Grantha", "Pahawh_Hmong", "Khojki", "Linear_A",
-    "Mahajani", "Manichaean", "Mende_Kikakui", "Modi", "Mro", "Old_North_Arabian", "Nabataean", "Palmyrene",
-    "Pau_Cin_Hau", "Old_Permic", "Psalter_Pahlavi", "Siddham", "Khudawadi", "Tirhuta", "Warang_Citi", "Ahom",
-    "Anatolian_Hieroglyphs", "Hatran", "Multani", "Old_Hungarian", "SignWriting", "Adlam", "Bhaiksuki", "Marchen",
-    "Newa", "Osage", "Tangut", "Masaram_Gondi", "Nushu", "Soyombo", "Zanabazar_Square", "Dogra", "Gunjala_Gondi",
-    "Makasar", "Medefaidrin", "Hanifi_Rohingya", "Sogdian", "Old_Sogdian", "Elymaic", "Nandinagari",
-    "Nyiakeng_Puachue_Hmong", "Wancho", "Chorasmian", "Dives_Akuru", "Khitan_Small_Script", "Yezidi", "Cypro_Minoan",
-    "Old_Uyghur", "Tangsa", "Toto", "Vithkuqi",
-};
-// clang-format on
-
 // UTF-8 as it comes, in blocks.  It goes to a sink with takeCodePoint( ch ) and takeInvalid().
 //
 // What is well formed, and how the rest is divided, is told by section 3.9 of the Unicode Standard (table 3-7, and
@@ -215,11 +173,11 @@ static void textPrintGroups( ZU_STRING **report, const TextCounts &counts, const
 }
 static zu::Ref<ZU_STRING> textCategoryName( ZU_INT genc )
 {
-    return zu::format( "%lc  %lc", CATEGORY_NAMES[ genc ][ 0 ], CATEGORY_NAMES[ genc ][ 1 ] );
+    return zu::format( "%~s  %~s", zuUnicodeGencAbbreviation( genc ), zuUnicodeGencDescription( genc ) );
 }
 static zu::Ref<ZU_STRING> textScriptName( ZU_INT script )
 {
-    return zu::format( "%lc", SCRIPT_NAMES[ script ] );
+    return zu::adopt( zuUnicodeScriptName( script ) );
 }
 static void textPrintReport( const char *name, const TextCounts &counts )
 {
@@ -255,12 +213,12 @@ static void textPrintJsonGroups( ZU_STRING **json, const char *key, const std::v
 }
 static zu::Ref<ZU_STRING> textCategoryJson( ZU_INT genc )
 {
-    return zu::format( "\"abbreviation\": \"%lc\", \"name\": \"%lc\"", CATEGORY_NAMES[ genc ][ 0 ],
-                       CATEGORY_NAMES[ genc ][ 1 ] );
+    return zu::format( "\"abbreviation\": \"%~s\", \"name\": \"%~s\"", zuUnicodeGencAbbreviation( genc ),
+                       zuUnicodeGencDescription( genc ) );
 }
 static zu::Ref<ZU_STRING> textScriptJson( ZU_INT script )
 {
-    return zu::format( "\"name\": \"%lc\"", SCRIPT_NAMES[ script ] );
+    return zu::format( "\"name\": \"%~s\"", zuUnicodeScriptName( script ) );
 }
 static void textPrintJson( const char *name, const TextCounts &counts )
 {
