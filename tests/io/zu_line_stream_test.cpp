@@ -196,7 +196,8 @@ TEST( NlfLineSource, FailuresComeUpWithWhatWasRead )
 }
 TEST( NlfLineSource, AsksAsOftenAsItMust )
 {
-    // The pair across the cut is asked for with what room is left; a full cache that ends in text is simply gone on from.
+    // The pair across the cut is asked for with what room is left; a full cache that ends in text is simply gone on
+    // from.
     ZU_LINE_SOURCE *source =
         makePieces( { std::u32string( 1023, 'a' ) + U"\r", U"\n" + std::u32string( 1022, 'b' ), U"c" }, false );
     EXPECT_EQ( takeChars( zuLineSourceRead( source ) ), std::u32string( 1023, 'a' ) );
@@ -405,8 +406,10 @@ TEST( LineAborts, Arguments )
     expectAbort( "zus", [ & ] { zuLineSinkWrite( sink, nullptr ); } );
     expectAbort( "vec", [ & ] { zuLineSinkWriteLines( sink, nullptr ); } );
     expectAbort( "maxLineCount >= -1", [ & ] { zuLineSourceReadLines( source, -2 ); } );
-    expectAbort( "ZU_CHAR_OK( all ) || zuCharsAllOk( nls->cache, nls->cacheLength )", [] { zuLineSourceRead( makePieces( { U"a\U00100000" + std::u32string( 1, 0x110000 ) }, false ) );
-    } );
+    ZU_LINE_SOURCE *invalid = makePieces( { U"a\U00100000" + std::u32string( 1, 0x110000 ) }, false );
+    expectAbort( "ZU_CHAR_OK( all ) || zuCharsAllOk( nls->cache, nls->cacheLength )",
+                 [ & ] { zuLineSourceRead( invalid ); } );
+    zuLineSourceRelease( invalid );
     expectAbort( "writeFunc", [ & ] { zu___LineSinkCreate( nullptr, nullptr, nullptr ); } );
     expectAbort( "readFunc", [ & ] { zu___LineSourceCreate( nullptr, nullptr ); } );
     expectAbort( "name", [ & ] { zuNlfFlagsToString( 256 ); } );

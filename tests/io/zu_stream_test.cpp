@@ -1,5 +1,5 @@
-// Byte and character streams have one contract and differ in little, so that one suite runs on both.  Its backends count
-// their calls, and fail and fall short when they are told to.
+// Byte and character streams have one contract and differ in little, so that one suite runs on both.  Its backends
+// count their calls, and fail and fall short when they are told to.
 
 #include "zu/io/zu_buffer_byte_sink.h"
 #include "zu/io/zu_buffer_byte_source.h"
