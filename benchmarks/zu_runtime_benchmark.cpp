@@ -1,9 +1,9 @@
 // Start and stop of the whole library beside the object that a program of the peer begins with, and the texts of a stack
 // trace.
 //
-// A program starts once, and much of what a library does for the first time it never does again.  So the first case is
-// measured in a process of its own for each time, a child that inherits the loaded libraries; the second repeats in one
-// process.
+// A program starts once, and much of what a library does for the first time it never does again.  So the first case is a
+// whole program, loading included, and the second the calls alone in a process of their own for each time, a child that
+// inherits the loaded libraries; the third repeats them in one process.
 
 #include "zu/zu.hpp"
 
@@ -11,6 +11,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <execinfo.h>
+#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #ifdef ZU_BENCHMARK_QT
@@ -32,6 +33,25 @@ static void startStopQt()
     QCoreApplication::setApplicationName( "Benchmark" );
     QCoreApplication::setApplicationVersion( "1.0" );
 }
+#endif
+
+static void runProgram( benchmark::State &state, const char *program )
+{
+    for ( auto _ : state ) {
+        char name[] = "program";
+        char *arguments[] = { name, nullptr };
+        pid_t child;
+        int status;
+        if ( posix_spawn( &child, program, nullptr, nullptr, arguments, environ ) != 0 ||
+             waitpid( child, &status, 0 ) != child || status != 0 ) {
+            state.SkipWithError( "the program fails" );
+            break;
+        }
+    }
+}
+BENCHMARK_CAPTURE( runProgram, zu, ZU_PROGRAM )->Name( "Runtime/program/zu" )->UseRealTime();
+#ifdef QT_PROGRAM
+BENCHMARK_CAPTURE( runProgram, qt, QT_PROGRAM )->Name( "Runtime/program/qt" )->UseRealTime();
 #endif
 
 // Returns the seconds that `work` takes in a fresh child process, a negative number if there is none.

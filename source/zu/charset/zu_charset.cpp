@@ -1,9 +1,8 @@
-// What is known of a set stands in its row of a table, as text without pointers; start-up makes the lookups of it.
+// What is known of a set stands in its row of a table, as text without pointers.  The compiler sorts the hundreds of names
+// for the lookup: folded and sorted at start-up, as strings, they would be half of what a program waits for.
 
 #include "zu/charset/zu_charset.h"
 
-#include "zu/base/zu_boxed_int.h"
-#include "zu/base/zu_dict.h"
 #include "zu/base/zu_enum_internal.h"
 #include "zu/base/zu_string_case.h"
 #include "zu/base/zu_vector.h"
@@ -12,8 +11,9 @@
 #include "zu/io/zu_buffer_byte_sink.h"
 #include "zu/io/zu_buffer_byte_source.h"
 
+#include <algorithm>
 #include <cstring>
-#include <initializer_list>
+#include <iterator>
 
 struct CHARSET_ROW {
     char ianaNames[ 240 ]; // divided by blanks; the preferred one first
@@ -116,11 +116,66 @@ static constexpr ZU___NAMED_VALUE NAMES[] = {
 static constexpr ZU_INT CHARSETS = sizeof ROWS / sizeof ROWS[ 0 ];
 static_assert( CHARSETS == ZU_CHARSET_UTF_32_LE + 1 );
 
-static ZU_ENUM *zu___CharsetEnum = nullptr;  // symbolic names and numbers
-static ZU_DICT *ianaNameToCharset = nullptr; // all names, case-folded
-static ZU_DICT *charsetToIanaName = nullptr; // the preferred names as they are written
-static ZU_DICT *codePageToCharset = nullptr;
-static ZU_DICT *charsetToCodePage = nullptr;
+static ZU_ENUM *zu___CharsetEnum = nullptr; // symbolic names and numbers
+
+// The names in the order of their case-folded texts.  All are ASCII, whose folding is lower case.
+struct CHARSET_NAME {
+    uint8_t charset;
+    uint8_t offset; // in ianaNames
+    uint8_t length;
+};
+static constexpr ZU_CHAR charsetNameAt( const CHARSET_NAME &name, int idx )
+{
+    char ch = ROWS[ name.charset ].ianaNames[ name.offset + idx ];
+    return (ZU_CHAR)( ch >= 'A' && ch <= 'Z' ? ch - 'A' + 'a' : ch );
+}
+// Orders a name and the text that `at` gives, of `length` characters.
+template <typename AT>
+static constexpr int charsetCompareName( const CHARSET_NAME &name, const AT &at, ZU_INT length )
+{
+    for ( int i = 0; i < name.length && i < length; i++ ) {
+        ZU_CHAR own = charsetNameAt( name, i );
+        ZU_CHAR other = at( i );
+        if ( own != other ) {
+            return own < other ? -1 : 1;
+        }
+    }
+    return ( name.length > length ) - ( name.length < length );
+}
+static constexpr size_t charsetCountNames()
+{
+    size_t count = 0;
+    for ( const CHARSET_ROW &row : ROWS ) {
+        count++;
+        for ( const char *ch = row.ianaNames; *ch; ch++ ) {
+            count += *ch == ' ';
+        }
+    }
+    return count;
+}
+struct CHARSET_SORTED_NAMES {
+    CHARSET_NAME items[ charsetCountNames() ];
+};
+static constexpr CHARSET_SORTED_NAMES charsetSortNames()
+{
+    CHARSET_SORTED_NAMES sorted = {};
+    size_t count = 0;
+    for ( ZU_CHARSET cs = 0; cs < CHARSETS; cs++ ) {
+        const char *names = ROWS[ cs ].ianaNames;
+        for ( int begin = 0, end = 0; begin == 0 || names[ begin - 1 ]; begin = end + 1 ) {
+            for ( end = begin; names[ end ] && names[ end ] != ' '; end++ ) {}
+            CHARSET_NAME name = { (uint8_t)cs, (uint8_t)begin, (uint8_t)( end - begin ) };
+            size_t at = count++;
+            auto nameAt = [ & ]( int i ) { return charsetNameAt( name, i ); };
+            for ( ; at > 0 && charsetCompareName( sorted.items[ at - 1 ], nameAt, name.length ) > 0; at-- ) {
+                sorted.items[ at ] = sorted.items[ at - 1 ];
+            }
+            sorted.items[ at ] = name;
+        }
+    }
+    return sorted;
+}
+static constexpr CHARSET_SORTED_NAMES SORTED_NAMES = charsetSortNames();
 
 ZU_VECTOR *zuCharsetIanaNamesVector( ZU_CHARSET cs )
 {
@@ -134,55 +189,15 @@ ZU_VECTOR *zuCharsetIanaNamesVector( ZU_CHARSET cs )
     return vec;
 }
 
-// Start-up.  The names go in all at once: hundreds of single insertions would be a good part of a program's start.
-static void charsetAddIanaNames( ZU_VECTOR **keys, ZU_VECTOR **values, ZU_CHARSET cs )
-{
-    ZU_BOXED_INT *number = zuBoxedIntCreate( cs );
-    ZU_VECTOR *names = zuCharsetIanaNamesVector( cs );
-    for ( ZU_INT i = 0; i < zuVectorLength( names ); i++ ) {
-        ZU_STRING *name = zuStringFrom( zuVectorObjAt( names, i ) );
-        if ( i == 0 ) {
-            zuDictSetIntKey( &charsetToIanaName, cs, zuStringObj( name ) );
-        }
-        zuStringToCaseFold( &name );
-        zuVectorAppendString( keys, name );
-        zuVectorAppendObj( values, zuBoxedIntObj( number ) );
-        zuStringRelease( name );
-    }
-    zuVectorRelease( names );
-    zuBoxedIntRelease( number );
-}
+// Start-up
 void zu___CharsetStartup( void )
 {
     zu___CharsetEnum = ZU___ENUM_CREATE( zu___CharsetEnum, NAMES );
-    charsetToIanaName = zuDictCreate();
-    codePageToCharset = zuDictCreate();
-    charsetToCodePage = zuDictCreate();
-    ZU_VECTOR *ianaKeys = zuVectorCreate();
-    ZU_VECTOR *ianaValues = zuVectorCreate();
-    for ( ZU_CHARSET cs = 0; cs < CHARSETS; cs++ ) {
-        charsetAddIanaNames( &ianaKeys, &ianaValues, cs );
-        if ( ROWS[ cs ].codePage >= 0 ) {
-            ZU_BOXED_INT *number = zuBoxedIntCreate( cs );
-            ZU_BOXED_INT *codePage = zuBoxedIntCreate( ROWS[ cs ].codePage );
-            zuDictSetObjKey( &codePageToCharset, zuBoxedIntObj( codePage ), zuBoxedIntObj( number ) );
-            zuDictSetObjKey( &charsetToCodePage, zuBoxedIntObj( number ), zuBoxedIntObj( codePage ) );
-            zuBoxedIntRelease( codePage );
-            zuBoxedIntRelease( number );
-        }
-    }
-    ianaNameToCharset = zuDictCreateWithKeysAndValues( ianaKeys, ianaValues );
-    zuVectorRelease( ianaValues );
-    zuVectorRelease( ianaKeys );
 }
 void zu___CharsetShutdown( void )
 {
     ZU_REF_RELEASE( zu___CharsetEnum );
     ZU_REF_POISON( zu___CharsetEnum );
-    for ( ZU_DICT **dict : { &ianaNameToCharset, &charsetToIanaName, &codePageToCharset, &charsetToCodePage } ) {
-        ZU_REF_RELEASE( *dict );
-        ZU_REF_POISON( *dict );
-    }
 }
 
 // Names and numbers
@@ -197,45 +212,46 @@ ZU_CHARSET zuCharsetFromString( ZU_STRING *zus )
     return zuEnumParse( zu___CharsetEnum, zus );
 }
 
-// Takes the reference that a lookup has returned, null for none; returns the number in it, -1 for none.
-static ZU_INT charsetTakeNumber( ZU_OBJ *obj )
-{
-    if ( !obj ) {
-        return -1;
-    }
-    ZU_INT number = zuBoxedIntValue( zuBoxedIntFrom( obj ) );
-    zuObjRelease( obj );
-    return number;
-}
-static ZU_CHARSET charsetTakeCharset( ZU_OBJ *obj )
-{
-    ZU_CHARSET cs = charsetTakeNumber( obj );
-    ZU_ASSERT( cs == -1 || ZU_CHARSET_OK( cs ) );
-    return cs;
-}
 ZU_STRING *zuCharsetToIanaName( ZU_CHARSET cs )
 {
     ZU_ASSERT( ZU_CHARSET_OK( cs ) );
-    return zuStringFrom( zuDictIntKey( charsetToIanaName, cs ) );
+    const char *names = ROWS[ cs ].ianaNames;
+    return zuStringCreateFromAscii( names, (ZU_INT)strcspn( names, " " ) );
 }
 ZU_CHARSET zuCharsetFromIanaName( ZU_STRING *name )
 {
     ZU_ASSERT( name );
     ZU_STRING *folded = zuStringRetain( name );
     zuStringToCaseFold( &folded );
-    ZU_CHARSET cs = charsetTakeCharset( zuDictStringKey( ianaNameToCharset, folded ) );
+    const ZU_CHAR *chs = zuStringBacking( folded );
+    ZU_INT length = zuStringLength( folded );
+    const CHARSET_NAME *end = std::end( SORTED_NAMES.items );
+    const CHARSET_NAME *found =
+        std::partition_point( std::begin( SORTED_NAMES.items ), end, [ & ]( const CHARSET_NAME &item ) {
+            return charsetCompareName(
+                       item, [ chs ]( int i ) { return chs[ i ]; }, length ) < 0;
+        } );
+    ZU_CHARSET cs = -1;
+    if ( found != end && charsetCompareName(
+                             *found, [ chs ]( int i ) { return chs[ i ]; }, length ) == 0 ) {
+        cs = found->charset;
+    }
     zuStringRelease( folded );
     return cs;
 }
 ZU_INT zuCharsetToWindowsCodePage( ZU_CHARSET cs )
 {
     ZU_ASSERT( ZU_CHARSET_OK( cs ) );
-    return charsetTakeNumber( zuDictIntKey( charsetToCodePage, cs ) );
+    return ROWS[ cs ].codePage;
 }
 ZU_CHARSET zuCharsetFromWindowsCodePage( ZU_INT cp )
 {
     ZU_ASSERT( cp >= 0 );
-    return charsetTakeCharset( zuDictIntKey( codePageToCharset, cp ) );
+    ZU_CHARSET cs = CHARSETS - 1;
+    while ( cs >= 0 && ROWS[ cs ].codePage != cp ) {
+        cs--;
+    }
+    return cs;
 }
 
 // Streams
