@@ -14,6 +14,12 @@ TEST( Charset, NamesAndCodePagesLeadBack )
     for ( ZU_CHARSET cs = 0; ZU_CHARSET_OK( cs ); cs++ ) {
         EXPECT_EQ( zuCharsetFromString( zu::adopt( zuCharsetToString( cs ) ).get() ), cs );
         EXPECT_EQ( zuCharsetFromIanaName( zu::adopt( zuCharsetToIanaName( cs ) ).get() ), cs );
+        zu::Ref<ZU_VECTOR> names = zu::adopt( zuCharsetIanaNamesVector( cs ) );
+        for ( ZU_INT i = 0; i < zuVectorLength( names.get() ); i++ ) {
+            zu::Ref<ZU_STRING> upper = zu::adopt( zuStringFrom( zuVectorObjAt( names.get(), i ) ) );
+            zuStringToUpper( upper.inOut() );
+            EXPECT_EQ( zuCharsetFromIanaName( upper.get() ), cs ) << cs << " " << i;
+        }
         ZU_INT codePage = zuCharsetToWindowsCodePage( cs );
         if ( codePage != -1 ) {
             EXPECT_EQ( zuCharsetFromWindowsCodePage( codePage ), cs );

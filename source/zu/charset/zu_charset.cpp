@@ -3,6 +3,7 @@
 
 #include "zu/charset/zu_charset.h"
 
+#include "zu/base/zu_ascii_internal.h"
 #include "zu/base/zu_enum_internal.h"
 #include "zu/base/zu_string_case.h"
 #include "zu/base/zu_vector.h"
@@ -118,29 +119,15 @@ static_assert( CHARSETS == ZU_CHARSET_UTF_32_LE + 1 );
 
 static ZU_ENUM *zu___CharsetEnum = nullptr; // symbolic names and numbers
 
-// The names in the order of their case-folded texts.  All are ASCII, whose folding is lower case.
+// The names in the order of their case-folded texts.
 struct CHARSET_NAME {
     uint8_t charset;
     uint8_t offset; // in ianaNames
     uint8_t length;
 };
-static constexpr ZU_CHAR charsetNameAt( const CHARSET_NAME &name, int idx )
+static constexpr const char *charsetNameText( const CHARSET_NAME &name )
 {
-    char ch = ROWS[ name.charset ].ianaNames[ name.offset + idx ];
-    return (ZU_CHAR)( ch >= 'A' && ch <= 'Z' ? ch - 'A' + 'a' : ch );
-}
-// Orders a name and the text that `at` gives, of `length` characters.
-template <typename AT>
-static constexpr int charsetCompareName( const CHARSET_NAME &name, const AT &at, ZU_INT length )
-{
-    for ( int i = 0; i < name.length && i < length; i++ ) {
-        ZU_CHAR own = charsetNameAt( name, i );
-        ZU_CHAR other = at( i );
-        if ( own != other ) {
-            return own < other ? -1 : 1;
-        }
-    }
-    return ( name.length > length ) - ( name.length < length );
+    return ROWS[ name.charset ].ianaNames + name.offset;
 }
 static constexpr size_t charsetCountNames()
 {
@@ -164,15 +151,13 @@ static constexpr CHARSET_SORTED_NAMES charsetSortNames()
         const char *names = ROWS[ cs ].ianaNames;
         for ( int begin = 0, end = 0; begin == 0 || names[ begin - 1 ]; begin = end + 1 ) {
             for ( end = begin; names[ end ] && names[ end ] != ' '; end++ ) {}
-            CHARSET_NAME name = { (uint8_t)cs, (uint8_t)begin, (uint8_t)( end - begin ) };
-            size_t at = count++;
-            auto nameAt = [ & ]( int i ) { return charsetNameAt( name, i ); };
-            for ( ; at > 0 && charsetCompareName( sorted.items[ at - 1 ], nameAt, name.length ) > 0; at-- ) {
-                sorted.items[ at ] = sorted.items[ at - 1 ];
-            }
-            sorted.items[ at ] = name;
+            sorted.items[ count++ ] = { (uint8_t)cs, (uint8_t)begin, (uint8_t)( end - begin ) };
         }
     }
+    std::sort( std::begin( sorted.items ), std::end( sorted.items ),
+               []( const CHARSET_NAME &a, const CHARSET_NAME &b ) {
+                   return zu___AsciiCompare( charsetNameText( a ), a.length, charsetNameText( b ), b.length, true ) < 0;
+               } );
     return sorted;
 }
 static constexpr CHARSET_SORTED_NAMES SORTED_NAMES = charsetSortNames();
@@ -225,17 +210,13 @@ ZU_CHARSET zuCharsetFromIanaName( ZU_STRING *name )
     zuStringToCaseFold( &folded );
     const ZU_CHAR *chs = zuStringBacking( folded );
     ZU_INT length = zuStringLength( folded );
+    auto compare = [ & ]( const CHARSET_NAME &item ) {
+        return zu___AsciiCompare( charsetNameText( item ), item.length, chs, length, true );
+    };
     const CHARSET_NAME *end = std::end( SORTED_NAMES.items );
-    const CHARSET_NAME *found =
-        std::partition_point( std::begin( SORTED_NAMES.items ), end, [ & ]( const CHARSET_NAME &item ) {
-            return charsetCompareName(
-                       item, [ chs ]( int i ) { return chs[ i ]; }, length ) < 0;
-        } );
-    ZU_CHARSET cs = -1;
-    if ( found != end && charsetCompareName(
-                             *found, [ chs ]( int i ) { return chs[ i ]; }, length ) == 0 ) {
-        cs = found->charset;
-    }
+    const CHARSET_NAME *found = std::partition_point(
+        std::begin( SORTED_NAMES.items ), end, [ & ]( const CHARSET_NAME &item ) { return compare( item ) < 0; } );
+    ZU_CHARSET cs = found != end && compare( *found ) == 0 ? found->charset : -1;
     zuStringRelease( folded );
     return cs;
 }

@@ -1,52 +1,75 @@
-// zu_unicode_lookup_internal.h: the dicts between the values of a classification and the texts of its rows.
+// zu_unicode_lookup_internal.h: lookups between the values of a classification and the texts of its rows.
 #pragma once
 
-#include "zu/base/zu_boxed_int.h"
-#include "zu/base/zu_dict_internal.h"
-#include "zu/base/zu_string.h"
+#include "zu/base/zu_ascii_internal.h"
+#include "zu/base/zu_string_case.h"
 
-// Returns a dict from the values of `rows`, which ascend, to the texts in their column `text`; an empty one is none.  If
-// there is one for another column, without gaps, `like` lends its keys.
+#include <algorithm>
+#include <string_view>
+
+// The rows that have a text in one column, in the order of these texts.
+template <size_t COUNT>
+struct ZU___UNICODE_ORDER {
+    size_t count;
+    uint8_t rows[ COUNT ];
+    bool folded; // in the order of the case-folded texts
+};
+
+// Returns the order of `rows` by their column `text`; for a constant.
 template <typename ROW, size_t COUNT, size_t SIZE>
-static ZU_DICT *zu___UnicodeLookupTexts( const ROW ( &rows )[ COUNT ], char ( ROW::*text )[ SIZE ],
-                                         ZU_DICT *like = nullptr )
+static constexpr ZU___UNICODE_ORDER<COUNT> zu___UnicodeSort( const ROW ( &rows )[ COUNT ], char ( ROW::*text )[ SIZE ],
+                                                             bool folded )
 {
-    ZU_INT count = 0;
-    for ( const ROW &row : rows ) {
-        count += ( row.*text )[ 0 ] != 0;
-    }
-    ZU_DICT *dict = zu___DictCreateEmpty();
-    ZU___DICT_PAIR *gap = zu___DictMakeRoom( dict, 0, count );
+    ZU___UNICODE_ORDER<COUNT> order = {};
+    order.folded = folded;
     for ( size_t i = 0; i < COUNT; i++ ) {
-        const ROW &row = rows[ i ];
-        if ( ( row.*text )[ 0 ] != 0 ) {
-            *gap++ = { like ? zuObjRetain( like->items[ i ].key ) : zuBoxedIntObj( zuBoxedIntCreate( row.value ) ),
-                       zuStringObj( zuStringCreateFromAscii( row.*text, -1 ) ) };
+        if ( ( rows[ i ].*text )[ 0 ] ) {
+            order.rows[ order.count++ ] = (uint8_t)i;
         }
     }
-    zu___DictSort( dict, false );
-    return dict;
+    std::sort( order.rows, order.rows + order.count, [ & ]( uint8_t a, uint8_t b ) {
+        std::string_view textA = rows[ a ].*text;
+        std::string_view textB = rows[ b ].*text;
+        return zu___AsciiCompare( textA.data(), (ZU_INT)textA.size(), textB.data(), (ZU_INT)textB.size(), folded ) < 0;
+    } );
+    return order;
 }
 
-ZU_BEGIN_DECLS
+// Returns the value of the row that has `zus` as its text in the column `text`; -1 if none has.
+template <typename ROW, size_t COUNT, size_t SIZE>
+static ZU_INT zu___UnicodeFindValue( const ROW ( &rows )[ COUNT ], char ( ROW::*text )[ SIZE ],
+                                     const ZU___UNICODE_ORDER<COUNT> &order, ZU_STRING *zus )
+{
+    const ZU_CHAR *chs = zuStringBacking( zus );
+    ZU_INT length = zuStringLength( zus );
+    auto compare = [ & ]( uint8_t row ) {
+        std::string_view own = rows[ row ].*text;
+        return zu___AsciiCompare( own.data(), (ZU_INT)own.size(), chs, length, order.folded );
+    };
+    const uint8_t *end = order.rows + order.count;
+    const uint8_t *found = std::partition_point( order.rows, end, [ & ]( uint8_t row ) { return compare( row ) < 0; } );
+    return found != end && compare( *found ) == 0 ? rows[ *found ].value : -1;
+}
+// Looks for the case-folded `zus`.
+template <typename ROW, size_t COUNT, size_t SIZE>
+static ZU_INT zu___UnicodeFindValueOfFolded( const ROW ( &rows )[ COUNT ], char ( ROW::*text )[ SIZE ],
+                                             const ZU___UNICODE_ORDER<COUNT> &order, ZU_STRING *zus )
+{
+    ZU_STRING *folded = zuStringRetain( zus );
+    zuStringToCaseFold( &folded );
+    ZU_INT value = zu___UnicodeFindValue( rows, text, order, folded );
+    zuStringRelease( folded );
+    return value;
+}
 
-// Returns the reverse of such a dict, with its texts case-folded if `folded` is set.
-ZU_DICT *zu___UnicodeLookupValues( ZU_DICT *texts, bool folded );
-
-// Returns the text of a value; null if it has none.
-ZU_STRING *zu___UnicodeLookupText( ZU_DICT *texts, ZU_INT value );
-
-// Returns the value of a text; -1 if it has none.
-ZU_INT zu___UnicodeLookupValue( ZU_DICT *values, ZU_STRING *zus );
-
-// Returns the value of the case-folded text; -1 if it has none.
-ZU_INT zu___UnicodeLookupValueOfFolded( ZU_DICT *values, ZU_STRING *zus );
-
-// Releases a dict that a shut-down leaves behind.
-#define ZU___UNICODE_LOOKUP_RELEASE( dict ) \
-    do {                                    \
-        ZU_REF_RELEASE( dict );             \
-        ZU_REF_POISON( dict );              \
-    } while ( 0 )
-
-ZU_END_DECLS
+// Returns the text of `value` in the column `text` as a new string; null if there is none.  The rows ascend by value.
+template <typename ROW, size_t COUNT, size_t SIZE>
+static ZU_STRING *zu___UnicodeText( const ROW ( &rows )[ COUNT ], char ( ROW::*text )[ SIZE ], ZU_INT value )
+{
+    const ROW *row =
+        std::partition_point( rows, rows + COUNT, [ value ]( const ROW &each ) { return each.value < value; } );
+    if ( row == rows + COUNT || row->value != value || !( row->*text )[ 0 ] ) {
+        return nullptr;
+    }
+    return zuStringCreateFromAscii( row->*text, -1 );
+}
