@@ -6,13 +6,15 @@
 
 #include "zu/sys/zu_chars.h"
 
+#include <type_traits>
+
 // Orders two texts by code points: negative, 0 or positive.  With `folded` the capitals of ASCII count as small letters,
 // which is what case folding makes of them.
 template <typename CHAR_A, typename CHAR_B>
 static constexpr int zu___AsciiCompare( const CHAR_A *a, ZU_INT aLength, const CHAR_B *b, ZU_INT bLength, bool folded )
 {
     auto unit = [ folded ]( auto ch ) {
-        ZU_CHAR plain = (ZU_CHAR)ch;
+        ZU_CHAR plain = (std::make_unsigned_t<decltype( ch )>)ch;
         return folded && plain >= 'A' && plain <= 'Z' ? plain - 'A' + 'a' : plain;
     };
     for ( ZU_INT i = 0; i < aLength && i < bLength; i++ ) {
