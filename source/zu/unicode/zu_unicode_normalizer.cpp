@@ -895,6 +895,7 @@ void zuUnicodeNormalizerWriteChars( ZU_UNICODE_NORMALIZER *norm, const ZU_CHAR *
 }
 void zuUnicodeNormalizerWrite( ZU_UNICODE_NORMALIZER *norm, ZU_STRING *src )
 {
+    ZU_ASSERT( norm );
     ZU_ASSERT( src );
     zuUnicodeNormalizerWriteInner( norm, src, 0, zuStringLength( src ) );
 }
