@@ -155,16 +155,18 @@ static void stringMap( ZU_STRING **zus )
                 dest[ at++ ] = entryMap( entry, *src );
                 continue;
             }
-            const ZU_CHAR *mapping = entryMapping( entry );
-            ZU_INT needed = at + entryLength( entry ) + ( end - src - 1 );
+            const ZU_CHAR *map = entryMapping( entry );
+            ZU_INT mapLength = entryLength( entry );
+            ZU_ASSERT( map || mapLength == 0 );
+            ZU_INT needed = at + mapLength + ( end - src - 1 );
             if ( needed > room ) {
                 ZU_INT more = std::max( needed - room, room / 8 );
                 zu___StringMakeRoom( result, room, more );
                 room += more;
                 dest = result->chars + result->fspace;
             }
-            for ( ZU_INT i = 0; i < entryLength( entry ); i++ ) {
-                dest[ at++ ] = mapping[ i ];
+            for ( ZU_INT i = 0; i < mapLength; i++ ) {
+                dest[ at++ ] = map[ i ];
             }
         }
     }
@@ -193,17 +195,16 @@ void zuStringToCaseFold( ZU_STRING **zus )
 struct FOLDER {
     const ZU_CHAR *at;
     const ZU_CHAR *end;
-    const ZU_CHAR *mapping; // what is left of the last character's
-    ZU_INT mappingLength;
+    const ZU_CHAR *map; // what is left of the last character's mapping
+    ZU_INT mapLength;
 
-    FOLDER( const ZU_CHAR *text, ZU_INT length )
-        : at( text ), end( text + length ), mapping( nullptr ), mappingLength( 0 )
+    FOLDER( const ZU_CHAR *text, ZU_INT length ) : at( text ), end( text + length ), map( nullptr ), mapLength( 0 )
     {
     }
     // Returns the next code point, and at the end -1, which goes ahead of all.
     ZU_INT next()
     {
-        if ( mappingLength == 0 ) {
+        if ( mapLength == 0 ) {
             if ( at == end ) {
                 return -1;
             }
@@ -212,11 +213,12 @@ struct FOLDER {
             if ( !entry ) {
                 return ch;
             }
-            mapping = entryMapping( entry );
-            mappingLength = entryLength( entry );
+            map = entryMapping( entry );
+            mapLength = entryLength( entry );
+            ZU_ASSERT( map || mapLength == 0 );
         }
-        mappingLength--;
-        return *mapping++;
+        mapLength--;
+        return *map++;
     }
 };
 static ZU_INT charsCompareCaseFold( const ZU_CHAR *charsA, ZU_INT lengthA, const ZU_CHAR *charsB, ZU_INT lengthB )
@@ -224,7 +226,7 @@ static ZU_INT charsCompareCaseFold( const ZU_CHAR *charsA, ZU_INT lengthA, const
     FOLDER a( charsA, lengthA );
     FOLDER b( charsB, lengthB );
     for ( ;; ) {
-        if ( a.mappingLength == 0 && b.mappingLength == 0 ) {
+        if ( a.mapLength == 0 && b.mapLength == 0 ) {
             // What is equal stays so.
             while ( a.at < a.end && b.at < b.end && *a.at == *b.at ) {
                 a.at++;
