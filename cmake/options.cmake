@@ -32,6 +32,9 @@ add_library( zu_code INTERFACE )
 target_include_directories( zu_code INTERFACE ${PROJECT_SOURCE_DIR}/source ${PROJECT_BINARY_DIR}/generated )
 # Failed checks name their file relative to the repository, on every machine alike.
 target_compile_options( zu_code INTERFACE -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= )
+# In its DWARF 5 clang has the file of a unit lie below the folder of the build, whence the lines of stack traces would
+# name a file that is not there.
+target_compile_options( zu_code INTERFACE $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-gdwarf-4> )
 target_compile_options( zu_code INTERFACE
     -Wall -Wextra -Wshadow -Wpointer-arith -Wcast-qual -Wformat=2 -Wundef -Wvla -Wmissing-declarations
     $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi>

@@ -301,9 +301,10 @@ private:
             zuUnicodeNormalizerRead( normalizer.get(), text.inOut(), -1 );
         }
         ZU_INT length = 0;
-        char *bytes = zuStringConvertToUtf8( text.get(), ZU_FALSE, &length );
-        fwrite( bytes, 1, (size_t)length, stdout );
-        zuMemFree( bytes );
+        if ( char *bytes = zuStringConvertToUtf8( text.get(), ZU_FALSE, &length ) ) {
+            fwrite( bytes, 1, (size_t)length, stdout );
+            zuMemFree( bytes );
+        }
     }
 
     const TEXT_CASE *mapping;
