@@ -16,7 +16,7 @@ if [ -f "$ZU_ROOT/build/release/build.ninja" ]; then
 else
     configure release -DZU_BUILD_TESTS=OFF
 fi
-build release zu zu_static zu_tool example_first example_sort example_wait example_hello
+build release zu zu_static zu_tool example_first example_words example_sort example_wait example_hello
 
 cd "$ZU_ROOT"
 zu=build/release/tools/zu/zu
@@ -43,6 +43,7 @@ cat <<TEXT
   $zu --help                      what else the tool does
   $zu text <files of your own>    any text in UTF-8
   build/release/examples/example_hello    eight greetings, from C++
+  build/release/examples/example_words    strings, a vector and a dict, in C
   build/release/examples/example_sort     a class of one's own, in C
   build/release/examples/example_wait     threads and timers, in C
   scripts/test.sh                         run the tests
