@@ -13,7 +13,6 @@
 #include "zu/runtime/zu_module.h"
 
 #include <cstdio>
-#include <cstring>
 
 struct ZU_ENUM {
     ZU_OBJ obj;
@@ -45,48 +44,34 @@ ZU_ENUM *zuEnumCreateFrom( ZU_ENUM *source )
 }
 
 // Tables of the library's own constants
-void zu___NamedValuesFill( ZU___DICT_PAIR *pairs, const ZU___NAMED_VALUE *rows, ZU_INT count )
+ZU_DICT *zu___DictCreateFromTable( const ZU___NAMED_TABLE &table, const char *hasFunc )
 {
-    for ( ZU_INT i = 0; i < count; i++ ) {
-        ZU_STRING *name = zuStringCreateFromAscii( rows[ i ].name, -1 );
-        ZU_ASSERT( zuNameUpperCaseOk( name, ZU_TRUE ) );
-        pairs[ i ] = { zuStringObj( name ), zuBoxedIntObj( zuBoxedIntCreate( rows[ i ].value ) ) };
+    if ( table.twice >= 0 ) {
+        char expression[ 256 ];
+        snprintf( expression, sizeof expression, "!%s( *(&%s), \"%s\", -1 )", hasFunc, table.variable,
+                  table.rows[ table.twice ].name );
+        zu___Abort( nullptr, table.file, table.line, expression );
     }
-}
-void zu___NamedValuesSort( ZU_DICT *byName, const ZU___NAMED_VALUE *rows, const char *hasFunc, const char *variable,
-                           const char *file, int32_t line )
-{
-    ZU_INT count = byName->length;
-    zu___DictSort( byName, false );
-    if ( byName->length == count ) {
-        return;
-    }
-    for ( ZU_INT second = 1; second < count; second++ ) {
-        for ( ZU_INT first = 0; first < second; first++ ) {
-            if ( strcmp( rows[ first ].name, rows[ second ].name ) == 0 ) {
-                char expression[ 256 ];
-                snprintf( expression, sizeof expression, "!%s( *(&%s), \"%s\", -1 )", hasFunc, variable,
-                          rows[ second ].name );
-                zu___Abort( nullptr, file, line, expression );
-            }
-        }
-    }
-    ZU_ABORT();
-}
-ZU_ENUM *zu___EnumCreateFromRows( const ZU___NAMED_VALUE *rows, ZU_INT count, const char *variable, const char *file,
-                                  int32_t line )
-{
     ZU_DICT *byName = zu___DictCreateEmpty();
-    ZU_DICT *byValue = zu___DictCreateEmpty();
-    ZU___DICT_PAIR *names = zu___DictMakeRoom( byName, 0, count );
-    ZU___DICT_PAIR *values = zu___DictMakeRoom( byValue, 0, count );
-    zu___NamedValuesFill( names, rows, count );
-    for ( ZU_INT i = 0; i < count; i++ ) {
-        ZU_ASSERT( rows[ i ].value >= 0 );
-        values[ i ] = { zuObjRetain( names[ i ].val ), zuObjRetain( names[ i ].key ) };
+    ZU___DICT_PAIR *pairs = zu___DictMakeRoom( byName, 0, table.count );
+    for ( ZU_INT i = 0; i < table.count; i++ ) {
+        pairs[ table.places[ i ] ] = { zuStringObj( zuStringCreateFromAscii( table.rows[ i ].name, -1 ) ),
+                                       zuBoxedIntObj( zuBoxedIntCreate( table.rows[ i ].value ) ) };
     }
-    zu___NamedValuesSort( byName, rows, "zuEnumHasEnumerantCstr", variable, file, line );
-    zu___DictSort( byValue, true );
+    byName->keySort = zuStringSort();
+    return byName;
+}
+ZU_ENUM *zu___EnumCreateFromTable( const ZU___NAMED_TABLE &table )
+{
+    ZU_DICT *byName = zu___DictCreateFromTable( table, "zuEnumHasEnumerantCstr" );
+    ZU_DICT *byValue = zu___DictCreateEmpty();
+    ZU___DICT_PAIR *values = zu___DictMakeRoom( byValue, 0, table.count );
+    for ( ZU_INT i = 0; i < table.count; i++ ) {
+        ZU_ASSERT( table.rows[ i ].value >= 0 );
+        ZU___DICT_PAIR pair = byName->items[ table.places[ i ] ];
+        values[ i ] = { zuObjRetain( pair.val ), zuObjRetain( pair.key ) };
+    }
+    zu___DictSort( byValue, true ); // most tables are in the order of their values
     return enumCreateUse( byName, byValue );
 }
 

@@ -3,7 +3,10 @@
 
 #include "zu/base/zu_dict_internal.h"
 #include "zu/base/zu_enum.h"
+#include "zu/base/zu_name_internal.h"
 #include "zu/base/zu_string_trim_internal.h"
+
+#include <string_view>
 
 ZU_BEGIN_DECLS
 
@@ -25,21 +28,27 @@ typedef struct ZU___NAMED_VALUE {
         ( constant ), #constant         \
     }
 
+// A table, and what the compiler has found out about it.
+typedef struct ZU___NAMED_TABLE {
+    const ZU___NAMED_VALUE *rows;
+    const uint8_t *places; // of each row in the order of the names
+    ZU_INT count;
+    ZU_INT twice;         // the first row whose name another row ahead of it has too, -1: none
+    const char *variable; // the process-wide variable that is made of the table, and where that is done
+    const char *file;
+    int32_t line;
+} ZU___NAMED_TABLE;
+
 // Creates the enumeration of a table for the process-wide variable `variable`.  A name that the table has twice aborts.
-#define ZU___ENUM_CREATE( variable, rows ) \
-    zu___EnumCreateFromRows( rows, (ZU_INT)( sizeof( rows ) / sizeof( *( rows ) ) ), #variable, __FILE__, __LINE__ )
+#define ZU___ENUM_CREATE( variable, rows ) zu___EnumCreateFromTable( ZU___NAMED_TABLE_OF( variable, rows ) )
 
-// Behind ZU___ENUM_CREATE: all rows at once, which takes half the time that they take one by one.
-ZU_ENUM *zu___EnumCreateFromRows( const ZU___NAMED_VALUE *rows, ZU_INT count, const char *variable, const char *file,
-                                  int32_t line );
+// Behind ZU___ENUM_CREATE: all rows at once, and none compared with another.
+ZU_ENUM *zu___EnumCreateFromTable( const ZU___NAMED_TABLE &table );
 
-// Fills `pairs` with the name and the boxed value of each row.
-void zu___NamedValuesFill( ZU___DICT_PAIR *pairs, const ZU___NAMED_VALUE *rows, ZU_INT count );
-
-// Brings a dict in order whose pairs are those of all rows.  For a name that is there twice it aborts as the assertion
-// !<hasFunc>( *(&<variable>), "<name>", -1 ) would ahead of the second row.
-void zu___NamedValuesSort( ZU_DICT *byName, const ZU___NAMED_VALUE *rows, const char *hasFunc, const char *variable,
-                           const char *file, int32_t line );
+// Returns the dict from the names of a table to their values, boxed; the row `i` is its pair `table.places[ i ]`.  For a
+// name that is there twice it aborts as the assertion !<hasFunc>( *(&<variable>), "<name>", -1 ) would ahead of the
+// second row.
+ZU_DICT *zu___DictCreateFromTable( const ZU___NAMED_TABLE &table, const char *hasFunc );
 
 // Takes white space off both ends of a text.
 static inline void zu___EnumTrim( const ZU_CHAR **chars, ZU_INT *length )
@@ -54,3 +63,32 @@ static inline void zu___EnumTrim( const ZU_CHAR **chars, ZU_INT *length )
 }
 
 ZU_END_DECLS
+
+// The compiler's part: names are checked and brought in order once for all starts.
+template <size_t COUNT>
+struct ZU___NAMED_ORDER {
+    uint8_t places[ COUNT ];
+    ZU_INT twice;
+};
+template <size_t COUNT>
+consteval ZU___NAMED_ORDER<COUNT> zu___NamedOrder( const ZU___NAMED_VALUE ( &rows )[ COUNT ] )
+{
+    static_assert( COUNT <= UINT8_MAX );
+    ZU___NAMED_ORDER<COUNT> order = { {}, -1 };
+    for ( size_t i = 0; i < COUNT; i++ ) {
+        std::string_view name = rows[ i ].name;
+        ZU_ASSERT( zu___NameUpperCaseOk( name.data(), (ZU_INT)name.size(), true ) );
+        for ( size_t j = 0; j < COUNT; j++ ) {
+            bool ahead = j < i && rows[ j ].name == name;
+            order.places[ i ] = (uint8_t)( order.places[ i ] + ( ahead || rows[ j ].name < name ) );
+            order.twice = ahead && order.twice < 0 ? (ZU_INT)i : order.twice;
+        }
+    }
+    return order;
+}
+#define ZU___NAMED_TABLE_OF( variable, rows )                                                                          \
+    [] {                                                                                                               \
+        static constexpr auto order = zu___NamedOrder( rows );                                                         \
+        return ZU___NAMED_TABLE{ rows,     order.places, sizeof( rows ) / sizeof( *( rows ) ), order.twice, #variable, \
+                                 __FILE__, __LINE__ };                                                                 \
+    }()

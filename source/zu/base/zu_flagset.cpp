@@ -62,18 +62,14 @@ static void flagsetSetName( ZU_FLAGSET *fs, ZU_INT bit, ZU_STRING *name )
     ZU_REF_RELEASE_OPT( old );
 }
 
-ZU_FLAGSET *zu___FlagsetCreateFromRows( const ZU___NAMED_VALUE *rows, ZU_INT count, const char *variable,
-                                        const char *file, int32_t line )
+ZU_FLAGSET *zu___FlagsetCreateFromTable( const ZU___NAMED_TABLE &table )
 {
-    ZU_FLAGSET *fs = flagsetCreateUse( zu___DictCreateEmpty() );
-    ZU___DICT_PAIR *pairs = zu___DictMakeRoom( fs->byName, 0, count );
-    zu___NamedValuesFill( pairs, rows, count );
-    for ( ZU_INT i = 0; i < count; i++ ) {
-        ZU_INT value = rows[ i ].value;
+    ZU_FLAGSET *fs = flagsetCreateUse( zu___DictCreateFromTable( table, "zuFlagsetHasFlagCstr" ) );
+    for ( ZU_INT i = 0; i < table.count; i++ ) {
+        ZU_INT value = table.rows[ i ].value;
         ZU_ASSERT( value && zuIntBitHighest( value ) == zuIntBitLowest( value ) );
-        flagsetSetName( fs, zuIntBitLowest( value ), zuStringFrom( pairs[ i ].key ) );
+        flagsetSetName( fs, zuIntBitLowest( value ), zuStringFrom( fs->byName->items[ table.places[ i ] ].key ) );
     }
-    zu___NamedValuesSort( fs->byName, rows, "zuFlagsetHasFlagCstr", variable, file, line );
     return fs;
 }
 

@@ -7,11 +7,9 @@
 ZU_BEGIN_DECLS
 
 // Creates the flag set of a table for the process-wide variable `variable`, as ZU___ENUM_CREATE does.
-#define ZU___FLAGSET_CREATE( variable, rows ) \
-    zu___FlagsetCreateFromRows( rows, (ZU_INT)( sizeof( rows ) / sizeof( *( rows ) ) ), #variable, __FILE__, __LINE__ )
+#define ZU___FLAGSET_CREATE( variable, rows ) zu___FlagsetCreateFromTable( ZU___NAMED_TABLE_OF( variable, rows ) )
 
 // Behind ZU___FLAGSET_CREATE.
-ZU_FLAGSET *zu___FlagsetCreateFromRows( const ZU___NAMED_VALUE *rows, ZU_INT count, const char *variable,
-                                        const char *file, int32_t line );
+ZU_FLAGSET *zu___FlagsetCreateFromTable( const ZU___NAMED_TABLE &table );
 
 ZU_END_DECLS
