@@ -61,9 +61,6 @@ ZU_INT zu___RuntimeExtsIndex = 0;
 // The version comes first of all and goes last of all; it takes the application's texts and so stands outside the table.
 // The rest starts from the top of the table to its end and stops from the end to the top.  What a subsystem uses
 // therefore stands above it, and lives longer.
-//
-// The tags stop in the order in which they start, which the four rows of theirs bring about by naming each other's
-// shut-down crosswise: the first start stands beside the last stop.
 struct RUNTIME_SUBSYSTEM {
     void ( *startup )( void );
     void ( *shutdown )( void );
