@@ -192,17 +192,20 @@ static UINT bufferStorageSize( UINT used, UINT room )
     ZU_ASSERT( ZU___INT_UNSIGNED_TO_ZU_INT_CONV_OK( sizeBits ) );
     return sizeBytes;
 }
+static void bufferResizeBlock( ZU_BUFFER *buf, UINT capacity )
+{
+    buf->capacity = capacity;
+    buf->bytes = (uint8_t *)zuMemRealloc( buf->bytes, (ZU_INT)capacity );
+}
 // Exchanges the storage for one of `sizeBytes`.  How large it is goes with the contract and is what is reported; the
 // block that it lies in grows by a reserve in proportion to the content, so that who appends little by little does not
 // copy everything each time.
 static void bufferResizeStorage( ZU_BUFFER *buf, UINT sizeBytes )
 {
     if ( sizeBytes > buf->capacity ) {
-        buf->capacity = sizeBytes + ( buf->bitLength >> 4 );
-        buf->bytes = (uint8_t *)zuMemRealloc( buf->bytes, (ZU_INT)buf->capacity );
+        bufferResizeBlock( buf, sizeBytes + ( buf->bitLength >> 4 ) );
     } else if ( sizeBytes < buf->capacity / CAPACITY_MAX ) {
-        buf->capacity = sizeBytes;
-        buf->bytes = (uint8_t *)zuMemRealloc( buf->bytes, (ZU_INT)sizeBytes );
+        bufferResizeBlock( buf, sizeBytes );
     }
     zu___ObjDbgSetAllocationSize( &buf->obj, (ZU_INT)sizeBytes );
 }
@@ -322,6 +325,7 @@ static void bufferMakeRoomAtFront( ZU_BUFFER **buf, UINT bitCount )
 // Any number of bits at the end, which does not have as many free.  Who appends keeps the front room for who prepends.
 static void bufferMakeRoomAtEnd( ZU_BUFFER **buf, UINT bitCount )
 {
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( (*buf)->bitFspace + (*buf)->bitLength, bitCount ) );
     ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( (*buf)->bitFspace + (*buf)->bitLength + bitCount, ZU_BUFFER_BSPACE ) );
     ZU_BUFFER *own = *buf;
     UINT used = own->bitFspace + own->bitLength + bitCount;
@@ -342,14 +346,16 @@ static void bufferMakeRoomInside( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
         own->bitBspace -= bitCount;
     } else if ( bitCount <= own->bitBspace + own->bitFspace ) {
         // The front room is made smaller by a number of bytes where bits were meant.  This is kept, since it decides
-        // where such an insertion is refused later; zu_buffer.h warns of it.  The content then ends behind the place
-        // where it would have to, and the storage grows by as much, so that nobody leaves it.
+        // where such an insertion is refused later; zu_buffer.h warns of it.  The content then ends behind the storage,
+        // by 7 bits for each of those bytes: the block grows to hold them, as zeros, so that nobody leaves it.
         UINT wholeBspace = own->bitBspace & ~(UINT)7;
         UINT delta = ( bitCount - wholeBspace ) >> 3; // bytes
-        UINT oldBytes = ( own->bitFspace + own->bitLength + own->bitBspace ) >> 3;
-        UINT newBits = own->bitFspace - delta + own->bitLength + bitCount + ( own->bitBspace & 7 );
-        bufferResizeStorage( own, bufferStorageSize( newBits, 0 ) );
-        memset( own->bytes + oldBytes, 0, ( ( newBits + 7 ) >> 3 ) - oldBytes );
+        UINT storageBytes = ( own->bitFspace + own->bitLength + own->bitBspace ) >> 3;
+        UINT endBytes = storageBytes + ( ( 7 * delta + 7 ) >> 3 );
+        if ( endBytes > own->capacity ) {
+            bufferResizeBlock( own, endBytes );
+        }
+        memset( own->bytes + storageBytes, 0, endBytes - storageBytes );
         uint8_t *head = bufferContent( own );
         tail = head + ( atBit >> 3 );
         bitsMove( head - delta, head, atBit );
