@@ -365,6 +365,8 @@ TYPED_TEST( Stream, Aborts )
         { name + "Offset >= 0", [ & ] { S::writeTrailing( this->sink, this->value, 3001 ); } },
         { name + "Count == 0 || " + name + "s", [ & ] { S::writeUnits( this->sink, nullptr, 1 ); } },
         { S::MAXIMUM + std::string( " >= -1" ), [ & ] { S::read( this->source, &this->dest, -2 ); } },
+        { S::MAXIMUM + std::string( " >= -1" ), [ & ] { S::readUnits( this->source, nullptr, -2 ); } },
+        { S::MAXIMUM + std::string( " == 0 || " ) + name + "s", [ & ] { S::readUnits( this->source, nullptr, -1 ); } },
         { read + " >= 0", [ & ] { S::read( liar( -1 ), &this->dest, 1 ); } },
         { read + " <= " + name + "sToRead", [ & ] { S::read( liar( 6 ), &this->dest, 5 ); } },
         { read + " <= " + S::MAXIMUM, [ & ] { S::readUnits( liar( 6 ), &unit, 1 ); } },

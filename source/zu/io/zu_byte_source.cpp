@@ -89,8 +89,8 @@ ZU_INT zuByteSourceRead( ZU_BYTE_SOURCE *bs, ZU_BUFFER **buffer, ZU_INT maxByteC
 ZU_INT zuByteSourceReadBytes( ZU_BYTE_SOURCE *bs, uint8_t *bytes, ZU_INT maxByteCount )
 {
     ZU_ASSERT( bs );
-    ZU_ASSERT( maxByteCount == 0 || bytes );
     ZU_ASSERT( maxByteCount >= -1 );
+    ZU_ASSERT( maxByteCount == 0 || bytes );
     if ( maxByteCount == 0 ) {
         return 0;
     }

@@ -78,8 +78,8 @@ ZU_INT zuCharSourceRead( ZU_CHAR_SOURCE *cs, ZU_STRING **zus, ZU_INT maxCharCoun
 ZU_INT zuCharSourceReadChars( ZU_CHAR_SOURCE *cs, ZU_CHAR *chars, ZU_INT maxCharCount )
 {
     ZU_ASSERT( cs );
-    ZU_ASSERT( maxCharCount == 0 || chars );
     ZU_ASSERT( maxCharCount >= -1 );
+    ZU_ASSERT( maxCharCount == 0 || chars );
     if ( maxCharCount == -1 ) {
         maxCharCount = ZU_INT_MAX;
     }

@@ -22,6 +22,7 @@ struct ZU_NLF_LINE_SOURCE {
     ZU_INT cacheLength; // code points in the cache
     ZU_INT cachePos;    // of the first that has not gone into a line, 0 <= cachePos <= cacheLength
     ZU_BOOL sourceEnd;  // the last refill was short
+    ZU_BOOL cacheOk;    // it holds code points and nothing else
     ZU_CHAR cache[ CACHE_CHARS ];
     uint64_t ends[ CACHE_CHARS / 64 ]; // a bit for each code point of the cache that could end a line, lowest bit first
 };
@@ -43,6 +44,7 @@ ZU_NLF_LINE_SOURCE *zuNlfLineSourceCreate( ZU_CHAR_SOURCE *src, ZU_NLF_FLAGS nlf
     nls->cacheLength = 0;
     nls->cachePos = 0;
     nls->sourceEnd = ZU_FALSE;
+    nls->cacheOk = ZU_TRUE;
     return nls;
 }
 ZU_NLF_LINE_SOURCE *zuNlfLineSourceCreateFromString( ZU_STRING *zus, ZU_NLF_FLAGS nlfFlags )
@@ -89,7 +91,7 @@ static inline uint32_t nlfFindEnds( const ZU_CHAR *chars, NLF_LANES *united )
     return (uint32_t)( found[ 0 ] | found[ 1 ] | found[ 2 ] | found[ 3 ] );
 }
 
-// Notes where lines could end in the cache, and checks that it holds code points.
+// Notes where lines could end in the cache, and whether it holds code points.
 template <bool ALL>
 static void nlfLineSourceNoteEnds( ZU_NLF_LINE_SOURCE *nls )
 {
@@ -105,7 +107,7 @@ static void nlfLineSourceNoteEnds( ZU_NLF_LINE_SOURCE *nls )
     }
     // A bit that no element has is in no union of elements.
     ZU_CHAR all = (ZU_CHAR)( united[ 0 ] | united[ 1 ] | united[ 2 ] | united[ 3 ] );
-    ZU_ASSERT( ZU_CHAR_OK( all ) || zuCharsAllOk( nls->cache, nls->cacheLength ) );
+    nls->cacheOk = ZU_CHAR_OK( all ) || zuCharsAllOk( nls->cache, nls->cacheLength );
 }
 
 // Returns the next place from `i` on that could end a line, the length of the cache if there is none.
@@ -186,15 +188,18 @@ static void nlfLineSourceRefill( ZU_NLF_LINE_SOURCE *nls, ZU_INT kept )
     nls->nlfFlags &BEYOND_CONTROLS ? nlfLineSourceNoteEnds<true>( nls ) : nlfLineSourceNoteEnds<false>( nls );
 }
 
-// Appends `count` code points of the cache, which have been checked, to the line, which is private; makes it if it is
-// null.
+// Appends `count` elements of the cache to the line, which is private; makes it if it is null.
 static void nlfLineSourceAppend( ZU_NLF_LINE_SOURCE *nls, ZU_STRING **zus, ZU_INT count )
 {
+    const ZU_CHAR *chars = nls->cache + nls->cachePos;
     if ( !*zus ) {
         *zus = zu___StringCreateEmpty();
     }
-    ZU_CHAR *end = zu___StringMakeRoom( *zus, ( *zus )->length, count );
-    memcpy( end, nls->cache + nls->cachePos, (size_t)count * sizeof( ZU_CHAR ) );
+    if ( nls->cacheOk ) {
+        memcpy( zu___StringMakeRoom( *zus, ( *zus )->length, count ), chars, (size_t)count * sizeof( ZU_CHAR ) );
+    } else {
+        zuStringAppendChars( zus, chars, count ); // aborts if it is this line that has what is no code point
+    }
 }
 
 static ZU_BOOL nlfLineSourceRead( ZU_OBJ *closure, ZU_STRING **zus )

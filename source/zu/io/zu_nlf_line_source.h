@@ -2,8 +2,8 @@
 //
 // With ZU_NLF_FLAG_CRLF a carriage return and the line feed behind it are one end of a line, whatever else is set;
 // alone, each of them is one only if its own flag is set, and text otherwise.  Text behind the last end of a line is a
-// line; nothing behind it is none.  A line may have any length.  Text is read 1024 code points ahead; a value above
-// 0x10FFFF that comes with it aborts.
+// line; nothing behind it is none.  A line may have any length; a value above 0x10FFFF in it aborts.  Text is read 1024
+// code points ahead.
 #pragma once
 
 #include "zu/io/zu_char_source.h"

@@ -31,7 +31,9 @@ static void stringCharSinkFree( ZU_OBJ *thisObj )
 // The functions of the sinks
 static ZU_BOOL stringCharSinkWrite( ZU_OBJ *closure, const ZU_CHAR *chars, ZU_INT charCount )
 {
-    zuStringAppendChars( &zuStringCharSinkFrom( closure )->dest, chars, charCount );
+    ZU_STRING_CHAR_SINK *scs = zuStringCharSinkFrom( closure );
+    ZU_ASSERT( scs );
+    zuStringAppendChars( &scs->dest, chars, charCount );
     return ZU_TRUE;
 }
 static ZU_BOOL stringCharSinkFlush( ZU_OBJ *closure )
