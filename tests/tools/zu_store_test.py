@@ -145,6 +145,7 @@ class Store(unittest.TestCase):
             (["get"], "get needs an address"),
             (["get", "a/", "a=1"], 'not an address: "a/" in "a/"'),
             (["get", "--type", "text", "a"], "unknown type: text"),
+            (["get", "--type", "int", "a.", "a.b=1"], "--type does not go with a sub-store: a."),
             (["set", "--type", "int"], "--type does not go with set"),
             (["set", "--jsno"], "unknown option: --jsno"),
         ):

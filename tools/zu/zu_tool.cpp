@@ -4,7 +4,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <sys/stat.h>
 #include <unistd.h>
 
 static const TOOL_COMMAND *const COMMANDS[] = {
@@ -15,6 +14,15 @@ static const TOOL_COMMAND *const COMMANDS[] = {
 };
 
 static const TOOL_COMMAND *running = nullptr; // null: none yet
+
+static bool progressShown = false; // on the terminal's last line
+static void toolWipeProgress()
+{
+    if ( progressShown ) {
+        fputs( "\r\x1B[K", stderr );
+        progressShown = false;
+    }
+}
 
 // Messages
 void toolPrint( FILE *file, ZU_STRING *text )
@@ -29,6 +37,7 @@ void toolPrint( FILE *file, ZU_STRING *text )
 void toolPrintError( ZU_STRING *message )
 {
     fflush( stdout );
+    toolWipeProgress();
     toolPrint(
         stderr,
         zu::format( running ? "zu %lc: %s\n" : "zu: %#lc%s\n", running ? running->name : nullptr, message ).get() );
@@ -117,23 +126,20 @@ static constexpr std::chrono::milliseconds SHOW_AFTER( 1000 ); // whatever is do
 static constexpr std::chrono::milliseconds SHOW_EACH( 100 );
 static constexpr ZU_INT SHOWN_NAME_LENGTH = 40; // keeps the line of progress on one line of the terminal
 
-ToolReader::ToolReader( const char *fileName )
+ToolReader::ToolReader( const char *fileName, bool printsMeanwhile )
     : name( fileName ), buffer( BLOCK_SIZE ), nextShow( std::chrono::steady_clock::now() + SHOW_AFTER ),
-      shows( isatty( STDERR_FILENO ) )
+      shows( isatty( STDERR_FILENO ) && !( printsMeanwhile && isatty( STDOUT_FILENO ) ) )
 {
     file = name == "-" ? stdin : fopen( fileName, "rb" );
     if ( !file ) {
         fail();
-        return;
-    }
-    struct stat status;
-    if ( fstat( fileno( file ), &status ) == 0 && S_ISREG( status.st_mode ) ) {
-        total = status.st_size;
+    } else if ( fstat( fileno( file ), &info ) != 0 ) {
+        info = {};
     }
 }
 ToolReader::~ToolReader()
 {
-    wipeProgress();
+    toolWipeProgress();
     if ( file && file != stdin ) {
         fclose( file );
     }
@@ -149,36 +155,33 @@ size_t ToolReader::read()
         return 0;
     }
     done += (ZU_INT)length;
-    if ( shows && length > 0 && std::chrono::steady_clock::now() >= nextShow ) {
+    if ( length == 0 ) {
+        toolWipeProgress();
+    } else if ( shows && std::chrono::steady_clock::now() >= nextShow ) {
         showProgress();
     }
     return length;
 }
+bool ToolReader::reads( const struct stat &other ) const
+{
+    return S_ISREG( info.st_mode ) && info.st_dev == other.st_dev && info.st_ino == other.st_ino;
+}
 void ToolReader::fail()
 {
-    int error = errno;
-    wipeProgress();
-    toolError( "cannot read %lc: %lc", name.c_str(), strerror( error ) );
+    toolError( "cannot read %lc: %lc", name.c_str(), strerror( errno ) );
     failed = true;
 }
 void ToolReader::showProgress()
 {
     nextShow = std::chrono::steady_clock::now() + SHOW_EACH;
     zu::Ref<ZU_STRING> line = zu::format( "\r\x1B[K%.*lc: ", SHOWN_NAME_LENGTH, name.c_str() );
-    if ( total > 0 ) {
-        zu::appendFormat( line.inOut(), "%i %%", zuIntMin( done * 100 / total, 100 ) );
+    if ( S_ISREG( info.st_mode ) && info.st_size > 0 ) {
+        zu::appendFormat( line.inOut(), "%i %%", zuIntMin( done * 100 / info.st_size, 100 ) );
     } else {
         zu::appendFormat( line.inOut(), "%i MB", done / 1000000 );
     }
     toolPrint( stderr, line.get() );
-    shown = true;
-}
-void ToolReader::wipeProgress()
-{
-    if ( shown ) {
-        fputs( "\r\x1B[K", stderr );
-        shown = false;
-    }
+    progressShown = true;
 }
 
 // The command itself
@@ -214,18 +217,17 @@ static int toolRun( int argc, char **argv )
         return toolMisuse( argv[ 1 ][ 0 ] == '-' ? "unknown option: %lc" : "unknown command: %lc", argv[ 1 ] );
     }
     running = command;
-    int status = command->run( argc - 2, argv + 2 );
-    // What has not arrived is no result, as on a full disk.
-    if ( ( fflush( stdout ) != 0 || ferror( stdout ) ) && status == TOOL_OK ) {
-        toolError( "cannot write the standard output: %lc", strerror( errno ) );
-        status = TOOL_FAILED;
-    }
-    return status;
+    return command->run( argc - 2, argv + 2 );
 }
 int main( int argc, char **argv )
 {
     zuRuntimeStartup( 0, -1, nullptr, "zu", "The companion command of zu", "1.0" );
     int status = toolRun( argc, argv );
+    // What has not arrived is no result, as on a full disk.
+    if ( ( fflush( stdout ) != 0 || ferror( stdout ) ) && status == TOOL_OK ) {
+        toolError( "cannot write the standard output: %lc", strerror( errno ) );
+        status = TOOL_FAILED;
+    }
     zuRuntimeShutdown();
     return status;
 }

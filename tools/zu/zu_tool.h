@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <initializer_list>
 #include <string>
+#include <sys/stat.h>
 #include <vector>
 
 // Exit statuses
@@ -72,10 +73,11 @@ bool toolReadArguments( int argc, char **argv, std::initializer_list<TOOL_OPTION
 
 /// Reads a file in blocks, the standard input where the name is "-".  What goes wrong is reported, once.
 ///
-/// On a terminal it shows how far it has come, from one second on.
+/// On a terminal it shows how far it has come, from one second on, and wipes that at the end of the file.  Whoever prints
+/// while it reads says so: then it shows nothing if the results go to a terminal.
 class ToolReader {
 public:
-    explicit ToolReader( const char *name );
+    explicit ToolReader( const char *name, bool printsMeanwhile = false );
     ~ToolReader();
     ToolReader( const ToolReader & ) = delete;
     ToolReader &operator=( const ToolReader & ) = delete;
@@ -92,19 +94,19 @@ public:
     {
         return !failed;
     }
+    /// Tells whether it is an ordinary file that it reads, and `other` is this very file.
+    bool reads( const struct stat &other ) const;
 
 private:
     void fail();
     void showProgress();
-    void wipeProgress();
 
     std::string name;
     FILE *file;
     bool failed = false;
     std::vector<unsigned char> buffer;
-    ZU_INT done = 0;
-    ZU_INT total = -1; // bytes; -1: unknown
+    struct stat info = {}; // zeros if there is none
+    ZU_INT done = 0;       // bytes
     std::chrono::steady_clock::time_point nextShow;
-    bool shows;         // there is a terminal to show progress on
-    bool shown = false; // progress stands on it
+    bool shows; // there is a terminal to show progress on
 };

@@ -7,13 +7,16 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <iterator>
+#include <numeric>
+#include <unistd.h>
 
 static constexpr ZU_INT BLOCK_CHARS = 16 * 1024;
 
 // The input as a byte source
 class ConvertInput {
 public:
-    explicit ConvertInput( const char *name ) : reader( name )
+    ConvertInput( const char *name, bool printsMeanwhile ) : reader( name, printsMeanwhile )
     {
         auto read = []( ZU_OBJ *closure, uint8_t *bytes, ZU_INT maxByteCount, ZU_INT *bytesRead ) -> ZU_BOOL {
             auto *input = (ConvertInput *)zu___BoxedPointerValue( zu___BoxedPointerFrom( closure ) );
@@ -30,6 +33,10 @@ public:
     bool ok() const
     {
         return reader.ok();
+    }
+    bool reads( const struct stat &other ) const
+    {
+        return reader.reads( other );
     }
 
 private:
@@ -61,11 +68,18 @@ private:
 // The output as a byte sink
 class ConvertOutput {
 public:
-    explicit ConvertOutput( const char *fileName ) : name( fileName )
+    ConvertOutput( const char *fileName, const ConvertInput &input ) : name( fileName )
     {
-        file = name == "-" ? stdout : fopen( fileName, "wb" );
-        if ( !file ) {
-            fail();
+        // Opening a file empties it, so the input is kept from that; appended to itself it would have no end.
+        struct stat info;
+        if ( ( name == "-" ? fstat( STDOUT_FILENO, &info ) : stat( fileName, &info ) ) == 0 && input.reads( info ) ) {
+            toolError( "%lc is the input, too", shownName() );
+            failed = true;
+        } else {
+            file = name == "-" ? stdout : fopen( fileName, "wb" );
+            if ( !file ) {
+                fail();
+            }
         }
         auto write = []( ZU_OBJ *closure, const uint8_t *bytes, ZU_INT byteCount ) -> ZU_BOOL {
             return of( closure )->write( bytes, (size_t)byteCount );
@@ -112,14 +126,83 @@ private:
     }
     void fail()
     {
-        toolError( "cannot write %lc: %lc", name == "-" ? "the standard output" : name.c_str(), strerror( errno ) );
+        toolError( "cannot write %lc: %lc", shownName(), strerror( errno ) );
         failed = true;
+    }
+    const char *shownName() const
+    {
+        return name == "-" ? "the standard output" : name.c_str();
     }
 
     std::string name;
-    FILE *file;
+    FILE *file = nullptr;
     bool failed = false;
     zu::Ref<ZU_BYTE_SINK> sink;
+};
+
+// A conversion
+struct CONVERSION {
+    ZU_CHARSET from;
+    ZU_CHARSET to;
+    ZU_CHARSET_FLAGS flags;
+    ZU_NLF_FLAGS newlines; // 0: as they are
+};
+static bool convertIsUtf16( ZU_CHARSET cs )
+{
+    return cs >= ZU_CHARSET_UTF_16 && cs <= ZU_CHARSET_UTF_16_LE;
+}
+
+// Between source and sink the text passes filters, a block at a time.  Each exchanges a block for what it becomes and may
+// hold something back; `atEnd` says that no further block comes.
+using BLOCK = std::vector<ZU_CHAR>;
+
+// Surrogate pairs, which come from UTF-16 as two characters, become one; halves without a partner are invalid input.
+class SurrogateFilter {
+public:
+    explicit SurrogateFilter( ZU_CHARSET_FLAGS conversionFlags ) : flags( conversionFlags )
+    {
+    }
+    // Returns false if there is a half alone and such a thing shall fail; the block ends ahead of it.
+    bool apply( BLOCK *block, bool atEnd )
+    {
+        if ( !high && std::count_if( block->begin(), block->end(), isSurrogate ) == 0 ) {
+            return true;
+        }
+        BLOCK in;
+        in.swap( *block );
+        for ( ZU_CHAR ch : in ) {
+            bool isLow = isSurrogate( ch ) && ch >= 0xDC00;
+            if ( high && isLow ) {
+                block->push_back( 0x10000 + ( high - 0xD800 ) * 0x400 + ( ch - 0xDC00 ) );
+                high = 0;
+                continue;
+            }
+            if ( ( high && !takeAlone( block ) ) || ( isLow && !takeAlone( block ) ) ) {
+                return false;
+            }
+            high = isSurrogate( ch ) && !isLow ? ch : 0;
+            if ( !isSurrogate( ch ) ) {
+                block->push_back( ch );
+            }
+        }
+        return !( high && atEnd ) || takeAlone( block );
+    }
+
+private:
+    static bool isSurrogate( ZU_CHAR ch )
+    {
+        return ch >= 0xD800 && ch < 0xE000;
+    }
+    bool takeAlone( BLOCK *block ) const
+    {
+        if ( !( flags & ( ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER | ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS ) ) ) {
+            block->push_back( ZU_CHAR_REPLACEMENT_CHARACTER );
+        }
+        return !( flags & ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER );
+    }
+
+    ZU_CHARSET_FLAGS flags;
+    ZU_CHAR high = 0; // the first half of what may be a pair; 0: none
 };
 
 // Newlines: a line feed, a carriage return, both in this order, a next line, a line and a paragraph separator each become
@@ -135,13 +218,19 @@ static constexpr NewlineForm NEWLINE_FORMS[] = {
 
 class NewlineFilter {
 public:
-    explicit NewlineFilter( ZU_NLF_FLAGS flag ) : newline( zu::adopt( zuNlfFlagsNlfString( flag ) ) )
+    explicit NewlineFilter( ZU_NLF_FLAGS form )
+        : active( form != 0 ), newline( zu::adopt( zuNlfFlagsNlfString( form ) ) )
     {
     }
-    void apply( const ZU_CHAR *chars, ZU_INT count, std::vector<ZU_CHAR> *out )
+    void apply( BLOCK *block )
     {
-        for ( ZU_INT i = 0; i < count; i++ ) {
-            ZU_CHAR ch = chars[ i ];
+        if ( !active ) {
+            return;
+        }
+        BLOCK in;
+        in.swap( *block );
+        const ZU_CHAR *text = zuStringBacking( newline.get() );
+        for ( ZU_CHAR ch : in ) {
             bool pairs = ch == ZU_CHAR_LINE_FEED && lastWasReturn;
             lastWasReturn = ch == ZU_CHAR_CARRIAGE_RETURN;
             switch ( ch ) {
@@ -151,128 +240,105 @@ public:
             case ZU_CHAR_LINE_SEPARATOR:
             case ZU_CHAR_PARAGRAPH_SEPARATOR:
                 if ( !pairs ) {
-                    const ZU_CHAR *text = zuStringBacking( newline.get() );
-                    out->insert( out->end(), text, text + zuStringLength( newline.get() ) );
+                    block->insert( block->end(), text, text + zuStringLength( newline.get() ) );
                 }
                 break;
             default:
-                out->push_back( ch );
+                block->push_back( ch );
             }
         }
     }
 
 private:
+    bool active;
     zu::Ref<ZU_STRING> newline;
     bool lastWasReturn = false;
 };
 
-// Surrogate pairs, which come from UTF-16 as two characters, become one; halves without a partner go.
-class SurrogateFilter {
+// What a single-byte set lacks, where that shall fail.  The set's sink does not report all of it: it composes, so that it
+// may drop a character at its flush, and it goes on if a full cache has gone out before the character.  So the text is
+// composed ahead of it, and looked at here.
+class LackFilter {
 public:
-    // Replaces the `count` characters by what they become, and returns how many these are.  A high half at the end waits
-    // for the next block.
-    ZU_INT apply( std::vector<ZU_CHAR> *chars, ZU_INT count )
+    explicit LackFilter( const CONVERSION &conversion )
     {
-        if ( pending ) {
-            chars->insert( chars->begin(), pending );
-            count++;
+        if ( conversion.to >= ZU_CHARSET_UTF_8 || !( conversion.flags & ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER ) ) {
+            return;
         }
-        ZU_CHAR last = count > 0 ? ( *chars )[ (size_t)count - 1 ] : 0;
-        pending = last >= 0xD800 && last < 0xDC00 ? last : 0;
-        return zuCharsSanitize( chars->data(), count, chars->data(), count - ( pending != 0 ) );
+        normalizer = zu::adopt( zuUnicodeNormalizerCreate( ZU_UNICODE_NORMAL_FORM_NFC ) );
+        uint8_t bytes[ 256 ];
+        std::iota( std::begin( bytes ), std::end( bytes ), (uint8_t)0 );
+        auto text = zu::adopt( zuCharsetBufferToStringWithFlags(
+            conversion.to, zu::adopt( zuBufferCreateFromBytesCopy( bytes, std::size( bytes ) ) ).get(),
+            ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS ) );
+        for ( ZU_INT i = 0; i < zuStringLength( text.get() ); i++ ) {
+            has[ zuStringCharAt( text.get(), i ) ] = true;
+        }
+    }
+    // Returns the first character that the set lacks, ahead of which the block ends; 0 if there is none.
+    ZU_CHAR apply( BLOCK *block, bool atEnd )
+    {
+        if ( !normalizer ) {
+            return 0;
+        }
+        zuUnicodeNormalizerWriteChars( normalizer.get(), block->data(), (ZU_INT)block->size() );
+        if ( atEnd ) {
+            zuUnicodeNormalizerFlush( normalizer.get() );
+        }
+        auto text = zu::adopt( zuStringCreate() );
+        zuUnicodeNormalizerRead( normalizer.get(), text.inOut(), -1 );
+        const ZU_CHAR *begin = zuStringBacking( text.get() );
+        const ZU_CHAR *end = begin + zuStringLength( text.get() );
+        const ZU_CHAR *found = std::find_if( begin, end, [ & ]( ZU_CHAR ch ) { return !has[ ch ]; } );
+        block->assign( begin, found );
+        return found < end ? *found : 0;
     }
 
 private:
-    ZU_CHAR pending = 0;
-};
-
-// A conversion
-struct CONVERSION {
-    ZU_CHARSET from;
-    ZU_CHARSET to;
-    ZU_CHARSET_FLAGS flags;
-    ZU_NLF_FLAGS newlines; // 0: as they are
-};
-static bool convertIsUtf16( ZU_CHARSET cs )
-{
-    return cs >= ZU_CHARSET_UTF_16 && cs <= ZU_CHARSET_UTF_16_LE;
-}
-
-// The end of the text.  What a single-byte set lacks there goes unreported by its sink, which normalizes: a character that
-// may still compose is looked at when the sink is flushed, and a flush fails only where its bytes cannot be written.
-class TextEnd {
-public:
-    void add( const ZU_CHAR *chars, ZU_INT count )
-    {
-        text.insert( text.end(), chars, chars + count );
-        if ( text.size() > 2 * KEPT ) {
-            text.erase( text.begin(), text.end() - KEPT );
-        }
-    }
-    // Tells whether the set has all of it.
-    bool fits( ZU_CHARSET charset )
-    {
-        text.insert( text.end(), 2, ZU_CHAR_LATIN_SMALL_LETTER_A ); // settle what is ahead of them
-        auto end = zu::adopt( zuStringCreateFromCharsCopy( text.data(), (ZU_INT)text.size() ) );
-        return bool( zu::adopt(
-            zuCharsetStringToBufferWithFlags( charset, end.get(), ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER ) ) );
-    }
-
-private:
-    static constexpr size_t KEPT = 8192; // characters; more than the sink's normalizer ever holds back
-    std::vector<ZU_CHAR> text;
+    zu::Ref<ZU_UNICODE_NORMALIZER> normalizer; // null: nothing shall fail
+    std::vector<bool> has = std::vector<bool>( 0x110000 );
 };
 
 static int convert( const CONVERSION &conversion, ConvertInput *input, ConvertOutput *output )
 {
     auto source = zu::adopt( zuCharsetCreateCharSource( input->byteSource(), conversion.from, conversion.flags ) );
     auto sink = zu::adopt( zuCharsetCreateCharSink( output->byteSink(), conversion.to, conversion.flags ) );
-    std::vector<ZU_CHAR> chars( BLOCK_CHARS );
-    std::vector<ZU_CHAR> lines;
+    SurrogateFilter surrogates( conversion.flags );
     NewlineFilter newlines( conversion.newlines );
-    SurrogateFilter surrogates;
-    TextEnd end;
-    ZU_INT done = 0;    // characters read
+    LackFilter lacks( conversion );
+    BLOCK block;
+    ZU_INT done = 0;    // valid characters read
     ZU_INT damaged = 0; // characters that UTF-16 sinks do not write as they are
-    while ( !zuCharSourceEnd( source.get() ) && !zuCharSinkError( sink.get() ) ) {
-        chars.resize( BLOCK_CHARS );
-        ZU_INT count = zuCharSourceReadChars( source.get(), chars.data(), BLOCK_CHARS );
-        done += count;
-        if ( convertIsUtf16( conversion.from ) ) {
-            count = surrogates.apply( &chars, count );
-        }
-        const ZU_CHAR *begin = chars.data();
-        if ( conversion.newlines ) {
-            lines.clear();
-            newlines.apply( begin, count, &lines );
-            begin = lines.data();
-            count = (ZU_INT)lines.size();
-        }
+    bool valid = true;
+    ZU_CHAR lack = 0;
+    while ( valid && !lack && !zuCharSourceEnd( source.get() ) && !zuCharSinkError( sink.get() ) ) {
+        block.resize( BLOCK_CHARS );
+        block.resize( (size_t)zuCharSourceReadChars( source.get(), block.data(), BLOCK_CHARS ) );
+        bool atEnd = zuCharSourceEnd( source.get() );
+        valid = surrogates.apply( &block, atEnd ) && !zuCharSourceError( source.get() );
+        done += (ZU_INT)block.size();
+        newlines.apply( &block );
+        lack = lacks.apply( &block, atEnd || !valid );
         if ( convertIsUtf16( conversion.to ) ) {
-            damaged += std::count_if( begin, begin + count, []( ZU_CHAR ch ) { return ch > 0xFF; } );
+            damaged += std::count_if( block.begin(), block.end(), []( ZU_CHAR ch ) { return ch > 0xFF; } );
         }
-        zuCharSinkWriteChars( sink.get(), begin, count );
-        if ( conversion.flags & ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER ) {
-            end.add( begin, count );
-        }
+        zuCharSinkWriteChars( sink.get(), block.data(), (ZU_INT)block.size() );
     }
     zuCharSinkFlush( sink.get() );
     if ( !input->ok() || !output->ok() ) {
         return TOOL_FAILED;
     }
-    if ( zuCharSourceError( source.get() ) ) {
+    if ( lack ) {
+        toolError( "the input has U+%^04X, which %~s lacks", lack, zuCharsetToIanaName( conversion.to ) );
+        return TOOL_FAILED;
+    }
+    if ( !valid ) {
         toolError( "the input is no %~s behind the first %i characters", zuCharsetToIanaName( conversion.from ), done );
         return TOOL_FAILED;
     }
-    bool fits = !zuCharSinkError( sink.get() ) &&
-                ( !( conversion.flags & ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER ) || end.fits( conversion.to ) );
-    if ( !fits ) {
-        toolError( "the input has a character that %~s lacks", zuCharsetToIanaName( conversion.to ) );
-        return TOOL_FAILED;
-    }
     if ( damaged > 0 ) {
-        toolError( "%~s keeps characters up to U+00FF only; %i others are damaged",
-                   zuCharsetToIanaName( conversion.to ), damaged );
+        toolError( "%~s keeps characters up to U+00FF only; damaged: %i", zuCharsetToIanaName( conversion.to ),
+                   damaged );
         return TOOL_FAILED;
     }
     return TOOL_OK;
@@ -293,8 +359,8 @@ static int convertPrintList()
         for ( ZU_INT i = 1; i < zuVectorLength( names.get() ); i++ ) {
             zu::appendFormat( line.inOut(), " %~s", zuVectorObjAt( names.get(), i ) );
         }
-        zuStringAppendChar( line.inOut(), '\n' );
-        toolPrint( stdout, line.get() );
+        zuStringTrimTrailing( line.inOut() );
+        toolPrint( stdout, zu::format( "%s\n", line ).get() );
     }
     return TOOL_OK;
 }
@@ -365,7 +431,7 @@ static int convertRun( int argc, char **argv )
         return status;
     }
     if ( list ) {
-        return convertPrintList();
+        return argc == 1 ? convertPrintList() : toolMisuse( "%lc stands alone", "--list" );
     }
     CONVERSION conversion = { -1, -1, bom ? ZU_CHARSET_FLAG_INSERT_BYTE_ORDER_MARK : 0, 0 };
     if ( !convertReadCharset( "--from", from, &conversion.from ) || !convertReadCharset( "--to", to, &conversion.to ) ||
@@ -375,11 +441,12 @@ static int convertRun( int argc, char **argv )
     if ( operands.size() > 2 ) {
         return toolMisuse( "one input and one output at most, not %i files", operands.size() );
     }
-    ConvertInput input( operands.size() > 0 ? operands[ 0 ] : "-" );
+    operands.resize( 2, "-" );
+    ConvertInput input( operands[ 0 ], operands[ 1 ] == std::string( "-" ) );
     if ( !input.ok() ) {
         return TOOL_FAILED;
     }
-    ConvertOutput output( operands.size() > 1 ? operands[ 1 ] : "-" );
+    ConvertOutput output( operands[ 1 ], input );
     if ( !output.ok() ) {
         return TOOL_FAILED;
     }
@@ -390,26 +457,27 @@ static int convertRun( int argc, char **argv )
 
 const TOOL_COMMAND toolConvertCommand = {
     "convert",
-    "Convert text from one character set to another",
-    R"(usage: zu convert --from SET --to SET [OPTION...] [IN [OUT]]
+    "converts text from one character set to another",
+    R"(usage: zu convert --from SET --to SET [--errors WHAT] [--bom] [--newlines FORM] [IN [OUT]]
        zu convert --list
 
 Converts text from one character set to another, from the file IN or the standard input to the file OUT or the standard
 output; "-" stands for either.  SET is a name such as UTF-8, ISO-8859-2, windows-1252, cp437 or KOI8-R, in letters of
-either case.
+either case.  Single-byte sets get composed text (NFC).  UTF-16 output keeps characters up to U+00FF only; UTF-8 and
+UTF-32 keep all.
 
-  --from SET        the set of the input
-  --to SET          the set of the output
-  --errors WHAT     what becomes of invalid input, and of characters that the output's set lacks: "replace" them, which
-                    is what happens without this option, "ignore" them, or "fail"
-  --bom             begin output in a set of the UTF family with a byte order mark
-  --newlines FORM   turn all line ends into one form: lf, crlf, cr, nel, ls or ps
-  --list            list all sets, each with its Windows code page and its other names
+Options:
+  --from SET         the set of the input; in UTF-8, UTF-16 and UTF-32 without BE or LE a byte order mark is dropped
+  --to SET           the set of the output
+  --errors WHAT      what becomes of invalid input, and of characters that the output's set lacks: "replace" them, which
+                     is what happens without this option, "ignore" them, or "fail" at the first
+  --bom              begins output in a set of the UTF family with a byte order mark
+  --newlines FORM    turns all line ends into one form: lf, crlf, cr, nel, ls or ps
+  --list             lists all sets, each with its Windows code page and its other names
+  --help             prints this
 
-Single-byte sets get composed text (NFC).  UTF-16 output keeps characters up to U+00FF only; UTF-8 and UTF-32 keep all.
-
-The exit status is 0 if all went well, 1 if a file cannot be read or written or the text cannot be converted, and 2 for
-an option that is not there.
+The exit status is 0 if all went well, 1 if a file cannot be read or written or the text cannot be converted, 2 if an
+option is wrong.
 )",
     convertRun,
 };

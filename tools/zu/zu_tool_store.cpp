@@ -297,6 +297,9 @@ static int storeRun( int argc, char **argv )
         if ( !request.path ) {
             return status;
         }
+        if ( request.type && request.path->isStore ) {
+            return toolMisuse( "--type does not go with a sub-store: %lc", operands[ next - 1 ] );
+        }
     }
     for ( ; next < operands.size(); next++ ) {
         if ( action->takesStores && operands[ next ] == std::string( "+" ) ) {

@@ -318,7 +318,7 @@ static int textTransform( const std::vector<const char *> &names, const TEXT_TRA
     int status = TOOL_OK;
     for ( const char *name : names ) {
         TextTransformer transformer( wanted );
-        ToolReader reader( name );
+        ToolReader reader( name, true );
         while ( size_t length = reader.read() ) {
             transformer.take( reader.block(), length );
             if ( ferror( stdout ) ) {
