@@ -71,7 +71,10 @@ ZU_ENUM *zu___EnumCreateFromTable( const ZU___NAMED_TABLE &table )
         ZU___DICT_PAIR pair = byName->items[ table.places[ i ] ];
         values[ i ] = { zuObjRetain( pair.val ), zuObjRetain( pair.key ) };
     }
-    zu___DictSort( byValue, true ); // most tables are in the order of their values
+    byValue->keySort = zuBoxedIntSort();
+    if ( !table.ascending ) {
+        zu___DictSort( byValue, true );
+    }
     return enumCreateUse( byName, byValue );
 }
 

@@ -34,6 +34,7 @@ typedef struct ZU___NAMED_TABLE {
     const uint8_t *places; // of each row in the order of the names
     ZU_INT count;
     ZU_INT twice;         // the first row whose name another row ahead of it has too, -1: none
+    bool ascending;       // each value is higher than the one ahead
     const char *variable; // the process-wide variable that is made of the table, and where that is done
     const char *file;
     int32_t line;
@@ -69,15 +70,17 @@ template <size_t COUNT>
 struct ZU___NAMED_ORDER {
     uint8_t places[ COUNT ];
     ZU_INT twice;
+    bool ascending;
 };
 template <size_t COUNT>
 consteval ZU___NAMED_ORDER<COUNT> zu___NamedOrder( const ZU___NAMED_VALUE ( &rows )[ COUNT ] )
 {
     static_assert( COUNT <= UINT8_MAX );
-    ZU___NAMED_ORDER<COUNT> order = { {}, -1 };
+    ZU___NAMED_ORDER<COUNT> order = { {}, -1, true };
     for ( size_t i = 0; i < COUNT; i++ ) {
         std::string_view name = rows[ i ].name;
         ZU_ASSERT( zu___NameUpperCaseOk( name.data(), (ZU_INT)name.size(), true ) );
+        order.ascending = order.ascending && ( i == 0 || rows[ i - 1 ].value < rows[ i ].value );
         for ( size_t j = 0; j < COUNT; j++ ) {
             bool ahead = j < i && rows[ j ].name == name;
             order.places[ i ] = (uint8_t)( order.places[ i ] + ( ahead || rows[ j ].name < name ) );
@@ -86,9 +89,10 @@ consteval ZU___NAMED_ORDER<COUNT> zu___NamedOrder( const ZU___NAMED_VALUE ( &row
     }
     return order;
 }
-#define ZU___NAMED_TABLE_OF( variable, rows )                                                                          \
-    [] {                                                                                                               \
-        static constexpr auto order = zu___NamedOrder( rows );                                                         \
-        return ZU___NAMED_TABLE{ rows,     order.places, sizeof( rows ) / sizeof( *( rows ) ), order.twice, #variable, \
-                                 __FILE__, __LINE__ };                                                                 \
+#define ZU___NAMED_TABLE_OF( variable, rows )                                                        \
+    [] {                                                                                             \
+        static constexpr auto order = zu___NamedOrder( rows );                                       \
+        return ZU___NAMED_TABLE{ rows,        order.places,    sizeof( rows ) / sizeof( *( rows ) ), \
+                                 order.twice, order.ascending, #variable,                            \
+                                 __FILE__,    __LINE__ };                                            \
     }()
