@@ -230,6 +230,15 @@ void zu___StringUnshare( ZU_STRING **zus )
 // Insertion.  zuStringInsertInner, zuStringInsertChars, zuStringInsertChar and zuStringInsertCharRun do the work; the
 // other forms check what they read themselves and hand on.
 
+// Asserts that `idx` is a position of the text of `*dest`, or its end.
+#define STRING_ASSERT_PLACE( dest, idx )     \
+    do {                                     \
+        ZU_ASSERT( dest );                   \
+        ZU_ASSERT( *dest );                  \
+        ZU_ASSERT( idx >= 0 );               \
+        ZU_ASSERT( idx <= (*dest)->length ); \
+    } while ( 0 )
+
 // Opens a gap of `count` elements, which are not 0, at `idx` and returns it for the caller to fill.  A shared string is
 // exchanged for a private one that has the gap already.
 static ZU_CHAR *stringOpenGap( ZU_STRING **zus, ZU_INT idx, ZU_INT count )
@@ -250,10 +259,7 @@ static ZU_CHAR *stringOpenGap( ZU_STRING **zus, ZU_INT idx, ZU_INT count )
 
 void zuStringInsertInner( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src, ZU_INT offset, ZU_INT count )
 {
-    ZU_ASSERT( dest );
-    ZU_ASSERT( *dest );
-    ZU_ASSERT( idx >= 0 );
-    ZU_ASSERT( idx <= (*dest)->length );
+    STRING_ASSERT_PLACE( dest, idx );
     ZU_ASSERT( src );
     ZU_ASSERT( offset >= 0 );
     ZU_ASSERT( count >= 0 );
@@ -270,6 +276,7 @@ void zuStringInsertInner( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src, ZU_INT o
 }
 void zuStringInsert( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src )
 {
+    STRING_ASSERT_PLACE( dest, idx );
     ZU_ASSERT( src );
     zuStringInsertInner( dest, idx, src, 0, src->length );
 }
@@ -279,6 +286,7 @@ void zuStringInsertLeading( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src, ZU_INT
 }
 void zuStringInsertTrailing( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src, ZU_INT count )
 {
+    STRING_ASSERT_PLACE( dest, idx );
     ZU_ASSERT( src );
     ZU_ASSERT( count >= 0 );
     ZU_ASSERT( count <= src->length );
@@ -286,10 +294,7 @@ void zuStringInsertTrailing( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src, ZU_IN
 }
 void zuStringInsertOuter( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src, ZU_INT offset, ZU_INT count )
 {
-    ZU_ASSERT( dest );
-    ZU_ASSERT( *dest );
-    ZU_ASSERT( idx >= 0 );
-    ZU_ASSERT( idx <= (*dest)->length );
+    STRING_ASSERT_PLACE( dest, idx );
     ZU_ASSERT( src );
     ZU_ASSERT( offset >= 0 );
     ZU_ASSERT( count >= 0 );
@@ -303,19 +308,13 @@ void zuStringInsertOuter( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src, ZU_INT o
 }
 void zuStringInsertChar( ZU_STRING **zus, ZU_INT idx, ZU_CHAR ch )
 {
-    ZU_ASSERT( zus );
-    ZU_ASSERT( *zus );
-    ZU_ASSERT( idx >= 0 );
-    ZU_ASSERT( idx <= (*zus)->length );
+    STRING_ASSERT_PLACE( zus, idx );
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     *stringOpenGap( zus, idx, 1 ) = ch;
 }
 void zuStringInsertCharRun( ZU_STRING **zus, ZU_INT idx, ZU_CHAR ch, ZU_INT count )
 {
-    ZU_ASSERT( zus );
-    ZU_ASSERT( *zus );
-    ZU_ASSERT( idx >= 0 );
-    ZU_ASSERT( idx <= (*zus)->length );
+    STRING_ASSERT_PLACE( zus, idx );
     ZU_ASSERT( count >= 0 );
     if ( count == 0 ) {
         return;
@@ -328,10 +327,7 @@ void zuStringInsertCharRun( ZU_STRING **zus, ZU_INT idx, ZU_CHAR ch, ZU_INT coun
 }
 void zuStringInsertChars( ZU_STRING **zus, ZU_INT idx, const ZU_CHAR *chs, ZU_INT chsLength )
 {
-    ZU_ASSERT( zus );
-    ZU_ASSERT( *zus );
-    ZU_ASSERT( idx >= 0 );
-    ZU_ASSERT( idx <= (*zus)->length );
+    STRING_ASSERT_PLACE( zus, idx );
     ZU_ASSERT( chsLength >= 0 );
     ZU_ASSERT( chs || chsLength == 0 );
     ZU_ASSERT( zuCharsAllOk( chs, chsLength ) );
@@ -340,43 +336,44 @@ void zuStringInsertChars( ZU_STRING **zus, ZU_INT idx, const ZU_CHAR *chs, ZU_IN
     }
     STRING_SLACK::copy( stringOpenGap( zus, idx, chsLength ), chs, chsLength );
 }
+// Inserts `src` and gives it up.
+static void stringInsertTaken( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src )
+{
+    zuStringInsert( dest, idx, src );
+    ZU_REF_RELEASE( src );
+}
 void zuStringInsertCstr( ZU_STRING **dest, ZU_INT idx, const char *src, ZU_INT srcLength )
 {
-    ZU_STRING *zus = zuStringCreateFromCstr( src, srcLength );
-    zuStringInsert( dest, idx, zus );
-    ZU_REF_RELEASE( zus );
+    stringInsertTaken( dest, idx, zuStringCreateFromCstr( src, srcLength ) );
 }
 void zuStringInsertWcstr( ZU_STRING **dest, ZU_INT idx, const char16_t *src, ZU_INT srcLength )
 {
-    ZU_STRING *zus = zuStringCreateFromWcstr( src, srcLength );
-    zuStringInsert( dest, idx, zus );
-    ZU_REF_RELEASE( zus );
+    stringInsertTaken( dest, idx, zuStringCreateFromWcstr( src, srcLength ) );
 }
 void zuStringInsertObj( ZU_STRING **dest, ZU_INT idx, ZU_OBJ *obj )
 {
-    ZU_STRING *zus = zuObjToString( obj );
-    zuStringInsert( dest, idx, zus );
-    ZU_REF_RELEASE( zus );
+    stringInsertTaken( dest, idx, zuObjToString( obj ) );
 }
 
 // Appending: insertion behind the last code point.
 
-// Takes `count` elements behind the text of a string without moving anything, if nobody else holds it, and returns them;
-// else null.  An append comes to this nearly always, and asks for it first.  The front of an empty text is its end, and has
-// its own rule.
-static inline ZU_CHAR *stringTakeAtEnd( ZU_STRING *zus, ZU_INT count )
+// Takes `count` elements behind the text of a string, if nobody else holds it and nothing has to move; tells whether it
+// did.  An append comes to this nearly always, and asks for it first.  The front of an empty text is its end, and has its
+// own rule.
+static inline bool stringTakeAtEnd( ZU_STRING *zus, ZU_INT count, ZU_CHAR **gap )
 {
-    if ( ZU___UNLIKELY( zus->length == 0 || ZU_REF_RETAIN_COUNT( zus ) != 1 ) ) {
-        return nullptr;
+    ZU_INT length = zus->length;
+    if ( ZU___UNLIKELY( length == 0 || ZU_REF_RETAIN_COUNT( zus ) != 1 ) ) {
+        return false;
     }
     if ( ZU___LIKELY( zus->bspace >= count ) ) {
         zus->bspace -= count;
     } else if ( !STRING_SLACK::growInBlock( zus, count ) ) {
-        return nullptr;
+        return false;
     }
-    ZU_CHAR *gap = stringText( zus ) + zus->length;
-    zus->length += count;
-    return gap;
+    *gap = stringText( zus ) + length;
+    zus->length = length + count;
+    return true;
 }
 void zuStringAppend( ZU_STRING **dest, ZU_STRING *src )
 {
@@ -385,8 +382,8 @@ void zuStringAppend( ZU_STRING **dest, ZU_STRING *src )
     ZU_ASSERT( src );
     if ( ZU___LIKELY( src != *dest ) ) {
         ZU_INT count = src->length;
-        ZU_CHAR *gap = stringTakeAtEnd( *dest, count );
-        if ( ZU___LIKELY( gap ) ) {
+        ZU_CHAR *gap;
+        if ( ZU___LIKELY( stringTakeAtEnd( *dest, count, &gap ) ) ) {
             STRING_SLACK::copy( gap, stringText( src ), count );
             return;
         }
@@ -417,17 +414,21 @@ void zuStringAppendOuter( ZU_STRING **dest, ZU_STRING *src, ZU_INT offset, ZU_IN
     ZU_ASSERT( *dest );
     zuStringInsertOuter( dest, ( *dest )->length, src, offset, count );
 }
-void zuStringAppendChar( ZU_STRING **zus, ZU_CHAR ch )
+// What is left to an append of one code point that has failed a check or needs more than a store.
+[[gnu::noinline]] static void stringAppendCharChecked( ZU_STRING **zus, ZU_CHAR ch )
 {
     ZU_ASSERT( zus );
     ZU_ASSERT( *zus );
-    ZU_ASSERT( ZU_CHAR_OK( ch ) );
-    ZU_CHAR *gap = stringTakeAtEnd( *zus, 1 );
-    if ( ZU___LIKELY( gap ) ) {
+    zuStringInsertChar( zus, ( *zus )->length, ch );
+}
+void zuStringAppendChar( ZU_STRING **zus, ZU_CHAR ch )
+{
+    ZU_CHAR *gap;
+    if ( ZU___LIKELY( zus && *zus && ZU_CHAR_OK( ch ) && stringTakeAtEnd( *zus, 1, &gap ) ) ) {
         *gap = ch;
         return;
     }
-    zuStringInsertChar( zus, ( *zus )->length, ch );
+    stringAppendCharChecked( zus, ch );
 }
 void zuStringAppendCharRun( ZU_STRING **zus, ZU_CHAR ch, ZU_INT count )
 {
@@ -595,6 +596,14 @@ void zuStringSetCharAt( ZU_STRING **zus, ZU_INT idx, ZU_CHAR ch )
     }
 }
 
+// Comparison with a text in another encoding makes a string of it, and gives that up.
+static ZU_BOOL stringTestTaken( ZU_BOOL ( *test )( ZU_STRING *, ZU_STRING * ), ZU_STRING *zus, ZU_STRING *other )
+{
+    ZU_BOOL result = test( zus, other );
+    ZU_REF_RELEASE( other );
+    return result;
+}
+
 // Comparison of the whole text
 static bool stringCharsEqual( const ZU_CHAR *a, const ZU_CHAR *b, ZU_INT count )
 {
@@ -615,28 +624,24 @@ ZU_BOOL zuStringEqualsChars( ZU_STRING *zus, const ZU_CHAR *chs, ZU_INT chsLen )
 ZU_BOOL zuStringEqualsCstr( ZU_STRING *zus, const char *src, ZU_INT srcLength )
 {
     ZU_ASSERT( zus );
-    ZU_STRING *other = zuStringCreateFromCstr( src, srcLength );
-    ZU_BOOL equals = zuStringEquals( zus, other );
-    ZU_REF_RELEASE( other );
-    return equals;
+    return stringTestTaken( zuStringEquals, zus, zuStringCreateFromCstr( src, srcLength ) );
 }
 ZU_BOOL zuStringEqualsWcstr( ZU_STRING *zus, const char16_t *src, ZU_INT srcLength )
 {
     ZU_ASSERT( zus );
-    ZU_STRING *other = zuStringCreateFromWcstr( src, srcLength );
-    ZU_BOOL equals = zuStringEquals( zus, other );
-    ZU_REF_RELEASE( other );
-    return equals;
+    return stringTestTaken( zuStringEquals, zus, zuStringCreateFromWcstr( src, srcLength ) );
 }
 
 // Beginning; zuStringBeginsWithChars does the work.
 ZU_BOOL zuStringBeginsWith( ZU_STRING *zus, ZU_STRING *sub )
 {
+    ZU_ASSERT( zus );
     ZU_ASSERT( sub );
     return zuStringBeginsWithChars( zus, stringText( sub ), sub->length );
 }
 ZU_BOOL zuStringBeginsWithChar( ZU_STRING *zus, ZU_CHAR ch )
 {
+    ZU_ASSERT( zus );
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     return zuStringBeginsWithChars( zus, &ch, 1 );
 }
@@ -650,27 +655,25 @@ ZU_BOOL zuStringBeginsWithChars( ZU_STRING *zus, const ZU_CHAR *sub, ZU_INT subL
 }
 ZU_BOOL zuStringBeginsWithCstr( ZU_STRING *zus, const char *sub, ZU_INT subLen )
 {
-    ZU_STRING *subString = zuStringCreateFromCstr( sub, subLen );
-    ZU_BOOL result = zuStringBeginsWith( zus, subString );
-    ZU_REF_RELEASE( subString );
-    return result;
+    ZU_ASSERT( zus );
+    return stringTestTaken( zuStringBeginsWith, zus, zuStringCreateFromCstr( sub, subLen ) );
 }
 ZU_BOOL zuStringBeginsWithWcstr( ZU_STRING *zus, const char16_t *sub, ZU_INT subLen )
 {
-    ZU_STRING *subString = zuStringCreateFromWcstr( sub, subLen );
-    ZU_BOOL result = zuStringBeginsWith( zus, subString );
-    ZU_REF_RELEASE( subString );
-    return result;
+    ZU_ASSERT( zus );
+    return stringTestTaken( zuStringBeginsWith, zus, zuStringCreateFromWcstr( sub, subLen ) );
 }
 
 // End; zuStringEndsWithChars does the work.
 ZU_BOOL zuStringEndsWith( ZU_STRING *zus, ZU_STRING *sub )
 {
+    ZU_ASSERT( zus );
     ZU_ASSERT( sub );
     return zuStringEndsWithChars( zus, stringText( sub ), sub->length );
 }
 ZU_BOOL zuStringEndsWithChar( ZU_STRING *zus, ZU_CHAR ch )
 {
+    ZU_ASSERT( zus );
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     return zuStringEndsWithChars( zus, &ch, 1 );
 }
@@ -684,17 +687,13 @@ ZU_BOOL zuStringEndsWithChars( ZU_STRING *zus, const ZU_CHAR *sub, ZU_INT subLen
 }
 ZU_BOOL zuStringEndsWithCstr( ZU_STRING *zus, const char *sub, ZU_INT subLen )
 {
-    ZU_STRING *subString = zuStringCreateFromCstr( sub, subLen );
-    ZU_BOOL result = zuStringEndsWith( zus, subString );
-    ZU_REF_RELEASE( subString );
-    return result;
+    ZU_ASSERT( zus );
+    return stringTestTaken( zuStringEndsWith, zus, zuStringCreateFromCstr( sub, subLen ) );
 }
 ZU_BOOL zuStringEndsWithWcstr( ZU_STRING *zus, const char16_t *sub, ZU_INT subLen )
 {
-    ZU_STRING *subString = zuStringCreateFromWcstr( sub, subLen );
-    ZU_BOOL result = zuStringEndsWith( zus, subString );
-    ZU_REF_RELEASE( subString );
-    return result;
+    ZU_ASSERT( zus );
+    return stringTestTaken( zuStringEndsWith, zus, zuStringCreateFromWcstr( sub, subLen ) );
 }
 
 // Conversion: one run of the converter to measure, one to fill an array of just that size.
