@@ -8,6 +8,7 @@
 #include "zu/runtime/zu_obj_internal.h"
 #include "zu/runtime/zu_runtime_internal.h"
 #include "zu/sys/zu_chars.h"
+#include "zu/sys/zu_lock_internal.h"
 #include "zu/sys/zu_mem.h"
 #include "zu/sys/zu_unique.h"
 
@@ -66,6 +67,49 @@ static void odbUnlinkSortLocked( ZU_SORT *sort )
     sort->sortsNext = nullptr;
 }
 
+// Counts a new object, and its sort if that was not active; tells whether it does the latter.
+static inline bool objCountUp( ZU_SORT *sort )
+{
+    if ( __atomic_add_fetch( &sort->objects, 1, __ATOMIC_ACQ_REL ) != 1 || !sort->module ) {
+        return false;
+    }
+    __atomic_add_fetch( &sort->module->sorts, 1, __ATOMIC_ACQ_REL );
+    return true;
+}
+// Takes a dead object off the count; tells whether the sort is one of a module, which is not active any more.
+static inline bool objCountDown( ZU_SORT *sort )
+{
+    return __atomic_sub_fetch( &sort->objects, 1, __ATOMIC_ACQ_REL ) == 0 && sort->module;
+}
+
+// The counts are kept under the lock too, so that the chain of active sorts is in step with them.
+[[gnu::noinline]] static void odbEnter( ZU_OBJ *result )
+{
+    zu___LockAcquire( &odbLock );
+    if ( objCountUp( result->sort ) ) {
+        ZU_ASSERT( result->sort->sortsNext == NULL );
+        ZU_ASSERT( result->sort->sortsPrevious == NULL );
+        odbAppendSortLocked( result->sort );
+    }
+    odbAppendObjectLocked( result );
+    zu___LockRelease( &odbLock );
+}
+[[gnu::noinline]] static void odbLeave( ZU_OBJ *obj )
+{
+    zu___LockAcquire( &odbLock );
+    odbUnlinkObjectLocked( obj );
+    zu___LockRelease( &odbLock );
+}
+[[gnu::noinline]] static void odbCountDown( ZU_SORT *sort )
+{
+    zu___LockAcquire( &odbLock );
+    if ( objCountDown( sort ) ) {
+        odbUnlinkSortLocked( sort );
+        __atomic_sub_fetch( &sort->module->sorts, 1, __ATOMIC_ACQ_REL );
+    }
+    zu___LockRelease( &odbLock );
+}
+
 // Life
 ZU_OBJ *zu___ObjCreate( ZU_INT size, ZU_SORT *sort )
 {
@@ -74,7 +118,7 @@ ZU_OBJ *zu___ObjCreate( ZU_INT size, ZU_SORT *sort )
     ZU_ASSERT( ((uintptr_t)&result->retainCount) % __alignof( ZU___RETAIN_COUNT ) == 0 );
     result->type = ZU___OBJ_TYPE_OBJECT;
     result->sort = sort;
-    zu___LockInitialize( &result->lock );
+    zu___LockInitializeInline( &result->lock );
     result->unique = ZU___UNIQUE_INVALID;
     result->retainCount = 1;
     result->objectSize = size;
@@ -84,21 +128,10 @@ ZU_OBJ *zu___ObjCreate( ZU_INT size, ZU_SORT *sort )
     result->objectsPrevious = nullptr;
     result->objectsNext = nullptr;
 
-    bool odb = odbEnabled;
-    if ( odb ) {
-        zu___LockAcquire( &odbLock );
-    }
-    if ( __atomic_add_fetch( &sort->objects, 1, __ATOMIC_ACQ_REL ) == 1 && sort->module ) {
-        __atomic_add_fetch( &sort->module->sorts, 1, __ATOMIC_ACQ_REL );
-        if ( odb ) {
-            ZU_ASSERT( result->sort->sortsNext == NULL );
-            ZU_ASSERT( result->sort->sortsPrevious == NULL );
-            odbAppendSortLocked( sort );
-        }
-    }
-    if ( odb ) {
-        odbAppendObjectLocked( result );
-        zu___LockRelease( &odbLock );
+    if ( ZU___UNLIKELY( odbEnabled ) ) {
+        odbEnter( result );
+    } else {
+        objCountUp( sort );
     }
     return result;
 }
@@ -124,18 +157,10 @@ static void objDestroy( ZU_OBJ *obj )
     if ( obj->unique != ZU___UNIQUE_INVALID ) {
         zu___UniquePut( obj->unique );
     }
-    bool odb = odbEnabled;
-    if ( odb ) {
-        zu___LockAcquire( &odbLock );
-    }
-    if ( __atomic_sub_fetch( &sort->objects, 1, __ATOMIC_ACQ_REL ) == 0 && sort->module ) {
-        if ( odb ) {
-            odbUnlinkSortLocked( sort );
-        }
+    if ( ZU___UNLIKELY( odbEnabled ) ) {
+        odbCountDown( sort );
+    } else if ( objCountDown( sort ) ) {
         __atomic_sub_fetch( &sort->module->sorts, 1, __ATOMIC_ACQ_REL );
-    }
-    if ( odb ) {
-        zu___LockRelease( &odbLock );
     }
     zuMemFree( obj );
 }
@@ -168,10 +193,8 @@ void zu___ObjFree( ZU_OBJ *thisObj )
     }
     ZU_ASSERT( thisObj->type != ZU___OBJ_TYPE_OBJECT || ZU___RETAIN_COUNT_VALUE( thisObj->retainCount ) == 0 );
     ZU_ASSERT( thisObj->type != ZU___OBJ_TYPE_OBJECT || thisObj->sort );
-    if ( odbEnabled ) {
-        zu___LockAcquire( &odbLock );
-        odbUnlinkObjectLocked( thisObj );
-        zu___LockRelease( &odbLock );
+    if ( ZU___UNLIKELY( odbEnabled ) ) {
+        odbLeave( thisObj );
     }
     if ( dying.depth == DESTROY_DEPTH_MAX ) {
         ( dying.first ? dying.last->objectsNext : dying.first ) = thisObj;
@@ -332,6 +355,7 @@ void zu___ObjDbgSetAllocationSize( ZU_OBJ *thisObj, ZU_INT size )
 }
 void zu___ObjDbgSetAllocationSizeN( ZU_OBJ *thisObj, ZU_INT count, ZU_INT size )
 {
+    ZU_ASSERT( thisObj );
     ZU_ASSERT( count >= 0 );
     ZU_ASSERT( size >= 0 );
     ZU_ASSERT( ZU_INT_MUL_OK( count, size ) );

@@ -187,46 +187,45 @@ ZU___INLINE_TWIN void zu___RefRelease( ZU_OBJ *obj )
 
 /// Defines the standard operations of the class `type`, whose sort record zu___sort_<type> stands above; for the class's
 /// source file.  Failed checks in all of them name this one line.
-#define ZU___STDFUNCS( type, prefix )                                                       \
-    type *zu___outlined_##prefix##Retain( type *obj )                                       \
-    {                                                                                       \
-        ZU___STDFUNCS_CHECK( obj, "stdfunc retain", "obj" );                                \
-        ZU___RETAIN_COUNT_INCREMENT( ( (ZU_OBJ *)obj )->retainCount );                      \
-        return obj;                                                                         \
-    }                                                                                       \
-    void zu___outlined_##prefix##Release( type *obj )                                       \
-    {                                                                                       \
-        ZU___STDFUNCS_CHECK( obj, "stdfunc release", "obj" );                               \
-        zu___RefRelease( (ZU_OBJ *)obj );                                                   \
-    }                                                                                       \
-    type *prefix##From( ZU_OBJ *obj )                                                       \
-    {                                                                                       \
-        ZU___STDFUNCS_CHECK( !obj || zuObjSort( obj ) == &zu___sort_##type, "stdfunc from", \
-                             "!obj || zuObjSort(obj)==&zu___sort_" #type );                 \
-        return (type *)obj;                                                                 \
-    }                                                                                       \
-    ZU_OBJ *prefix##Obj( type *obj )                                                        \
-    {                                                                                       \
-        return (ZU_OBJ *)obj;                                                               \
-    }                                                                                       \
-    ZU_SORT *prefix##Sort( void )                                                           \
-    {                                                                                       \
-        return &zu___sort_##type;                                                           \
-    }                                                                                       \
-    ZU_STRING *prefix##ToString( type *obj )                                                \
-    {                                                                                       \
-        ZU___STDFUNCS_CHECK( obj, "stdfunc tostring", "obj" );                              \
-        return zuObjToString( (ZU_OBJ *)obj );                                              \
-    }                                                                                       \
-    ZU_INT prefix##Compare( type *objA, type *objB )                                        \
-    {                                                                                       \
-        ZU___STDFUNCS_CHECK( objA, "stdfunc compare a", "objA" );                           \
-        ZU___STDFUNCS_CHECK( objB, "stdfunc compare b", "objB" );                           \
-        return zuObjCompare( (ZU_OBJ *)objA, (ZU_OBJ *)objB );                              \
-    }                                                                                       \
-    ZU_BOOL prefix##Equals( type *objA, type *objB )                                        \
-    {                                                                                       \
-        return zuObjCompare( (ZU_OBJ *)objA, (ZU_OBJ *)objB ) == 0;                         \
+#define ZU___STDFUNCS( type, prefix )                                  \
+    type *zu___outlined_##prefix##Retain( type *obj )                  \
+    {                                                                  \
+        ZU___STDFUNCS_CHECK( obj, "stdfunc retain", "obj" );           \
+        ZU___RETAIN_COUNT_INCREMENT( ( (ZU_OBJ *)obj )->retainCount ); \
+        return obj;                                                    \
+    }                                                                  \
+    void zu___outlined_##prefix##Release( type *obj )                  \
+    {                                                                  \
+        ZU___STDFUNCS_CHECK( obj, "stdfunc release", "obj" );          \
+        zu___RefRelease( (ZU_OBJ *)obj );                              \
+    }                                                                  \
+    type *prefix##From( ZU_OBJ *obj )                                  \
+    {                                                                  \
+        ZU___STDFUNCS_CHECK_FROM( obj, type );                         \
+        return (type *)obj;                                            \
+    }                                                                  \
+    ZU_OBJ *prefix##Obj( type *obj )                                   \
+    {                                                                  \
+        return (ZU_OBJ *)obj;                                          \
+    }                                                                  \
+    ZU_SORT *prefix##Sort( void )                                      \
+    {                                                                  \
+        return &zu___sort_##type;                                      \
+    }                                                                  \
+    ZU_STRING *prefix##ToString( type *obj )                           \
+    {                                                                  \
+        ZU___STDFUNCS_CHECK( obj, "stdfunc tostring", "obj" );         \
+        return zuObjToString( (ZU_OBJ *)obj );                         \
+    }                                                                  \
+    ZU_INT prefix##Compare( type *objA, type *objB )                   \
+    {                                                                  \
+        ZU___STDFUNCS_CHECK( objA, "stdfunc compare a", "objA" );      \
+        ZU___STDFUNCS_CHECK( objB, "stdfunc compare b", "objB" );      \
+        return zuObjCompare( (ZU_OBJ *)objA, (ZU_OBJ *)objB );         \
+    }                                                                  \
+    ZU_BOOL prefix##Equals( type *objA, type *objB )                   \
+    {                                                                  \
+        return zuObjCompare( (ZU_OBJ *)objA, (ZU_OBJ *)objB ) == 0;    \
     }
 
 // A check of a standard operation: these alone have both a message and an expression.
@@ -236,5 +235,10 @@ ZU___INLINE_TWIN void zu___RefRelease( ZU_OBJ *obj )
             zu___Abort( message, __FILE__, __LINE__, expression ); \
         }                                                          \
     } while ( 0 )
+
+// The check of a cast.  The first two conditions are what the sort comes to nearly always, and save the call.
+#define ZU___STDFUNCS_CHECK_FROM( obj, type )                                                             \
+    ZU___STDFUNCS_CHECK( !obj || obj->sort == &zu___sort_##type || zuObjSort( obj ) == &zu___sort_##type, \
+                         "stdfunc from", "!obj || zuObjSort(obj)==&zu___sort_" #type )
 
 ZU_END_DECLS

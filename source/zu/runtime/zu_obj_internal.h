@@ -32,12 +32,11 @@ static inline void zu___ObjDeclareAllocationSizePrivate( ZU_OBJ *thisObj, ZU_INT
 }
 
 // Defines the checked downcast <prefix>From, and no more, for a class that only its own source file knows.
-#define ZU___STDFUNCS_PRIVATE( type, prefix )                                               \
-    static type *prefix##From( ZU_OBJ *obj )                                                \
-    {                                                                                       \
-        ZU___STDFUNCS_CHECK( !obj || zuObjSort( obj ) == &zu___sort_##type, "stdfunc from", \
-                             "!obj || zuObjSort(obj)==&zu___sort_" #type );                 \
-        return (type *)obj;                                                                 \
+#define ZU___STDFUNCS_PRIVATE( type, prefix )  \
+    static type *prefix##From( ZU_OBJ *obj )   \
+    {                                          \
+        ZU___STDFUNCS_CHECK_FROM( obj, type ); \
+        return (type *)obj;                    \
     }
 
 ZU_END_DECLS

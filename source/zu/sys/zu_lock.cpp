@@ -28,8 +28,7 @@ void zu___LockWake( ZU___LOCK *lock )
 void zu___LockInitialize( ZU___LOCK *lock )
 {
     ZU_ASSERT( lock );
-    lock->cell = nullptr;
-    __atomic_store_n( &lock->state, ZU___LOCK_FREE, __ATOMIC_RELAXED );
+    zu___LockInitializeInline( lock );
 }
 void zu___LockFinalize( ZU___LOCK * )
 {

@@ -5,7 +5,7 @@
 
 ZU_BEGIN_DECLS
 
-#define ZU___LOCK_FREE      UINT32_C( 0 )
+#define ZU___LOCK_FREE      UINT32_C( 0 ) // as in fresh static memory
 #define ZU___LOCK_HELD      UINT32_C( 1 )
 #define ZU___LOCK_CONTENDED UINT32_C( 2 ) // held, and somebody may be asleep
 
@@ -14,6 +14,11 @@ void zu___LockWait( ZU___LOCK *lock );
 // Wakes a sleeper of a lock that has just been freed.
 void zu___LockWake( ZU___LOCK *lock );
 
+// Nobody else knows the lock yet, and who makes it known orders this ahead.
+static inline void zu___LockInitializeInline( ZU___LOCK *lock )
+{
+    lock->cell = NULL; // all of it, the free state included
+}
 // Acquires pair with the releases in zu___LockReleaseInline: what one holder wrote, the next one sees.
 static inline ZU_BOOL zu___LockTry( ZU___LOCK *lock )
 {
