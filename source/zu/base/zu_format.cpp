@@ -12,6 +12,7 @@
 #include <cfloat>
 #include <cmath>
 #include <cstring>
+#include <type_traits>
 
 static constexpr char LOWER_DIGITS[] = "0123456789abcdefghijklmnopqrstuvwxyz";
 static constexpr char UPPER_DIGITS[] = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
@@ -61,19 +62,24 @@ void zu___FormatShutdown( void )
     ZU_REF_POISON( lowerTrue );
 }
 
-// Opens a gap of `count` elements, which are not 0, behind `*dest`.  The first case is what zu___StringMakeRoom comes
-// to nearly always; a format asks for a gap with each of its parts.
-static ZU_CHAR *formatOpenGap( ZU_STRING **dest, ZU_INT count )
+// Opens a gap of `count` elements, which are not 0, behind `*dest`.  A format asks for a gap with each of its parts, and
+// nearly always takes free elements behind a text of its own; the front of an empty text is its end, and free elements
+// ahead of it would come first.
+[[gnu::noinline]] static ZU_CHAR *formatMakeRoom( ZU_STRING **dest, ZU_INT count )
 {
-    ZU_STRING *zus = *dest;
-    if ( ZU_REF_RETAIN_COUNT( zus ) == 1 && zus->length > 0 && zus->bspace >= count ) {
-        ZU_CHAR *gap = zus->chars + zus->fspace + zus->length;
-        zus->length += count;
-        zus->bspace -= count;
-        return gap;
-    }
     zu___StringUnshare( dest );
     return zu___StringMakeRoom( *dest, ( *dest )->length, count );
+}
+static inline ZU_CHAR *formatOpenGap( ZU_STRING **dest, ZU_INT count )
+{
+    ZU_STRING *zus = *dest;
+    if ( ZU_REF_RETAIN_COUNT( zus ) != 1 || zus->bspace < count || ( zus->length == 0 && zus->fspace > 0 ) ) {
+        return formatMakeRoom( dest, count );
+    }
+    ZU_CHAR *gap = zus->chars + zus->fspace + zus->length;
+    zus->length += count;
+    zus->bspace -= count;
+    return gap;
 }
 static ZU_CHAR *formatFill( ZU_CHAR *dest, ZU_CHAR ch, ZU_INT count )
 {
@@ -150,23 +156,21 @@ static const char *formatDigits( ZU_INT flags )
     return flags & ZU_FORMAT_FLAG_UPPERCASE ? UPPER_DIGITS : LOWER_DIGITS;
 }
 
-// Returns what shows `base` under `flags`, the empty text for nothing.
-static const char *formatBasePrefix( ZU_INT base, ZU_INT flags )
+// Returns what shows `base` under `flags`, null for nothing.
+static const BASE_PREFIX *formatBasePrefix( ZU_INT base, ZU_INT flags )
 {
-    if ( base == 10 && !( flags & ZU_FORMAT_FLAG_BASEDECIMAL ) ) {
-        return "";
+    if ( !( flags & ( ZU_FORMAT_FLAG_BASEMNEMONIC | ZU_FORMAT_FLAG_BASENUMERIC ) ) ||
+         ( base == 10 && !( flags & ZU_FORMAT_FLAG_BASEDECIMAL ) ) ) {
+        return nullptr;
     }
     if ( flags & ZU_FORMAT_FLAG_BASEMNEMONIC ) {
         for ( size_t i = flags & ZU_FORMAT_FLAG_UPPERCASE ? 1 : 0; i < MNEMONIC_PREFIXES; i += 2 ) {
             if ( BASE_PREFIXES[ i ].base == base ) {
-                return BASE_PREFIXES[ i ].text;
+                return &BASE_PREFIXES[ i ];
             }
         }
     }
-    if ( flags & ( ZU_FORMAT_FLAG_BASEMNEMONIC | ZU_FORMAT_FLAG_BASENUMERIC ) ) {
-        return BASE_PREFIXES[ MNEMONIC_PREFIXES + (size_t)( base - BASE_MIN ) ].text;
-    }
-    return "";
+    return &BASE_PREFIXES[ MNEMONIC_PREFIXES + (size_t)( base - BASE_MIN ) ];
 }
 // Returns the sign that is shown, 0 for none.
 static ZU_CHAR formatSign( bool negative, ZU_INT flags )
@@ -178,9 +182,9 @@ static ZU_CHAR formatSign( bool negative, ZU_INT flags )
 }
 
 // The number of code points of sign and prefix.
-static ZU_INT formatMeasureHead( ZU_CHAR sign, const char *prefix )
+static ZU_INT formatMeasureHead( ZU_CHAR sign, const BASE_PREFIX *prefix )
 {
-    return ( sign ? 1 : 0 ) + (ZU_INT)strlen( prefix );
+    return ( sign ? 1 : 0 ) + ( prefix ? (ZU_INT)strlen( prefix->text ) : 0 );
 }
 
 // Appends the field of a number but for the `length` code points of its digits and point, and returns their place.  The
@@ -189,7 +193,7 @@ static ZU_CHAR *formatOpenNumber( ZU_STRING **dest, bool negative, ZU_INT length
                                   ZU_INT flags )
 {
     ZU_CHAR sign = formatSign( negative, flags );
-    const char *prefix = formatBasePrefix( base, flags );
+    const BASE_PREFIX *prefix = formatBasePrefix( base, flags );
     ZU_INT ahead = formatMeasureHead( sign, prefix );
     ZU_ASSERT( ZU_INT_ADD_OK( length, ahead ) );
     ZU_INT padding = minWidth > length + ahead ? minWidth - ( length + ahead ) : 0;
@@ -200,8 +204,8 @@ static ZU_CHAR *formatOpenNumber( ZU_STRING **dest, bool negative, ZU_INT length
     if ( sign ) {
         *pos++ = sign;
     }
-    for ( ; *prefix; prefix++ ) {
-        *pos++ = (uint8_t)*prefix;
+    for ( const char *text = prefix ? prefix->text : ""; *text; text++ ) {
+        *pos++ = (uint8_t)*text;
     }
     if ( flags & ZU_FORMAT_FLAG_ZEROPAD ) {
         pos = formatFill( pos, '0', padding );
@@ -247,16 +251,19 @@ static ZU_INT formatCountDigits( uint64_t magnitude, ZU_INT base )
 static void formatWriteDigits( ZU_CHAR *end, uint64_t magnitude, ZU_INT base, const char *alphabet )
 {
     if ( base == 10 ) {
-        for ( ; magnitude >= 100; magnitude /= 100 ) {
-            uint32_t pair = (uint32_t)( magnitude % 100 );
-            *--end = '0' + pair % 10;
-            *--end = '0' + pair / 10;
+        // Each division waits for the one before, so that four digits at a time wait less.
+        for ( ; magnitude >= 10000; magnitude /= 10000 ) {
+            uint32_t four = (uint32_t)( magnitude % 10000 );
+            *--end = '0' + four % 10;
+            *--end = '0' + four / 10 % 10;
+            *--end = '0' + four / 100 % 10;
+            *--end = '0' + four / 1000;
         }
-        if ( magnitude >= 10 ) {
-            *--end = '0' + (uint32_t)magnitude % 10;
-            magnitude = (uint32_t)magnitude / 10;
-        }
-        *--end = '0' + (uint32_t)magnitude;
+        uint32_t rest = (uint32_t)magnitude;
+        do {
+            *--end = '0' + rest % 10;
+            rest /= 10;
+        } while ( rest > 0 );
     } else if ( std::has_single_bit( (uint64_t)base ) ) {
         int digitBits = std::countr_zero( (uint64_t)base );
         do {
@@ -428,6 +435,29 @@ ZU_STRING *zuFormatEncodeReal( double value, ZU_INT base, ZU_INT minWidth, ZU_IN
 }
 
 // Decoding
+
+// Asserts that the `srcLength` code points from `srcOffset` on are within the text of `src`.
+#define DECODE_ASSERT_RANGE( src, srcOffset, srcLength )    \
+    do {                                                    \
+        ZU_ASSERT( src );                                   \
+        ZU_ASSERT( srcOffset >= 0 );                        \
+        ZU_ASSERT( srcLength >= 0 );                        \
+        ZU_ASSERT( ZU_INT_ADD_OK( srcOffset, srcLength ) ); \
+        ZU_ASSERT( srcOffset + srcLength <= src->length );  \
+    } while ( 0 )
+
+// Stores results where they are asked for.
+template <typename VALUE>
+static void decodeStore( VALUE *value, std::type_identity_t<VALUE> newValue, ZU_INT *consumed, ZU_INT newConsumed )
+{
+    if ( value ) {
+        *value = newValue;
+    }
+    if ( consumed ) {
+        *consumed = newConsumed;
+    }
+}
+
 struct DECODE_CURSOR {
     const ZU_CHAR *pos;
     const ZU_CHAR *end;
@@ -526,12 +556,7 @@ ZU_BOOL zuFormatTryDecodeIntChars( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT 
     ZU_ASSERT( srcLength >= 0 );
     ZU_ASSERT( base == -1 || base >= 2 );
     ZU_ASSERT( base <= 36 );
-    if ( value ) {
-        *value = 0;
-    }
-    if ( consumed ) {
-        *consumed = 0;
-    }
+    decodeStore( value, 0, consumed, 0 );
     DECODE_CURSOR cursor = { src, src + srcLength, base, false };
     if ( !decodeTakeHead( &cursor, true ) ) {
         return ZU_FALSE;
@@ -549,22 +574,13 @@ ZU_BOOL zuFormatTryDecodeIntChars( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT 
     }
     bool found = cursor.pos > digits;
     decodeSkipWhiteSpace( &cursor );
-    if ( value ) {
-        *value = total;
-    }
-    if ( consumed ) {
-        *consumed = cursor.pos - src;
-    }
+    decodeStore( value, total, consumed, cursor.pos - src );
     return found;
 }
 ZU_BOOL zuFormatTryDecodeInt( ZU_STRING *src, ZU_INT srcOffset, ZU_INT srcLength, ZU_INT base, ZU_INT *value,
                               ZU_INT *consumed )
 {
-    ZU_ASSERT( src );
-    ZU_ASSERT( srcOffset >= 0 );
-    ZU_ASSERT( srcLength >= 0 );
-    ZU_ASSERT( ZU_INT_ADD_OK( srcOffset, srcLength ) );
-    ZU_ASSERT( srcOffset + srcLength <= src->length );
+    DECODE_ASSERT_RANGE( src, srcOffset, srcLength );
     return zuFormatTryDecodeIntChars( zuStringBacking( src ) + srcOffset, srcLength, base, value, consumed );
 }
 
@@ -574,12 +590,7 @@ ZU_BOOL zuFormatTryDecodeRealChars( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT
     ZU_ASSERT( srcLength >= 0 );
     ZU_ASSERT( base == -1 || base >= 2 );
     ZU_ASSERT( base <= 36 );
-    if ( value ) {
-        *value = 0.0;
-    }
-    if ( consumed ) {
-        *consumed = 0;
-    }
+    decodeStore( value, 0.0, consumed, 0 );
     DECODE_CURSOR cursor = { src, src + srcLength, base, false };
     if ( !decodeTakeHead( &cursor, false ) ) {
         return ZU_FALSE;
@@ -609,22 +620,13 @@ ZU_BOOL zuFormatTryDecodeRealChars( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT
     }
     bool found = cursor.pos > digits;
     decodeSkipWhiteSpace( &cursor );
-    if ( value ) {
-        *value = total;
-    }
-    if ( consumed ) {
-        *consumed = cursor.pos - src;
-    }
+    decodeStore( value, total, consumed, cursor.pos - src );
     return found;
 }
 ZU_BOOL zuFormatTryDecodeReal( ZU_STRING *src, ZU_INT srcOffset, ZU_INT srcLength, ZU_INT base, double *value,
                                ZU_INT *consumed )
 {
-    ZU_ASSERT( src );
-    ZU_ASSERT( srcOffset >= 0 );
-    ZU_ASSERT( srcLength >= 0 );
-    ZU_ASSERT( ZU_INT_ADD_OK( srcOffset, srcLength ) );
-    ZU_ASSERT( srcOffset + srcLength <= src->length );
+    DECODE_ASSERT_RANGE( src, srcOffset, srcLength );
     return zuFormatTryDecodeRealChars( zuStringBacking( src ) + srcOffset, srcLength, base, value, consumed );
 }
 
@@ -649,12 +651,7 @@ ZU_BOOL zuFormatTryDecodeBoolChars( const ZU_CHAR *src, ZU_INT srcLength, ZU_BOO
 {
     ZU_ASSERT( src || srcLength == 0 );
     ZU_ASSERT( srcLength >= 0 );
-    if ( value ) {
-        *value = ZU_FALSE;
-    }
-    if ( consumed ) {
-        *consumed = 0;
-    }
+    decodeStore( value, ZU_FALSE, consumed, 0 );
     double real;
     if ( numeric && zuFormatTryDecodeRealChars( src, srcLength, -1, &real, consumed ) ) {
         if ( value ) {
@@ -669,21 +666,12 @@ ZU_BOOL zuFormatTryDecodeBoolChars( const ZU_CHAR *src, ZU_INT srcLength, ZU_BOO
     if ( found ) {
         decodeSkipWhiteSpace( &cursor );
     }
-    if ( value ) {
-        *value = isTrue;
-    }
-    if ( consumed ) {
-        *consumed = cursor.pos - src;
-    }
+    decodeStore( value, isTrue, consumed, cursor.pos - src );
     return found;
 }
 ZU_BOOL zuFormatTryDecodeBool( ZU_STRING *src, ZU_INT srcOffset, ZU_INT srcLength, ZU_BOOL numeric, ZU_BOOL *value,
                                ZU_INT *consumed )
 {
-    ZU_ASSERT( src );
-    ZU_ASSERT( srcOffset >= 0 );
-    ZU_ASSERT( srcLength >= 0 );
-    ZU_ASSERT( ZU_INT_ADD_OK( srcOffset, srcLength ) );
-    ZU_ASSERT( srcOffset + srcLength <= src->length );
+    DECODE_ASSERT_RANGE( src, srcOffset, srcLength );
     return zuFormatTryDecodeBoolChars( zuStringBacking( src ) + srcOffset, srcLength, numeric, value, consumed );
 }

@@ -215,20 +215,38 @@ static constexpr FORMAT_CONVERSION CONVERSIONS[] = {
     { "lW", formatWcstrLength }, { "m", formatRun },
 };
 
+static constexpr ZU_INT CONVERSION_COUNT = sizeof CONVERSIONS / sizeof CONVERSIONS[ 0 ];
+
+// Where in the table the names begin that begin with an ASCII character; its end if none does.
+struct FIRST_NAMES {
+    uint8_t of[ 0x80 ];
+};
+static constexpr FIRST_NAMES FIRST = [] {
+    FIRST_NAMES first = {};
+    for ( uint8_t &index : first.of ) {
+        index = CONVERSION_COUNT;
+    }
+    for ( ZU_INT i = CONVERSION_COUNT - 1; i >= 0; i-- ) {
+        first.of[ (uint8_t)CONVERSIONS[ i ].name[ 0 ] ] = (uint8_t)i;
+    }
+    return first;
+}();
+
 // Finds the name at the front of `src`, which is not empty, and stores its length; null for none.
 static const FORMAT_CONVERSION *formatFindConversion( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT *nameLength )
 {
-    for ( const FORMAT_CONVERSION &conversion : CONVERSIONS ) {
-        if ( src[ 0 ] != (ZU_CHAR)conversion.name[ 0 ] ) {
-            continue;
+    for ( ZU_INT i = src[ 0 ] < 0x80 ? FIRST.of[ src[ 0 ] ] : CONVERSION_COUNT; i < CONVERSION_COUNT; i++ ) {
+        const FORMAT_CONVERSION *conversion = &CONVERSIONS[ i ];
+        if ( src[ 0 ] != (ZU_CHAR)conversion->name[ 0 ] ) {
+            break;
         }
-        if ( conversion.name[ 1 ] == 0 ) {
+        if ( conversion->name[ 1 ] == 0 ) {
             *nameLength = 1;
-            return &conversion;
+            return conversion;
         }
-        if ( srcLength > 1 && src[ 1 ] == (ZU_CHAR)conversion.name[ 1 ] ) {
+        if ( srcLength > 1 && src[ 1 ] == (ZU_CHAR)conversion->name[ 1 ] ) {
             *nameLength = 2;
-            return &conversion;
+            return conversion;
         }
     }
     return nullptr;
@@ -269,6 +287,13 @@ static bool formatTakeFlag( FORMAT_DIRECTIVE *directive, ZU_CHAR ch )
     }
 }
 
+static constexpr ZU_INT PLAIN_DIGITS_MAX = 18; // which are within a ZU_INT for sure
+
+// Tells of some characters that neither numbers nor the white space around them have them.
+static bool formatEndsNumber( ZU_CHAR ch )
+{
+    return ( ch >= 'A' && ch <= 'z' ) || ch == '.' || ch == '!';
+}
 // Takes a number from the arguments for a "*", else from the format, and moves `*pos` behind it; without a number
 // nothing changes.  The decoder takes white space around the number too.
 static bool formatTakeNumber( const ZU_CHAR *chars, ZU_INT length, ZU_INT *pos, va_list *args, ZU_INT *number )
@@ -278,11 +303,20 @@ static bool formatTakeNumber( const ZU_CHAR *chars, ZU_INT length, ZU_INT *pos, 
         *number = va_arg( *args, ZU_INT );
         return true;
     }
-    // Most often the name follows, or the next part: nothing that the decoder would have to look at.
-    if ( *pos < length && ( ( chars[ *pos ] >= 'A' && chars[ *pos ] <= 'z' ) || chars[ *pos ] == '.' ) ) {
-        return false;
+    // Most often the name or the next part follows, or a few digits and then that, and the decoder has nothing to add.
+    ZU_INT value = 0;
+    ZU_INT behind = *pos;
+    for ( ; behind < length && behind - *pos < PLAIN_DIGITS_MAX && chars[ behind ] - '0' < 10; behind++ ) {
+        value = value * 10 + ( chars[ behind ] - '0' );
     }
-    ZU_INT value;
+    if ( behind < length && formatEndsNumber( chars[ behind ] ) ) {
+        bool found = behind > *pos;
+        if ( found ) {
+            *pos = behind;
+            *number = value;
+        }
+        return found;
+    }
     ZU_INT consumed;
     if ( !zuFormatTryDecodeIntChars( chars + *pos, length - *pos, 10, &value, &consumed ) ) {
         return false;
