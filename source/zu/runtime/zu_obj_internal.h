@@ -5,6 +5,7 @@
 #include "zu/runtime/zu_obj.h"
 #include "zu/runtime/zu_sort.h"
 #include "zu/sys/zu_chars.h"
+#include "zu/sys/zu_unique.h"
 
 ZU_BEGIN_DECLS
 
@@ -15,11 +16,18 @@ struct ZU___OBJ_LOG_ENTRY {
     ZU___OBJ_LOG_ENTRY *next;
 };
 
-// As zuObjCompare.  Two objects of one class with an order of its own, as nearly all keys are, take no detour to it.
+// As zuObjCompare.  Two objects of one class, as nearly all keys are, take no detour to its order or to their numbers.
 static inline ZU_INT zu___ObjCompareInline( ZU_OBJ *objA, ZU_OBJ *objB )
 {
-    if ( ZU___LIKELY( objA && objB && objA->sort && objA->sort == objB->sort && objA->sort->compareFunc ) ) {
-        return objA == objB ? 0 : objA->sort->compareFunc( objA, objB );
+    if ( ZU___LIKELY( objA && objB && objA->sort && objA->sort == objB->sort ) ) {
+        if ( ZU___LIKELY( objA->sort->compareFunc ) ) {
+            return objA == objB ? 0 : objA->sort->compareFunc( objA, objB );
+        }
+        ZU_INT uniqueA = __atomic_load_n( &objA->unique, __ATOMIC_ACQUIRE );
+        ZU_INT uniqueB = __atomic_load_n( &objB->unique, __ATOMIC_ACQUIRE );
+        if ( uniqueA != ZU___UNIQUE_INVALID && uniqueB != ZU___UNIQUE_INVALID ) {
+            return ( uniqueA > uniqueB ) - ( uniqueA < uniqueB );
+        }
     }
     return zuObjCompare( objA, objB );
 }
