@@ -1,9 +1,16 @@
 // Two dicts answer the two questions: one is sorted by priority, the other one finds an object's place in it.  They are
 // values themselves, so that a copy shares both until either map is changed.
+//
+// A map that nobody shares gives an object another priority where it stands: its entry moves, with what lies between the
+// two places, and the dict of the objects is not touched.  Schedules do little else.
 
 #include "zu/base/zu_priority_map_internal.h"
 
+#include "zu/base/zu_dict_internal.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/runtime/zu_obj_internal.h"
+
+#include <cstring>
 
 static void priorityMapFree( ZU_OBJ *thisObj );
 static ZU_INT priorityMapCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj );
@@ -39,17 +46,22 @@ static void priorityMapEntryFree( ZU_OBJ *thisObj )
     ZU_REF_RELEASE_OPT( entry->value );
     ZU_REF_POISON( entry->value );
 }
+// Tells how an entry stands to one of this priority and value.
+static ZU_INT priorityMapEntryOrder( const ZU___PRIORITY_MAP_ENTRY *entry, ZU_INT priority, ZU_OBJ *value )
+{
+    if ( entry->priority != priority ) {
+        return entry->priority < priority ? -1 : 1;
+    }
+    if ( !entry->value || !value ) {
+        return ( entry->value != nullptr ) - ( value != nullptr );
+    }
+    return zu___ObjCompareInline( entry->value, value );
+}
 static ZU_INT priorityMapEntryCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
 {
     ZU___PRIORITY_MAP_ENTRY *entryA = priorityMapEntryFrom( thisObj );
     ZU___PRIORITY_MAP_ENTRY *entryB = priorityMapEntryFrom( thatObj );
-    if ( entryA->priority != entryB->priority ) {
-        return entryA->priority < entryB->priority ? -1 : 1;
-    }
-    if ( !entryA->value || !entryB->value ) {
-        return ( entryA->value != nullptr ) - ( entryB->value != nullptr );
-    }
-    return zuObjCompare( entryA->value, entryB->value );
+    return priorityMapEntryOrder( entryA, entryB->priority, entryB->value );
 }
 
 // Creation
@@ -189,6 +201,51 @@ static void priorityMapDelEntry( ZU_PRIORITY_MAP *map, ZU_OBJ *entry )
     zuDictDelAt( &map->entryDict, idx );
 }
 
+// Returns where an entry of this priority and value stands or belongs.  The ends are tried first, as a dict does.
+static ZU_INT priorityMapFind( const ZU_DICT *entryDict, ZU_INT priority, ZU_OBJ *value )
+{
+    auto isAhead = [ = ]( ZU_INT idx ) {
+        return priorityMapEntryOrder( (ZU___PRIORITY_MAP_ENTRY *)entryDict->items[ idx ].key, priority, value ) < 0;
+    };
+    ZU_INT last = entryDict->length - 1;
+    if ( last < 0 || !isAhead( 0 ) ) {
+        return 0;
+    }
+    if ( isAhead( last ) ) {
+        return last + 1;
+    }
+    ZU_INT ahead = 0; // `last` is not
+    while ( last - ahead > 1 ) {
+        ZU_INT mid = ahead + ( last - ahead ) / 2;
+        ( isAhead( mid ) ? ahead : last ) = mid;
+    }
+    return last;
+}
+// Gives an entry of a private map another priority.  False if that cannot be done in place: another map has it too.
+static bool priorityMapTryMove( ZU_PRIORITY_MAP *map, ZU___PRIORITY_MAP_ENTRY *entry, ZU_INT priority )
+{
+    if ( ZU_REF_RETAIN_COUNT( map->entryDict ) > 1 || ZU_REF_RETAIN_COUNT( map->objDict ) > 1 ||
+         ZU_REF_RETAIN_COUNT( entry ) > 2 ) {
+        return false;
+    }
+    ZU___DICT_PAIR *items = map->entryDict->items;
+    ZU_INT from = priorityMapFind( map->entryDict, entry->priority, entry->value );
+    if ( from == map->entryDict->length || items[ from ].key != &entry->obj ) {
+        return false; // the order of the objects contradicts itself
+    }
+    ZU_INT to = priorityMapFind( map->entryDict, priority, entry->value );
+    ZU___DICT_PAIR pair = items[ from ];
+    if ( to > from ) {
+        to--; // what stands between moves up into the gap
+        memmove( items + from, items + from + 1, (size_t)( to - from ) * sizeof( ZU___DICT_PAIR ) );
+    } else {
+        memmove( items + to + 1, items + to, (size_t)( from - to ) * sizeof( ZU___DICT_PAIR ) );
+    }
+    items[ to ] = pair;
+    entry->priority = priority;
+    return true;
+}
+
 void zuPriorityMapSet( ZU_PRIORITY_MAP **map, ZU_INT priority, ZU_OBJ *obj )
 {
     ZU_ASSERT( map );
@@ -199,17 +256,16 @@ void zuPriorityMapSet( ZU_PRIORITY_MAP **map, ZU_INT priority, ZU_OBJ *obj )
     priorityMapUnshare( map );
     ZU_PRIORITY_MAP *own = *map;
     ZU_INT idx = zuDictIndexOfObjKey( own->objDict, obj );
-    bool same = false;
-    if ( idx != -1 ) {
-        ZU_OBJ *old = zuDictValueAt( own->objDict, idx );
-        same = priorityMapEntryFrom( old )->priority == priority;
-        if ( !same ) {
+    ZU___PRIORITY_MAP_ENTRY *old = idx != -1 ? priorityMapEntryFrom( own->objDict->items[ idx ].val ) : nullptr;
+    bool done =
+        old && ( old->priority == priority || ( old->value == obj && priorityMapTryMove( own, old, priority ) ) );
+    if ( !done ) {
+        if ( old ) {
+            zuObjRetain( &old->obj );
             zuDictDelAt( &own->objDict, idx );
-            priorityMapDelEntry( own, old );
+            priorityMapDelEntry( own, &old->obj );
+            ZU_REF_RELEASE( old );
         }
-        ZU_REF_RELEASE( old );
-    }
-    if ( !same ) {
         ZU___PRIORITY_MAP_ENTRY *entry = priorityMapEntryCreate( priority, obj );
         zuDictSetObjKey( &own->entryDict, &entry->obj, obj );
         zuDictSetObjKey( &own->objDict, obj, &entry->obj );

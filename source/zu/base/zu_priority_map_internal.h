@@ -13,7 +13,7 @@ struct ZU_PRIORITY_MAP {
     ZU_DICT *objDict;   // from the object to the entry
 };
 
-// The place of an object: ordered by priority, then by object.  Immutable.
+// The place of an object: ordered by priority, then by object.  Immutable if several maps have it.
 typedef struct ZU___PRIORITY_MAP_ENTRY {
     ZU_OBJ obj;
     ZU_INT priority;
