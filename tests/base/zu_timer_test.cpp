@@ -224,12 +224,41 @@ TEST( Timer, FollowsTheCalendar )
     waitBehind( 1 );
     EXPECT_EQ( fired.count, 1 );
 
+    // What a call of the calendar schedules comes when the other timers have been looked at.
     auto done = zu::adopt( zuSignalCreate() );
     auto soon = secondsFromNow( 2 );
-    auto next = zu::adopt( zuTimerCreateSignal( done.get() ) );
-    zuTimerScheduleAtTime( next.get(), soon.get() );
+    auto last = zu::adopt( zuTimerCreateSignal( done.get() ) );
+    Fired next;
+    next.then = [ & ] { zuTimerSchedule( last.get(), 1 ); };
+    auto nextTimer = makeTimer( &next );
+    zuTimerScheduleAtTime( nextTimer.get(), soon.get() );
     zuSignalWait( done.get() );
     EXPECT_GE( zuTimeCompare( zu::adopt( zuTimeNow() ).get(), soon.get() ), 0 );
+}
+
+// A thread that sleeps until a timer far away is due wakes for each that is due ahead of it, however it is filed.
+TEST( Timer, WakesForWhatIsDueFirst )
+{
+    Fired unused;
+    auto far = makeTimer( &unused );
+    auto done = zu::adopt( zuAlertCreate() );
+    auto gate = zu::adopt( zuBarrierCreate( ZU_TRUE ) );
+    auto listener = zu::adopt( zuAlertableCreateBarrier( gate.get() ) );
+    auto near = zu::adopt( zuTimerCreateAlert( done.get() ) );
+    for ( int round = 0; round < 300; round++ ) {
+        zuTimerSchedule( far.get(), 1000000 + round % 7 ); // moves the time of waking, or not
+        zuTimerSchedule( near.get(), 1000000 - round % 5 );
+        zuBarrierBlock( gate.get() );
+        zuAlertUnset( done.get() );
+        zuAlertAddAlertable( done.get(), listener.get() );
+        if ( round % 2 ) {
+            zuTimerSchedule( near.get(), round % 3 );
+        } else {
+            zuTimerScheduleAt( near.get(), zuTimestamp() + round % 3 );
+        }
+        zuBarrierPass( gate.get() );
+    }
+    EXPECT_EQ( unused.count, 0 );
 }
 
 TEST( Timer, OfTwoAtOneSecondTheLaterFires )

@@ -3,6 +3,11 @@
 //
 // The thread of the timers sleeps until the first relative timer is due or the calendar has to be looked at.  It closes
 // its barrier ahead of looking at the schedules, and whoever changes them opens it afterwards: no change is missed.
+//
+// Most timers are time-outs, scheduled for later and moved on again and again before they are due, so waking the thread
+// for each would cost ten times as much as filing it.  The thread tells until when it sleeps, and stays asleep where it
+// could only look, find nothing and sleep on: if what has been filed is not due before it wakes, and there is no calendar
+// whose next look would come at another time for having been looked at now.
 
 #include "zu/base/zu_timer.h"
 
@@ -40,10 +45,11 @@ struct ZU_TIMER {
     ZU_BOOL linger; // fires also when nobody holds it any more; guarded by timerMonitor
 };
 
-static ZU_MONITOR *timerMonitor = nullptr;         // guards the next three
+static ZU_MONITOR *timerMonitor = nullptr;         // guards the next four
 static ZU_PRIORITY_MAP *timerRelPrioMap = nullptr; // closures and the timestamps that they are due at
 static ZU_DICT *timerAbsDict = nullptr;            // from times to closures
 static bool timerShutdown = false;
+static ZU_INT timerWakeUp = ZU_INT_MAX; // the timestamp that the thread sleeps to; the maximum also while it is awake
 static ZU_BARRIER *timerBarrier = nullptr; // open: look at the schedules again
 static ZU_THREAD *timerThread = nullptr;
 
@@ -224,15 +230,26 @@ void zu___TimerSetLinger( ZU_TIMER *timer, ZU_BOOL linger )
     zuMonitorLeave( timerMonitor );
 }
 
-// Files the closure by a timestamp; tells whether it stands first.
+// Ends a schedule by the calendar.  One by a timestamp stays for the time being, since filing moves a closure.
+static void timerDropOtherLocked( ZU___TIMER_CLOSURE *tcl )
+{
+    if ( tcl->schedAbs ) {
+        timerDropScheduleLocked( tcl );
+    }
+}
+// Files the closure by a timestamp; tells whether the thread has to look at the schedules for that.
 static bool timerFileLocked( ZU___TIMER_CLOSURE *tcl, ZU_INT timestamp )
 {
     zuPriorityMapSet( &timerRelPrioMap, timestamp, &tcl->obj );
+    __atomic_store_n( &tcl->sched, 1, __ATOMIC_RELEASE );
+    tcl->schedRel = ZU_TRUE;
+    return timestamp < timerWakeUp || zuDictLength( timerAbsDict ) > 0;
+}
+static bool timerIsFirstLocked( ZU___TIMER_CLOSURE *tcl )
+{
     ZU_OBJ *first = zuPriorityMapValueAt( timerRelPrioMap, 0 );
     bool isFirst = first == &tcl->obj;
     zuObjRelease( first );
-    __atomic_store_n( &tcl->sched, 1, __ATOMIC_RELEASE );
-    tcl->schedRel = ZU_TRUE;
     return isFirst;
 }
 void zuTimerSchedule( ZU_TIMER *timer, ZU_INT milliseconds )
@@ -240,22 +257,24 @@ void zuTimerSchedule( ZU_TIMER *timer, ZU_INT milliseconds )
     ZU_ASSERT( timer );
     ZU_ASSERT( milliseconds >= 0 );
     zuMonitorEnter( timerMonitor );
-    timerDropScheduleLocked( timer->tcl );
+    timerDropOtherLocked( timer->tcl );
     ZU_INT currentTimestamp = zuTimestamp();
     ZU_ASSERT( ZU_INT_ADD_OK( currentTimestamp, milliseconds ) );
-    timerFileLocked( timer->tcl, currentTimestamp + milliseconds );
+    bool wake = timerFileLocked( timer->tcl, currentTimestamp + milliseconds );
     zuMonitorLeave( timerMonitor );
-    zuBarrierUnblock( timerBarrier );
+    if ( wake ) {
+        zuBarrierUnblock( timerBarrier );
+    }
 }
 void zuTimerScheduleAt( ZU_TIMER *timer, ZU_INT timestamp )
 {
     ZU_ASSERT( timer );
     ZU_ASSERT( timestamp >= 0 );
     zuMonitorEnter( timerMonitor );
-    timerDropScheduleLocked( timer->tcl );
-    bool isFirst = timerFileLocked( timer->tcl, timestamp );
+    timerDropOtherLocked( timer->tcl );
+    bool wake = timerFileLocked( timer->tcl, timestamp ) && timerIsFirstLocked( timer->tcl );
     zuMonitorLeave( timerMonitor );
-    if ( isFirst ) {
+    if ( wake ) {
         zuBarrierUnblock( timerBarrier );
     }
 }
@@ -342,17 +361,22 @@ static ZU_INT timerFireAbsolute( ZU_TIME **now )
 static void zu___TimerThreadFunc( void )
 {
     ZU_TIME *now = zuTimeNow();
-    ZU_INT wait = -1;
+    ZU_INT limit = -1;
     bool shutdown;
     do {
-        zuBarrierPassTimed( timerBarrier, wait );
+        zuBarrierPassTimed( timerBarrier, limit );
         zuBarrierBlock( timerBarrier );
         zuMonitorEnter( timerMonitor );
+        // The monitor is left for each firing, and what is filed meanwhile may be looked at already.
+        timerWakeUp = ZU_INT_MAX;
         shutdown = timerShutdown;
-        ZU_INT relative = timerFireRelative( zuTimestamp() );
+        ZU_INT timestamp = zuTimestamp();
+        ZU_INT relative = timerFireRelative( timestamp );
         ZU_INT absolute = timerFireAbsolute( &now );
+        ZU_INT wakeUp = zuIntAddSaturating( timestamp, zuIntMin( relative, absolute ) );
+        timerWakeUp = wakeUp;
         zuMonitorLeave( timerMonitor );
-        wait = zuIntMin( relative, absolute );
+        limit = zuIntMax( wakeUp - zuTimestamp(), 0 );
     } while ( !shutdown );
     zuTimeRelease( now );
 }
@@ -364,6 +388,7 @@ void zu___TimerStartup( void )
     timerRelPrioMap = zuPriorityMapCreate();
     timerAbsDict = zuDictCreate();
     timerShutdown = false;
+    timerWakeUp = ZU_INT_MAX;
     timerBarrier = zuBarrierCreate( ZU_TRUE );
     timerThread =
         zuThreadTrySpawnCstr( "zu___TimerThreadFunc()", -1, zu___TimerThreadFunc, nullptr, ZU_THREAD_PRIORITY_HIGHEST );
