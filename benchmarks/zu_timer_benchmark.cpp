@@ -1,11 +1,13 @@
-// Timers: scheduling one and taking that back while others are pending, beside libuv's, which serve one thread and need
-// no lock; and how late a timer of a few milliseconds fires.
+// Timers: scheduling one and taking that back while others are pending, and scheduling each of many anew for any other
+// time, beside libuv's, which serve one thread and need no lock; and how late a timer of a few milliseconds fires.
 
 #include "zu/zu.hpp"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
+#include <random>
+#include <string>
 #include <vector>
 #ifdef ZU_BENCHMARK_LIBUV
 #include <uv.h>
@@ -13,13 +15,26 @@
 
 static constexpr ZU_INT FAR = 1000000; // milliseconds: nothing fires
 
-static void zuScheduleCancel( benchmark::State &state )
+static std::vector<zu::Ref<ZU_TIMER>> zuPending( int64_t count )
 {
     std::vector<zu::Ref<ZU_TIMER>> pending;
-    for ( int64_t i = 0; i < state.range( 0 ); i++ ) {
+    for ( int64_t i = 0; i < count; i++ ) {
         pending.push_back( zu::adopt( zuTimerCreate( nullptr, nullptr ) ) );
         zuTimerSchedule( pending.back().get(), FAR + i );
     }
+    return pending;
+}
+static void zuReschedule( benchmark::State &state )
+{
+    auto pending = zuPending( state.range( 0 ) );
+    std::minstd_rand random;
+    for ( auto _ : state ) {
+        zuTimerSchedule( pending[ random() % pending.size() ].get(), FAR + (ZU_INT)( random() % FAR ) );
+    }
+}
+static void zuScheduleCancel( benchmark::State &state )
+{
+    auto pending = zuPending( state.range( 0 ) );
     auto timer = zu::adopt( zuTimerCreate( nullptr, nullptr ) );
     for ( auto _ : state ) {
         zuTimerSchedule( timer.get(), FAR / 2 );
@@ -27,25 +42,47 @@ static void zuScheduleCancel( benchmark::State &state )
     }
 }
 #ifdef ZU_BENCHMARK_LIBUV
+struct UV {
+    uv_loop_t loop;
+    std::vector<uv_timer_t> timers;
+
+    explicit UV( int64_t count ) : timers( (size_t)count )
+    {
+        uv_loop_init( &loop );
+        for ( size_t i = 0; i < timers.size(); i++ ) {
+            uv_timer_init( &loop, &timers[ i ] );
+            schedule( &timers[ i ], FAR + (ZU_INT)i );
+        }
+    }
+    ~UV()
+    {
+        for ( uv_timer_t &timer : timers ) {
+            uv_close( (uv_handle_t *)&timer, nullptr );
+        }
+        uv_run( &loop, UV_RUN_DEFAULT );
+        uv_loop_close( &loop );
+    }
+    static void schedule( uv_timer_t *timer, ZU_INT milliseconds )
+    {
+        uv_timer_start(
+            timer, []( uv_timer_t * ) {}, (uint64_t)milliseconds, 0 );
+    }
+};
+static void uvReschedule( benchmark::State &state )
+{
+    UV uv( state.range( 0 ) );
+    std::minstd_rand random;
+    for ( auto _ : state ) {
+        UV::schedule( &uv.timers[ random() % uv.timers.size() ], FAR + (ZU_INT)( random() % FAR ) );
+    }
+}
 static void uvScheduleCancel( benchmark::State &state )
 {
-    uv_loop_t loop;
-    uv_loop_init( &loop );
-    std::vector<uv_timer_t> timers( (size_t)state.range( 0 ) + 1 );
-    auto fire = []( uv_timer_t * ) {};
-    for ( size_t i = 0; i < timers.size(); i++ ) {
-        uv_timer_init( &loop, &timers[ i ] );
-        uv_timer_start( &timers[ i ], fire, (uint64_t)FAR + i, 0 );
-    }
+    UV uv( state.range( 0 ) + 1 );
     for ( auto _ : state ) {
-        uv_timer_start( &timers.back(), fire, FAR / 2, 0 );
-        uv_timer_stop( &timers.back() );
+        UV::schedule( &uv.timers.back(), FAR / 2 );
+        uv_timer_stop( &uv.timers.back() );
     }
-    for ( uv_timer_t &timer : timers ) {
-        uv_close( (uv_handle_t *)&timer, nullptr );
-    }
-    uv_run( &loop, UV_RUN_DEFAULT );
-    uv_loop_close( &loop );
 }
 #endif
 
@@ -75,12 +112,23 @@ static void zuLateness( benchmark::State &state )
 int main( int argc, char **argv )
 {
     zuRuntimeStartup( 0, -1, nullptr, nullptr, nullptr, nullptr );
-    benchmark::RegisterBenchmark( "ScheduleCancel/10/zu", zuScheduleCancel )->Arg( 10 )->UseRealTime();
-    benchmark::RegisterBenchmark( "ScheduleCancel/1000/zu", zuScheduleCancel )->Arg( 1000 )->UseRealTime();
+    for ( int64_t count : { 10, 1000 } ) {
+        std::string of = "/" + std::to_string( count );
+        benchmark::RegisterBenchmark( ( "ScheduleCancel" + of + "/zu" ).c_str(), zuScheduleCancel )
+            ->Arg( count )
+            ->UseRealTime();
+        benchmark::RegisterBenchmark( ( "Reschedule" + of + "/zu" ).c_str(), zuReschedule )
+            ->Arg( count )
+            ->UseRealTime();
 #ifdef ZU_BENCHMARK_LIBUV
-    benchmark::RegisterBenchmark( "ScheduleCancel/10/uv", uvScheduleCancel )->Arg( 10 )->UseRealTime();
-    benchmark::RegisterBenchmark( "ScheduleCancel/1000/uv", uvScheduleCancel )->Arg( 1000 )->UseRealTime();
+        benchmark::RegisterBenchmark( ( "ScheduleCancel" + of + "/uv" ).c_str(), uvScheduleCancel )
+            ->Arg( count )
+            ->UseRealTime();
+        benchmark::RegisterBenchmark( ( "Reschedule" + of + "/uv" ).c_str(), uvReschedule )
+            ->Arg( count )
+            ->UseRealTime();
 #endif
+    }
     benchmark::RegisterBenchmark( "Lateness/zu", zuLateness )->UseRealTime();
     benchmark::Initialize( &argc, argv );
     benchmark::RunSpecifiedBenchmarks();
