@@ -30,7 +30,7 @@ __attribute__( ( constructor ) ) static void testRename( void )
 #endif
 
 #ifdef TEST_NO_MODULE
-ZU_API ZU_SORT sort___module;
+ZU_API_DATA ZU_SORT sort___module;
 ZU_SORT sort___module = ZU___SORT_INITIALIZER( "TEST_NO_MODULE", NULL, NULL, NULL, NULL );
 void *const testUnused[] = { (void *)testLoad, (void *)testPrepareUnload, (void *)testBeginUnload,
                              (void *)testEndUnload };

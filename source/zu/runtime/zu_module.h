@@ -77,10 +77,10 @@ struct ZU_MODULE {
     ZU_SORT *sortsLast;
 };
 
-ZU_API extern ZU_MODULE zu___module;
-ZU_API extern ZU___MODULE_RECORD zu___module_record;
+ZU_API_DATA extern ZU_MODULE zu___module;
+ZU_API_DATA extern ZU___MODULE_RECORD zu___module_record;
 /// A text that tells a person who looks into the file what it was built from.
-ZU_API extern const char *const zu___module_version_string;
+ZU_API_DATA extern const char *const zu___module_version_string;
 
 /// Tells whether a module that was built elsewhere fits into this process: whether object and record are whole, and
 /// what it says of the product is true of the process's.

@@ -17,8 +17,15 @@
 #define ZU_END_DECLS
 #endif
 
-/// Marks a function or datum that the shared library exports; everything else is hidden.
-#define ZU_API __attribute__( ( visibility( "default" ) ) )
+/// Marks a function that the shared library exports; everything else is hidden.  Callers take its address from the
+/// table that the loader fills and jump once, not by way of a stub that jumps again; clang does so by -fno-plt only.
+#if __has_attribute( noplt )
+#define ZU_API __attribute__( ( visibility( "default" ), noplt ) )
+#else
+#define ZU_API ZU_API_DATA
+#endif
+/// Marks a datum that the shared library exports.
+#define ZU_API_DATA __attribute__( ( visibility( "default" ) ) )
 
 /// Marks a function that never returns; the compiler moves the paths that lead to it out of the way.
 #define ZU_NORETURN __attribute__( ( noreturn, cold ) )
