@@ -5,6 +5,7 @@
 #include "zu_test_support.h"
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <random>
 #include <string>
@@ -225,55 +226,50 @@ private:
 void Operations::create( STRING_HOLDER &dest, const STRING_HOLDER &src )
 {
     const Text from = src.model->text;
-    ZU_INT offset = upTo( src.model->length() );
-    ZU_INT count = upTo( src.model->length() - offset );
-    MODEL_REF model = std::make_shared<STRING_MODEL>();
-    Text text = someText();
+    const size_t length = from.size(), offset = (size_t)upTo( (ZU_INT)length );
+    const size_t count = (size_t)upTo( (ZU_INT)( length - offset ) );
+    const Text text = someText();
     const std::string ascii( text.begin(), text.end() );
     const std::u16string wide( text.begin(), text.end() );
-    ZU_INT length = below( 2 ) ? -1 : (ZU_INT)text.size();
+    const ZU_INT textLength = (ZU_INT)text.size(), unitsLength = below( 2 ) ? -1 : textLength;
+    MODEL_REF model = std::make_shared<STRING_MODEL>();
+    auto make = [ & ]( ZU_STRING *zus, const Text &wanted ) {
+        modelInsert( model, 0, wanted );
+        replace( dest, zus, model );
+    };
     switch ( below( 12 ) ) {
     case 0:
-        modelInsert( model, 0, from );
-        return replace( dest, zuStringCreateFrom( src.zus ), model );
+        return make( zuStringCreateFrom( src.zus ), from );
     case 1:
-        modelInsert( model, 0, from.substr( (size_t)offset, (size_t)count ) );
-        return replace( dest, zuStringCreateFromInner( src.zus, offset, count ), model );
+        return make( zuStringCreateFromInner( src.zus, (ZU_INT)offset, (ZU_INT)count ), from.substr( offset, count ) );
     case 2:
-        modelInsert( model, 0, from.substr( 0, (size_t)offset ) );
-        return replace( dest, zuStringCreateFromLeading( src.zus, offset ), model );
+        return make( zuStringCreateFromLeading( src.zus, (ZU_INT)offset ), from.substr( 0, offset ) );
     case 3:
-        modelInsert( model, 0, from.substr( from.size() - (size_t)offset ) );
-        return replace( dest, zuStringCreateFromTrailing( src.zus, offset ), model );
+        return make( zuStringCreateFromTrailing( src.zus, (ZU_INT)offset ), from.substr( length - offset ) );
     case 4:
-        modelInsert( model, 0, from.substr( (size_t)( offset + count ) ) );
-        modelInsert( model, 0, from.substr( 0, (size_t)offset ) );
-        return replace( dest, zuStringCreateFromOuter( src.zus, offset, count ), model );
+        modelInsert( model, 0, from.substr( offset + count ) );
+        return make( zuStringCreateFromOuter( src.zus, (ZU_INT)offset, (ZU_INT)count ), from.substr( 0, offset ) );
     case 5:
-        modelInsert( model, 0, text );
-        return replace( dest, makeString( text ), text.empty() ? emptyModel : model );
+        model = text.empty() ? emptyModel : model;
+        return make( makeString( text ), text );
     case 6: {
         if ( text.empty() ) {
             return replace( dest, zuStringCreateFromCharsUse( nullptr, 0 ), emptyModel );
         }
-        ZU_CHAR *chars = (ZU_CHAR *)zuMemDupN( text.data(), (ZU_INT)text.size(), sizeof( ZU_CHAR ) );
+        ZU_CHAR *chars = (ZU_CHAR *)zuMemDupN( text.data(), textLength, sizeof( ZU_CHAR ) );
         *model = { text, 0, 0, true };
-        replace( dest, zuStringCreateFromCharsUse( chars, (ZU_INT)text.size() ), model );
+        replace( dest, zuStringCreateFromCharsUse( chars, textLength ), model );
         EXPECT_EQ( zuStringBacking( dest.zus ), chars );
         return;
     }
     case 7:
-        modelInsert( model, 0, text );
-        return replace( dest, zuStringCreateFromAscii( ascii.c_str(), length ), model );
+        return make( zuStringCreateFromAscii( ascii.c_str(), unitsLength ), text );
     case 8:
-        modelInsert( model, 0, text );
-        return replace( dest, zuStringCreateFromUtf8( ascii.c_str(), length ), model );
+        return make( zuStringCreateFromUtf8( ascii.c_str(), unitsLength ), text );
     case 9:
-        modelInsert( model, 0, text );
-        return replace( dest, zuStringCreateFromCstr( ascii.c_str(), length ), model );
+        return make( zuStringCreateFromCstr( ascii.c_str(), unitsLength ), text );
     case 10:
-        modelInsert( model, 0, text );
-        return replace( dest, zuStringCreateFromWcstr( wide.c_str(), length ), model );
+        return make( zuStringCreateFromWcstr( wide.c_str(), unitsLength ), text );
     default:
         return replace( dest, zuStringRetain( src.zus ), src.model );
     }
@@ -401,86 +397,48 @@ static void expectStorage( ZU_STRING *zus, ZU_INT fspace, ZU_INT length, ZU_INT 
     EXPECT_EQ( zus->bspace, bspace );
     EXPECT_EQ( zus->chars != zus->inlineChars, onHeap );
 }
-
-TEST( String, TheEmptyOneIsShared )
+TEST( String, GrowsByAConstantSlack )
 {
-    ZU_STRING *empty = zuStringCreate();
-    ZU___RETAIN_COUNT count = ZU_REF_RETAIN_COUNT( empty );
-    ZU_STRING *again = zuStringCreate();
-    EXPECT_EQ( again, empty );
-    EXPECT_EQ( ZU_REF_RETAIN_COUNT( empty ), count + 1 );
-    zuStringAppendChar( &again, 'a' );
-    expectStorage( empty, 0, 0, 64, false );
-    expectStorage( again, 0, 1, 63, false );
-    zuStringDelOuter( &again, 0, 0 );
-    EXPECT_EQ( again, empty );
-    zuStringRelease( again );
-    EXPECT_EQ( ZU_REF_RETAIN_COUNT( empty ), count );
-    zuStringRelease( empty );
-}
-
-TEST( String, AppendsByAConstantSlack )
-{
-    ZU_STRING *zus = zuStringCreate();
+    ZU_STRING *empty = zuStringCreate(), *zus = zuStringCreate();
     for ( int i = 0; i < 64; i++ ) {
         zuStringAppendChar( &zus, 'a' );
     }
+    expectStorage( empty, 0, 0, 64, false );
     expectStorage( zus, 0, 64, 0, false );
     zuStringAppendChar( &zus, 'a' );
     expectStorage( zus, 0, 65, 32, true ); // of 97
-    for ( int i = 0; i < 32; i++ ) {
-        zuStringAppendChar( &zus, 'a' );
-    }
-    expectStorage( zus, 0, 97, 0, true );
-    zuStringRelease( zus );
-}
-
-TEST( String, PrependsAndCutsInPlace )
-{
-    ZU_STRING *zus = makeString( Text( 70, U'a' ) );
+    zuStringDelOuter( &zus, 0, 0 );
+    EXPECT_EQ( zus, empty );
+    zuStringInsertCharRun( &zus, 0, 'a', 70 );
     expectStorage( zus, 32, 70, 32, true ); // of 134
     const ZU_CHAR *text = zuStringBacking( zus );
     for ( int i = 0; i < 32; i++ ) {
         zuStringPrependChar( &zus, 'b' );
     }
-    EXPECT_EQ( zuStringBacking( zus ), text - 32 );
-    expectStorage( zus, 0, 102, 32, true );
+    EXPECT_EQ( zuStringBacking( zus ), text - 32 ) << "nothing moves";
     for ( int i = 0; i < 32; i++ ) {
         zuStringPrependChar( &zus, 'c' );
     }
     expectStorage( zus, 0, 134, 0, true );
     zuStringPrependChar( &zus, 'd' );
     expectStorage( zus, 32, 135, 32, true );
+    zuStringDelInner( &zus, 0, 50 );
+    expectStorage( zus, 32, 85, 32, true );
     zuStringRelease( zus );
-    zus = makeString( Text( 200, U'a' ) );
-    zuStringDelInner( &zus, 0, 100 );
-    expectStorage( zus, 32, 100, 32, true ); // of 164
-    zuStringRelease( zus );
+    zuStringRelease( empty );
 }
 
-TEST( String, InsertsItselfAsItStood )
+TEST( String, ChangesThatChangeNothingAndThemselves )
 {
-    ZU_STRING *zus = makeString( U"ab" );
-    zuStringInsert( &zus, 1, zus );
-    EXPECT_EQ( textOf( zus ), U"aabb" );
-    zuStringInsertOuter( &zus, 2, zus, 1, 2 );
-    EXPECT_EQ( textOf( zus ), U"aaabbb" );
-    zuStringRelease( zus );
-}
-
-TEST( String, WorksWithHolesOfAnySize )
-{
-    // A shared string that everything of is kept stays shared.
-    ZU_STRING *zus = makeString( U"abc" ), *copy = zuStringRetain( zus );
-    zuStringDelOuter( &copy, 0, 3 );
-    zuStringDelInner( &copy, 3, 0 );
+    ZU_STRING *zus = makeString( U"ab" ), *copy = zuStringRetain( zus ), *text = zuStringToString( zus );
+    EXPECT_EQ( text, zus );
+    zuStringRelease( text );
     zuStringInsertCharRun( &copy, 1, 0x110000, 0 ); // not looked at
     EXPECT_EQ( copy, zus );
     zuStringRelease( copy );
-    EXPECT_EQ( zuStringCharAt( zus, 2 ), ZU_CHAR{ 'c' } );
-    ZU_STRING *text = zuStringToString( zus );
-    EXPECT_EQ( text, zus );
-    zuStringRelease( text );
+    zuStringInsert( &zus, 1, zus );
+    zuStringInsertOuter( &zus, 2, zus, 1, 2 );
+    EXPECT_EQ( textOf( zus ), U"aaabbb" );
     zuStringRelease( zus );
 }
 
@@ -500,29 +458,29 @@ TEST( String, ComparesByCodePoint )
         const ZU_CHAR *charsB = (const ZU_CHAR *)b.data();
         ZU_INT lengthB = (ZU_INT)b.size();
         ASSERT_EQ( zuStringCompare( zusA, zusB ), a < b ? -1 : a > b );
-        ASSERT_EQ( zuStringEquals( zusA, zusB ), a == b );
-        ASSERT_EQ( zuStringEqualsChars( zusA, charsB, lengthB ), a == b );
+        using ANSWERS = std::array<ZU_BOOL, 3>;
         bool begins = a.compare( 0, b.size(), b ) == 0;
         bool ends = a.size() >= b.size() && a.compare( a.size() - b.size(), b.size(), b ) == 0;
-        ASSERT_EQ( zuStringBeginsWith( zusA, zusB ), begins );
-        ASSERT_EQ( zuStringBeginsWithChars( zusA, charsB, lengthB ), begins );
-        ASSERT_EQ( zuStringEndsWith( zusA, zusB ), ends );
-        ASSERT_EQ( zuStringEndsWithChars( zusA, charsB, lengthB ), ends );
+        std::vector<ANSWERS> answers = {
+            { zuStringEquals( zusA, zusB ), zuStringBeginsWith( zusA, zusB ), zuStringEndsWith( zusA, zusB ) },
+            { zuStringEqualsChars( zusA, charsB, lengthB ), zuStringBeginsWithChars( zusA, charsB, lengthB ),
+              zuStringEndsWithChars( zusA, charsB, lengthB ) }
+        };
         if ( lengthB == 1 ) {
-            ASSERT_EQ( zuStringEqualsChar( zusA, b[ 0 ] ), a == b );
-            ASSERT_EQ( zuStringBeginsWithChar( zusA, b[ 0 ] ), begins );
-            ASSERT_EQ( zuStringEndsWithChar( zusA, b[ 0 ] ), ends );
+            answers.push_back( { zuStringEqualsChar( zusA, b[ 0 ] ), zuStringBeginsWithChar( zusA, b[ 0 ] ),
+                                 zuStringEndsWithChar( zusA, b[ 0 ] ) } );
         }
-        std::string narrow( b.begin(), b.end() );
-        std::u16string wide( b.begin(), b.end() );
         if ( letters <= 2 ) {
-            ASSERT_EQ( zuStringEqualsCstr( zusA, narrow.c_str(), -1 ), a == b );
-            ASSERT_EQ( zuStringEqualsWcstr( zusA, wide.c_str(), lengthB ), a == b );
-            ASSERT_EQ( zuStringBeginsWithCstr( zusA, narrow.c_str(), lengthB ), begins );
-            ASSERT_EQ( zuStringBeginsWithWcstr( zusA, wide.c_str(), -1 ), begins );
-            ASSERT_EQ( zuStringEndsWithCstr( zusA, narrow.c_str(), -1 ), ends );
-            ASSERT_EQ( zuStringEndsWithWcstr( zusA, wide.c_str(), lengthB ), ends );
+            std::string narrow( b.begin(), b.end() );
+            std::u16string wide( b.begin(), b.end() );
+            answers.push_back( { zuStringEqualsCstr( zusA, narrow.c_str(), -1 ),
+                                 zuStringBeginsWithCstr( zusA, narrow.c_str(), lengthB ),
+                                 zuStringEndsWithCstr( zusA, narrow.c_str(), -1 ) } );
+            answers.push_back( { zuStringEqualsWcstr( zusA, wide.c_str(), lengthB ),
+                                 zuStringBeginsWithWcstr( zusA, wide.c_str(), -1 ),
+                                 zuStringEndsWithWcstr( zusA, wide.c_str(), lengthB ) } );
         }
+        ASSERT_EQ( answers, std::vector<ANSWERS>( answers.size(), { a == b, begins, ends } ) );
         zuStringRelease( zusA );
         zuStringRelease( zusB );
     }
@@ -595,11 +553,9 @@ TEST( StringAborts, NullAndRanges )
         const char *expression;
         std::function<void()> statement;
     } ROWS[] = {
-        { "zus", [ & ] { zuStringLength( none ); } },
         { "zus", [ & ] { zuStringBacking( none ); } },
         { "idx >= 0", [ & ] { zuStringCharAt( zus, -1 ); } },
         { "idx < zus->length", [ & ] { zuStringCharAt( zus, 3 ); } },
-        { "src", [ & ] { zuStringCreateFrom( none ); } },
         { "offset >= 0", [ & ] { zuStringCreateFromInner( zus, -1, -1 ); } },
         { "count <= src->length", [ & ] { zuStringCreateFromTrailing( zus, 4 ); } },
         { "offset + count <= src->length", [ & ] { zuStringCreateFromOuter( zus, 1, 3 ); } },
@@ -608,20 +564,17 @@ TEST( StringAborts, NullAndRanges )
         { "zuCharsAllOk( chs, chsLength )", [ & ] { zuStringCreateFromCharsCopy( chars, 2 ); } },
         { "dest", [ & ] { zuStringInsertInner( nowhere, 0, zus, 0, 0 ); } },
         { "*dest", [ & ] { zuStringInsertInner( &none, 0, zus, 0, 0 ); } },
-        { "idx >= 0", [ & ] { zuStringInsertInner( &zus, -1, none, 0, 0 ); } },
         { "idx <= (*dest)->length", [ & ] { zuStringInsertInner( &zus, 4, none, 0, 0 ); } },
         { "src", [ & ] { zuStringInsertInner( &zus, 0, none, -1, 0 ); } },
         { "offset >= 0", [ & ] { zuStringInsertInner( &zus, 0, zus, -1, -1 ); } },
         { "count >= 0", [ & ] { zuStringInsertInner( &zus, 0, zus, 4, -1 ); } },
         { "ZU_INT_ADD_OK( offset, count )", [ & ] { zuStringInsertInner( &zus, 0, zus, 1, ZU_INT_MAX ); } },
         { "offset + count <= src->length", [ & ] { zuStringInsertInner( &zus, 0, zus, 1, 3 ); } },
-        { "idx <= (*dest)->length", [ & ] { zuStringInsertOuter( &zus, 4, zus, 0, 3 ); } },
-        { "src", [ & ] { zuStringInsert( &zus, 0, none ); } },
+        { "idx <= (*dest)->length", [ & ] { zuStringInsertTrailing( &zus, 4, none, 4 ); } },
         { "count <= src->length", [ & ] { zuStringInsertTrailing( &zus, 0, zus, 4 ); } },
-        { "*zus", [ & ] { zuStringAppendChar( &none, 'a' ); } },
+        { "zus", [ & ] { zuStringAppendChar( nowhere, 0x110000 ); } },
+        { "*zus", [ & ] { zuStringAppendChar( &none, 0x110000 ); } },
         { "ZU_CHAR_OK( ch )", [ & ] { zuStringAppendChar( &zus, 0x110000 ); } },
-        { "ZU_CHAR_OK( ch )", [ & ] { zuStringInsertCharRun( &zus, 0, 0x110000, 1 ); } },
-        { "count >= 0", [ & ] { zuStringInsertCharRun( &zus, 0, 'a', -1 ); } },
         { "ZU_INT_ADD_OK( zus->length, count )", [ & ] { zuStringAppendCharRun( &zus, 'a', ZU_INT_MAX ); } },
         { "ZU_INT_ADD_OK( ZU_STRING_FSPACE + ZU_STRING_BSPACE + zus->length, count )",
           [ & ] { zuStringPrependCharRun( &zus, 'a', ZU_INT_MAX - 10 ); } },
@@ -629,26 +582,18 @@ TEST( StringAborts, NullAndRanges )
           [ & ] { zuStringAppendCharRun( &zus, 'a', ZU_INT_MAX - 10 ); } },
         { "ZU_INT_MUL_OK( count, size )", [ & ] { zuStringAppendCharRun( &zus, 'a', ZU_INT_MAX / 4 ); } },
         { "chs || chsLength == 0", [ & ] { zuStringPrependChars( &zus, nullptr, 1 ); } },
-        { "zuCharsAllOk( chs, chsLength )", [ & ] { zuStringInsertChars( &zus, 0, chars, 2 ); } },
-        { "dest", [ & ] { zuStringAppendCstr( nowhere, "", -1 ); } },
         { "thisObj", [ & ] { zuStringAppendObj( &zus, nullptr ); } },
-        { "zus", [ & ] { zuStringDelInner( nowhere, 0, 0 ); } },
         { "*zus", [ & ] { zuStringDelOuter( &none, 0, 0 ); } },
-        { "offset >= 0", [ & ] { zuStringDelOuter( &zus, -1, 1 ); } },
-        { "count >= 0", [ & ] { zuStringDelLeading( &zus, -1 ); } },
         { "ZU_INT_ADD_OK( offset, count )", [ & ] { zuStringDelInner( &zus, 1, ZU_INT_MAX ); } },
         { "offset + count <= (*zus)->length", [ & ] { zuStringDelInner( &zus, 1, 3 ); } },
         { "count <= (*zus)->length", [ & ] { zuStringDelTrailing( &zus, 4 ); } },
-        { "*zus", [ & ] { zuStringClear( &none ); } },
         { "idx >= -1", [ & ] { zuStringSetCharAt( &zus, -2, 'a' ); } },
         { "idx <= (*zus)->length", [ & ] { zuStringSetCharAt( &zus, 4, 'a' ); } },
         { "ZU_CHAR_OK( ch )", [ & ] { zuStringSetCharAt( &zus, 0, 0x110000 ); } },
-        { "zus", [ & ] { zuStringEqualsChar( none, 'a' ); } },
         { "zus", [ & ] { zuStringEqualsCstr( none, nullptr, 0 ); } },
         { "sub", [ & ] { zuStringBeginsWith( zus, none ); } },
-        { "zus", [ & ] { zuStringEndsWith( none, zus ); } },
+        { "zus", [ & ] { zuStringEndsWith( none, none ); } },
         { "ZU_CHAR_OK( ch )", [ & ] { zuStringBeginsWithChar( zus, 0x110000 ); } },
-        { "ZU_CHAR_OK( ch )", [ & ] { zuStringEndsWithChar( zus, 0x110000 ); } },
         { "subLen >= 0", [ & ] { zuStringBeginsWithChars( zus, chars, -1 ); } },
         { "sub || subLen == 0", [ & ] { zuStringEndsWithChars( zus, nullptr, 1 ); } },
         { "zuCharsAllOk( sub, subLen )", [ & ] { zuStringEndsWithChars( zus, chars, 2 ); } },

@@ -15,19 +15,15 @@ TEST( Real, ComparesWithinAnAbsoluteTolerance )
         double a, b;
         ZU_INT order, reverse;
     } ROWS[] = {
-        { 1.0, 1.0, 0, 0 },
         { 1.0, 1.0 + EPSILON, 0, 0 },
         { 1.0, 1.0 + 2 * EPSILON, -1, 1 },
-        { 0.0, -0.0, 0, 0 },
         { 0.0, EPSILON, 0, 0 },
         { -EPSILON / 2, EPSILON / 2, 0, 0 },
         { 0.0, EPSILON * 1.5, -1, 1 },
-        { 1e-300, -1e-300, 0, 0 },
         { 1e10, 1e10 + 0x1p-19, -1, 1 }, // the next double: the tolerance is lost in the sum
         { -1e10, 1e10, -1, 1 },
         { INFINITE, INFINITE, 0, 0 },
         { -INFINITE, INFINITE, -1, 1 },
-        { 1e308, INFINITE, -1, 1 },
         { NOT_A_NUMBER, 0.0, 1, 1 },
         { NOT_A_NUMBER, INFINITE, 1, 1 },
         { NOT_A_NUMBER, NOT_A_NUMBER, 1, 1 },
@@ -53,19 +49,13 @@ TEST( Real, KindsTruncationAndConversion )
         double value, truncated;
         ZU_INT integer;
     } ROWS[] = {
-        { 0.0, 0.0, 0 },
-        { 0.9, 0.0, 0 },
+        { 2.9, 2.0, 2 },
         { -0.9, -0.0, 0 },
-        { 2.5, 2.0, 2 },
-        { -2.5, -2.0, -2 },
         { 0x1p53 + 2, 0x1p53 + 2, ( ZU_INT{ 1 } << 53 ) + 2 },
         { 0x1.fffffffffffffp62, 0x1.fffffffffffffp62, ZU_INT_MAX - 1023 },
         { 0x1p63, 0x1p63, ZU_INT_MIN }, // what the processor gives
         { 0x1.0000000000001p63, 0x1.0000000000001p63, ZU_INT_MAX },
-        { -0x1p63, -0x1p63, ZU_INT_MIN },
         { -0x1.0000000000001p63, -0x1.0000000000001p63, ZU_INT_MIN },
-        { 1e300, 1e300, ZU_INT_MAX },
-        { -1e300, -1e300, ZU_INT_MIN },
         { INFINITE, INFINITE, ZU_INT_MAX },
         { -INFINITE, -INFINITE, ZU_INT_MIN },
     };
