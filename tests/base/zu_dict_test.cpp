@@ -375,6 +375,38 @@ TEST( Dict, TakesManyKeysInAnyOrder )
     }
 }
 
+// Readers who go through the keys, who jump, who ask for what is not there, and changes in between
+TEST( Dict, FindsStringsInAnyOrder )
+{
+    std::mt19937 random( 1 );
+    std::map<std::string, ZU_INT> model;
+    DICT dict = zu::adopt( zuDictCreate() );
+    auto at = model.end();
+    for ( ZU_INT i = 0; i < 20000; i++ ) {
+        std::string key = std::to_string( 100 + random() % 200 );
+        switch ( random() % 40 ) {
+        case 0:
+            model.erase( key );
+            zuDictDelStringKeyCstr( dict.inOut(), key.c_str(), -1 );
+            at = model.begin();
+            break;
+        case 1:
+            model[ key ] = i;
+            zuDictSetStringKeyCstr( dict.inOut(), key.c_str(), -1, boxed( i ).get() );
+            break;
+        case 2:
+            at = model.find( key );
+            break;
+        default:
+            at = at == model.end() ? model.begin() : std::next( at );
+            key = at == model.end() ? key : at->first;
+        }
+        auto found = model.find( key );
+        ZU_INT idx = found == model.end() ? -1 : (ZU_INT)std::distance( model.begin(), found );
+        ASSERT_EQ( zuDictIndexOfStringKeyCstr( dict.get(), key.c_str(), -1 ), idx ) << "step " << i;
+    }
+}
+
 // Each kind of key: an object for it, and its own functions.
 struct KEY_FORM {
     const char *name;

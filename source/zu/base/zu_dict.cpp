@@ -19,6 +19,7 @@
 #include "zu/sys/zu_mem.h"
 #include "zu/sys/zu_real.h"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -238,6 +239,7 @@ ZU_DICT *zu___DictCreateEmpty( void )
     dict->length = 0;
     dict->items = dict->inlineItems;
     dict->keySort = nullptr;
+    dict->walk = 0;
     return dict;
 }
 ZU_DICT *zuDictCreate( void )
@@ -256,16 +258,16 @@ ZU_DICT *zuDictCreateFrom( ZU_DICT *src )
     return dict;
 }
 
-// Fetches what comparing a string needs; of an object of another class, what is near it.
-static inline void dictPrefetchText( ZU_OBJ *key )
+// Fetches what comparing a string from element `from` on needs; of an object of another class, what is near it.
+static inline void dictPrefetchText( ZU_OBJ *key, ZU_INT from )
 {
     __builtin_prefetch( &( (ZU_STRING *)key )->length );
-    __builtin_prefetch( &( (ZU_STRING *)key )->inlineChars[ 8 ] );
+    __builtin_prefetch( &( (ZU_STRING *)key )->inlineChars[ std::min( from, ZU___STRING_INLINE_CHARS - 1 ) ] );
 }
 static inline void dictPrefetchKey( ZU_OBJ *key )
 {
     __builtin_prefetch( key );
-    dictPrefetchText( key );
+    dictPrefetchText( key, 8 );
 }
 
 // As zuObjCompare; strings, the most usual keys, without a call.
@@ -464,6 +466,16 @@ struct DICT_OBJ_KEY {
         return zu___ObjCompareInline( stored, key );
     }
 };
+
+// Returns the text of a stored key.  Most are within the string, and to guess so lets the processor fetch the text before
+// it has read where it is.
+static inline const ZU_CHAR *dictStoredText( ZU_STRING *zus )
+{
+    if ( ZU___LIKELY( zus->chars == zus->inlineChars && zus->fspace == 0 ) ) {
+        return zus->inlineChars;
+    }
+    return zus->chars + zus->fspace;
+}
 struct DICT_TEXT_KEY {
     const ZU_CHAR *chars;
     ZU_INT length;
@@ -480,7 +492,7 @@ struct DICT_TEXT_KEY {
     ZU_INT orderText( ZU_OBJ *stored, ZU_INT *same ) const
     {
         ZU_STRING *zus = (ZU_STRING *)stored;
-        return zu___StringCompareCharsFrom( zus->chars + zus->fspace, zus->length, chars, length, same );
+        return zu___StringCompareCharsFrom( dictStoredText( zus ), zus->length, chars, length, same );
     }
 };
 struct DICT_INT_KEY {
@@ -543,11 +555,11 @@ static inline DICT_PLACE dictBisectTexts( const ZU___DICT_PAIR *items, ZU_INT be
     ZU_INT sameAbove = 0;
     while ( begin < above ) {
         ZU_INT mid = ( begin + above ) >> 1;
-        if ( LARGE ) {
-            dictPrefetchText( items[ ( begin + mid ) >> 1 ].key );
-            dictPrefetchText( items[ ( mid + above ) >> 1 ].key );
-        }
         ZU_INT same = sameBelow < sameAbove ? sameBelow : sameAbove;
+        if ( LARGE ) {
+            dictPrefetchText( items[ ( begin + mid ) >> 1 ].key, same );
+            dictPrefetchText( items[ ( mid + above ) >> 1 ].key, same );
+        }
         ZU_INT order = key.orderText( items[ mid ].key, &same );
         if ( order == 0 ) {
             return { mid, true };
@@ -614,10 +626,25 @@ static ZU_INT dictIndexOf( ZU_DICT *dict, KEY key )
 {
     return dictFoundIdx( dictFindFrom( dict, 0, key ) );
 }
-// A reader's keys come in any order, and nobody can tell how often strings are compared.
+// A reader's strings come in any order, so that its search leaves the ends alone, or in that of the dict, as the addresses
+// of a list do: whoever has found the first key is walking, and is expected at the next one as long as its keys ascend.
+// Several readers may get in each other's way, which costs them a search and no more.
 static ZU_INT dictIndexOf( ZU_DICT *dict, DICT_TEXT_KEY key )
 {
-    return dictFoundIdx( dictBisect( dict, -1, dict->length, key ) );
+    static constexpr ZU_INT WALK_MIN = 64; // keys; in fewer a search costs little more
+    if ( dict->length < WALK_MIN ) {
+        return dictFoundIdx( dictBisect( dict, -1, dict->length, key ) );
+    }
+    ZU_INT next = __atomic_load_n( &dict->walk, __ATOMIC_RELAXED );
+    if ( next > 0 && next < dict->length && key.order( dict->items[ next ].key ) == 0 ) {
+        __atomic_store_n( &dict->walk, next + 1, __ATOMIC_RELAXED );
+        return next;
+    }
+    ZU_INT idx = dictFoundIdx( dictBisect( dict, -1, dict->length, key ) );
+    if ( idx == 0 || ( next > 0 && idx > 0 ) ) {
+        __atomic_store_n( &dict->walk, idx == 0 || idx > next ? idx + 1 : 0, __ATOMIC_RELAXED );
+    }
+    return idx;
 }
 static ZU_INT dictIndexOfObj( ZU_DICT *dict, ZU_OBJ *key )
 {

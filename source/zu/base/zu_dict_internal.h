@@ -23,6 +23,7 @@ struct ZU_DICT {
     ZU___DICT_PAIR *items; // never null: inlineItems, or an array of zuMemAllocN
     ZU___DICT_PAIR inlineItems[ ZU___DICT_INLINE_PAIRS ];
     ZU_SORT *keySort; // of all keys, null if they have several; without meaning while there are none
+    ZU_INT walk; // the pair after the last that a reader who goes through the keys has found, 0: nobody does; atomic
 };
 
 // Opens a gap of `count` pairs ahead of `atIndex` in a private dict, raises its length by `count` and returns the gap.
