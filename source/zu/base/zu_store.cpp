@@ -110,10 +110,21 @@ private:
 
 } // namespace
 
-static bool storeCharOk( ZU_CHAR ch )
+// The characters of addresses, as bits of two words.
+struct STORE_CHARS {
+    uint64_t bits[ 2 ] = {};
+
+    constexpr STORE_CHARS()
+    {
+        for ( char ch : "-_0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz" ) {
+            bits[ ch / 64 ] |= (uint64_t)( ch != '\0' ) << ch % 64;
+        }
+    }
+};
+static constexpr STORE_CHARS ADDRESS_CHARS;
+static inline bool storeCharOk( ZU_CHAR ch )
 {
-    return ( ch >= 'a' && ch <= 'z' ) || ( ch >= 'A' && ch <= 'Z' ) || ( ch >= '0' && ch <= '9' ) || ch == '-' ||
-           ch == '_';
+    return ch < 128 && ( ADDRESS_CHARS.bits[ ch / 64 ] >> ch % 64 & 1 );
 }
 static ZU_BOOL zuStoreAddressOk( STORE_KEY address )
 {
