@@ -33,6 +33,8 @@ static const SET SETS[] = {
     { "utf-8-emoji", ZU_CHARSET_UTF_8, "UTF-8", "UTF-8", "😀😃 fun 🚀🔥 " },
     { "utf-16le", ZU_CHARSET_UTF_16_LE, "UTF-16LE", "UTF-16LE", "Le c\xC5\x93ur a ses raisons que la raison ignore. " },
     { "utf-32le", ZU_CHARSET_UTF_32_LE, "UTF-32LE", "UTF-32LE", "Съешь же ещё этих мягких французских булок. " },
+    { "cp1252-ascii", ZU_CHARSET_MSFT_CP1252, "CP1252", "windows-1252",
+      "The quick brown fox jumps over the lazy dog. " },
     { "cp1252", ZU_CHARSET_MSFT_CP1252, "CP1252", "windows-1252", "Déjà vu à Zürich – “naïve” façade. " },
     { "iso-8859-2", ZU_CHARSET_ISO_8859_2, "ISO-8859-2", "ISO-8859-2", "Zażółć gęślą jaźń, że mój bóg śpi. " },
     { "koi8-r", ZU_CHARSET_KOI_8R, "KOI8-R", "KOI8-R", "Съешь же ещё этих мягких французских булок. " },

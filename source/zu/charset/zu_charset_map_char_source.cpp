@@ -2,14 +2,19 @@
 
 #include "zu/charset/zu_charset_closure_internal.h"
 #include "zu/charset/zu_charset_map.h"
+#include "zu/sys/zu_chars_internal.h"
+
+#include <cstring>
 
 static constexpr ZU_CHAR UNDEFINED = 0xFFFFFFFF; // no character of any set
 static constexpr ZU_CHAR UNDEFINED_BIT = 0x80000000;
-static constexpr ZU_INT BLOCK = 16; // bytes decoded at once
+static constexpr ZU_INT STEP = 16; // bytes decoded at once
+static constexpr ZU_CHAR ASCII_END = 0x80;
 
 struct ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE {
     ZU_OBJ obj;
     ZU_CHARSET_FLAGS flags; // normalised
+    bool keepsAscii;        // its bytes are the characters
     ZU_CHAR chars[ 256 ];   // by byte
     ZU___CHARSET_INPUT input;
 };
@@ -24,22 +29,53 @@ static void mapCharSourceFree( ZU_OBJ *thisObj )
     zu___CharsetInputEnd( &csc->input );
 }
 
+// Returns how many of the bytes, in whole steps, are ASCII up to the first that is not.
+static inline ZU_INT mapCharSourceAsciiRun( const uint8_t *bytes, ZU_INT count )
+{
+    constexpr uint64_t HIGH_BITS = 0x8080808080808080;
+    ZU_INT run = 0;
+    for ( ; count - run >= STEP; run += STEP ) {
+        uint64_t words[ STEP / sizeof( uint64_t ) ];
+        memcpy( words, bytes + run, sizeof words );
+        if ( ( words[ 0 ] | words[ 1 ] ) & HIGH_BITS ) {
+            break;
+        }
+    }
+    return run;
+}
 // Decodes up to `count` bytes, as far as they are defined; returns how many.
 static ZU_INT mapCharSourceTake( const ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE *csc, const uint8_t *bytes, ZU_CHAR *chars,
                                  ZU_INT count )
 {
     ZU_INT taken = 0;
-    // What is undefined alone has the highest bit, so that many lookups need one test.
-    for ( ; count - taken >= BLOCK; taken += BLOCK ) {
+    while ( count - taken >= STEP ) {
+        const uint8_t *from = bytes + taken;
+        ZU_CHAR *to = chars + taken;
+        // ASCII is UTF-8, too, which vectors decode, all but a rest of less than a step.
+        ZU_INT run = csc->keepsAscii ? mapCharSourceAsciiRun( from, count - taken ) : 0;
+        const uint8_t *runEnd = from;
+        ZU_INT decoded = run > 0 ? zu___CharsDecodeUtf8( to, run, &runEnd, from + run ) : 0;
+        if ( decoded > 0 ) {
+            taken += decoded;
+            continue;
+        }
+        // What is undefined alone has the highest bit, so that many lookups need one test.
         ZU_CHAR all = 0;
-        for ( ZU_INT i = 0; i < BLOCK; i++ ) {
-            ZU_CHAR ch = csc->chars[ bytes[ taken + i ] ];
-            chars[ taken + i ] = ch;
+        auto put = [ csc, from, to, &all ]( ZU_INT i ) {
+            ZU_CHAR ch = csc->chars[ from[ i ] ];
+            to[ i ] = ch;
             all |= ch;
+        };
+        for ( ZU_INT i = 0; i < STEP; i += 4 ) { // written out, which the compiler does not do
+            put( i );
+            put( i + 1 );
+            put( i + 2 );
+            put( i + 3 );
         }
         if ( ZU___UNLIKELY( all & UNDEFINED_BIT ) ) {
             break;
         }
+        taken += STEP;
     }
     for ( ZU_CHAR ch; taken < count && ( ch = csc->chars[ bytes[ taken ] ] ) != UNDEFINED; taken++ ) {
         chars[ taken ] = ch;
@@ -90,10 +126,12 @@ ZU_CHAR_SOURCE *zu___CharsetMapCharSourceCreate( ZU_BYTE_SOURCE *byteSource, ZU_
     ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE *csc = (ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE *)zu___ObjCreate(
         sizeof( ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE ), &zu___sort_ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE );
     csc->flags = flags;
-    for ( int byte = 0; byte < 256; byte++ ) {
+    csc->keepsAscii = true;
+    for ( ZU_CHAR byte = 0; byte < 256; byte++ ) {
         if ( !mapFunc( (uint8_t)byte, &csc->chars[ byte ] ) ) {
             csc->chars[ byte ] = UNDEFINED;
         }
+        csc->keepsAscii &= byte >= ASCII_END || csc->chars[ byte ] == byte;
     }
     zu___CharsetInputBegin( &csc->input, byteSource );
     ZU_CHAR_SOURCE *result = zu___CharSourceCreate( mapCharSourceRead, &csc->obj );

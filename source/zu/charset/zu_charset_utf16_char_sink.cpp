@@ -5,7 +5,8 @@
 #include "zu/charset/zu_charset_wide_internal.h"
 
 static constexpr int UNIT_BYTES = 2;
-static constexpr ZU_INT FLUSH_AT = 1020; // bytes in the cache
+static constexpr ZU_INT FLUSH_AT = 1020; // bytes in the cache, always an even number
+static constexpr ZU_INT STEP = 8;        // characters put at once
 
 struct ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE {
     ZU___CHARSET_WIDE_SINK wide;
@@ -35,19 +36,44 @@ static inline void utf16CharSinkPutUnit( uint8_t *bytes, uint32_t unit )
     bytes[ LITTLE_ENDIAN ? 0 : 1 ] = (uint8_t)unit;
     bytes[ LITTLE_ENDIAN ? 1 : 0 ] = (uint8_t)( unit >> 16 );
 }
+// Puts steps of characters that are one unit each, up to `count` characters; returns how many.
+template <bool LITTLE_ENDIAN>
+static inline ZU_INT utf16CharSinkPutSteps( uint8_t *bytes, const ZU_CHAR *chars, ZU_INT count )
+{
+    ZU_INT put = 0;
+    for ( ; count - put >= STEP; put += STEP ) {
+        ZU_CHAR bits = 0;
+        for ( ZU_INT i = put; i < put + STEP; i++ ) {
+            bits |= chars[ i ];
+        }
+        if ( bits > 0xFFFF ) {
+            break;
+        }
+        for ( ZU_INT i = put; i < put + STEP; i++ ) {
+            utf16CharSinkPutUnit<LITTLE_ENDIAN>( bytes + i * UNIT_BYTES, chars[ i ] & 0xFF );
+        }
+    }
+    return put;
+}
 template <bool LITTLE_ENDIAN>
 static ZU_BOOL utf16CharSinkPut( ZU___CHARSET_OUTPUT *output, const ZU_CHAR *chars, ZU_INT charCount )
 {
-    for ( ZU_INT i = 0; i < charCount; i++ ) {
-        ZU_CHAR ch = chars[ i ];
-        uint8_t *bytes = output->bytes + output->used;
-        if ( ch <= 0xFFFF ) {
-            utf16CharSinkPutUnit<LITTLE_ENDIAN>( bytes, ch );
-            output->used += UNIT_BYTES;
-        } else {
-            utf16CharSinkPutUnit<LITTLE_ENDIAN>( bytes, ( ( ch - 0x10000 ) >> 10 ) + 0xD800 );
-            utf16CharSinkPutUnit<LITTLE_ENDIAN>( bytes + UNIT_BYTES, ( ch & 0x3FF ) + 0xDC00 );
-            output->used += 2 * UNIT_BYTES;
+    for ( ZU_INT i = 0; i < charCount; ) {
+        ZU_INT count = zuIntMin( charCount - i, ( FLUSH_AT - output->used ) / UNIT_BYTES );
+        ZU_INT put = utf16CharSinkPutSteps<LITTLE_ENDIAN>( output->bytes + output->used, chars + i, count );
+        output->used += put * UNIT_BYTES;
+        i += put;
+        if ( put < count ) {
+            ZU_CHAR ch = chars[ i++ ];
+            uint8_t *bytes = output->bytes + output->used;
+            if ( ch <= 0xFFFF ) {
+                utf16CharSinkPutUnit<LITTLE_ENDIAN>( bytes, ch );
+                output->used += UNIT_BYTES;
+            } else {
+                utf16CharSinkPutUnit<LITTLE_ENDIAN>( bytes, ( ( ch - 0x10000 ) >> 10 ) + 0xD800 );
+                utf16CharSinkPutUnit<LITTLE_ENDIAN>( bytes + UNIT_BYTES, ( ch & 0x3FF ) + 0xDC00 );
+                output->used += 2 * UNIT_BYTES;
+            }
         }
         if ( output->used >= FLUSH_AT && !zu___CharsetOutputFlush( output ) ) {
             return ZU_FALSE;

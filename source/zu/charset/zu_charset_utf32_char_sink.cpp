@@ -30,11 +30,16 @@ static ZU_BOOL utf32CharSinkFlush( ZU_OBJ *closure )
 template <bool LITTLE_ENDIAN>
 static ZU_BOOL utf32CharSinkPut( ZU___CHARSET_OUTPUT *output, const ZU_CHAR *chars, ZU_INT charCount )
 {
-    for ( ZU_INT i = 0; i < charCount; i++ ) {
-        ZU_CHAR ch = chars[ i ] & VALUE_BITS;
-        uint32_t unit = LITTLE_ENDIAN == ( __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ ) ? ch : __builtin_bswap32( ch );
-        memcpy( output->bytes + output->used, &unit, UNIT_BYTES );
-        output->used += UNIT_BYTES;
+    for ( ZU_INT i = 0; i < charCount; ) {
+        ZU_INT count = zuIntMin( charCount - i, ( ZU___CHARSET_OUTPUT_BYTES - output->used ) / UNIT_BYTES );
+        uint8_t *bytes = output->bytes + output->used;
+        for ( ZU_INT end = i + count; i < end; i++, bytes += UNIT_BYTES ) {
+            ZU_CHAR ch = chars[ i ] & VALUE_BITS;
+            uint32_t unit =
+                LITTLE_ENDIAN == ( __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ ) ? ch : __builtin_bswap32( ch );
+            memcpy( bytes, &unit, UNIT_BYTES );
+        }
+        output->used += count * UNIT_BYTES;
         if ( output->used == ZU___CHARSET_OUTPUT_BYTES && !zu___CharsetOutputFlush( output ) ) {
             return ZU_FALSE;
         }
