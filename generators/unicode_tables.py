@@ -314,7 +314,7 @@ def make_normalization(data):
     entries, sequences = {}, {}
     for ch in range(CODE_POINTS):
         canonical, compatible = data.decompose(ch, "NFD"), data.decompose(ch, "NFKD")
-        entry = rank[ch] | (ch in seconds) << 15 | (ch in SYLLABLES) << 14
+        entry = rank[ch] << 26 | (ch in seconds) << 21 | (ch in SYLLABLES) << 16
         for i, form in enumerate(FORMS):
             decomposed = compatible if "K" in form else canonical
             work = data.quick_check[form].get(ch)
@@ -326,7 +326,7 @@ def make_normalization(data):
             within = inner(decomposed, form) or ch in SURROGATES
             if within and not work and not rank[ch]:
                 stop(f"U+{ch:04X} is settled in {form}, but no boundary")
-            entry |= bool(work) << 6 + i | within << 10 + i
+            entry |= bool(work) << 17 + i | within << 22 + i
         if entry:
             entries[ch] = entry
         for characters in (canonical, compatible):
@@ -348,7 +348,7 @@ def make_normalization(data):
     if len(pool) >> 15:
         stop("the decompositions have outgrown the field of their place")
     for ch, (sequence, both) in sequences.items():
-        entries[ch] |= place[sequence] << 16 | both << 31
+        entries[ch] |= place[sequence] | both << 15
     return entries, pool
 
 

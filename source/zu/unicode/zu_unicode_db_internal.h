@@ -29,24 +29,22 @@
 // A character that works in a form may not stand in text of that form, or not everywhere: it decomposes, or composes
 // with what is ahead of it.  An inner character is no boundary in a form: what it decomposes to begins with a mark, or
 // with a character that may compose with what is ahead.  All surrogates work and are inner.
-static constexpr uint32_t ZU___UNICODE_NORM_RANK = 0x3F;
-static constexpr uint32_t ZU___UNICODE_NORM_WORK = 1 << 6;   // shifted left by the number of the form
-static constexpr uint32_t ZU___UNICODE_NORM_INNER = 1 << 10; // shifted left by the number of the form
-static constexpr uint32_t ZU___UNICODE_NORM_HANGUL = 1 << 14;
-static constexpr uint32_t ZU___UNICODE_NORM_SECOND = 1 << 15; // may be the second of a pair that composes
-static constexpr int ZU___UNICODE_NORM_PLACE_SHIFT = 16;
 static constexpr uint32_t ZU___UNICODE_NORM_PLACE = 0x7FFF;
-static constexpr uint32_t ZU___UNICODE_NORM_BOTH = 1U
-                                                   << 31; // the canonical decomposition, behind it the compatible one
+static constexpr uint32_t ZU___UNICODE_NORM_BOTH = 1 << 15; // the canonical decomposition, behind it the compatible one
+static constexpr uint32_t ZU___UNICODE_NORM_HANGUL = 1 << 16;
+static constexpr uint32_t ZU___UNICODE_NORM_WORK = 1 << 17;   // shifted left by the number of the form
+static constexpr uint32_t ZU___UNICODE_NORM_SECOND = 1 << 21; // may be the second of a pair that composes
+static constexpr uint32_t ZU___UNICODE_NORM_INNER = 1 << 22;  // shifted left by the number of the form
+static constexpr uint32_t ZU___UNICODE_NORM_RANK = 0x3FU << 26;
 
 // An element: a character, whether it may be the second of a pair, and the rank of its combining class.  In NormRuns also
 // how many elements of the decomposition are left, itself included, where 15 means as many or more; three more can be
 // read behind the last one.
 static constexpr uint32_t ZU___UNICODE_ELEMENT_CHAR = 0x1FFFFF;
-static constexpr uint32_t ZU___UNICODE_ELEMENT_SECOND = 1 << 21;
+static constexpr uint32_t ZU___UNICODE_ELEMENT_SECOND = ZU___UNICODE_NORM_SECOND;
 static constexpr int ZU___UNICODE_ELEMENT_LEFT_SHIFT = 22;
 static constexpr uint32_t ZU___UNICODE_ELEMENT_LEFT = 0xF;
-static constexpr int ZU___UNICODE_ELEMENT_RANK_SHIFT = 26;
+static constexpr int ZU___UNICODE_ELEMENT_RANK_SHIFT = 26; // as in an entry of Norm
 
 // Where END is the end of the code space, an assertion of ZU_CHAR_OK ahead makes the test vanish.
 template <int BITS, ZU_CHAR END, typename INDEX, typename VALUE>

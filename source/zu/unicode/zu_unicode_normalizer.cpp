@@ -30,7 +30,7 @@
 static constexpr ZU_INT RUN_MAX = 4096;         // characters that wait for a starter, in either stage
 static constexpr ZU_INT DECOMPOSITION_MAX = 18; // elements: U+FDFA
 static constexpr ZU_INT INLINE_ELEMENTS = 64;   // more than any text has that means something
-static constexpr ZU_INT SORT_FEW_MAX = 4;       // marks; for more, counting is faster than guessing
+static constexpr ZU_INT SORT_FEW_MAX = 16;      // marks; for more, comparing each with each takes longer
 static constexpr ZU_INT SINGLES = 16;           // characters looked at one by one, ahead of more at a time
 static constexpr ZU_INT SEGMENT_MAX = 64;       // characters that are looked at together between two boundaries
 static constexpr ZU_INT ROOM_MIN = 256;         // characters by which the output grows
@@ -138,10 +138,9 @@ static inline bool charIsStrange( ZU_CHAR ch, uint32_t entry )
 
 static inline uint32_t elementMake( ZU_CHAR ch, uint32_t entry )
 {
-    constexpr int SECOND_SHIFT = 6;
-    static_assert( ZU___UNICODE_NORM_SECOND << SECOND_SHIFT == ZU___UNICODE_ELEMENT_SECOND );
-    return ch | ( entry & ZU___UNICODE_NORM_SECOND ) << SECOND_SHIFT | entry << ZU___UNICODE_ELEMENT_RANK_SHIFT;
+    return ch | ( entry & ( ZU___UNICODE_NORM_SECOND | ZU___UNICODE_NORM_RANK ) );
 }
+// Tells the rank of an element or of an entry.
 static inline uint32_t elementRank( uint32_t element )
 {
     return element >> ZU___UNICODE_ELEMENT_RANK_SHIFT;
@@ -150,10 +149,51 @@ static inline ZU_CHAR elementChar( uint32_t element )
 {
     return element & ZU___UNICODE_ELEMENT_CHAR;
 }
-
 static inline uint32_t elementLeft( uint32_t element )
 {
     return element >> ZU___UNICODE_ELEMENT_LEFT_SHIFT & ZU___UNICODE_ELEMENT_LEFT;
+}
+
+// Four characters or elements at a time
+struct FOUR_ENTRIES {
+    uint32_t a, b, c, d;
+    uint32_t any() const // the bits that any of them has
+    {
+        return a | b | c | d;
+    }
+    uint32_t all() const // the bits that they all have
+    {
+        return a & b & c & d;
+    }
+    bool haveRanks() const
+    {
+        return elementRank( a ) && elementRank( b ) && elementRank( c ) && elementRank( d );
+    }
+};
+static inline FOUR_ENTRIES entriesGet( const ZU_CHAR *chs )
+{
+    constexpr ZU_CHAR LIMIT = 0x20000;
+    static_assert( LIMIT <= zu___unicodeNormEnd );
+    if ( ZU___UNLIKELY( ( chs[ 0 ] | chs[ 1 ] | chs[ 2 ] | chs[ 3 ] ) >= LIMIT ) ) {
+        return { entryGet( chs[ 0 ] ), entryGet( chs[ 1 ] ), entryGet( chs[ 2 ] ), entryGet( chs[ 3 ] ) };
+    }
+    return { zu___UnicodeNormFetch( chs[ 0 ] ), zu___UnicodeNormFetch( chs[ 1 ] ), zu___UnicodeNormFetch( chs[ 2 ] ),
+             zu___UnicodeNormFetch( chs[ 3 ] ) };
+}
+
+typedef uint32_t CHARS_VECTOR __attribute__( ( vector_size( 16 ) ) );
+
+static inline CHARS_VECTOR charsLoad( const uint32_t *chs )
+{
+    CHARS_VECTOR vector;
+    memcpy( &vector, chs, sizeof vector );
+    return vector;
+}
+static inline bool vectorIsZero( CHARS_VECTOR vector )
+{
+    uint64_t halves[ 2 ];
+    memcpy( halves, &vector, sizeof vector );
+    return ( halves[ 0 ] | halves[ 1 ] ) == 0;
 }
 
 // Decomposing
@@ -193,8 +233,7 @@ static inline DECOMPOSITION charDecompose( ZU_CHAR ch, uint32_t entry, const NOR
         scratch[ 3 ] = 0;
         return { scratch, 2 + ( t != 0 ) };
     }
-    const uint32_t *elements =
-        zu___unicodeNormRuns + ( entry >> ZU___UNICODE_NORM_PLACE_SHIFT & ZU___UNICODE_NORM_PLACE );
+    const uint32_t *elements = zu___unicodeNormRuns + ( entry & ZU___UNICODE_NORM_PLACE );
     if ( ( entry & ZU___UNICODE_NORM_BOTH ) && bits.compatible ) {
         elements += elementLeft( *elements );
     }
@@ -209,53 +248,82 @@ static inline DECOMPOSITION charDecompose( ZU_CHAR ch, uint32_t entry, const NOR
 
 // Ordering: a stable sort of each run of marks by their classes
 
-// A few: by insertion.
-static inline void marksSortFew( uint32_t *run, ZU_INT length )
+// A few: by counting, for each, how many go ahead of it.  That takes no branch that could be guessed wrong.
+static inline void marksSortFew( uint32_t *run, ZU_INT length, uint32_t *scratch )
 {
+    uint32_t places[ SORT_FEW_MAX ] = {};
     for ( ZU_INT i = 1; i < length; i++ ) {
-        uint32_t element = run[ i ];
-        ZU_INT at = i;
-        for ( ; at > 0 && elementRank( run[ at - 1 ] ) > elementRank( element ); at-- ) {
-            run[ at ] = run[ at - 1 ];
+        uint32_t place = 0;
+        for ( ZU_INT j = 0; j < i; j++ ) {
+            uint32_t stays = elementRank( run[ j ] ) <= elementRank( run[ i ] );
+            place += stays;
+            places[ j ] += 1 - stays;
         }
-        run[ at ] = element;
+        places[ i ] = place;
+    }
+    for ( ZU_INT i = 0; i < length; i++ ) {
+        scratch[ places[ i ] ] = run[ i ];
     }
 }
 
-// Many: by counting the marks of each rank, so that no order takes longer than others.
+// Many: by counting the marks of each rank, so that no order takes longer than others.  Both halves are counted and moved
+// side by side: the next mark of a rank has to wait for the count that has just been stored.
 static void marksSortMany( uint32_t *run, ZU_INT length, uint32_t *scratch )
 {
-    uint32_t places[ RANKS ] = {}; // first how many there are of a rank, then where the next one goes
-    uint64_t used = 0;             // the ranks that there are, as bits
-    static_assert( RANKS <= 64 );
-    for ( ZU_INT i = 0; i < length; i++ ) {
-        places[ elementRank( run[ i ] ) ]++;
-        used |= UINT64_C( 1 ) << elementRank( run[ i ] );
+    struct {
+        uint32_t first, second; // how many there are of a rank in each half, then where the next one goes
+    } places[ RANKS ] = {};
+    const uint32_t *middle = run + length / 2;
+    const uint32_t *end = run + length;
+    const uint32_t *second = middle;
+    for ( const uint32_t *first = run; first < middle; first++, second++ ) {
+        places[ elementRank( *first ) ].first++;
+        places[ elementRank( *second ) ].second++;
     }
-    for ( uint32_t place = 0; used; used &= used - 1 ) {
-        uint32_t &each = places[ __builtin_ctzll( used ) ];
-        uint32_t count = each;
-        each = place;
-        place += count;
+    if ( second < end ) {
+        places[ elementRank( *second ) ].second++;
     }
-    for ( ZU_INT i = 0; i < length; i++ ) {
-        scratch[ places[ elementRank( run[ i ] ) ]++ ] = run[ i ];
+    uint32_t place = 0;
+    for ( auto &each : places ) {
+        uint32_t begin = place;
+        place += each.first;
+        each.first = begin;
+        begin = place;
+        place += each.second;
+        each.second = begin;
     }
-    memcpy( run, scratch, (size_t)length * sizeof( uint32_t ) );
+    second = middle;
+    for ( const uint32_t *first = run; first < middle; first++, second++ ) {
+        scratch[ places[ elementRank( *first ) ].first++ ] = *first;
+        scratch[ places[ elementRank( *second ) ].second++ ] = *second;
+    }
+    if ( second < end ) {
+        scratch[ places[ elementRank( *second ) ].second ] = *second;
+    }
+}
+
+// Tells whether all four elements from `elements` on have ranks from 1 to `most`.
+static inline bool fourHaveRanks( const uint32_t *elements, uint32_t most )
+{
+    CHARS_VECTOR four = charsLoad( elements ) >> ZU___UNICODE_ELEMENT_RANK_SHIFT;
+    return vectorIsZero( (CHARS_VECTOR)( four - 1 >= most ) );
 }
 
 // Sorts each run in `elements`; `scratch` has room for as many.
 static void elementsSort( uint32_t *elements, ZU_INT length, uint32_t *scratch )
 {
     for ( ZU_INT i = 0; i < length; i++ ) {
-        ZU_INT begin = i;
+        uint32_t *run = elements + i;
+        while ( length - i >= 4 && fourHaveRanks( elements + i, RANKS ) ) {
+            i += 4;
+        }
         while ( i < length && elementRank( elements[ i ] ) ) {
             i++;
         }
-        if ( i - begin <= SORT_FEW_MAX ) {
-            marksSortFew( elements + begin, i - begin );
-        } else {
-            marksSortMany( elements + begin, i - begin, scratch );
+        ZU_INT marks = elements + i - run;
+        if ( marks > 1 ) {
+            ( marks <= SORT_FEW_MAX ? marksSortFew : marksSortMany )( run, marks, scratch );
+            memcpy( run, scratch, (size_t)marks * sizeof( uint32_t ) );
         }
     }
 }
@@ -315,6 +383,11 @@ static inline void composerPutAll( COMPOSER &composer, const uint32_t *elements,
     for ( ZU_INT i = 0; i < length; i++ ) {
         composerPut( composer, elements[ i ] );
         // Marks of no higher class are blocked: in a long run nearly all.
+        for ( ; length - i > 4 && fourHaveRanks( elements + i + 1, composer.lastRank ); i += 4 ) {
+            CHARS_VECTOR four = charsLoad( elements + i + 1 ) & ZU___UNICODE_ELEMENT_CHAR;
+            memcpy( composer.cursor, &four, sizeof four );
+            composer.cursor += 4;
+        }
         for ( ; i + 1 < length && elementRank( elements[ i + 1 ] ) - 1 < composer.lastRank; i++ ) {
             *composer.cursor++ = elementChar( elements[ i + 1 ] );
         }
@@ -408,7 +481,7 @@ static void normalizerSettle( ZU_UNICODE_NORMALIZER *norm, ZU_INT count )
 
 static void normalizerGrowPending( ZU_UNICODE_NORMALIZER *norm )
 {
-    constexpr ZU_INT CAPACITY = RUN_MAX + DECOMPOSITION_MAX;
+    constexpr ZU_INT CAPACITY = RUN_MAX + DECOMPOSITION_MAX; // no run comes to more
     uint32_t *pending = (uint32_t *)zuMemAllocN( 2 * CAPACITY, sizeof( uint32_t ) );
     memcpy( pending, norm->pending, (size_t)norm->pendingLength * sizeof( uint32_t ) );
     norm->pending = pending;
@@ -464,32 +537,75 @@ static inline void normalizerPutAny( ZU_UNICODE_NORMALIZER *norm, const NORMAL_F
     normalizerPut( norm, bits, ch, entry );
 }
 
-// Takes the marks without decompositions that the text begins with, and returns where it goes on.
+// Marks on their way from a text to `pending`.
+struct MARKS {
+    const ZU_CHAR *at;
+    uint32_t *cursor;
+    uint32_t last;     // the element ahead of the cursor; 0: there is none
+    uint32_t descents; // the highest bit tells whether marks were out of order
+
+    void put( ZU_CHAR ch, uint32_t entry )
+    {
+        *cursor++ = elementMake( ch, entry );
+        descents |= elementRank( entry ) - elementRank( last );
+        last = entry;
+    }
+    // Of a few marks some decompose, and which is not guessed.  What a mark decomposes to are marks.
+    void putDecomposed( ZU_CHAR ch, uint32_t entry, uint32_t decomposes )
+    {
+        uint32_t itself[ QUICK_ELEMENTS ] = { elementMake( ch, entry ) | 1 << ZU___UNICODE_ELEMENT_LEFT_SHIFT };
+        const uint32_t *run = zu___unicodeNormRuns + ( entry & ZU___UNICODE_NORM_PLACE );
+        const uint32_t *elements = entry & decomposes ? run : itself;
+        memcpy( cursor, elements, sizeof itself );
+        cursor += elementLeft( *elements );
+        descents |= elementRank( *elements ) - elementRank( last );
+        last = cursor[ -1 ];
+    }
+};
+
+// Moves marks as long as there are any, up to the end of the text or to about `limit`.
+static inline MARKS marksGather( MARKS marks, const ZU_CHAR *end, const uint32_t *limit, uint32_t decomposes )
+{
+    while ( marks.at < end && marks.cursor < limit ) {
+        while ( end - marks.at >= 4 && limit - marks.cursor >= 4 ) {
+            FOUR_ENTRIES four = entriesGet( marks.at );
+            if ( !four.haveRanks() || ( four.any() & decomposes ) ) {
+                break;
+            }
+            marks.put( marks.at[ 0 ], four.a );
+            marks.put( marks.at[ 1 ], four.b );
+            marks.put( marks.at[ 2 ], four.c );
+            marks.put( marks.at[ 3 ], four.d );
+            marks.at += 4;
+        }
+        const ZU_CHAR *pause = end - marks.at > 4 ? marks.at + 4 : end;
+        for ( ; marks.at < pause && marks.cursor < limit; marks.at++ ) {
+            uint32_t entry = entryGet( *marks.at );
+            if ( elementRank( entry ) == 0 ) {
+                return marks;
+            }
+            marks.putDecomposed( *marks.at, entry, decomposes );
+        }
+    }
+    return marks;
+}
+
+// Takes the marks that the text begins with, and returns where it goes on.
 static const ZU_CHAR *normalizerPutMarks( ZU_UNICODE_NORMALIZER *norm, const NORMAL_FORM_BITS &bits, const ZU_CHAR *at,
                                           const ZU_CHAR *end )
 {
     for ( ;; ) {
-        uint32_t *pending = norm->pending;
-        ZU_INT length = norm->pendingLength;
-        ZU_INT most = std::min( norm->pendingCapacity, RUN_MAX );
-        uint32_t lastRank = length > 0 ? elementRank( pending[ length - 1 ] ) : 0;
-        uint32_t descents = 0; // the highest bit counts
-        for ( ; at < end && length < most; at++ ) {
-            uint32_t entry = entryGet( *at );
-            uint32_t rank = entry & ZU___UNICODE_NORM_RANK;
-            if ( rank == 0 || ( entry & bits.decomposes ) ) {
-                break;
-            }
-            pending[ length++ ] = elementMake( *at, entry );
-            descents |= rank - lastRank;
-            lastRank = rank;
-        }
-        norm->highSurrogate = length > norm->pendingLength ? 0 : norm->highSurrogate;
-        norm->unsorted |= descents >> 31 != 0;
-        norm->pendingLength = length;
-        if ( length == RUN_MAX ) {
-            normalizerSettle( norm, length );
-        } else if ( length == most ) {
+        uint32_t *first = norm->pending + norm->pendingLength;
+        const uint32_t *limit = norm->pending + norm->pendingCapacity - DECOMPOSITION_MAX;
+        uint32_t last = norm->pendingLength > 0 ? first[ -1 ] : 0;
+        MARKS marks = marksGather( { at, first, last, 0 }, end, limit, bits.decomposes );
+        norm->highSurrogate = marks.cursor > first ? 0 : norm->highSurrogate;
+        norm->unsorted |= marks.descents >> 31 != 0;
+        norm->pendingLength = marks.cursor - norm->pending;
+        at = marks.at;
+        if ( norm->pendingLength >= RUN_MAX ) {
+            normalizerSettle( norm, norm->pendingLength );
+        } else if ( marks.cursor >= limit ) {
             normalizerGrowPending( norm );
         } else {
             return at;
@@ -529,30 +645,10 @@ struct STRETCH {
     ZU_CHAR *cursor;    // where the character at `at` goes
 };
 
-typedef uint32_t CHARS_VECTOR __attribute__( ( vector_size( 16 ) ) );
-
 static inline bool charsAllBelow( const ZU_CHAR *chs, ZU_CHAR limit )
 {
-    CHARS_VECTOR a;
-    CHARS_VECTOR b;
-    memcpy( &a, chs, sizeof a );
-    memcpy( &b, chs + 4, sizeof b );
-    CHARS_VECTOR above = (CHARS_VECTOR)( a >= limit ) | (CHARS_VECTOR)( b >= limit );
-    uint64_t halves[ 2 ];
-    memcpy( halves, &above, sizeof above );
-    return ( halves[ 0 ] | halves[ 1 ] ) == 0;
-}
-
-// Returns the bits that any of four entries has.
-static inline uint32_t entriesGet( const ZU_CHAR *chs )
-{
-    constexpr ZU_CHAR LIMIT = 0x20000;
-    static_assert( LIMIT <= zu___unicodeNormEnd );
-    if ( ZU___UNLIKELY( ( chs[ 0 ] | chs[ 1 ] | chs[ 2 ] | chs[ 3 ] ) >= LIMIT ) ) {
-        return entryGet( chs[ 0 ] ) | entryGet( chs[ 1 ] ) | entryGet( chs[ 2 ] ) | entryGet( chs[ 3 ] );
-    }
-    return zu___UnicodeNormFetch( chs[ 0 ] ) | zu___UnicodeNormFetch( chs[ 1 ] ) | zu___UnicodeNormFetch( chs[ 2 ] ) |
-           zu___UnicodeNormFetch( chs[ 3 ] );
+    return vectorIsZero( (CHARS_VECTOR)( charsLoad( chs ) >= limit ) |
+                         (CHARS_VECTOR)( charsLoad( chs + 4 ) >= limit ) );
 }
 
 // Moves over all characters that stay as they are: that the quick check passes, with marks in order.  Where COPIES, the
@@ -565,7 +661,7 @@ static inline __attribute__( ( always_inline ) ) void stretchSkip( STRETCH &stre
     const ZU_CHAR *end = stretch.end;
     uint32_t lastRank = stretch.lastRank;
     ZU_CHAR *cursor = stretch.cursor;
-    uint32_t marks = lastRank && at < end ? entryGet( *at ) & ZU___UNICODE_NORM_RANK : 0;
+    uint32_t marks = lastRank && at < end ? elementRank( entryGet( *at ) ) : 0;
     lastRank = marks ? lastRank : 0;
     for ( ;; ) {
         // One by one: a few, as the next that needs something is often near.
@@ -589,7 +685,7 @@ static inline __attribute__( ( always_inline ) ) void stretchSkip( STRETCH &stre
             pause = end - at < SINGLES ? end : at + SINGLES;
             for ( ; at < pause; at++ ) {
                 uint32_t entry = entryGet( *at );
-                uint32_t rank = entry & ZU___UNICODE_NORM_RANK;
+                uint32_t rank = elementRank( entry );
                 if ( ( entry & work ) | ( ( rank != 0 ) & ( rank < lastRank ) ) ) {
                     goto done;
                 }
@@ -608,7 +704,7 @@ static inline __attribute__( ( always_inline ) ) void stretchSkip( STRETCH &stre
                     cursor += 8;
                 }
                 at += 8;
-            } else if ( !( entriesGet( at ) & ( work | ZU___UNICODE_NORM_RANK ) ) ) {
+            } else if ( !( entriesGet( at ).any() & ( work | ZU___UNICODE_NORM_RANK ) ) ) {
                 if ( COPIES ) {
                     memcpy( cursor, at, 4 * sizeof( ZU_CHAR ) );
                     cursor += 4;
@@ -661,8 +757,8 @@ static void normalizerPutSegment( ZU_UNICODE_NORMALIZER *norm, const NORMAL_FORM
 {
     uint32_t elements[ SEGMENT_MAX + DECOMPOSITION_MAX ];
     uint32_t scratch[ SEGMENT_MAX + DECOMPOSITION_MAX ];
-    ZU_INT length = 0;
-    for ( const ZU_CHAR *at = boundary; at < next; at++ ) {
+    ZU_INT length = next - boundary <= SEGMENT_MAX ? 0 : -1; // -1: takes the other way
+    for ( const ZU_CHAR *at = boundary; at < next && length >= 0; at++ ) {
         uint32_t entry = entryGet( *at );
         if ( length > SEGMENT_MAX || charIsStrange( *at, entry ) ) {
             length = -1;
@@ -848,8 +944,7 @@ static const ZU_CHAR *lastBoundaryButOne( const ZU_CHAR *begin, const ZU_CHAR *e
         if ( !( entryGet( *end ) & inner ) && ++boundaries == 2 ) {
             return end;
         }
-        while ( end - begin >= 4 && ( entryGet( end[ -1 ] ) & entryGet( end[ -2 ] ) & entryGet( end[ -3 ] ) &
-                                      entryGet( end[ -4 ] ) & inner ) ) {
+        while ( end - begin >= 4 && ( entriesGet( end - 4 ).all() & inner ) ) {
             end -= 4;
         }
     }
