@@ -13,11 +13,13 @@
 #include "zu/sys/zu_mem.h"
 
 #include <cstring>
+#include <type_traits>
 
 typedef ZU___INT_UNSIGNED UINT;
 
 #define BIT_AT_BOUND( x )     ( ( (x)&7 ) == 0 )
 #define BYTES_TO_BITS( x )    ( (ZU___INT_UNSIGNED)(x)*8 )
+#define BITS_TO_BITS( x )     ( (ZU___INT_UNSIGNED)( x ) )
 #define BYTES_TO_BITS_OK( x ) ( (ZU___INT_UNSIGNED)( x ) <= 0x1FFFFFFFFFFFFFFF )
 
 // Free room that a deletion leaves: twice what new storage has.
@@ -286,6 +288,7 @@ static void bufferMakeFirstRoom( ZU_BUFFER **buf, UINT bitCount )
 // Room off the bytes' boundaries, or that brings what follows off them: the object gets the storage of a new one.
 static void bufferRebuild( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
 {
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE + (*buf)->bitLength, bitCount ) );
     ZU_BUFFER *own = *buf;
     ZU_BUFFER *tmp = bufferCreateEmpty();
     bufferMakeFirstRoom( &tmp, own->bitLength + bitCount );
@@ -541,115 +544,177 @@ const uint8_t *zuBufferBitBacking( ZU_BUFFER *buf )
         ZU_ASSERT( ZU___INT_UNSIGNED_FROM_ZU_INT_CONV_OK( bitCount ) ); \
     } while ( 0 )
 
-// Insertion, in bits: each makes room and fills it.
-static void bufferInsertInner( ZU_BUFFER **buf, UINT bitIdx, ZU_BUFFER *src, UINT bitOffset, UINT bitCount )
-{
-    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitOffset, bitCount ) );
-    ZU_ASSERT( bitOffset + bitCount <= src->bitLength );
-    // Inserted into itself, a buffer is held over the change: that forces the copy and keeps what is read in place.
-    ZU_BUFFER *held = src == *buf ? zuBufferRetain( src ) : nullptr;
-    bufferMakeRoom( buf, bitIdx, bitCount );
-    bitsCopy( bufferContent( *buf ), bitIdx, bufferContent( src ), bitOffset, bitCount );
-    ZU_REF_RELEASE_OPT( held );
-}
-static void bufferInsertOuter( ZU_BUFFER **buf, UINT bitIdx, ZU_BUFFER *src, UINT bitOffset, UINT bitCount )
-{
-    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitOffset, bitCount ) );
-    ZU_ASSERT( bitOffset + bitCount <= src->bitLength );
-    ZU_BUFFER *held = src == *buf ? zuBufferRetain( src ) : nullptr;
-    UINT behind = bitOffset + bitCount;
-    bufferMakeRoom( buf, bitIdx, src->bitLength - bitCount );
-    bitsCopy( bufferContent( *buf ), bitIdx, bufferContent( src ), 0, bitOffset );
-    bitsCopy( bufferContent( *buf ), bitIdx + bitOffset, bufferContent( src ), behind, src->bitLength - behind );
-    ZU_REF_RELEASE_OPT( held );
-}
-static void bufferInsertTrailing( ZU_BUFFER **buf, UINT bitIdx, ZU_BUFFER *src, UINT bitCount )
+// Operands: what insertion and overwriting put in.  Each tells its length in bits, and puts itself in a place that has
+// it.  One that reads a buffer has that as `src`.
+
+// A range of a buffer
+struct RANGE_OPERAND {
+    ZU_BUFFER *src;
+    UINT bitOffset;
+    UINT bitCount;
+
+    UINT length() const
+    {
+        return bitCount;
+    }
+    void put( uint8_t *bytes, UINT bitIdx ) const
+    {
+        bitsCopy( bytes, bitIdx, bufferContent( src ), bitOffset, bitCount );
+    }
+};
+
+// Where the last bits of a buffer begin
+static inline UINT bufferTrailingOffset( ZU_BUFFER *src, UINT bitCount )
 {
     ZU_ASSERT( bitCount <= src->bitLength );
-    bufferInsertInner( buf, bitIdx, src, src->bitLength - bitCount, bitCount );
+    return src->bitLength - bitCount;
 }
-static void bufferInsertBits( ZU_BUFFER **buf, UINT bitIdx, uint64_t bits, UINT bitCount )
-{
-    ZU_ASSERT( bitCount <= ZU_INT_BITS );
-    bufferMakeRoom( buf, bitIdx, bitCount );
-    bitsPut( bufferContent( *buf ), bitIdx, bits, bitCount );
-}
-static void bufferInsertBytes( ZU_BUFFER **buf, UINT bitIdx, const uint8_t *bytes, UINT byteCount )
-{
-    bufferMakeRoom( buf, bitIdx, BYTES_TO_BITS( byteCount ) );
-    bitsCopy( bufferContent( *buf ), bitIdx, bytes, 0, BYTES_TO_BITS( byteCount ) );
-}
-static void bufferInsertFill( ZU_BUFFER **buf, UINT bitIdx, UINT bitCount, uint8_t value )
-{
-    bufferMakeRoom( buf, bitIdx, bitCount );
-    bitsFill( bufferContent( *buf ), bitIdx, bitCount, value );
-}
-// The bits that the length lacks to whole bytes.
-static UINT bufferMissingBits( ZU_BUFFER *buf )
+
+// A buffer without a range
+struct OUTER_OPERAND {
+    ZU_BUFFER *src;
+    UINT bitOffset;
+    UINT bitCount;
+
+    UINT length() const
+    {
+        return src->bitLength - bitCount;
+    }
+    void put( uint8_t *bytes, UINT bitIdx ) const
+    {
+        UINT behind = bitOffset + bitCount;
+        bitsCopy( bytes, bitIdx, bufferContent( src ), 0, bitOffset );
+        bitsCopy( bytes, bitIdx + bitOffset, bufferContent( src ), behind, src->bitLength - behind );
+    }
+};
+
+// The low bits of a number
+struct BITS_OPERAND {
+    uint64_t bits;
+    UINT bitCount;
+
+    UINT length() const
+    {
+        return bitCount;
+    }
+    void put( uint8_t *bytes, UINT bitIdx ) const
+    {
+        bitsPut( bytes, bitIdx, bits, bitCount );
+    }
+};
+
+// Memory
+struct BYTES_OPERAND {
+    const uint8_t *memory;
+    UINT byteCount;
+
+    UINT length() const
+    {
+        return BYTES_TO_BITS( byteCount );
+    }
+    void put( uint8_t *bytes, UINT bitIdx ) const
+    {
+        bitsCopy( bytes, bitIdx, memory, 0, BYTES_TO_BITS( byteCount ) );
+    }
+};
+
+// Equal bits: those of 0x00 or of 0xFF
+struct FILL_OPERAND {
+    UINT bitCount;
+    uint8_t value;
+
+    UINT length() const
+    {
+        return bitCount;
+    }
+    void put( uint8_t *bytes, UINT bitIdx ) const
+    {
+        bitsFill( bytes, bitIdx, bitCount, value );
+    }
+};
+
+// What the length lacks to whole bytes
+static inline UINT bufferMissingBits( ZU_BUFFER *buf )
 {
     return ( 8 - ( buf->bitLength & 7 ) ) & 7;
 }
 
-// Overwriting, in bits: each makes sure of the place, and of a content that may be written.
-static void bufferWriteInner( ZU_BUFFER **buf, UINT bitIdx, ZU_BUFFER *src, UINT bitOffset, UINT bitCount )
+// Aborts unless there is what the operand takes.
+template <typename OPERAND>
+static inline void bufferAssertTaken( const OPERAND &operand )
 {
-    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitOffset, bitCount ) );
-    ZU_ASSERT( bitOffset + bitCount <= src->bitLength );
+    if constexpr ( requires { operand.src; } ) {
+        ZU_BUFFER *src = operand.src;
+        UINT bitOffset = operand.bitOffset;
+        UINT bitCount = operand.bitCount;
+        ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitOffset, bitCount ) );
+        ZU_ASSERT( bitOffset + bitCount <= src->bitLength );
+    }
+}
+static inline void bufferAssertTaken( const BITS_OPERAND &operand )
+{
+    UINT bitCount = operand.bitCount;
+    ZU_ASSERT( bitCount <= ZU_INT_BITS );
+}
+
+// Aborts unless there is what the operand overwrites.
+template <typename OPERAND>
+static inline void bufferAssertPlace( ZU_BUFFER **buf, UINT bitIdx, const OPERAND &operand )
+{
+    UINT bitCount = operand.bitCount;
     ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, bitCount ) );
     ZU_ASSERT( bitIdx + bitCount <= (*buf)->bitLength );
-    if ( bitCount == 0 ) {
-        return;
-    }
-    ZU_BUFFER *held = src == *buf ? zuBufferRetain( src ) : nullptr;
-    bufferMakeWritable( buf );
-    bitsCopy( bufferContent( *buf ), bitIdx, bufferContent( src ), bitOffset, bitCount );
-    ZU_REF_RELEASE_OPT( held );
 }
-static void bufferWriteOuter( ZU_BUFFER **buf, UINT bitIdx, ZU_BUFFER *src, UINT bitOffset, UINT bitCount )
+static inline void bufferAssertPlace( ZU_BUFFER **buf, UINT bitIdx, const OUTER_OPERAND &operand )
 {
-    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitOffset, bitCount ) );
-    ZU_ASSERT( bitOffset + bitCount <= src->bitLength );
+    ZU_BUFFER *src = operand.src;
+    UINT bitCount = operand.bitCount;
     ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, src->bitLength - bitCount ) );
     ZU_ASSERT( bitIdx + (src->bitLength - bitCount) <= (*buf)->bitLength );
-    // The first piece may replace *buf, and with it the source.
-    ZU_BUFFER *held = src == *buf ? zuBufferRetain( src ) : nullptr;
-    UINT behind = bitOffset + bitCount;
-    bufferWriteInner( buf, bitIdx, src, 0, bitOffset );
-    bufferWriteInner( buf, bitIdx + bitOffset, src, behind, src->bitLength - behind );
-    ZU_REF_RELEASE_OPT( held );
 }
-static void bufferWriteTrailing( ZU_BUFFER **buf, UINT bitIdx, ZU_BUFFER *src, UINT bitCount )
+static inline void bufferAssertPlace( ZU_BUFFER **buf, UINT bitIdx, const BYTES_OPERAND &operand )
 {
-    ZU_ASSERT( bitCount <= src->bitLength );
-    bufferWriteInner( buf, bitIdx, src, src->bitLength - bitCount, bitCount );
-}
-static void bufferWriteBits( ZU_BUFFER **buf, UINT bitIdx, uint64_t bits, UINT bitCount )
-{
-    ZU_ASSERT( bitCount <= ZU_INT_BITS );
-    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, bitCount ) );
-    ZU_ASSERT( bitIdx + bitCount <= (*buf)->bitLength );
-    if ( bitCount > 0 ) {
-        bufferMakeWritable( buf );
-        bitsPut( bufferContent( *buf ), bitIdx, bits, bitCount );
-    }
-}
-static void bufferWriteBytes( ZU_BUFFER **buf, UINT bitIdx, const uint8_t *bytes, UINT byteCount )
-{
+    UINT byteCount = operand.byteCount;
     ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, BYTES_TO_BITS( byteCount ) ) );
     ZU_ASSERT( bitIdx + BYTES_TO_BITS( byteCount ) <= (*buf)->bitLength );
-    if ( byteCount > 0 ) {
-        bufferMakeWritable( buf );
-        bitsCopy( bufferContent( *buf ), bitIdx, bytes, 0, BYTES_TO_BITS( byteCount ) );
-    }
 }
-static void bufferWriteFill( ZU_BUFFER **buf, UINT bitIdx, UINT bitCount, uint8_t value )
+
+// A buffer that is put into itself is held over the change: that forces the copy and keeps what is read in place.
+template <typename OPERAND>
+static inline ZU_BUFFER *bufferHoldIfRead( ZU_BUFFER *buf, const OPERAND &operand )
 {
-    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, bitCount ) );
-    ZU_ASSERT( bitIdx + bitCount <= (*buf)->bitLength );
-    if ( bitCount > 0 ) {
-        bufferMakeWritable( buf );
-        bitsFill( bufferContent( *buf ), bitIdx, bitCount, value );
+    if constexpr ( requires { operand.src; } ) {
+        return operand.src == buf ? zuBufferRetain( buf ) : nullptr;
     }
+    return nullptr;
+}
+
+// Insertion and overwriting, in bits.  An operand that fits in two registers goes in those; a larger one would be written
+// in parts and copied as a whole at once, which a processor waits for.
+template <typename OPERAND>
+using PASSED = std::conditional_t<sizeof( OPERAND ) <= 16, OPERAND, const OPERAND &>;
+
+template <typename OPERAND>
+static void bufferInsert( ZU_BUFFER **buf, UINT bitIdx, PASSED<OPERAND> operand )
+{
+    bufferAssertTaken( operand );
+    ZU_BUFFER *held = bufferHoldIfRead( *buf, operand );
+    bufferMakeRoom( buf, bitIdx, operand.length() );
+    operand.put( bufferContent( *buf ), bitIdx );
+    ZU_REF_RELEASE_OPT( held );
+}
+template <typename OPERAND>
+static void bufferWrite( ZU_BUFFER **buf, UINT bitIdx, PASSED<OPERAND> operand )
+{
+    bufferAssertTaken( operand );
+    bufferAssertPlace( buf, bitIdx, operand );
+    if ( operand.length() == 0 ) {
+        return;
+    }
+    ZU_BUFFER *held = bufferHoldIfRead( *buf, operand );
+    bufferMakeWritable( buf );
+    operand.put( bufferContent( *buf ), bitIdx );
+    ZU_REF_RELEASE_OPT( held );
 }
 
 // Creation
@@ -661,14 +726,14 @@ ZU_BUFFER *zuBufferCreateFrom( ZU_BUFFER *src )
 {
     ZU_ASSERT( src );
     ZU_BUFFER *buf = bufferCreateEmpty();
-    bufferInsertInner( &buf, 0, src, 0, src->bitLength );
+    bufferInsert<RANGE_OPERAND>( &buf, 0, { src, 0, src->bitLength } );
     return buf;
 }
 ZU_BUFFER *zuBufferCreateFromBits( ZU_INT bits, ZU_INT bitCount )
 {
     BUFFER_ASSERT_BITS( bitCount );
     ZU_BUFFER *buf = bufferCreateEmpty();
-    bufferInsertBits( &buf, 0, (uint64_t)bits, (UINT)bitCount );
+    bufferInsert<BITS_OPERAND>( &buf, 0, { (uint64_t)bits, (UINT)bitCount } );
     return buf;
 }
 ZU_BUFFER *zuBufferCreateFromByte( uint8_t byte )
@@ -680,7 +745,7 @@ ZU_BUFFER *zuBufferCreateFromBytesCopy( const uint8_t *bytes, ZU_INT byteCount )
     BUFFER_ASSERT_BYTES( byteCount );
     ZU_ASSERT( bytes || !byteCount );
     ZU_BUFFER *buf = bufferCreateEmpty();
-    bufferInsertBytes( &buf, 0, bytes, (UINT)byteCount );
+    bufferInsert<BYTES_OPERAND>( &buf, 0, { bytes, (UINT)byteCount } );
     return buf;
 }
 ZU_BUFFER *zuBufferCreateFromBytesUse( uint8_t *bytes, ZU_INT byteCount )
@@ -708,554 +773,93 @@ ZU_BUFFER *zuBufferCreateFromBytesUseWithRef( const uint8_t *bytes, ZU_INT byteC
     return buf;
 }
 
-// Insertion in units of bytes and of bits
-void zuBufferInsert( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    ZU_ASSERT( src );
-    bufferInsertInner( buf, BYTES_TO_BITS( byteIdx ), src, 0, src->bitLength );
-}
-void zuBufferInsertInner( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BYTES( byteOffset );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferInsertInner( buf, BYTES_TO_BITS( byteIdx ), src, BYTES_TO_BITS( byteOffset ), BYTES_TO_BITS( byteCount ) );
-}
-void zuBufferInsertOuter( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BYTES( byteOffset );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferInsertOuter( buf, BYTES_TO_BITS( byteIdx ), src, BYTES_TO_BITS( byteOffset ), BYTES_TO_BITS( byteCount ) );
-}
-void zuBufferInsertLeading( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferInsertInner( buf, BYTES_TO_BITS( byteIdx ), src, 0, BYTES_TO_BITS( byteCount ) );
-}
-void zuBufferInsertTrailing( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferInsertTrailing( buf, BYTES_TO_BITS( byteIdx ), src, BYTES_TO_BITS( byteCount ) );
-}
-void zuBufferInsertBits( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_INT bits, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferInsertBits( buf, BYTES_TO_BITS( byteIdx ), (uint64_t)bits, (UINT)bitCount );
-}
-void zuBufferInsertByte( ZU_BUFFER **buf, ZU_INT byteIdx, uint8_t byte )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    bufferInsertBits( buf, BYTES_TO_BITS( byteIdx ), byte, 8 );
-}
-void zuBufferInsertBytes( ZU_BUFFER **buf, ZU_INT byteIdx, const uint8_t *bytes, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    BUFFER_ASSERT_BYTES( byteCount );
-    ZU_ASSERT( bytes || !byteCount );
-    bufferInsertBytes( buf, BYTES_TO_BITS( byteIdx ), bytes, (UINT)byteCount );
-}
-void zuBufferInsertZero( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferInsertFill( buf, BYTES_TO_BITS( byteIdx ), BYTES_TO_BITS( byteCount ), 0x00 );
-}
-void zuBufferInsertOne( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferInsertFill( buf, BYTES_TO_BITS( byteIdx ), BYTES_TO_BITS( byteCount ), 0xFF );
-}
-void zuBufferInsertAlignment( ZU_BUFFER **buf, ZU_INT byteIdx )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    bufferInsertFill( buf, BYTES_TO_BITS( byteIdx ), bufferMissingBits( *buf ), 0x00 );
-}
+// The grid: each operand appended, prepended, inserted and written, in units of bytes and of bits.  All of these
+// functions check their arguments, make the operand and hand it on; for Inner in bytes, BUFFER_WRITE_FORM gives
+//
+//     void zuBufferWriteInner( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
+//     {
+//         BUFFER_ASSERT_HOLDER( buf );
+//         BUFFER_ASSERT_BYTES( byteIdx );
+//         ZU_ASSERT( src );
+//         BUFFER_ASSERT_BYTES( byteOffset );
+//         BUFFER_ASSERT_BYTES( byteCount );
+//         bufferWrite<RANGE_OPERAND>( buf, BYTES_TO_BITS( byteIdx ),
+//                                     { src, BYTES_TO_BITS( byteOffset ), BYTES_TO_BITS( byteCount ) } );
+//     }
+#define BUFFER_PARAMS( ... ) __VA_OPT__(, ) __VA_ARGS__
+// clang-format off
+#define BUFFER_FIELDS( ... ) { __VA_ARGS__ }
+#define BUFFER_INSERT_FORMS( Form, UNITS, idx, Operand, params, checks, OPERAND, fields )    \
+    void zuBuffer##Form##Append##Operand( ZU_BUFFER **buf BUFFER_PARAMS params )             \
+    {                                                                                        \
+        BUFFER_ASSERT_HOLDER( buf );                                                         \
+        checks;                                                                              \
+        bufferInsert<OPERAND>( buf, ( *buf )->bitLength, BUFFER_FIELDS fields );             \
+    }                                                                                        \
+    void zuBuffer##Form##Prepend##Operand( ZU_BUFFER **buf BUFFER_PARAMS params )            \
+    {                                                                                        \
+        BUFFER_ASSERT_HOLDER( buf );                                                         \
+        checks;                                                                              \
+        bufferInsert<OPERAND>( buf, 0, BUFFER_FIELDS fields );                               \
+    }                                                                                        \
+    void zuBuffer##Form##Insert##Operand( ZU_BUFFER **buf, ZU_INT idx BUFFER_PARAMS params ) \
+    {                                                                                        \
+        BUFFER_ASSERT_HOLDER( buf );                                                         \
+        BUFFER_ASSERT_##UNITS( idx );                                                        \
+        checks;                                                                              \
+        bufferInsert<OPERAND>( buf, UNITS##_TO_BITS( idx ), BUFFER_FIELDS fields );          \
+    }
+#define BUFFER_WRITE_FORM( Form, UNITS, idx, Operand, params, checks, OPERAND, fields )      \
+    void zuBuffer##Form##Write##Operand( ZU_BUFFER **buf, ZU_INT idx BUFFER_PARAMS params )  \
+    {                                                                                        \
+        BUFFER_ASSERT_HOLDER( buf );                                                         \
+        BUFFER_ASSERT_##UNITS( idx );                                                        \
+        checks;                                                                              \
+        bufferWrite<OPERAND>( buf, UNITS##_TO_BITS( idx ), BUFFER_FIELDS fields );           \
+    }
+#define BUFFER_FORMS( ... )            \
+    BUFFER_INSERT_FORMS( __VA_ARGS__ ) \
+    BUFFER_WRITE_FORM( __VA_ARGS__ )
 
-void zuBufferBitInsert( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    ZU_ASSERT( src );
-    bufferInsertInner( buf, (UINT)bitIdx, src, 0, src->bitLength );
-}
-void zuBufferBitInsertInner( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src, ZU_INT bitOffset, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BITS( bitOffset );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferInsertInner( buf, (UINT)bitIdx, src, (UINT)bitOffset, (UINT)bitCount );
-}
-void zuBufferBitInsertOuter( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src, ZU_INT bitOffset, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BITS( bitOffset );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferInsertOuter( buf, (UINT)bitIdx, src, (UINT)bitOffset, (UINT)bitCount );
-}
-void zuBufferBitInsertLeading( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferInsertInner( buf, (UINT)bitIdx, src, 0, (UINT)bitCount );
-}
-void zuBufferBitInsertTrailing( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferInsertTrailing( buf, (UINT)bitIdx, src, (UINT)bitCount );
-}
-void zuBufferBitInsertBits( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_INT bits, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferInsertBits( buf, (UINT)bitIdx, (uint64_t)bits, (UINT)bitCount );
-}
-void zuBufferBitInsertByte( ZU_BUFFER **buf, ZU_INT bitIdx, uint8_t byte )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    bufferInsertBits( buf, (UINT)bitIdx, byte, 8 );
-}
-void zuBufferBitInsertBytes( ZU_BUFFER **buf, ZU_INT bitIdx, const uint8_t *bytes, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    BUFFER_ASSERT_BYTES( byteCount );
-    ZU_ASSERT( bytes || !byteCount );
-    bufferInsertBytes( buf, (UINT)bitIdx, bytes, (UINT)byteCount );
-}
-void zuBufferBitInsertZero( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferInsertFill( buf, (UINT)bitIdx, (UINT)bitCount, 0x00 );
-}
-void zuBufferBitInsertOne( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferInsertFill( buf, (UINT)bitIdx, (UINT)bitCount, 0xFF );
-}
-void zuBufferBitInsertAlignment( ZU_BUFFER **buf, ZU_INT bitIdx )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    bufferInsertFill( buf, (UINT)bitIdx, bufferMissingBits( *buf ), 0x00 );
-}
-
-// Appending: insertion behind the last bit, wherever that lies
-void zuBufferAppend( ZU_BUFFER **buf, ZU_BUFFER *src )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    ZU_ASSERT( src );
-    bufferInsertInner( buf, ( *buf )->bitLength, src, 0, src->bitLength );
-}
-void zuBufferAppendInner( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BYTES( byteOffset );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferInsertInner( buf, ( *buf )->bitLength, src, BYTES_TO_BITS( byteOffset ), BYTES_TO_BITS( byteCount ) );
-}
-void zuBufferAppendOuter( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BYTES( byteOffset );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferInsertOuter( buf, ( *buf )->bitLength, src, BYTES_TO_BITS( byteOffset ), BYTES_TO_BITS( byteCount ) );
-}
-void zuBufferAppendLeading( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferInsertInner( buf, ( *buf )->bitLength, src, 0, BYTES_TO_BITS( byteCount ) );
-}
-void zuBufferAppendTrailing( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferInsertTrailing( buf, ( *buf )->bitLength, src, BYTES_TO_BITS( byteCount ) );
-}
-void zuBufferAppendBits( ZU_BUFFER **buf, ZU_INT bits, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferInsertBits( buf, ( *buf )->bitLength, (uint64_t)bits, (UINT)bitCount );
-}
-void zuBufferAppendByte( ZU_BUFFER **buf, uint8_t byte )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    bufferInsertBits( buf, ( *buf )->bitLength, byte, 8 );
-}
-void zuBufferAppendBytes( ZU_BUFFER **buf, const uint8_t *bytes, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteCount );
-    ZU_ASSERT( bytes || !byteCount );
-    bufferInsertBytes( buf, ( *buf )->bitLength, bytes, (UINT)byteCount );
-}
-void zuBufferAppendZero( ZU_BUFFER **buf, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferInsertFill( buf, ( *buf )->bitLength, BYTES_TO_BITS( byteCount ), 0x00 );
-}
-void zuBufferAppendOne( ZU_BUFFER **buf, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferInsertFill( buf, ( *buf )->bitLength, BYTES_TO_BITS( byteCount ), 0xFF );
-}
-void zuBufferAppendAlignment( ZU_BUFFER **buf )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    bufferInsertFill( buf, ( *buf )->bitLength, bufferMissingBits( *buf ), 0x00 );
-}
-
-void zuBufferBitAppend( ZU_BUFFER **buf, ZU_BUFFER *src )
-{
-    zuBufferAppend( buf, src );
-}
-void zuBufferBitAppendInner( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT bitOffset, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BITS( bitOffset );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferInsertInner( buf, ( *buf )->bitLength, src, (UINT)bitOffset, (UINT)bitCount );
-}
-void zuBufferBitAppendOuter( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT bitOffset, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BITS( bitOffset );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferInsertOuter( buf, ( *buf )->bitLength, src, (UINT)bitOffset, (UINT)bitCount );
-}
-void zuBufferBitAppendLeading( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferInsertInner( buf, ( *buf )->bitLength, src, 0, (UINT)bitCount );
-}
-void zuBufferBitAppendTrailing( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferInsertTrailing( buf, ( *buf )->bitLength, src, (UINT)bitCount );
-}
-void zuBufferBitAppendBits( ZU_BUFFER **buf, ZU_INT bits, ZU_INT bitCount )
-{
-    zuBufferAppendBits( buf, bits, bitCount );
-}
-void zuBufferBitAppendByte( ZU_BUFFER **buf, uint8_t byte )
-{
-    zuBufferAppendByte( buf, byte );
-}
-void zuBufferBitAppendBytes( ZU_BUFFER **buf, const uint8_t *bytes, ZU_INT byteCount )
-{
-    zuBufferAppendBytes( buf, bytes, byteCount );
-}
-void zuBufferBitAppendZero( ZU_BUFFER **buf, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferInsertFill( buf, ( *buf )->bitLength, (UINT)bitCount, 0x00 );
-}
-void zuBufferBitAppendOne( ZU_BUFFER **buf, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferInsertFill( buf, ( *buf )->bitLength, (UINT)bitCount, 0xFF );
-}
-void zuBufferBitAppendAlignment( ZU_BUFFER **buf )
-{
-    zuBufferAppendAlignment( buf );
-}
-
-// Prepending: insertion ahead of the first bit
-void zuBufferPrepend( ZU_BUFFER **buf, ZU_BUFFER *src )
-{
-    zuBufferInsert( buf, 0, src );
-}
-void zuBufferPrependInner( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
-{
-    zuBufferInsertInner( buf, 0, src, byteOffset, byteCount );
-}
-void zuBufferPrependOuter( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
-{
-    zuBufferInsertOuter( buf, 0, src, byteOffset, byteCount );
-}
-void zuBufferPrependLeading( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT byteCount )
-{
-    zuBufferInsertLeading( buf, 0, src, byteCount );
-}
-void zuBufferPrependTrailing( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT byteCount )
-{
-    zuBufferInsertTrailing( buf, 0, src, byteCount );
-}
-void zuBufferPrependBits( ZU_BUFFER **buf, ZU_INT bits, ZU_INT bitCount )
-{
-    zuBufferInsertBits( buf, 0, bits, bitCount );
-}
-void zuBufferPrependByte( ZU_BUFFER **buf, uint8_t byte )
-{
-    zuBufferInsertByte( buf, 0, byte );
-}
-void zuBufferPrependBytes( ZU_BUFFER **buf, const uint8_t *bytes, ZU_INT byteCount )
-{
-    zuBufferInsertBytes( buf, 0, bytes, byteCount );
-}
-void zuBufferPrependZero( ZU_BUFFER **buf, ZU_INT byteCount )
-{
-    zuBufferInsertZero( buf, 0, byteCount );
-}
-void zuBufferPrependOne( ZU_BUFFER **buf, ZU_INT byteCount )
-{
-    zuBufferInsertOne( buf, 0, byteCount );
-}
-void zuBufferPrependAlignment( ZU_BUFFER **buf )
-{
-    zuBufferInsertAlignment( buf, 0 );
-}
-
-void zuBufferBitPrepend( ZU_BUFFER **buf, ZU_BUFFER *src )
-{
-    zuBufferBitInsert( buf, 0, src );
-}
-void zuBufferBitPrependInner( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT bitOffset, ZU_INT bitCount )
-{
-    zuBufferBitInsertInner( buf, 0, src, bitOffset, bitCount );
-}
-void zuBufferBitPrependOuter( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT bitOffset, ZU_INT bitCount )
-{
-    zuBufferBitInsertOuter( buf, 0, src, bitOffset, bitCount );
-}
-void zuBufferBitPrependLeading( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT bitCount )
-{
-    zuBufferBitInsertLeading( buf, 0, src, bitCount );
-}
-void zuBufferBitPrependTrailing( ZU_BUFFER **buf, ZU_BUFFER *src, ZU_INT bitCount )
-{
-    zuBufferBitInsertTrailing( buf, 0, src, bitCount );
-}
-void zuBufferBitPrependBits( ZU_BUFFER **buf, ZU_INT bits, ZU_INT bitCount )
-{
-    zuBufferBitInsertBits( buf, 0, bits, bitCount );
-}
-void zuBufferBitPrependByte( ZU_BUFFER **buf, uint8_t byte )
-{
-    zuBufferBitInsertByte( buf, 0, byte );
-}
-void zuBufferBitPrependBytes( ZU_BUFFER **buf, const uint8_t *bytes, ZU_INT byteCount )
-{
-    zuBufferBitInsertBytes( buf, 0, bytes, byteCount );
-}
-void zuBufferBitPrependZero( ZU_BUFFER **buf, ZU_INT bitCount )
-{
-    zuBufferBitInsertZero( buf, 0, bitCount );
-}
-void zuBufferBitPrependOne( ZU_BUFFER **buf, ZU_INT bitCount )
-{
-    zuBufferBitInsertOne( buf, 0, bitCount );
-}
-void zuBufferBitPrependAlignment( ZU_BUFFER **buf )
-{
-    zuBufferBitInsertAlignment( buf, 0 );
-}
-
-// Overwriting in units of bytes and of bits
-void zuBufferWrite( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    ZU_ASSERT( src );
-    bufferWriteInner( buf, BYTES_TO_BITS( byteIdx ), src, 0, src->bitLength );
-}
-void zuBufferWriteInner( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BYTES( byteOffset );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferWriteInner( buf, BYTES_TO_BITS( byteIdx ), src, BYTES_TO_BITS( byteOffset ), BYTES_TO_BITS( byteCount ) );
-}
-void zuBufferWriteOuter( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BYTES( byteOffset );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferWriteOuter( buf, BYTES_TO_BITS( byteIdx ), src, BYTES_TO_BITS( byteOffset ), BYTES_TO_BITS( byteCount ) );
-}
-void zuBufferWriteLeading( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferWriteInner( buf, BYTES_TO_BITS( byteIdx ), src, 0, BYTES_TO_BITS( byteCount ) );
-}
-void zuBufferWriteTrailing( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferWriteTrailing( buf, BYTES_TO_BITS( byteIdx ), src, BYTES_TO_BITS( byteCount ) );
-}
-void zuBufferWriteBits( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_INT bits, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferWriteBits( buf, BYTES_TO_BITS( byteIdx ), (uint64_t)bits, (UINT)bitCount );
-}
-void zuBufferWriteByte( ZU_BUFFER **buf, ZU_INT byteIdx, uint8_t byte )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    bufferWriteBits( buf, BYTES_TO_BITS( byteIdx ), byte, 8 );
-}
-void zuBufferWriteBytes( ZU_BUFFER **buf, ZU_INT byteIdx, const uint8_t *bytes, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    BUFFER_ASSERT_BYTES( byteCount );
-    ZU_ASSERT( bytes || !byteCount );
-    bufferWriteBytes( buf, BYTES_TO_BITS( byteIdx ), bytes, (UINT)byteCount );
-}
-void zuBufferWriteZero( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferWriteFill( buf, BYTES_TO_BITS( byteIdx ), BYTES_TO_BITS( byteCount ), 0x00 );
-}
-void zuBufferWriteOne( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BYTES( byteIdx );
-    BUFFER_ASSERT_BYTES( byteCount );
-    bufferWriteFill( buf, BYTES_TO_BITS( byteIdx ), BYTES_TO_BITS( byteCount ), 0xFF );
-}
-
-void zuBufferBitWrite( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    ZU_ASSERT( src );
-    bufferWriteInner( buf, (UINT)bitIdx, src, 0, src->bitLength );
-}
-void zuBufferBitWriteInner( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src, ZU_INT bitOffset, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BITS( bitOffset );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferWriteInner( buf, (UINT)bitIdx, src, (UINT)bitOffset, (UINT)bitCount );
-}
-void zuBufferBitWriteOuter( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src, ZU_INT bitOffset, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BITS( bitOffset );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferWriteOuter( buf, (UINT)bitIdx, src, (UINT)bitOffset, (UINT)bitCount );
-}
-void zuBufferBitWriteLeading( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferWriteInner( buf, (UINT)bitIdx, src, 0, (UINT)bitCount );
-}
-void zuBufferBitWriteTrailing( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_BUFFER *src, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    ZU_ASSERT( src );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferWriteTrailing( buf, (UINT)bitIdx, src, (UINT)bitCount );
-}
-void zuBufferBitWriteBits( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_INT bits, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferWriteBits( buf, (UINT)bitIdx, (uint64_t)bits, (UINT)bitCount );
-}
-void zuBufferBitWriteByte( ZU_BUFFER **buf, ZU_INT bitIdx, uint8_t byte )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    bufferWriteBits( buf, (UINT)bitIdx, byte, 8 );
-}
-void zuBufferBitWriteBytes( ZU_BUFFER **buf, ZU_INT bitIdx, const uint8_t *bytes, ZU_INT byteCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    BUFFER_ASSERT_BYTES( byteCount );
-    ZU_ASSERT( bytes || !byteCount );
-    bufferWriteBytes( buf, (UINT)bitIdx, bytes, (UINT)byteCount );
-}
-void zuBufferBitWriteZero( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferWriteFill( buf, (UINT)bitIdx, (UINT)bitCount, 0x00 );
-}
-void zuBufferBitWriteOne( ZU_BUFFER **buf, ZU_INT bitIdx, ZU_INT bitCount )
-{
-    BUFFER_ASSERT_HOLDER( buf );
-    BUFFER_ASSERT_BITS( bitIdx );
-    BUFFER_ASSERT_BITS( bitCount );
-    bufferWriteFill( buf, (UINT)bitIdx, (UINT)bitCount, 0xFF );
-}
+// In each row: the operand's name and parameters, what they are checked for, and the fields that they make.
+#define BUFFER_GRID( Form, UNITS, idx, offset, count )                                                       \
+    BUFFER_FORMS( Form, UNITS, idx, , ( ZU_BUFFER *src ),                                                    \
+                  ZU_ASSERT( src ),                                                                          \
+                  RANGE_OPERAND, ( src, 0, src->bitLength ) )                                                \
+    BUFFER_FORMS( Form, UNITS, idx, Inner, ( ZU_BUFFER *src, ZU_INT offset, ZU_INT count ),                  \
+                  ZU_ASSERT( src ); BUFFER_ASSERT_##UNITS( offset ); BUFFER_ASSERT_##UNITS( count ),         \
+                  RANGE_OPERAND, ( src, UNITS##_TO_BITS( offset ), UNITS##_TO_BITS( count ) ) )              \
+    BUFFER_FORMS( Form, UNITS, idx, Outer, ( ZU_BUFFER *src, ZU_INT offset, ZU_INT count ),                  \
+                  ZU_ASSERT( src ); BUFFER_ASSERT_##UNITS( offset ); BUFFER_ASSERT_##UNITS( count ),         \
+                  OUTER_OPERAND, ( src, UNITS##_TO_BITS( offset ), UNITS##_TO_BITS( count ) ) )              \
+    BUFFER_FORMS( Form, UNITS, idx, Leading, ( ZU_BUFFER *src, ZU_INT count ),                               \
+                  ZU_ASSERT( src ); BUFFER_ASSERT_##UNITS( count ),                                          \
+                  RANGE_OPERAND, ( src, 0, UNITS##_TO_BITS( count ) ) )                                      \
+    BUFFER_FORMS( Form, UNITS, idx, Trailing, ( ZU_BUFFER *src, ZU_INT count ),                              \
+                  ZU_ASSERT( src ); BUFFER_ASSERT_##UNITS( count ),                                          \
+                  RANGE_OPERAND,                                                                             \
+                  ( src, bufferTrailingOffset( src, UNITS##_TO_BITS( count ) ), UNITS##_TO_BITS( count ) ) ) \
+    BUFFER_FORMS( Form, UNITS, idx, Bits, ( ZU_INT bits, ZU_INT bitCount ),                                  \
+                  BUFFER_ASSERT_BITS( bitCount ),                                                            \
+                  BITS_OPERAND, ( (uint64_t)bits, (UINT)bitCount ) )                                         \
+    BUFFER_FORMS( Form, UNITS, idx, Byte, ( uint8_t byte ),                                                  \
+                  ,                                                                                          \
+                  BITS_OPERAND, ( byte, 8 ) )                                                                \
+    BUFFER_FORMS( Form, UNITS, idx, Bytes, ( const uint8_t *bytes, ZU_INT byteCount ),                       \
+                  BUFFER_ASSERT_BYTES( byteCount ); ZU_ASSERT( bytes || !byteCount ),                        \
+                  BYTES_OPERAND, ( bytes, (UINT)byteCount ) )                                                \
+    BUFFER_FORMS( Form, UNITS, idx, Zero, ( ZU_INT count ),                                                  \
+                  BUFFER_ASSERT_##UNITS( count ),                                                            \
+                  FILL_OPERAND, ( UNITS##_TO_BITS( count ), 0x00 ) )                                         \
+    BUFFER_FORMS( Form, UNITS, idx, One, ( ZU_INT count ),                                                   \
+                  BUFFER_ASSERT_##UNITS( count ),                                                            \
+                  FILL_OPERAND, ( UNITS##_TO_BITS( count ), 0xFF ) )                                         \
+    BUFFER_INSERT_FORMS( Form, UNITS, idx, Alignment, (),                                                    \
+                         ,                                                                                   \
+                         FILL_OPERAND, ( bufferMissingBits( *buf ), 0x00 ) )
+BUFFER_GRID( , BYTES, byteIdx, byteOffset, byteCount )
+BUFFER_GRID( Bit, BITS, bitIdx, bitOffset, bitCount )
+// clang-format on
 
 // Reading
 static ZU_BUFFER *bufferRead( ZU_BUFFER *buf, UINT bitIdx, UINT bitCount )
@@ -1263,7 +867,7 @@ static ZU_BUFFER *bufferRead( ZU_BUFFER *buf, UINT bitIdx, UINT bitCount )
     ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, bitCount ) );
     ZU_ASSERT( bitIdx + bitCount <= buf->bitLength );
     ZU_BUFFER *range = bufferCreateEmpty();
-    bufferInsertInner( &range, 0, buf, bitIdx, bitCount );
+    bufferInsert<RANGE_OPERAND>( &range, 0, { buf, bitIdx, bitCount } );
     return range;
 }
 static uint64_t bufferReadBits( ZU_BUFFER *buf, UINT bitIdx, UINT bitCount )
@@ -1365,8 +969,8 @@ static void bufferDelInner( ZU_BUFFER **buf, UINT bitOffset, UINT bitCount )
         ( *buf )->bitBspace += bitCount;
     } else {
         ZU_BUFFER *rest = bufferCreateEmpty();
-        bufferInsertInner( &rest, 0, *buf, 0, bitOffset );
-        bufferInsertInner( &rest, bitOffset, *buf, behind, behindCount );
+        bufferInsert<RANGE_OPERAND>( &rest, 0, { *buf, 0, bitOffset } );
+        bufferInsert<RANGE_OPERAND>( &rest, bitOffset, { *buf, behind, behindCount } );
         bufferReplace( buf, rest );
         return;
     }
