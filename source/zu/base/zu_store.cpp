@@ -1,8 +1,8 @@
 // Three dicts: the addresses in use, each mapped to itself, the values and the sub-stores.  The first is what gives
 // addresses positions; the others stay apart from it, so that a copy of the store can share those that do not change.
 //
-// The form of an operation that takes a string does the work, and the others hand on to it; where text is only to be
-// found, it is not made a string.
+// Each operation is written once, and its seven forms hand on to that; where text is only to be found, it is not made a
+// string.
 
 #include "zu/base/zu_store.h"
 
@@ -71,6 +71,10 @@ public:
     operator ZU_STRING *() const
     {
         return address;
+    }
+    operator STORE_KEY() const
+    {
+        return STORE_KEY( address );
     }
 
 private:
@@ -141,15 +145,114 @@ ZU_BOOL zuStoreAddressOk( ZU_STRING *address )
     return zuStoreAddressOk( STORE_KEY( address ) );
 }
 
-// Declares `address` and makes it by `create` of the `args` behind the parameter `last`.  No function can open the
-// arguments of its caller.
+// Forms
 //
-//     STORE_FORMAT_ADDRESS( address, fmt, zuStringCreateFromFormatArgList( fmt, args ) );
+// Each operation is written once: one that only looks an address up as a function that takes a STORE_KEY, one that changes
+// a store as the form that takes a string.  The macros define the other forms, which get the address and hand on; no
+// function could open the arguments of its caller.  The last argument of a macro is the type of what is read, ahead of the
+// address, or set, behind it, and may be missing.
+//
+//     STORE_READING_FORMS( ZU_BOOL, zuStoreValueInt, storeScanValue, ZU_INT )
+//     STORE_CHANGING_FORMS( zuStoreSetValueInt, ZU_INT )
+//
+// define among others
+//
+//     ZU_BOOL zuStoreValueIntCstr( ZU_STORE *store, ZU_INT *value, const char *address, ZU_INT addressLength )
+//     {
+//         return storeScanValue( store, value, STORE_TEXT( address, addressLength ) );
+//     }
+//     void zuStoreSetValueIntFormat( ZU_STORE **store, ZU_STRING *fmt, ZU_INT item, ... )
+//     {
+//         STORE_FORMAT_ADDRESS( address, item, zuStringCreateFromFormatArgList( fmt, args ) );
+//         zuStoreSetValueInt( store, address, item );
+//     }
+
+// Declares `address` and makes it by `create` of the `args` behind the parameter `last`.
 #define STORE_FORMAT_ADDRESS( address, last, create ) \
     va_list args;                                     \
     va_start( args, last );                           \
     STORE_ADDRESS address( create );                  \
     va_end( args )
+
+#define STORE_FIRST( first, ... ) first
+
+// All forms of an operation that looks an address up, but At.
+#define STORE_KEY_FORMS( RESULT, name, perform, ... )                                                                 \
+    RESULT name( ZU_STORE *store, __VA_OPT__( __VA_ARGS__ *value, ) ZU_STRING *address )                              \
+    {                                                                                                                 \
+        return perform( store, __VA_OPT__( value, ) STORE_KEY( address ) );                                           \
+    }                                                                                                                 \
+    RESULT name##Cstr( ZU_STORE *store, __VA_OPT__( __VA_ARGS__ *value, ) const char *address, ZU_INT addressLength ) \
+    {                                                                                                                 \
+        return perform( store, __VA_OPT__( value, ) STORE_TEXT( address, addressLength ) );                           \
+    }                                                                                                                 \
+    RESULT name##Wcstr( ZU_STORE *store, __VA_OPT__( __VA_ARGS__ *value, ) const char16_t *address,                   \
+                        ZU_INT addressLength )                                                                        \
+    {                                                                                                                 \
+        return perform( store, __VA_OPT__( value, ) STORE_TEXT( address, addressLength ) );                           \
+    }                                                                                                                 \
+    RESULT name##Format( ZU_STORE *store, __VA_OPT__( __VA_ARGS__ *value, ) ZU_STRING *fmt, ... )                     \
+    {                                                                                                                 \
+        STORE_FORMAT_ADDRESS( address, fmt, zuStringCreateFromFormatArgList( fmt, args ) );                           \
+        return perform( store, __VA_OPT__( value, ) address );                                                        \
+    }                                                                                                                 \
+    RESULT name##FormatCstr( ZU_STORE *store, __VA_OPT__( __VA_ARGS__ *value, ) const char *fmt, ZU_INT fmtLength,    \
+                             ... )                                                                                    \
+    {                                                                                                                 \
+        STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );      \
+        return perform( store, __VA_OPT__( value, ) address );                                                        \
+    }                                                                                                                 \
+    RESULT name##FormatWcstr( ZU_STORE *store, __VA_OPT__( __VA_ARGS__ *value, ) const char16_t *fmt,                 \
+                              ZU_INT fmtLength, ... )                                                                 \
+    {                                                                                                                 \
+        STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );     \
+        return perform( store, __VA_OPT__( value, ) address );                                                        \
+    }
+
+// All forms of an operation that looks an address up.
+#define STORE_READING_FORMS( RESULT, name, perform, ... )                                              \
+    STORE_KEY_FORMS( RESULT, name, perform, __VA_ARGS__ )                                              \
+    RESULT name##At( ZU_STORE *store, __VA_OPT__( __VA_ARGS__ *value, ) ZU_INT idx )                   \
+    {                                                                                                  \
+        return perform( store, __VA_OPT__( value, ) STORE_ADDRESS( zuStoreAddressAt( store, idx ) ) ); \
+    }
+
+// The forms of an operation that changes a store, but the one that takes a string.
+#define STORE_CHANGING_FORMS( name, ... )                                                                             \
+    void name##At( ZU_STORE **store, ZU_INT idx __VA_OPT__(, __VA_ARGS__ item ) )                                     \
+    {                                                                                                                 \
+        ZU_ASSERT( store );                                                                                           \
+        ZU_ASSERT( *store );                                                                                          \
+        name( store, STORE_ADDRESS( zuStoreAddressAt( *store, idx ) ) __VA_OPT__(, item ) );                          \
+    }                                                                                                                 \
+    void name##Cstr( ZU_STORE **store, const char *address, ZU_INT addressLength __VA_OPT__(, __VA_ARGS__ item ) )    \
+    {                                                                                                                 \
+        name( store, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ) __VA_OPT__(, item ) );         \
+    }                                                                                                                 \
+    void name##Wcstr( ZU_STORE **store, const char16_t *address,                                                      \
+                      ZU_INT addressLength __VA_OPT__(, __VA_ARGS__ item ) )                                          \
+    {                                                                                                                 \
+        name( store, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ) __VA_OPT__(, item ) );        \
+    }                                                                                                                 \
+    void name##Format( ZU_STORE **store, ZU_STRING *fmt __VA_OPT__(, __VA_ARGS__ item ), ... )                        \
+    {                                                                                                                 \
+        STORE_FORMAT_ADDRESS( address, STORE_FIRST( __VA_OPT__( item, ) fmt, ),                                       \
+                              zuStringCreateFromFormatArgList( fmt, args ) );                                         \
+        name( store, address __VA_OPT__(, item ) );                                                                   \
+    }                                                                                                                 \
+    void name##FormatCstr( ZU_STORE **store, const char *fmt, ZU_INT fmtLength __VA_OPT__(, __VA_ARGS__ item ), ... ) \
+    {                                                                                                                 \
+        STORE_FORMAT_ADDRESS( address, STORE_FIRST( __VA_OPT__( item, ) fmtLength, ),                                 \
+                              zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );                          \
+        name( store, address __VA_OPT__(, item ) );                                                                   \
+    }                                                                                                                 \
+    void name##FormatWcstr( ZU_STORE **store, const char16_t *fmt, ZU_INT fmtLength __VA_OPT__(, __VA_ARGS__ item ),  \
+                            ... )                                                                                     \
+    {                                                                                                                 \
+        STORE_FORMAT_ADDRESS( address, STORE_FIRST( __VA_OPT__( item, ) fmtLength, ),                                 \
+                              zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );                         \
+        name( store, address __VA_OPT__(, item ) );                                                                   \
+    }
 
 // Creation
 static ZU_STORE *storeCreateOfDicts( ZU_DICT *addresses, ZU_DICT *values, ZU_DICT *stores )
@@ -309,11 +412,15 @@ void zuStoreMerge( ZU_STORE **store, ZU_STORE *other )
 // Return what is at an address, without a reference for the caller; null if there is nothing.
 static ZU_STRING *storeValueNoRetain( ZU_STORE *store, STORE_KEY address )
 {
+    ZU_ASSERT( store );
+    ZU_ASSERT( zuStoreAddressOk( address) );
     ZU_INT idx = zu___DictIndexOfChars( store->values, address.chars, address.length );
     return idx < 0 ? nullptr : (ZU_STRING *)store->values->items[ idx ].val; // which costs no asking for the sort
 }
 static ZU_STORE *storeStoreNoRetain( ZU_STORE *store, STORE_KEY address )
 {
+    ZU_ASSERT( store );
+    ZU_ASSERT( zuStoreAddressOk( address) );
     ZU_INT idx = zu___DictIndexOfChars( store->stores, address.chars, address.length );
     return idx < 0 ? nullptr : zuStoreFrom( store->stores->items[ idx ].val );
 }
@@ -332,114 +439,22 @@ static ZU_BOOL storeHasAddress( ZU_STORE *store, STORE_KEY address )
     ZU_ASSERT( zuStoreAddressOk( address) );
     return zu___DictIndexOfChars( store->addresses, address.chars, address.length ) >= 0;
 }
-ZU_BOOL zuStoreHasAddress( ZU_STORE *store, ZU_STRING *address )
-{
-    return storeHasAddress( store, STORE_KEY( address ) );
-}
-ZU_BOOL zuStoreHasAddressCstr( ZU_STORE *store, const char *address, ZU_INT addressLength )
-{
-    return storeHasAddress( store, STORE_TEXT( address, addressLength ) );
-}
-ZU_BOOL zuStoreHasAddressWcstr( ZU_STORE *store, const char16_t *address, ZU_INT addressLength )
-{
-    return storeHasAddress( store, STORE_TEXT( address, addressLength ) );
-}
-ZU_BOOL zuStoreHasAddressFormat( ZU_STORE *store, ZU_STRING *fmt, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmt, zuStringCreateFromFormatArgList( fmt, args ) );
-    return zuStoreHasAddress( store, address );
-}
-ZU_BOOL zuStoreHasAddressFormatCstr( ZU_STORE *store, const char *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    return zuStoreHasAddress( store, address );
-}
-ZU_BOOL zuStoreHasAddressFormatWcstr( ZU_STORE *store, const char16_t *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    return zuStoreHasAddress( store, address );
-}
+STORE_KEY_FORMS( ZU_BOOL, zuStoreHasAddress, storeHasAddress )
 
-// Testing a value
+// Values
 static ZU_BOOL storeHasValue( ZU_STORE *store, STORE_KEY address )
 {
-    ZU_ASSERT( store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
     return storeValueNoRetain( store, address ) != nullptr;
 }
-ZU_BOOL zuStoreHasValue( ZU_STORE *store, ZU_STRING *address )
-{
-    return storeHasValue( store, STORE_KEY( address ) );
-}
-ZU_BOOL zuStoreHasValueAt( ZU_STORE *store, ZU_INT idx )
-{
-    return zuStoreHasValue( store, STORE_ADDRESS( zuStoreAddressAt( store, idx ) ) );
-}
-ZU_BOOL zuStoreHasValueCstr( ZU_STORE *store, const char *address, ZU_INT addressLength )
-{
-    return storeHasValue( store, STORE_TEXT( address, addressLength ) );
-}
-ZU_BOOL zuStoreHasValueWcstr( ZU_STORE *store, const char16_t *address, ZU_INT addressLength )
-{
-    return storeHasValue( store, STORE_TEXT( address, addressLength ) );
-}
-ZU_BOOL zuStoreHasValueFormat( ZU_STORE *store, ZU_STRING *fmt, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmt, zuStringCreateFromFormatArgList( fmt, args ) );
-    return zuStoreHasValue( store, address );
-}
-ZU_BOOL zuStoreHasValueFormatCstr( ZU_STORE *store, const char *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    return zuStoreHasValue( store, address );
-}
-ZU_BOOL zuStoreHasValueFormatWcstr( ZU_STORE *store, const char16_t *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    return zuStoreHasValue( store, address );
-}
+STORE_READING_FORMS( ZU_BOOL, zuStoreHasValue, storeHasValue )
 
-// Reading a value
 static ZU_STRING *storeValue( ZU_STORE *store, STORE_KEY address )
 {
-    ZU_ASSERT( store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
     ZU_STRING *value = storeValueNoRetain( store, address );
     return value ? zuStringRetain( value ) : nullptr;
 }
-ZU_STRING *zuStoreValue( ZU_STORE *store, ZU_STRING *address )
-{
-    return storeValue( store, STORE_KEY( address ) );
-}
-ZU_STRING *zuStoreValueAt( ZU_STORE *store, ZU_INT idx )
-{
-    return zuStoreValue( store, STORE_ADDRESS( zuStoreAddressAt( store, idx ) ) );
-}
-ZU_STRING *zuStoreValueCstr( ZU_STORE *store, const char *address, ZU_INT addressLength )
-{
-    return storeValue( store, STORE_TEXT( address, addressLength ) );
-}
-ZU_STRING *zuStoreValueWcstr( ZU_STORE *store, const char16_t *address, ZU_INT addressLength )
-{
-    return storeValue( store, STORE_TEXT( address, addressLength ) );
-}
-ZU_STRING *zuStoreValueFormat( ZU_STORE *store, ZU_STRING *fmt, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmt, zuStringCreateFromFormatArgList( fmt, args ) );
-    return zuStoreValue( store, address );
-}
-ZU_STRING *zuStoreValueFormatCstr( ZU_STORE *store, const char *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    return zuStoreValue( store, address );
-}
-ZU_STRING *zuStoreValueFormatWcstr( ZU_STORE *store, const char16_t *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    return zuStoreValue( store, address );
-}
+STORE_READING_FORMS( ZU_STRING *, zuStoreValue, storeValue )
 
-// Setting a value
 void zuStoreSetValue( ZU_STORE **store, ZU_STRING *address, ZU_STRING *value )
 {
     ZU_ASSERT( store );
@@ -450,37 +465,8 @@ void zuStoreSetValue( ZU_STORE **store, ZU_STRING *address, ZU_STRING *value )
     zuDictSetStringKey( &( *store )->addresses, address, zuStringObj( address ) );
     zuDictSetStringKey( &( *store )->values, address, zuStringObj( value ) );
 }
-void zuStoreSetValueAt( ZU_STORE **store, ZU_INT idx, ZU_STRING *value )
-{
-    ZU_ASSERT( store );
-    ZU_ASSERT( *store );
-    zuStoreSetValue( store, STORE_ADDRESS( zuStoreAddressAt( *store, idx ) ), value );
-}
-void zuStoreSetValueCstr( ZU_STORE **store, const char *address, ZU_INT addressLength, ZU_STRING *value )
-{
-    zuStoreSetValue( store, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ), value );
-}
-void zuStoreSetValueWcstr( ZU_STORE **store, const char16_t *address, ZU_INT addressLength, ZU_STRING *value )
-{
-    zuStoreSetValue( store, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ), value );
-}
-void zuStoreSetValueFormat( ZU_STORE **store, ZU_STRING *fmt, ZU_STRING *value, ... )
-{
-    STORE_FORMAT_ADDRESS( address, value, zuStringCreateFromFormatArgList( fmt, args ) );
-    zuStoreSetValue( store, address, value );
-}
-void zuStoreSetValueFormatCstr( ZU_STORE **store, const char *fmt, ZU_INT fmtLength, ZU_STRING *value, ... )
-{
-    STORE_FORMAT_ADDRESS( address, value, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    zuStoreSetValue( store, address, value );
-}
-void zuStoreSetValueFormatWcstr( ZU_STORE **store, const char16_t *fmt, ZU_INT fmtLength, ZU_STRING *value, ... )
-{
-    STORE_FORMAT_ADDRESS( address, value, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    zuStoreSetValue( store, address, value );
-}
+STORE_CHANGING_FORMS( zuStoreSetValue, ZU_STRING * )
 
-// Deleting a value
 void zuStoreDelValue( ZU_STORE **store, ZU_STRING *address )
 {
     ZU_ASSERT( store );
@@ -489,116 +475,22 @@ void zuStoreDelValue( ZU_STORE **store, ZU_STRING *address )
     storeUnshare( store );
     storeDel( *store, &( *store )->values, ( *store )->stores, address );
 }
-void zuStoreDelValueAt( ZU_STORE **store, ZU_INT idx )
-{
-    ZU_ASSERT( store );
-    ZU_ASSERT( *store );
-    zuStoreDelValue( store, STORE_ADDRESS( zuStoreAddressAt( *store, idx ) ) );
-}
-void zuStoreDelValueCstr( ZU_STORE **store, const char *address, ZU_INT addressLength )
-{
-    zuStoreDelValue( store, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ) );
-}
-void zuStoreDelValueWcstr( ZU_STORE **store, const char16_t *address, ZU_INT addressLength )
-{
-    zuStoreDelValue( store, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ) );
-}
-void zuStoreDelValueFormat( ZU_STORE **store, ZU_STRING *fmt, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmt, zuStringCreateFromFormatArgList( fmt, args ) );
-    zuStoreDelValue( store, address );
-}
-void zuStoreDelValueFormatCstr( ZU_STORE **store, const char *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    zuStoreDelValue( store, address );
-}
-void zuStoreDelValueFormatWcstr( ZU_STORE **store, const char16_t *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    zuStoreDelValue( store, address );
-}
+STORE_CHANGING_FORMS( zuStoreDelValue )
 
-// Testing a sub-store
+// Sub-stores
 static ZU_BOOL storeHasStore( ZU_STORE *store, STORE_KEY address )
 {
-    ZU_ASSERT( store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
     return storeStoreNoRetain( store, address ) != nullptr;
 }
-ZU_BOOL zuStoreHasStore( ZU_STORE *store, ZU_STRING *address )
-{
-    return storeHasStore( store, STORE_KEY( address ) );
-}
-ZU_BOOL zuStoreHasStoreAt( ZU_STORE *store, ZU_INT idx )
-{
-    return zuStoreHasStore( store, STORE_ADDRESS( zuStoreAddressAt( store, idx ) ) );
-}
-ZU_BOOL zuStoreHasStoreCstr( ZU_STORE *store, const char *address, ZU_INT addressLength )
-{
-    return storeHasStore( store, STORE_TEXT( address, addressLength ) );
-}
-ZU_BOOL zuStoreHasStoreWcstr( ZU_STORE *store, const char16_t *address, ZU_INT addressLength )
-{
-    return storeHasStore( store, STORE_TEXT( address, addressLength ) );
-}
-ZU_BOOL zuStoreHasStoreFormat( ZU_STORE *store, ZU_STRING *fmt, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmt, zuStringCreateFromFormatArgList( fmt, args ) );
-    return zuStoreHasStore( store, address );
-}
-ZU_BOOL zuStoreHasStoreFormatCstr( ZU_STORE *store, const char *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    return zuStoreHasStore( store, address );
-}
-ZU_BOOL zuStoreHasStoreFormatWcstr( ZU_STORE *store, const char16_t *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    return zuStoreHasStore( store, address );
-}
+STORE_READING_FORMS( ZU_BOOL, zuStoreHasStore, storeHasStore )
 
-// Reading a sub-store
 static ZU_STORE *storeStore( ZU_STORE *store, STORE_KEY address )
 {
-    ZU_ASSERT( store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
     ZU_STORE *found = storeStoreNoRetain( store, address );
     return found ? zuStoreRetain( found ) : nullptr;
 }
-ZU_STORE *zuStoreStore( ZU_STORE *store, ZU_STRING *address )
-{
-    return storeStore( store, STORE_KEY( address ) );
-}
-ZU_STORE *zuStoreStoreAt( ZU_STORE *store, ZU_INT idx )
-{
-    return zuStoreStore( store, STORE_ADDRESS( zuStoreAddressAt( store, idx ) ) );
-}
-ZU_STORE *zuStoreStoreCstr( ZU_STORE *store, const char *address, ZU_INT addressLength )
-{
-    return storeStore( store, STORE_TEXT( address, addressLength ) );
-}
-ZU_STORE *zuStoreStoreWcstr( ZU_STORE *store, const char16_t *address, ZU_INT addressLength )
-{
-    return storeStore( store, STORE_TEXT( address, addressLength ) );
-}
-ZU_STORE *zuStoreStoreFormat( ZU_STORE *store, ZU_STRING *fmt, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmt, zuStringCreateFromFormatArgList( fmt, args ) );
-    return zuStoreStore( store, address );
-}
-ZU_STORE *zuStoreStoreFormatCstr( ZU_STORE *store, const char *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    return zuStoreStore( store, address );
-}
-ZU_STORE *zuStoreStoreFormatWcstr( ZU_STORE *store, const char16_t *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    return zuStoreStore( store, address );
-}
+STORE_READING_FORMS( ZU_STORE *, zuStoreStore, storeStore )
 
-// Setting a sub-store
 void zuStoreSetStore( ZU_STORE **store, ZU_STRING *address, ZU_STORE *other )
 {
     ZU_ASSERT( store );
@@ -612,37 +504,8 @@ void zuStoreSetStore( ZU_STORE **store, ZU_STRING *address, ZU_STORE *other )
     zuDictSetStringKey( &( *store )->stores, address, zuStoreObj( other ) );
     ZU_REF_RELEASE_OPT( held );
 }
-void zuStoreSetStoreAt( ZU_STORE **store, ZU_INT idx, ZU_STORE *other )
-{
-    ZU_ASSERT( store );
-    ZU_ASSERT( *store );
-    zuStoreSetStore( store, STORE_ADDRESS( zuStoreAddressAt( *store, idx ) ), other );
-}
-void zuStoreSetStoreCstr( ZU_STORE **store, const char *address, ZU_INT addressLength, ZU_STORE *other )
-{
-    zuStoreSetStore( store, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ), other );
-}
-void zuStoreSetStoreWcstr( ZU_STORE **store, const char16_t *address, ZU_INT addressLength, ZU_STORE *other )
-{
-    zuStoreSetStore( store, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ), other );
-}
-void zuStoreSetStoreFormat( ZU_STORE **store, ZU_STRING *fmt, ZU_STORE *other, ... )
-{
-    STORE_FORMAT_ADDRESS( address, other, zuStringCreateFromFormatArgList( fmt, args ) );
-    zuStoreSetStore( store, address, other );
-}
-void zuStoreSetStoreFormatCstr( ZU_STORE **store, const char *fmt, ZU_INT fmtLength, ZU_STORE *other, ... )
-{
-    STORE_FORMAT_ADDRESS( address, other, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    zuStoreSetStore( store, address, other );
-}
-void zuStoreSetStoreFormatWcstr( ZU_STORE **store, const char16_t *fmt, ZU_INT fmtLength, ZU_STORE *other, ... )
-{
-    STORE_FORMAT_ADDRESS( address, other, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    zuStoreSetStore( store, address, other );
-}
+STORE_CHANGING_FORMS( zuStoreSetStore, ZU_STORE * )
 
-// Deleting a sub-store
 void zuStoreDelStore( ZU_STORE **store, ZU_STRING *address )
 {
     ZU_ASSERT( store );
@@ -651,384 +514,81 @@ void zuStoreDelStore( ZU_STORE **store, ZU_STRING *address )
     storeUnshare( store );
     storeDel( *store, &( *store )->stores, ( *store )->values, address );
 }
-void zuStoreDelStoreAt( ZU_STORE **store, ZU_INT idx )
-{
-    ZU_ASSERT( store );
-    ZU_ASSERT( *store );
-    zuStoreDelStore( store, STORE_ADDRESS( zuStoreAddressAt( *store, idx ) ) );
-}
-void zuStoreDelStoreCstr( ZU_STORE **store, const char *address, ZU_INT addressLength )
-{
-    zuStoreDelStore( store, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ) );
-}
-void zuStoreDelStoreWcstr( ZU_STORE **store, const char16_t *address, ZU_INT addressLength )
-{
-    zuStoreDelStore( store, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ) );
-}
-void zuStoreDelStoreFormat( ZU_STORE **store, ZU_STRING *fmt, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmt, zuStringCreateFromFormatArgList( fmt, args ) );
-    zuStoreDelStore( store, address );
-}
-void zuStoreDelStoreFormatCstr( ZU_STORE **store, const char *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    zuStoreDelStore( store, address );
-}
-void zuStoreDelStoreFormatWcstr( ZU_STORE **store, const char16_t *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    zuStoreDelStore( store, address );
-}
+STORE_CHANGING_FORMS( zuStoreDelStore )
 
 // Typed values.  Reading scans the text on every call, testing is reading for nobody, and setting sets a text.
 
-// Reads the value at `address` by `scan`, which must take all of it.
-template <typename T>
-static ZU_BOOL storeScanValue( ZU_STORE *store, T *value, STORE_KEY address,
-                               ZU_BOOL ( *scan )( ZU_STRING *text, T *value, ZU_INT *consumed ) )
+// Read a text, and tell how much of it they have read.
+static ZU_BOOL storeScan( ZU_STRING *text, ZU_BOOL *value, ZU_INT *consumed )
 {
-    ZU_ASSERT( store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
+    return zuFormatTryDecodeBoolChars( text->chars + text->fspace, text->length, ZU_TRUE, value, consumed );
+}
+static ZU_BOOL storeScan( ZU_STRING *text, ZU_INT *value, ZU_INT *consumed )
+{
+    return zuFormatTryDecodeIntChars( text->chars + text->fspace, text->length, -1, value, consumed );
+}
+static ZU_BOOL storeScan( ZU_STRING *text, double *value, ZU_INT *consumed )
+{
+    return zuFormatTryDecodeRealChars( text->chars + text->fspace, text->length, -1, value, consumed );
+}
+template <typename T>
+static ZU_BOOL storeScanValue( ZU_STORE *store, T *value, STORE_KEY address )
+{
     ZU_STRING *text = storeValueNoRetain( store, address );
     T scanned = 0;
     ZU_INT consumed = 0;
-    bool ok = text && scan( text, &scanned, &consumed ) && consumed == text->length;
+    bool ok = text && storeScan( text, &scanned, &consumed ) && consumed == text->length;
     if ( value ) {
         *value = ok ? scanned : 0;
     }
     return ok;
 }
-// Sets `text` as the value at `address`, and gives it up.
-static void storeSetText( ZU_STORE **store, ZU_STRING *address, ZU_STRING *text )
+template <typename T>
+static ZU_BOOL storeHasValueOf( ZU_STORE *store, STORE_KEY address )
 {
+    return storeScanValue<T>( store, nullptr, address );
+}
+STORE_READING_FORMS( ZU_BOOL, zuStoreHasValueBool, storeHasValueOf<ZU_BOOL> )
+STORE_READING_FORMS( ZU_BOOL, zuStoreHasValueInt, storeHasValueOf<ZU_INT> )
+STORE_READING_FORMS( ZU_BOOL, zuStoreHasValueReal, storeHasValueOf<double> )
+STORE_READING_FORMS( ZU_BOOL, zuStoreValueBool, storeScanValue, ZU_BOOL )
+STORE_READING_FORMS( ZU_BOOL, zuStoreValueInt, storeScanValue, ZU_INT )
+STORE_READING_FORMS( ZU_BOOL, zuStoreValueReal, storeScanValue, double )
+
+static ZU_STRING *storePrint( ZU_BOOL value )
+{
+    return zuFormatEncodeBool( value, 0, 0 );
+}
+static ZU_STRING *storePrint( ZU_INT value )
+{
+    return zuFormatEncodeInt( value, 10, 0, 0 );
+}
+static ZU_STRING *storePrint( double value )
+{
+    return zuFormatEncodeReal( value, 10, 0, -1, 0 );
+}
+template <typename T>
+static void storePrintValue( ZU_STORE **store, ZU_STRING *address, T value )
+{
+    ZU_ASSERT( store );
+    ZU_ASSERT( *store );
+    ZU_ASSERT( zuStoreAddressOk( address) );
+    ZU_STRING *text = storePrint( value );
     zuStoreSetValue( store, address, text );
     ZU_REF_RELEASE( text );
 }
-
-// Truth values
-static ZU_BOOL storeValueBool( ZU_STORE *store, ZU_BOOL *value, STORE_KEY address )
-{
-    return storeScanValue(
-        store, value, address, +[]( ZU_STRING *text, ZU_BOOL *scanned, ZU_INT *consumed ) {
-            return zuFormatTryDecodeBoolChars( text->chars + text->fspace, text->length, ZU_TRUE, scanned, consumed );
-        } );
-}
-ZU_BOOL zuStoreHasValueBool( ZU_STORE *store, ZU_STRING *address )
-{
-    return storeValueBool( store, nullptr, STORE_KEY( address ) );
-}
-ZU_BOOL zuStoreHasValueBoolAt( ZU_STORE *store, ZU_INT idx )
-{
-    return zuStoreHasValueBool( store, STORE_ADDRESS( zuStoreAddressAt( store, idx ) ) );
-}
-ZU_BOOL zuStoreHasValueBoolCstr( ZU_STORE *store, const char *address, ZU_INT addressLength )
-{
-    return zuStoreValueBoolCstr( store, nullptr, address, addressLength );
-}
-ZU_BOOL zuStoreHasValueBoolWcstr( ZU_STORE *store, const char16_t *address, ZU_INT addressLength )
-{
-    return zuStoreValueBoolWcstr( store, nullptr, address, addressLength );
-}
-ZU_BOOL zuStoreHasValueBoolFormat( ZU_STORE *store, ZU_STRING *fmt, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmt, zuStringCreateFromFormatArgList( fmt, args ) );
-    return zuStoreHasValueBool( store, address );
-}
-ZU_BOOL zuStoreHasValueBoolFormatCstr( ZU_STORE *store, const char *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    return zuStoreHasValueBool( store, address );
-}
-ZU_BOOL zuStoreHasValueBoolFormatWcstr( ZU_STORE *store, const char16_t *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    return zuStoreHasValueBool( store, address );
-}
-
-ZU_BOOL zuStoreValueBool( ZU_STORE *store, ZU_BOOL *value, ZU_STRING *address )
-{
-    return storeValueBool( store, value, STORE_KEY( address ) );
-}
-ZU_BOOL zuStoreValueBoolAt( ZU_STORE *store, ZU_BOOL *value, ZU_INT idx )
-{
-    return zuStoreValueBool( store, value, STORE_ADDRESS( zuStoreAddressAt( store, idx ) ) );
-}
-ZU_BOOL zuStoreValueBoolCstr( ZU_STORE *store, ZU_BOOL *value, const char *address, ZU_INT addressLength )
-{
-    return storeValueBool( store, value, STORE_TEXT( address, addressLength ) );
-}
-ZU_BOOL zuStoreValueBoolWcstr( ZU_STORE *store, ZU_BOOL *value, const char16_t *address, ZU_INT addressLength )
-{
-    return storeValueBool( store, value, STORE_TEXT( address, addressLength ) );
-}
-ZU_BOOL zuStoreValueBoolFormat( ZU_STORE *store, ZU_BOOL *value, ZU_STRING *fmt, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmt, zuStringCreateFromFormatArgList( fmt, args ) );
-    return zuStoreValueBool( store, value, address );
-}
-ZU_BOOL zuStoreValueBoolFormatCstr( ZU_STORE *store, ZU_BOOL *value, const char *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    return zuStoreValueBool( store, value, address );
-}
-ZU_BOOL zuStoreValueBoolFormatWcstr( ZU_STORE *store, ZU_BOOL *value, const char16_t *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    return zuStoreValueBool( store, value, address );
-}
-
 void zuStoreSetValueBool( ZU_STORE **store, ZU_STRING *address, ZU_BOOL value )
 {
-    ZU_ASSERT( store );
-    ZU_ASSERT( *store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
-    storeSetText( store, address, zuFormatEncodeBool( value, 0, 0 ) );
+    storePrintValue( store, address, value );
 }
-void zuStoreSetValueBoolAt( ZU_STORE **store, ZU_INT idx, ZU_BOOL value )
-{
-    ZU_ASSERT( store );
-    ZU_ASSERT( *store );
-    zuStoreSetValueBool( store, STORE_ADDRESS( zuStoreAddressAt( *store, idx ) ), value );
-}
-void zuStoreSetValueBoolCstr( ZU_STORE **store, const char *address, ZU_INT addressLength, ZU_BOOL value )
-{
-    zuStoreSetValueBool( store, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ), value );
-}
-void zuStoreSetValueBoolWcstr( ZU_STORE **store, const char16_t *address, ZU_INT addressLength, ZU_BOOL value )
-{
-    zuStoreSetValueBool( store, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ), value );
-}
-void zuStoreSetValueBoolFormat( ZU_STORE **store, ZU_STRING *fmt, ZU_BOOL value, ... )
-{
-    STORE_FORMAT_ADDRESS( address, value, zuStringCreateFromFormatArgList( fmt, args ) );
-    zuStoreSetValueBool( store, address, value );
-}
-void zuStoreSetValueBoolFormatCstr( ZU_STORE **store, const char *fmt, ZU_INT fmtLength, ZU_BOOL value, ... )
-{
-    STORE_FORMAT_ADDRESS( address, value, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    zuStoreSetValueBool( store, address, value );
-}
-void zuStoreSetValueBoolFormatWcstr( ZU_STORE **store, const char16_t *fmt, ZU_INT fmtLength, ZU_BOOL value, ... )
-{
-    STORE_FORMAT_ADDRESS( address, value, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    zuStoreSetValueBool( store, address, value );
-}
-
-// Integers
-static ZU_BOOL storeValueInt( ZU_STORE *store, ZU_INT *value, STORE_KEY address )
-{
-    return storeScanValue(
-        store, value, address, +[]( ZU_STRING *text, ZU_INT *scanned, ZU_INT *consumed ) {
-            return zuFormatTryDecodeIntChars( text->chars + text->fspace, text->length, -1, scanned, consumed );
-        } );
-}
-ZU_BOOL zuStoreHasValueInt( ZU_STORE *store, ZU_STRING *address )
-{
-    return storeValueInt( store, nullptr, STORE_KEY( address ) );
-}
-ZU_BOOL zuStoreHasValueIntAt( ZU_STORE *store, ZU_INT idx )
-{
-    return zuStoreHasValueInt( store, STORE_ADDRESS( zuStoreAddressAt( store, idx ) ) );
-}
-ZU_BOOL zuStoreHasValueIntCstr( ZU_STORE *store, const char *address, ZU_INT addressLength )
-{
-    return zuStoreValueIntCstr( store, nullptr, address, addressLength );
-}
-ZU_BOOL zuStoreHasValueIntWcstr( ZU_STORE *store, const char16_t *address, ZU_INT addressLength )
-{
-    return zuStoreValueIntWcstr( store, nullptr, address, addressLength );
-}
-ZU_BOOL zuStoreHasValueIntFormat( ZU_STORE *store, ZU_STRING *fmt, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmt, zuStringCreateFromFormatArgList( fmt, args ) );
-    return zuStoreHasValueInt( store, address );
-}
-ZU_BOOL zuStoreHasValueIntFormatCstr( ZU_STORE *store, const char *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    return zuStoreHasValueInt( store, address );
-}
-ZU_BOOL zuStoreHasValueIntFormatWcstr( ZU_STORE *store, const char16_t *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    return zuStoreHasValueInt( store, address );
-}
-
-ZU_BOOL zuStoreValueInt( ZU_STORE *store, ZU_INT *value, ZU_STRING *address )
-{
-    return storeValueInt( store, value, STORE_KEY( address ) );
-}
-ZU_BOOL zuStoreValueIntAt( ZU_STORE *store, ZU_INT *value, ZU_INT idx )
-{
-    return zuStoreValueInt( store, value, STORE_ADDRESS( zuStoreAddressAt( store, idx ) ) );
-}
-ZU_BOOL zuStoreValueIntCstr( ZU_STORE *store, ZU_INT *value, const char *address, ZU_INT addressLength )
-{
-    return storeValueInt( store, value, STORE_TEXT( address, addressLength ) );
-}
-ZU_BOOL zuStoreValueIntWcstr( ZU_STORE *store, ZU_INT *value, const char16_t *address, ZU_INT addressLength )
-{
-    return storeValueInt( store, value, STORE_TEXT( address, addressLength ) );
-}
-ZU_BOOL zuStoreValueIntFormat( ZU_STORE *store, ZU_INT *value, ZU_STRING *fmt, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmt, zuStringCreateFromFormatArgList( fmt, args ) );
-    return zuStoreValueInt( store, value, address );
-}
-ZU_BOOL zuStoreValueIntFormatCstr( ZU_STORE *store, ZU_INT *value, const char *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    return zuStoreValueInt( store, value, address );
-}
-ZU_BOOL zuStoreValueIntFormatWcstr( ZU_STORE *store, ZU_INT *value, const char16_t *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    return zuStoreValueInt( store, value, address );
-}
-
 void zuStoreSetValueInt( ZU_STORE **store, ZU_STRING *address, ZU_INT value )
 {
-    ZU_ASSERT( store );
-    ZU_ASSERT( *store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
-    storeSetText( store, address, zuFormatEncodeInt( value, 10, 0, 0 ) );
+    storePrintValue( store, address, value );
 }
-void zuStoreSetValueIntAt( ZU_STORE **store, ZU_INT idx, ZU_INT value )
-{
-    ZU_ASSERT( store );
-    ZU_ASSERT( *store );
-    zuStoreSetValueInt( store, STORE_ADDRESS( zuStoreAddressAt( *store, idx ) ), value );
-}
-void zuStoreSetValueIntCstr( ZU_STORE **store, const char *address, ZU_INT addressLength, ZU_INT value )
-{
-    zuStoreSetValueInt( store, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ), value );
-}
-void zuStoreSetValueIntWcstr( ZU_STORE **store, const char16_t *address, ZU_INT addressLength, ZU_INT value )
-{
-    zuStoreSetValueInt( store, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ), value );
-}
-void zuStoreSetValueIntFormat( ZU_STORE **store, ZU_STRING *fmt, ZU_INT value, ... )
-{
-    STORE_FORMAT_ADDRESS( address, value, zuStringCreateFromFormatArgList( fmt, args ) );
-    zuStoreSetValueInt( store, address, value );
-}
-void zuStoreSetValueIntFormatCstr( ZU_STORE **store, const char *fmt, ZU_INT fmtLength, ZU_INT value, ... )
-{
-    STORE_FORMAT_ADDRESS( address, value, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    zuStoreSetValueInt( store, address, value );
-}
-void zuStoreSetValueIntFormatWcstr( ZU_STORE **store, const char16_t *fmt, ZU_INT fmtLength, ZU_INT value, ... )
-{
-    STORE_FORMAT_ADDRESS( address, value, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    zuStoreSetValueInt( store, address, value );
-}
-
-// Real numbers
-static ZU_BOOL storeValueReal( ZU_STORE *store, double *value, STORE_KEY address )
-{
-    return storeScanValue(
-        store, value, address, +[]( ZU_STRING *text, double *scanned, ZU_INT *consumed ) {
-            return zuFormatTryDecodeRealChars( text->chars + text->fspace, text->length, -1, scanned, consumed );
-        } );
-}
-ZU_BOOL zuStoreHasValueReal( ZU_STORE *store, ZU_STRING *address )
-{
-    return storeValueReal( store, nullptr, STORE_KEY( address ) );
-}
-ZU_BOOL zuStoreHasValueRealAt( ZU_STORE *store, ZU_INT idx )
-{
-    return zuStoreHasValueReal( store, STORE_ADDRESS( zuStoreAddressAt( store, idx ) ) );
-}
-ZU_BOOL zuStoreHasValueRealCstr( ZU_STORE *store, const char *address, ZU_INT addressLength )
-{
-    return zuStoreValueRealCstr( store, nullptr, address, addressLength );
-}
-ZU_BOOL zuStoreHasValueRealWcstr( ZU_STORE *store, const char16_t *address, ZU_INT addressLength )
-{
-    return zuStoreValueRealWcstr( store, nullptr, address, addressLength );
-}
-ZU_BOOL zuStoreHasValueRealFormat( ZU_STORE *store, ZU_STRING *fmt, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmt, zuStringCreateFromFormatArgList( fmt, args ) );
-    return zuStoreHasValueReal( store, address );
-}
-ZU_BOOL zuStoreHasValueRealFormatCstr( ZU_STORE *store, const char *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    return zuStoreHasValueReal( store, address );
-}
-ZU_BOOL zuStoreHasValueRealFormatWcstr( ZU_STORE *store, const char16_t *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    return zuStoreHasValueReal( store, address );
-}
-
-ZU_BOOL zuStoreValueReal( ZU_STORE *store, double *value, ZU_STRING *address )
-{
-    return storeValueReal( store, value, STORE_KEY( address ) );
-}
-ZU_BOOL zuStoreValueRealAt( ZU_STORE *store, double *value, ZU_INT idx )
-{
-    return zuStoreValueReal( store, value, STORE_ADDRESS( zuStoreAddressAt( store, idx ) ) );
-}
-ZU_BOOL zuStoreValueRealCstr( ZU_STORE *store, double *value, const char *address, ZU_INT addressLength )
-{
-    return storeValueReal( store, value, STORE_TEXT( address, addressLength ) );
-}
-ZU_BOOL zuStoreValueRealWcstr( ZU_STORE *store, double *value, const char16_t *address, ZU_INT addressLength )
-{
-    return storeValueReal( store, value, STORE_TEXT( address, addressLength ) );
-}
-ZU_BOOL zuStoreValueRealFormat( ZU_STORE *store, double *value, ZU_STRING *fmt, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmt, zuStringCreateFromFormatArgList( fmt, args ) );
-    return zuStoreValueReal( store, value, address );
-}
-ZU_BOOL zuStoreValueRealFormatCstr( ZU_STORE *store, double *value, const char *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    return zuStoreValueReal( store, value, address );
-}
-ZU_BOOL zuStoreValueRealFormatWcstr( ZU_STORE *store, double *value, const char16_t *fmt, ZU_INT fmtLength, ... )
-{
-    STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    return zuStoreValueReal( store, value, address );
-}
-
 void zuStoreSetValueReal( ZU_STORE **store, ZU_STRING *address, double value )
 {
-    ZU_ASSERT( store );
-    ZU_ASSERT( *store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
-    storeSetText( store, address, zuFormatEncodeReal( value, 10, 0, -1, 0 ) );
+    storePrintValue( store, address, value );
 }
-void zuStoreSetValueRealAt( ZU_STORE **store, ZU_INT idx, double value )
-{
-    ZU_ASSERT( store );
-    ZU_ASSERT( *store );
-    zuStoreSetValueReal( store, STORE_ADDRESS( zuStoreAddressAt( *store, idx ) ), value );
-}
-void zuStoreSetValueRealCstr( ZU_STORE **store, const char *address, ZU_INT addressLength, double value )
-{
-    zuStoreSetValueReal( store, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ), value );
-}
-void zuStoreSetValueRealWcstr( ZU_STORE **store, const char16_t *address, ZU_INT addressLength, double value )
-{
-    zuStoreSetValueReal( store, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ), value );
-}
-void zuStoreSetValueRealFormat( ZU_STORE **store, ZU_STRING *fmt, double value, ... )
-{
-    STORE_FORMAT_ADDRESS( address, value, zuStringCreateFromFormatArgList( fmt, args ) );
-    zuStoreSetValueReal( store, address, value );
-}
-void zuStoreSetValueRealFormatCstr( ZU_STORE **store, const char *fmt, ZU_INT fmtLength, double value, ... )
-{
-    STORE_FORMAT_ADDRESS( address, value, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
-    zuStoreSetValueReal( store, address, value );
-}
-void zuStoreSetValueRealFormatWcstr( ZU_STORE **store, const char16_t *fmt, ZU_INT fmtLength, double value, ... )
-{
-    STORE_FORMAT_ADDRESS( address, value, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
-    zuStoreSetValueReal( store, address, value );
-}
+STORE_CHANGING_FORMS( zuStoreSetValueBool, ZU_BOOL )
+STORE_CHANGING_FORMS( zuStoreSetValueInt, ZU_INT )
+STORE_CHANGING_FORMS( zuStoreSetValueReal, double )
