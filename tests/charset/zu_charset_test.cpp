@@ -1,14 +1,5 @@
 #include "charset_test_support.h"
 
-static zu::Ref<ZU_STRING> text( const char *ascii )
-{
-    return zu::adopt( zuStringCreateFromAscii( ascii, -1 ) );
-}
-static ZU_CHARSET byIanaName( const char *name )
-{
-    return zuCharsetFromIanaName( text( name ).get() );
-}
-
 TEST( Charset, NamesAndCodePagesLeadBack )
 {
     for ( ZU_CHARSET cs = 0; ZU_CHARSET_OK( cs ); cs++ ) {
@@ -28,40 +19,33 @@ TEST( Charset, NamesAndCodePagesLeadBack )
     }
 }
 
-TEST( Charset, KnowsAliases )
+TEST( Charset, LooksUp )
 {
     struct {
         const char *name;
         ZU_CHARSET charset;
     } rows[] = {
-        { "utf-8", ZU_CHARSET_UTF_8 },
         { "Utf-8", ZU_CHARSET_UTF_8 },
         { "65001", ZU_CHARSET_UTF_8 },
         { "UTF8", -1 },
         { "", -1 },
+        { "37", -1 },
         { "CSASCII", ZU_CHARSET_ASCII },
         { "ISO_646.irv:1991", ZU_CHARSET_ASCII },
         { "ISO-10646", ZU_CHARSET_ISO_8859_1 },
         { "iso-10646-ucs-2", ZU_CHARSET_UTF_16_BE },
         { "csUCS4", ZU_CHARSET_UTF_32_BE },
         { "iso-celtic", ZU_CHARSET_ISO_8859_14 },
-        { "cp-gr", ZU_CHARSET_MSFT_CP869 },
-        { "037", ZU_CHARSET_MSFT_CP037 },
-        { "37", -1 },
-        { "windows-1258", ZU_CHARSET_MSFT_CP1258 },
+        { "\xE2\x84\xAAoi8-r", ZU_CHARSET_KOI_8R }, // by the sign of the kelvin, which folds
     };
     for ( auto &row : rows ) {
-        EXPECT_EQ( byIanaName( row.name ), row.charset ) << row.name;
+        auto name = zu::adopt( zuStringCreateFromUtf8( row.name, -1 ) );
+        EXPECT_EQ( zuCharsetFromIanaName( name.get() ), row.charset ) << row.name;
     }
     EXPECT_TRUE( zuStringEqualsCstr( zu::adopt( zuCharsetToIanaName( ZU_CHARSET_ASCII ) ).get(), "US-ASCII", -1 ) );
-}
-
-TEST( Charset, CodePages )
-{
     EXPECT_EQ( zuCharsetFromWindowsCodePage( 1200 ), ZU_CHARSET_UTF_16_LE );
     EXPECT_EQ( zuCharsetFromWindowsCodePage( 1201 ), ZU_CHARSET_UTF_16_BE );
     EXPECT_EQ( zuCharsetFromWindowsCodePage( 37 ), ZU_CHARSET_MSFT_CP037 );
-    EXPECT_EQ( zuCharsetFromWindowsCodePage( 28592 ), ZU_CHARSET_ISO_8859_2 );
     EXPECT_EQ( zuCharsetFromWindowsCodePage( 0 ), -1 );
     for ( ZU_CHARSET cs : { ZU_CHARSET_UTF_16, ZU_CHARSET_UTF_32, ZU_CHARSET_UTF_32_LE, ZU_CHARSET_ISO_8859_10 } ) {
         EXPECT_EQ( zuCharsetToWindowsCodePage( cs ), -1 ) << cs;
@@ -77,29 +61,20 @@ TEST( Charset, Flags )
     EXPECT_TRUE( zuStringEqualsCstr(
         names.get(), "ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER|ZU_CHARSET_FLAG_INSERT_BYTE_ORDER_MARK", -1 ) );
     EXPECT_EQ( zuCharsetFlagsFromString( names.get() ), 9 );
-    EXPECT_EQ( zuCharsetFlagsFromString( text( "ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS | 1" ).get() ), 2 );
+    EXPECT_EQ( zuCharsetFlagsFromString( zu::format( "ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS | 1%#%" ).get() ), 2 );
 }
 
 TEST( Charset, ConvertsWholeTexts )
 {
-    auto source = zu::adopt( zuStringCreateFromUtf8( "\xC3\xA9\xE2\x82\xAC"
-                                                     "abc",
-                                                     -1 ) );
-    auto bytes = zu::adopt( zuCharsetStringToBuffer( ZU_CHARSET_MSFT_CP1252, source.get() ) );
-    ASSERT_EQ( zuBufferLength( bytes.get() ), 5 );
-    EXPECT_EQ( memcmp( zuBufferBacking( bytes.get() ),
-                       "\xE9\x80"
-                       "abc",
-                       5 ),
-               0 );
+    static constexpr ZU_CHARSET_FLAGS FAIL = ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER;
+    auto text = zu::adopt( zuStringCreateFromUtf8( "\xC3\xA9\xE2\x82\xAC!", -1 ) );
+    auto bytes = zu::adopt( zuCharsetStringToBuffer( ZU_CHARSET_MSFT_CP1252, text.get() ) );
+    const uint8_t *begin = zuBufferBacking( bytes.get() );
+    EXPECT_EQ( Bytes( begin, begin + zuBufferLength( bytes.get() ) ), ( Bytes{ 0xE9, 0x80, '!' } ) );
     auto back = zu::adopt( zuCharsetBufferToString( ZU_CHARSET_MSFT_CP1252, bytes.get() ) );
-    EXPECT_TRUE( zuStringEquals( back.get(), source.get() ) );
-    EXPECT_EQ(
-        zuCharsetStringToBufferWithFlags( ZU_CHARSET_ASCII, source.get(), ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER ),
-        nullptr );
-    EXPECT_EQ(
-        zuCharsetBufferToStringWithFlags( ZU_CHARSET_ASCII, bytes.get(), ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER ),
-        nullptr );
+    EXPECT_TRUE( zuStringEquals( back.get(), text.get() ) );
+    EXPECT_EQ( zuCharsetStringToBufferWithFlags( ZU_CHARSET_ASCII, text.get(), FAIL ), nullptr );
+    EXPECT_EQ( zuCharsetBufferToStringWithFlags( ZU_CHARSET_ASCII, bytes.get(), FAIL ), nullptr );
     auto empty = zu::adopt( zuBufferCreate() );
     EXPECT_EQ( zuStringLength( zu::adopt( zuCharsetBufferToString( ZU_CHARSET_UTF_16, empty.get() ) ).get() ), 0 );
 }
