@@ -168,30 +168,13 @@ class Text(unittest.TestCase):
         codes = [code for code in range(0x110000) if not 0xD800 <= code < 0xE000 and code != 0x11A7]
         self.check_transformed(["".join(map(chr, codes)).encode()])
 
-    def test_transformations_are_chosen_by_name(self):
-        for arguments, message in (
-            (["--normalize", "NFX"], "zu text: --normalize takes NFC, NFD, NFKC or NFKD, and not NFX\n"),
-            (["--case", "title"], "zu text: --case takes lower, upper or fold, and not title\n"),
-            (["--case"], "zu text: --case needs a value\n"),
-            (["--case", "fold", "--json"], "zu text: --json is for counts; there are none with --case and --normalize\n"),
-        ):
-            finished = run("text", *arguments)
-            self.assertEqual((finished.returncode, finished.stdout), (2, b""))
-            self.assertTrue(finished.stderr.decode().startswith(message), finished.stderr)
-        there = self.write("there", "É".encode())
-        finished = run("text", "--case", "lower", there.with_name("gone"), there)
-        self.assertEqual((finished.returncode, finished.stdout), (1, "é".encode()))
-
-    def test_standard_input(self):
-        data = b"one\ntwo"
-        self.assertEqual(json.loads(run("text", "--json", "-", data=data).stdout)[0]["file"], "-")
-        self.assertEqual(run("text", "-", data=data).stdout, run("text", data=data).stdout)
-
     def test_file_names(self):
         names = ['quote"back\\slash', "tab\tline\n", "-", "--json", "ключ🔑", "\udcff"]
         paths = [self.write(name, b"x") for name in names]
         self.assertEqual([pathlib.Path(each["file"]).name for each in json.loads(run("text", "--json", *paths).stdout)],
                          names[:-1] + ["\ufffd"])
+        self.assertEqual(json.loads(run("text", "--json", "-", data=b"x").stdout)[0]["file"], "-")
+        self.assertEqual(run("text", "-", data=b"x").stdout, run("text", data=b"x").stdout)
         os.chdir(self.folder.name)
         self.assertEqual(run("text", "--", "--json").stdout, run("text", "./--json").stdout.replace(b"./", b""))
         self.assertIn("cannot read ключ🔑: ", run("text", "ключ🔑/x").stderr.decode().replace("/x", ""))
@@ -206,6 +189,8 @@ class Text(unittest.TestCase):
                                                        f"zu text: cannot read {self.folder.name}: Is a directory\n")
             self.assertEqual(finished.stdout, run("text", there, *arguments).stdout)
         self.assertEqual(json.loads(run("text", "--json", gone).stdout), [])
+        finished = run("text", "--case", "lower", gone, there)
+        self.assertEqual((finished.returncode, finished.stdout), (1, b"here"))
         with open("/dev/full", "wb") as full:
             finished = subprocess.run([ZU, "text", there], stdout=full, stderr=subprocess.PIPE)
         self.assertEqual((finished.returncode, finished.stderr.splitlines()[0]),
@@ -219,6 +204,10 @@ class Text(unittest.TestCase):
         for arguments, message in (
             (["text", "--jsno"], "zu text: unknown option: --jsno\n"),
             (["text", "--json=1"], "zu text: --json takes no value\n"),
+            (["text", "--case"], "zu text: --case needs a value\n"),
+            (["text", "--case", "title"], "zu text: --case takes lower, upper or fold, and not title\n"),
+            (["text", "--normalize", "NFX"], "zu text: --normalize takes NFC, NFD, NFKC or NFKD, and not NFX\n"),
+            (["text", "--case", "fold", "--json"], "zu text: --json is for counts; there are none with --case and "),
             (["txet"], "zu: unknown command: txet\n"),
             (["--txet"], "zu: unknown option: --txet\n"),
             ([], "usage: zu "),
