@@ -224,7 +224,11 @@ ZU_STRING *zuThreadName( ZU_THREAD *thread )
 ZU_BOOL zu___ThreadTryFreeze( ZU_THREAD *thread )
 {
     ZU_ASSERT( thread );
-    return zu___ThreadHandleTrySuspend( thread->handle );
+    // A thread does not get past its end while somebody else is inside the monitor, so the system's thread is there.
+    zuMonitorEnter( thread->monitor );
+    ZU_BOOL frozen = !thread->stateTerminated && zu___ThreadHandleTrySuspend( thread->handle );
+    zuMonitorLeave( thread->monitor );
+    return frozen;
 }
 
 // The current thread

@@ -16,7 +16,7 @@ ZU___THREAD_HANDLE *zu___ThreadHandleTryCreate( void ( *entry )( void *argument 
 ZU_BOOL zu___ThreadHandleTrySetPriority( ZU___THREAD_HANDLE *handle, ZU_THREAD_PRIORITY prio );
 // Lets the thread begin.  Returns how often it had been kept from running: 1.
 ZU_INT zu___ThreadHandleResume( ZU___THREAD_HANDLE *handle );
-// Stops the thread for good.  Tells whether that worked; with a null handle it does not.
+// Stops the thread, which does not end meanwhile, for good.  Tells whether that worked; with a null handle it does not.
 ZU_BOOL zu___ThreadHandleTrySuspend( ZU___THREAD_HANDLE *handle );
 // Waits until the thread has ended; any number of threads may.  True if it has; false if waiting failed, as it does after a
 // while with a null handle.

@@ -109,7 +109,7 @@ static void threadFreezeHandler( int )
 }
 ZU_BOOL zu___ThreadHandleTrySuspend( ZU___THREAD_HANDLE *handle )
 {
-    if ( !handle || __atomic_load_n( &handle->join, __ATOMIC_ACQUIRE ) == JOINED ) {
+    if ( !handle ) {
         return ZU_FALSE;
     }
     struct sigaction action = {};

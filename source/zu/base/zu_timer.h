@@ -55,7 +55,8 @@ ZU_API ZU_BOOL zuTimerUnschedule( ZU_TIMER *timer );
 // For authors of classes and modules
 /// Returns a watchdog over the calling thread: when it fires, it stops the thread where it is, and aborts.
 ZU_API ZU_TIMER *zu___TimerCreateAbort( void );
-/// Says whether `timer` still fires after its last release.
+/// Says whether `timer` still fires after its last release.  One that has lost its second of the calendar to another by
+/// then, or loses it later, aborts: nothing is left to fire it.
 ZU_API void zu___TimerSetLinger( ZU_TIMER *timer, ZU_BOOL linger );
 /// Starts the thread of the timers.
 ZU_API void zu___TimerStartup( void );
