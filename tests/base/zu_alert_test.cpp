@@ -19,10 +19,6 @@ static zu::Ref<ZU_ALERTABLE> createNoting( int number )
     zu::Ref<ZU_BOXED_INT> arg = zu::adopt( zuBoxedIntCreate( number ) );
     return zu::adopt( zuAlertableCreate( note, zuBoxedIntObj( arg.get() ) ) );
 }
-static std::vector<int> takeFired()
-{
-    return std::exchange( fired, {} );
-}
 
 TEST( Alert, BehavesLikeAModel )
 {
@@ -32,14 +28,14 @@ TEST( Alert, BehavesLikeAModel )
         std::minstd_rand random( seed );
         zu::Ref<ZU_ALERT> al = zu::adopt( zuAlertCreate() );
         std::vector<zu::Ref<ZU_ALERTABLE>> listeners;
+        std::vector<zu::Ref<ZU___ALERTABLE_IMP>> imps;
         for ( int i = 0; i < LISTENERS; i++ ) {
             listeners.push_back( createNoting( i ) );
+            imps.push_back( zu::adopt( zu___AlertableImp( listeners.back().get() ) ) );
         }
         // The dict is in the order of the insides, whatever that is; it is settled once two have been compared.
         auto before = [ & ]( int a, int b ) {
-            zu::Ref<ZU___ALERTABLE_IMP> impA = zu::adopt( zu___AlertableImp( listeners[ a ].get() ) );
-            zu::Ref<ZU___ALERTABLE_IMP> impB = zu::adopt( zu___AlertableImp( listeners[ b ].get() ) );
-            return zu___AlertableImpCompare( impA.get(), impB.get() ) < 0;
+            return zu___AlertableImpCompare( imps[ a ].get(), imps[ b ].get() ) < 0;
         };
         bool set = false;
         int slot = -1; // none
@@ -66,9 +62,7 @@ TEST( Alert, BehavesLikeAModel )
                 break;
             case 2:
             case 3:
-                if ( slot == i ) {
-                    slot = -1;
-                }
+                slot = slot == i ? -1 : slot;
                 dict.erase( i );
                 zuAlertDelAlertable( al.get(), listeners[ i ].get() );
                 break;
@@ -82,11 +76,11 @@ TEST( Alert, BehavesLikeAModel )
                 }
                 zuAlertAddAlertable( al.get(), listeners[ i ].get() );
             }
-            ASSERT_EQ( takeFired(), expected ) << "step " << step;
+            ASSERT_EQ( std::exchange( fired, {} ), expected ) << "step " << step;
             ASSERT_EQ( zuAlertIsSet( al.get() ), set );
         }
         al = nullptr;
-        EXPECT_EQ( takeFired(), std::vector<int>() ); // its end is no setting
+        EXPECT_TRUE( fired.empty() ); // its end is no setting
     }
 }
 
@@ -94,11 +88,12 @@ TEST( AlertAborts, Null )
 {
     zu::Ref<ZU_ALERT> al = zu::adopt( zuAlertCreate() );
     zu::Ref<ZU_ALERTABLE> alb = createNoting( 0 );
-    expectAbort( "al", [] { zuAlertIsSet( nullptr ); } );
+    for ( auto *function : { zuAlertIsSet, zuAlertUnset } ) {
+        expectAbort( "al", [ & ] { function( nullptr ); } );
+    }
     expectAbort( "al", [] { zuAlertSet( nullptr ); } );
-    expectAbort( "al", [] { zuAlertUnset( nullptr ); } );
-    expectAbort( "al", [ & ] { zuAlertAddAlertable( nullptr, alb.get() ); } );
-    expectAbort( "alb", [ & ] { zuAlertAddAlertable( al.get(), nullptr ); } );
-    expectAbort( "al", [ & ] { zuAlertDelAlertable( nullptr, alb.get() ); } );
-    expectAbort( "alb", [ & ] { zuAlertDelAlertable( al.get(), nullptr ); } );
+    for ( auto *function : { zuAlertAddAlertable, zuAlertDelAlertable } ) {
+        expectAbort( "al", [ & ] { function( nullptr, alb.get() ); } );
+        expectAbort( "alb", [ & ] { function( al.get(), nullptr ); } );
+    }
 }

@@ -1,12 +1,9 @@
-#include "zu/base/zu_priority_map.h"
-
-#include "zu/base/zu_boxed_int.h"
 #include "zu/base/zu_priority_map_internal.h"
-#include "zu/base/zu_vector.h"
+
+#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
 #include <algorithm>
-#include <array>
 #include <random>
 #include <vector>
 
@@ -47,28 +44,22 @@ static void expectPlace( const MODEL &model, ZU_INT idx, const std::function<ZU_
 {
     bool there = idx >= 0 && idx < (ZU_INT)model.size();
     ZU_INT priority = 77;
-    ZU_OBJ *obj = look( &priority );
-    EXPECT_EQ( obj, there ? model[ idx ].obj : nullptr );
+    ZU_OBJ *wanted = there ? model[ idx ].obj : nullptr;
+    EXPECT_EQ( zu::adopt( look( &priority ) ).get(), wanted );
     EXPECT_EQ( priority, there ? model[ idx ].priority : 0 );
-    ZU_OBJ *again = look( nullptr );
-    EXPECT_EQ( again, obj );
-    ZU_REF_RELEASE_OPT( again );
-    ZU_REF_RELEASE_OPT( obj );
+    EXPECT_EQ( zu::adopt( look( nullptr ) ).get(), wanted );
 }
 static void expectModel( ZU_PRIORITY_MAP *map, MODEL model, const std::vector<ZU_OBJ *> &pool )
 {
     ZU_INT length = (ZU_INT)model.size();
     ASSERT_EQ( zuPriorityMapLength( map ), length );
     ASSERT_EQ( zuDictLength( map->objDict ), length );
-    ZU_VECTOR *values = zuPriorityMapValuesVector( map );
+    auto values = zu::adopt( zuPriorityMapValuesVector( map ) );
     for ( ZU_INT i = 0; i < length; i++ ) {
-        ZU_OBJ *obj = zuPriorityMapValueAt( map, i );
-        EXPECT_EQ( obj, model[ i ].obj );
-        EXPECT_EQ( zuVectorBacking( values )[ i ], model[ i ].obj );
+        EXPECT_EQ( zu::adopt( zuPriorityMapValueAt( map, i ) ).get(), model[ i ].obj );
+        EXPECT_EQ( zuVectorBacking( values.get() )[ i ], model[ i ].obj );
         EXPECT_EQ( zuPriorityMapPriorityAt( map, i ), model[ i ].priority );
-        zuObjRelease( obj );
     }
-    zuVectorRelease( values );
     expectPlace( model, 0, [ = ]( ZU_INT *priority ) { return zuPriorityMapLowest( map, priority ); } );
     expectPlace( model, length - 1, [ = ]( ZU_INT *priority ) { return zuPriorityMapHighest( map, priority ); } );
     for ( ZU_OBJ *obj : pool ) {
@@ -141,34 +132,26 @@ TEST( PriorityMap, AgreesWithAModel )
 
 TEST( PriorityMap, CopiesShareUntilChanged )
 {
-    ZU_OBJ *objs[] = { zuBoxedIntObj( zuBoxedIntCreate( 1 ) ), zuBoxedIntObj( zuBoxedIntCreate( 2 ) ) };
-    ZU_PRIORITY_MAP *map = zuPriorityMapCreate();
-    zuPriorityMapSet( &map, 5, objs[ 0 ] );
-    zuPriorityMapSet( &map, -5, objs[ 1 ] );
-    ZU_PRIORITY_MAP *copy = zuPriorityMapCreateFrom( map );
-    EXPECT_NE( copy, map );
-    EXPECT_EQ( copy->entryDict, map->entryDict );
-    EXPECT_TRUE( zuPriorityMapEquals( copy, map ) );
-    zuPriorityMapSet( &copy, -5, objs[ 1 ] );
-    EXPECT_EQ( copy->entryDict, map->entryDict ) << "the priority it has already";
-    zuPriorityMapSet( &copy, 6, objs[ 1 ] );
-    EXPECT_EQ( zuPriorityMapIndexOf( map, objs[ 1 ] ), 0 );
-    EXPECT_EQ( zuPriorityMapIndexOf( copy, objs[ 1 ] ), 1 );
-    EXPECT_LT( zuPriorityMapCompare( map, copy ), 0 );
+    auto one = zu::adopt( zuBoxedIntObj( zuBoxedIntCreate( 1 ) ) );
+    auto two = zu::adopt( zuBoxedIntObj( zuBoxedIntCreate( 2 ) ) );
+    auto map = zu::adopt( zuPriorityMapCreate() );
+    zuPriorityMapSet( map.inOut(), 5, one.get() );
+    zuPriorityMapSet( map.inOut(), -5, two.get() );
+    auto copy = zu::adopt( zuPriorityMapCreateFrom( map.get() ) );
+    zuPriorityMapSet( copy.inOut(), -5, two.get() );
+    EXPECT_EQ( copy.get()->entryDict, map.get()->entryDict ) << "the priority it has already";
+    EXPECT_TRUE( zuPriorityMapEquals( copy.get(), map.get() ) );
+    zuPriorityMapSet( copy.inOut(), 6, two.get() );
+    EXPECT_EQ( zuPriorityMapIndexOf( map.get(), two.get() ), 0 );
+    EXPECT_EQ( zuPriorityMapIndexOf( copy.get(), two.get() ), 1 );
+    EXPECT_LT( zuPriorityMapCompare( map.get(), copy.get() ), 0 );
 
-    zuPriorityMapSet( &copy, 0, zuPriorityMapObj( copy ) );
-    EXPECT_EQ( zuPriorityMapLength( copy ), 3 );
-    ZU_PRIORITY_MAP *inner = zuPriorityMapFrom( zuPriorityMapValueAt( copy, 0 ) );
-    EXPECT_EQ( zuPriorityMapLength( inner ), 2 ) << "as it stood";
-    zuPriorityMapRelease( inner );
-    zuPriorityMapClear( &copy );
-    EXPECT_EQ( zuPriorityMapLength( copy ), 0 );
-    zuPriorityMapRelease( copy );
-    zuPriorityMapRelease( map );
-    for ( ZU_OBJ *obj : objs ) {
-        EXPECT_EQ( ZU_REF_RETAIN_COUNT( obj ), 1u );
-        zuObjRelease( obj );
-    }
+    zuPriorityMapSet( copy.inOut(), 0, zuPriorityMapObj( copy.get() ) );
+    EXPECT_EQ( zuPriorityMapLength( copy.get() ), 3 );
+    auto inner = zu::adopt( zuPriorityMapFrom( zuPriorityMapValueAt( copy.get(), 0 ) ) );
+    EXPECT_EQ( zuPriorityMapLength( inner.get() ), 2 ) << "as it stood";
+    zuPriorityMapClear( copy.inOut() );
+    EXPECT_EQ( zuPriorityMapLength( copy.get() ), 0 );
 }
 
 TEST( PriorityMapAborts, OnMisuse )

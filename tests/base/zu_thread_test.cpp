@@ -118,6 +118,7 @@ TEST( Thread, TellsItsEnd )
     zuBarrierUnblock( gate.get() );
     zuBarrierPass( early.get() );
     EXPECT_TRUE( zuThreadEnd( thread.get() ) );
+    EXPECT_FALSE( zu___ThreadTryFreeze( thread.get() ) );
     zuThreadEndAddSignalable( thread.get(), lateListener.get() );
     EXPECT_FALSE( zuBarrierIsBlocked( late.get() ) );
     EXPECT_TRUE( zuBarrierIsBlocked( detached.get() ) );
