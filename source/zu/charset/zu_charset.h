@@ -1,4 +1,5 @@
-// zu_charset.h: the 51 character sets, by number, by name and by Windows code page, and conversion from and to them.
+// zu_charset.h: the 51 character sets (encodings), by number, by name and by Windows code page, and conversion from and to
+// them.
 //
 // Texts are made of code points everywhere in the library; a character set comes in where bytes come from or go to.
 // Streams do the work: a character sink encodes into a byte sink, a character source decodes from a byte source.  Whole
@@ -96,7 +97,8 @@ ZU_API ZU_INT zuCharsetToWindowsCodePage( ZU_CHARSET cs );
 /// Returns the set that has the Windows code page `cp`, -1 if there is none; a negative `cp` aborts.
 ZU_API ZU_CHARSET zuCharsetFromWindowsCodePage( ZU_INT cp );
 
-// Streams; both keep the byte stream
+// Streams; both retain the byte stream, and do what they do a block of about 1024 bytes at a time: the byte stream sees
+// what a sink has collected when that is full, when the sink is flushed, and at the sink's last release
 /// Returns a new sink that encodes into `byteSink`.
 ZU_API ZU_CHAR_SINK *zuCharsetCreateCharSink( ZU_BYTE_SINK *byteSink, ZU_CHARSET charset, ZU_CHARSET_FLAGS flags );
 /// Returns a new source that decodes from `byteSource`.
@@ -104,7 +106,8 @@ ZU_API ZU_CHAR_SOURCE *zuCharsetCreateCharSource( ZU_BYTE_SOURCE *byteSource, ZU
                                                   ZU_CHARSET_FLAGS flags );
 
 // Whole texts; without flags invalid input is replaced.  With ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER invalid input
-// yields null.
+// yields null, with an exception: what a single-byte set lacks ends the result and does not make it null if 1024 bytes
+// stand ahead of it, or if it is among the last characters, which wait for what may compose with them.
 /// Returns `zus` encoded.
 ZU_API ZU_BUFFER *zuCharsetStringToBuffer( ZU_CHARSET charset, ZU_STRING *zus );
 /// Returns `zus` encoded under `flags`; null if that fails.

@@ -8,9 +8,7 @@ static constexpr int UNIT_BYTES = 2;
 static constexpr ZU_INT FLUSH_AT = 1020; // bytes in the cache, always an even number
 static constexpr ZU_INT STEP = 8;        // characters put at once
 
-struct ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE {
-    ZU___CHARSET_WIDE_SINK wide;
-};
+typedef ZU___CHARSET_WIDE_SINK ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE;
 
 static void utf16CharSinkFree( ZU_OBJ *thisObj );
 ZU___CHARSET_CLOSURE( ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE, utf16CharSink )
@@ -19,14 +17,14 @@ static void utf16CharSinkFree( ZU_OBJ *thisObj )
 {
     ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE *csc = utf16CharSinkFrom( thisObj );
     ZU_ASSERT( csc );
-    zu___CharsetOutputEnd( &csc->wide.output );
+    zu___CharsetOutputEnd( &csc->output );
 }
 
 static ZU_BOOL utf16CharSinkFlush( ZU_OBJ *closure )
 {
     ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE *csc = utf16CharSinkFrom( closure );
     ZU_ASSERT( csc );
-    return zu___CharsetOutputFlush( &csc->wide.output );
+    return zu___CharsetOutputFlush( &csc->output );
 }
 
 // Puts the lowest byte of a unit and the byte from its bits 16 to 23 into the cache.
@@ -88,20 +86,16 @@ static ZU_BOOL utf16CharSinkWrite( ZU_OBJ *closure, const ZU_CHAR *chars, ZU_INT
     ZU_ASSERT( csc );
     ZU_ASSERT( chars );
     ZU_ASSERT( charCount > 0 );
-    return csc->wide.littleEndian ? utf16CharSinkPut<true>( &csc->wide.output, chars, charCount )
-                                  : utf16CharSinkPut<false>( &csc->wide.output, chars, charCount );
+    return csc->littleEndian ? utf16CharSinkPut<true>( &csc->output, chars, charCount )
+                             : utf16CharSinkPut<false>( &csc->output, chars, charCount );
 }
 
 // Creation
 static ZU_CHAR_SINK *utf16CharSinkCreate( ZU_BYTE_SINK *byteSink, ZU_CHARSET_FLAGS flags, ZU_BOOL littleEndian )
 {
-    ZU_ASSERT( byteSink );
-    ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE *csc = (ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE *)zu___ObjCreate(
-        sizeof( ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE ), &zu___sort_ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE );
-    zu___CharsetWideSinkBegin<UNIT_BYTES>( &csc->wide, byteSink, flags, littleEndian );
-    ZU_CHAR_SINK *result = zu___CharSinkCreate( utf16CharSinkWrite, utf16CharSinkFlush, &csc->wide.obj );
-    ZU_REF_RELEASE( csc );
-    return result;
+    return zu___CharsetWideSinkCreate<UNIT_BYTES>( byteSink, flags, littleEndian,
+                                                   &zu___sort_ZU___CHARSET_UTF16_CHAR_SINK_CLOSURE, utf16CharSinkWrite,
+                                                   utf16CharSinkFlush );
 }
 ZU_CHAR_SINK *zu___CharsetUtf16CharSinkCreate( ZU_BYTE_SINK *byteSink, ZU_CHARSET_FLAGS flags )
 {

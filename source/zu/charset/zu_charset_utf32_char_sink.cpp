@@ -6,9 +6,7 @@
 static constexpr int UNIT_BYTES = 4;
 static constexpr ZU_CHAR VALUE_BITS = 0xFFFFFF; // what is written of a value; the highest byte is always 0
 
-struct ZU___CHARSET_UTF32_CHAR_SINK_CLOSURE {
-    ZU___CHARSET_WIDE_SINK wide;
-};
+typedef ZU___CHARSET_WIDE_SINK ZU___CHARSET_UTF32_CHAR_SINK_CLOSURE;
 
 static void utf32CharSinkFree( ZU_OBJ *thisObj );
 ZU___CHARSET_CLOSURE( ZU___CHARSET_UTF32_CHAR_SINK_CLOSURE, utf32CharSink )
@@ -17,14 +15,14 @@ static void utf32CharSinkFree( ZU_OBJ *thisObj )
 {
     ZU___CHARSET_UTF32_CHAR_SINK_CLOSURE *csc = utf32CharSinkFrom( thisObj );
     ZU_ASSERT( csc );
-    zu___CharsetOutputEnd( &csc->wide.output );
+    zu___CharsetOutputEnd( &csc->output );
 }
 
 static ZU_BOOL utf32CharSinkFlush( ZU_OBJ *closure )
 {
     ZU___CHARSET_UTF32_CHAR_SINK_CLOSURE *csc = utf32CharSinkFrom( closure );
     ZU_ASSERT( csc );
-    return zu___CharsetOutputFlush( &csc->wide.output );
+    return zu___CharsetOutputFlush( &csc->output );
 }
 
 template <bool LITTLE_ENDIAN>
@@ -53,20 +51,16 @@ static ZU_BOOL utf32CharSinkWrite( ZU_OBJ *closure, const ZU_CHAR *chars, ZU_INT
     ZU_ASSERT( csc );
     ZU_ASSERT( chars );
     ZU_ASSERT( charCount > 0 );
-    return csc->wide.littleEndian ? utf32CharSinkPut<true>( &csc->wide.output, chars, charCount )
-                                  : utf32CharSinkPut<false>( &csc->wide.output, chars, charCount );
+    return csc->littleEndian ? utf32CharSinkPut<true>( &csc->output, chars, charCount )
+                             : utf32CharSinkPut<false>( &csc->output, chars, charCount );
 }
 
 // Creation
 static ZU_CHAR_SINK *utf32CharSinkCreate( ZU_BYTE_SINK *byteSink, ZU_CHARSET_FLAGS flags, ZU_BOOL littleEndian )
 {
-    ZU_ASSERT( byteSink );
-    ZU___CHARSET_UTF32_CHAR_SINK_CLOSURE *csc = (ZU___CHARSET_UTF32_CHAR_SINK_CLOSURE *)zu___ObjCreate(
-        sizeof( ZU___CHARSET_UTF32_CHAR_SINK_CLOSURE ), &zu___sort_ZU___CHARSET_UTF32_CHAR_SINK_CLOSURE );
-    zu___CharsetWideSinkBegin<UNIT_BYTES>( &csc->wide, byteSink, flags, littleEndian );
-    ZU_CHAR_SINK *result = zu___CharSinkCreate( utf32CharSinkWrite, utf32CharSinkFlush, &csc->wide.obj );
-    ZU_REF_RELEASE( csc );
-    return result;
+    return zu___CharsetWideSinkCreate<UNIT_BYTES>( byteSink, flags, littleEndian,
+                                                   &zu___sort_ZU___CHARSET_UTF32_CHAR_SINK_CLOSURE, utf32CharSinkWrite,
+                                                   utf32CharSinkFlush );
 }
 ZU_CHAR_SINK *zu___CharsetUtf32CharSinkCreate( ZU_BYTE_SINK *byteSink, ZU_CHARSET_FLAGS flags )
 {

@@ -5,9 +5,7 @@
 
 static constexpr int UNIT_BYTES = 4;
 
-struct ZU___CHARSET_UTF32_CHAR_SOURCE_CLOSURE {
-    ZU___CHARSET_WIDE_SOURCE wide;
-};
+typedef ZU___CHARSET_WIDE_SOURCE ZU___CHARSET_UTF32_CHAR_SOURCE_CLOSURE;
 
 static void utf32CharSourceFree( ZU_OBJ *thisObj );
 ZU___CHARSET_CLOSURE( ZU___CHARSET_UTF32_CHAR_SOURCE_CLOSURE, utf32CharSource )
@@ -16,7 +14,7 @@ static void utf32CharSourceFree( ZU_OBJ *thisObj )
 {
     ZU___CHARSET_UTF32_CHAR_SOURCE_CLOSURE *csc = utf32CharSourceFrom( thisObj );
     ZU_ASSERT( csc );
-    zu___CharsetInputEnd( &csc->wide.input );
+    zu___CharsetInputEnd( &csc->input );
 }
 
 static ZU_BOOL utf32CharSourceRead( ZU_OBJ *closure, ZU_CHAR *chars, ZU_INT charCount, ZU_INT *charsRead )
@@ -26,19 +24,14 @@ static ZU_BOOL utf32CharSourceRead( ZU_OBJ *closure, ZU_CHAR *chars, ZU_INT char
     ZU_ASSERT( charCount >= 0 );
     ZU_ASSERT( chars || charCount == 0 );
     ZU_ASSERT( charsRead );
-    return zu___CharsetWideRead<UNIT_BYTES>( &csc->wide, chars, charCount, charsRead );
+    return zu___CharsetWideRead<UNIT_BYTES>( csc, chars, charCount, charsRead );
 }
 
 // Creation
 static ZU_CHAR_SOURCE *utf32CharSourceCreate( ZU_BYTE_SOURCE *byteSource, ZU_CHARSET_FLAGS flags, ZU_BOOL littleEndian )
 {
-    ZU_ASSERT( byteSource );
-    ZU___CHARSET_UTF32_CHAR_SOURCE_CLOSURE *csc = (ZU___CHARSET_UTF32_CHAR_SOURCE_CLOSURE *)zu___ObjCreate(
-        sizeof( ZU___CHARSET_UTF32_CHAR_SOURCE_CLOSURE ), &zu___sort_ZU___CHARSET_UTF32_CHAR_SOURCE_CLOSURE );
-    zu___CharsetWideSourceBegin( &csc->wide, byteSource, flags, littleEndian );
-    ZU_CHAR_SOURCE *result = zu___CharSourceCreate( utf32CharSourceRead, &csc->wide.obj );
-    ZU_REF_RELEASE( csc );
-    return result;
+    return zu___CharsetWideSourceCreate( byteSource, flags, littleEndian,
+                                         &zu___sort_ZU___CHARSET_UTF32_CHAR_SOURCE_CLOSURE, utf32CharSourceRead );
 }
 ZU_CHAR_SOURCE *zu___CharsetUtf32CharSourceCreate( ZU_BYTE_SOURCE *byteSource, ZU_CHARSET_FLAGS flags )
 {

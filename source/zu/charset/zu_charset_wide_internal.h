@@ -130,11 +130,14 @@ static ZU_BOOL zu___CharsetWideRead( ZU___CHARSET_WIDE_SOURCE *csc, ZU_CHAR *cha
     return ZU_TRUE;
 }
 
-// Creation
+// Creation; `sort` is that of a closure that has these members and no others.
 template <int UNIT_BYTES>
-static void zu___CharsetWideSinkBegin( ZU___CHARSET_WIDE_SINK *csc, ZU_BYTE_SINK *byteSink, ZU_CHARSET_FLAGS flags,
-                                       ZU_BOOL littleEndian )
+static ZU_CHAR_SINK *zu___CharsetWideSinkCreate( ZU_BYTE_SINK *byteSink, ZU_CHARSET_FLAGS flags, ZU_BOOL littleEndian,
+                                                 ZU_SORT *sort, ZU_CHAR_SINK_WRITE_FUNC write,
+                                                 ZU_CHAR_SINK_FLUSH_FUNC flush )
 {
+    ZU_ASSERT( byteSink );
+    ZU___CHARSET_WIDE_SINK *csc = (ZU___CHARSET_WIDE_SINK *)zu___ObjCreate( sizeof( ZU___CHARSET_WIDE_SINK ), sort );
     csc->flags = flags;
     csc->littleEndian = littleEndian;
     zu___CharsetOutputBegin( &csc->output, byteSink );
@@ -142,12 +145,22 @@ static void zu___CharsetWideSinkBegin( ZU___CHARSET_WIDE_SINK *csc, ZU_BYTE_SINK
         zu___CharsetWidePutMark<UNIT_BYTES>( csc->output.bytes, littleEndian );
         csc->output.used = UNIT_BYTES;
     }
+    ZU_CHAR_SINK *result = zu___CharSinkCreate( write, flush, &csc->obj );
+    ZU_REF_RELEASE( csc );
+    return result;
 }
-static inline void zu___CharsetWideSourceBegin( ZU___CHARSET_WIDE_SOURCE *csc, ZU_BYTE_SOURCE *byteSource,
-                                                ZU_CHARSET_FLAGS flags, ZU_BOOL littleEndian )
+static inline ZU_CHAR_SOURCE *zu___CharsetWideSourceCreate( ZU_BYTE_SOURCE *byteSource, ZU_CHARSET_FLAGS flags,
+                                                            ZU_BOOL littleEndian, ZU_SORT *sort,
+                                                            ZU_CHAR_SOURCE_READ_FUNC read )
 {
+    ZU_ASSERT( byteSource );
+    ZU___CHARSET_WIDE_SOURCE *csc =
+        (ZU___CHARSET_WIDE_SOURCE *)zu___ObjCreate( sizeof( ZU___CHARSET_WIDE_SOURCE ), sort );
     csc->flags = flags;
     csc->littleEndian = littleEndian;
     csc->bomChecked = ZU_FALSE;
     zu___CharsetInputBegin( &csc->input, byteSource );
+    ZU_CHAR_SOURCE *result = zu___CharSourceCreate( read, &csc->obj );
+    ZU_REF_RELEASE( csc );
+    return result;
 }
