@@ -18,8 +18,8 @@ using Units = std::u16string;
 
 static constexpr ZU_CHAR REPLACEMENT = 0xFFFD;
 
-// Runs a conversion into destinations of all lengths, or of some if there are many, and expects each to hold the beginning of
-// `wanted`, nothing to be written behind its end, and the result always to be the length of the whole.
+// Runs a conversion into destinations of all lengths, or of some if there are many, and expects each to hold the
+// beginning of `wanted`, nothing to be written behind its end, and the result always to be the length of the whole.
 template <typename DEST, typename CONVERT>
 static void expectMeasuringCopy( const DEST &wanted, CONVERT convert )
 {

@@ -62,9 +62,9 @@ void zu___FormatShutdown( void )
     ZU_REF_POISON( lowerTrue );
 }
 
-// Opens a gap of `count` elements, which are not 0, behind `*dest`.  A format asks for a gap with each of its parts, and
-// nearly always takes free elements behind a text of its own; the front of an empty text is its end, and free elements
-// ahead of it would come first.
+// Opens a gap of `count` elements, which are not 0, behind `*dest`.  A format asks for a gap with each of its parts,
+// and nearly always takes free elements behind a text of its own; the front of an empty text is its end, and free
+// elements ahead of it would come first.
 [[gnu::noinline]] static ZU_CHAR *formatMakeRoom( ZU_STRING **dest, ZU_INT count )
 {
     zu___StringUnshare( dest );

@@ -11,9 +11,9 @@
 ZU_BEGIN_DECLS
 
 // Encoding
-/// Returns "true" or "false".  A negative `minWidth` aborts.
+/// Returns "true" or "false", without padding the same object each time.  A negative `minWidth` aborts.
 ZU_API ZU_STRING *zuFormatEncodeBool( ZU_BOOL value, ZU_INT minWidth, ZU_INT flags );
-/// Returns a copy of `srcLength` code points.  A negative `minWidth` aborts.
+/// Returns a copy of `srcLength` code points.  A negative `minWidth` and a value above 0x10FFFF abort.
 ZU_API ZU_STRING *zuFormatEncodeChars( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT minWidth, ZU_INT flags );
 /// Returns an integer in digits.  A negative `minWidth` counts as none.
 ZU_API ZU_STRING *zuFormatEncodeInt( ZU_INT value, ZU_INT base, ZU_INT minWidth, ZU_INT flags );

@@ -1,7 +1,8 @@
 // zu_name.h: names in the library's two styles, upper case (ZU_FORMAT_FLAG_ZEROPAD) and camel case (zuStringCreate).
 //
 // A private name has three underscores behind its prefix (ZU___SORT, zu___ObjCreate); it passes only with
-// `allowPrivate`.  All functions are callable from any thread.
+// `allowPrivate`.  In upper case at most one underscore may stand ahead of them, or another three; in camel case at
+// most one upper-case letter, and one must follow.  All functions are callable from any thread.
 #pragma once
 
 #include "zu/base/zu_string.h"

@@ -1,10 +1,10 @@
 // zu_slack_internal.h: the storage of sequences that grow and shrink at both ends, for the classes that consist of one.
 //
-// Such a class keeps its elements with free space ahead of and behind them, in a room inside the object or in an array on
-// the heap.  How much free space there is after each change is part of the class's contract, and goes by constants.  If
-// the array were exchanged whenever that says so, a queue or a stack of n elements would cost some n * n / 64 moves; so the
-// block that it lies in may be larger, by a reserve in proportion to the length, and the array mostly moves within the
-// block by moving its bounds alone.
+// Such a class keeps its elements with free space ahead of and behind them, in a room inside the object or in an array
+// on the heap.  How much free space there is after each change is part of the class's contract, and goes by constants.
+// If the array were exchanged whenever that says so, a queue or a stack of n elements would cost some n * n / 64 moves;
+// so the block that it lies in may be larger, by a reserve in proportion to the length, and the array mostly moves
+// within the block by moving its bounds alone.
 #pragma once
 
 #include "zu/runtime/zu_obj_internal.h"
@@ -89,8 +89,8 @@ struct zu___Slack {
     }
 
     // Room for `count` elements ahead of the first, behind the last, and ahead of the one at `atIndex`.  The take forms
-    // use free elements and tell whether there were enough; if not, the grow forms get more.  Fspace and bspace are set,
-    // and the length is not yet raised.
+    // use free elements and tell whether there were enough; if not, the grow forms get more.  Fspace and bspace are
+    // set, and the length is not yet raised.
     static bool takeAtFront( OWNER *owner, ZU_INT count )
     {
         if ( ZU___LIKELY( owner->fspace >= count ) ) {
@@ -240,8 +240,8 @@ private:
         declareSize( owner, capacity );
     }
 
-    // Lays the array anew, with `capacity` elements in all and those in use from element `at` of it on.  None of them moves
-    // if the block has room around them; otherwise so much is gained that moving them all pays.
+    // Lays the array anew, with `capacity` elements in all and those in use from element `at` of it on.  None of them
+    // moves if the block has room around them; otherwise so much is gained that moving them all pays.
     [[gnu::noinline]] static void place( OWNER *owner, ZU_INT capacity, ZU_INT at )
     {
         ELEMENT *start = (ELEMENT *)owner->block.start;
@@ -267,8 +267,8 @@ private:
         }
     }
 
-    // Exchanges the block for one of `slots` elements, and moves the array to slot `arrayAt` of it and the elements in use
-    // to element `at` of that.
+    // Exchanges the block for one of `slots` elements, and moves the array to slot `arrayAt` of it and the elements in
+    // use to element `at` of that.
     static void exchangeBlock( OWNER *owner, ZU_INT slots, ZU_INT arrayAt, ZU_INT at )
     {
         ELEMENT *start = (ELEMENT *)zuMemAllocN( slots, sizeof( ELEMENT ) );

@@ -1,6 +1,6 @@
 // Most texts of a program are short, so an object has room for 64 code points and longer texts alone need the heap.
-// Texts mostly grow at the end and are cut at either end, so the storage keeps free space at both; where the text stands
-// in it, and when it moves, is in zu_slack_internal.h.
+// Texts mostly grow at the end and are cut at either end, so the storage keeps free space at both; where the text
+// stands in it, and when it moves, is in zu_slack_internal.h.
 //
 // Positions and counts are checked where they enter; from there on all lengths are within the storage.  A string that
 // anybody else holds is never changed: an insertion builds its successor in one step, so that each element moves once,
@@ -358,8 +358,8 @@ void zuStringInsertObj( ZU_STRING **dest, ZU_INT idx, ZU_OBJ *obj )
 // Appending: insertion behind the last code point.
 
 // Takes `count` elements behind the text of a string, if nobody else holds it and nothing has to move; tells whether it
-// did.  An append comes to this nearly always, and asks for it first.  The front of an empty text is its end, and has its
-// own rule.
+// did.  An append comes to this nearly always, and asks for it first.  The front of an empty text is its end, and has
+// its own rule.
 static inline bool stringTakeAtEnd( ZU_STRING *zus, ZU_INT count, ZU_CHAR **gap )
 {
     ZU_INT length = zus->length;

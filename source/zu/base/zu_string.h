@@ -1,9 +1,10 @@
 // ZU_STRING: text, a sequence of Unicode code points.
 //
 // A copy-on-write value; zu_obj.h tells what holds for all of them.  Each element is one code point of 32 bits, never a
-// byte or a UTF-16 unit; lengths and positions are in elements.  Surrogates may stand in a string, values above 0x10FFFF
-// abort wherever they would enter one.  Strings are ordered by code point.  Texts of up to 64 elements live in the
-// object itself.  Inserting or deleting nothing copies nothing.
+// byte or a UTF-16 unit; lengths and positions are in elements.  Surrogates may stand in a string, values above
+// 0x10FFFF abort wherever they would enter one.  Strings are ordered by code point, without collation or normalization.
+// Texts of up to 64 elements live in the object itself.  Inserting at either end takes constant time for each element,
+// on the average of many, and deleting there takes constant time mostly.  Inserting or deleting nothing copies nothing.
 //
 // `Cstr` forms take text in the environment's narrow encoding, `Wcstr` forms UTF-16, and both take a length of -1 for
 // terminated text.  A character beyond U+FFFF arrives as a surrogate pair from either; the UTF-8 functions and
@@ -29,7 +30,10 @@ ZU_API const ZU_CHAR *zuStringBacking( ZU_STRING *zus );
 ZU_API ZU_CHAR zuStringCharAt( ZU_STRING *zus, ZU_INT idx );
 
 // Creation
-/// Returns the empty string, which all callers share.
+//
+// The result is a new object that nobody else holds, also where the text is empty; only zuStringCreate and the forms
+// for arrays of code points return the shared empty string.  A range outside `src` aborts.
+/// Returns the empty string, which all callers share; null ahead of zuRuntimeStartup.
 ZU_API ZU_STRING *zuStringCreate( void );
 /// Returns a new object with the text of `src`.
 ZU_API ZU_STRING *zuStringCreateFrom( ZU_STRING *src );
@@ -43,8 +47,8 @@ ZU_API ZU_STRING *zuStringCreateFromTrailing( ZU_STRING *src, ZU_INT count );
 ZU_API ZU_STRING *zuStringCreateFromOuter( ZU_STRING *src, ZU_INT offset, ZU_INT count );
 /// Returns a copy of `srcLength` code points.
 ZU_API ZU_STRING *zuStringCreateFromCharsCopy( const ZU_CHAR *src, ZU_INT srcLength );
-/// Returns a string that uses `src`, an array of `srcLength` code points from zuMemAllocN, and frees it in the end.  With
-/// a length of 0 the array stays the caller's.
+/// Returns a string that uses `src`, an array of `srcLength` code points from zuMemAllocN, and frees it in the end.
+/// With a length of 0 the array stays the caller's.
 ZU_API ZU_STRING *zuStringCreateFromCharsUse( ZU_CHAR *src, ZU_INT srcLength );
 /// Converts from ASCII; `srcLength` is in bytes, -1: terminated.  Bytes of 128 or above become U+FFFD.
 ZU_API ZU_STRING *zuStringCreateFromAscii( const char *src, ZU_INT srcLength );
@@ -69,8 +73,9 @@ ZU_API ZU_STRING *zuStringCreateFromWcstr( const char16_t *src, ZU_INT srcLength
 //     InsertWcstr     text in UTF-16
 //     InsertObj       the text that zuObjToString makes of `obj`
 //
-// go in ahead of position `idx`, 0 to the length; Append forms put them at the end, Prepend forms at the front.  `src`
-// may be the changed string itself, and is read as it stood before the call.
+// go in ahead of position `idx`, 0 to the length; Append forms put them at the end, Prepend forms at the front.  A
+// position or a range outside aborts.  `src` may be the changed string itself, and is read as it stood before the call;
+// an array must not lie in it.
 /// Inserts all of `src`.
 ZU_API void zuStringInsert( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src );
 /// Inserts the `count` code points of `src` from `offset` on.
@@ -189,8 +194,8 @@ ZU_API ZU_BOOL zuStringEndsWithWcstr( ZU_STRING *zus, const char16_t *sub, ZU_IN
 // Conversion
 //
 // Each returns a new array, which the caller frees by zuMemFree, and stores its number of units in `outLength`, which
-// may be null.  With `nulTerminate` a 0 unit ends the array and is counted.  If there is nothing to return, the result is
-// null and the number 0.  What the target lacks is replaced as zu_chars.h tells.
+// may be null.  With `nulTerminate` a 0 unit ends the array and is counted.  If there is nothing to return, the result
+// is null and the number 0.  What the target lacks is replaced as zu_chars.h tells.
 /// Converts to ASCII; other characters become "?".
 ZU_API char *zuStringConvertToAscii( ZU_STRING *zus, ZU_BOOL nulTerminate, ZU_INT *outLength );
 /// Converts to UTF-8.

@@ -166,8 +166,8 @@ static void objDestroy( ZU_OBJ *obj )
 }
 
 // A free function releases what its object held, and so destruction recurses through the object graph.  That is the
-// order that classes may rely on, down to a depth; from there on dying objects queue, and the deepest level takes them one
-// after the other, so that the depth of a graph never decides on the depth of the stack.
+// order that classes may rely on, down to a depth; from there on dying objects queue, and the deepest level takes them
+// one after the other, so that the depth of a graph never decides on the depth of the stack.
 static constexpr int DESTROY_DEPTH_MAX = 32; // levels of about 300 bytes in this library; authors may need some 1 KiB
 struct OBJ_DYING {
     int depth;     // levels of objDestroy on this thread

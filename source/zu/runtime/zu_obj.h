@@ -47,9 +47,9 @@ ZU_API ZU_OBJ *zuObjRetain( ZU_OBJ *obj );
 ZU_API void zuObjRelease( ZU_OBJ *obj );
 /// Returns the object's sort, not retained.
 ZU_API ZU_SORT *zuObjSort( ZU_OBJ *thisObj );
-/// Compares in the total order over all objects: by the class's own order within a sort that has one, by identity within
-/// one that has none, and by the names of the sorts otherwise.  Negative, 0 or positive; -1, 0 or 1 by custom.  The
-/// order by identity holds as long as both objects live.
+/// Compares in the total order over all objects: by the class's own order within a sort that has one, by identity
+/// within one that has none, and by the names of the sorts otherwise.  Negative, 0 or positive; -1, 0 or 1 by custom.
+/// The order by identity holds as long as both objects live.
 ZU_API ZU_INT zuObjCompare( ZU_OBJ *objA, ZU_OBJ *objB );
 /// Compares by the names of the sorts, then by identity: the order of classes that have none of their own.
 ZU_API ZU_INT zuObjDefaultCompareFunc( ZU_OBJ *thisObj, ZU_OBJ *thatObj );
@@ -147,8 +147,8 @@ ZU_API void zu___ObjStartup( void );
 /// Ends what zu___ObjStartup began.
 ZU_API void zu___ObjShutdown( void );
 
-// Behind ZU_REF_RELEASE and the releases of all classes.  Not static: C does not let an inline function that has external
-// linkage refer to one that has none.
+// Behind ZU_REF_RELEASE and the releases of all classes.  Not static: C does not let an inline function that has
+// external linkage refer to one that has none.
 ZU___INLINE_TWIN void zu___RefRelease( ZU_OBJ *obj )
 {
     if ( ZU___RETAIN_COUNT_DECREMENT( obj->retainCount ) == 0 ) {
@@ -185,8 +185,8 @@ ZU___INLINE_TWIN void zu___RefRelease( ZU_OBJ *obj )
         zu___RefRelease( (ZU_OBJ *)obj );                                                    \
     }
 
-/// Defines the standard operations of the class `type`, whose sort record zu___sort_<type> stands above; for the class's
-/// source file.  Failed checks in all of them name this one line.
+/// Defines the standard operations of the class `type`, whose sort record zu___sort_<type> stands above; for the
+/// class's source file.  Failed checks in all of them name this one line.
 #define ZU___STDFUNCS( type, prefix )                                  \
     type *zu___outlined_##prefix##Retain( type *obj )                  \
     {                                                                  \

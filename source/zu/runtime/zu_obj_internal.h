@@ -32,8 +32,8 @@ static inline ZU_INT zu___ObjCompareInline( ZU_OBJ *objA, ZU_OBJ *objB )
     return zuObjCompare( objA, objB );
 }
 
-// Declares as zu___ObjDbgSetAllocationSize does, for an object that nobody but the caller holds: nobody else can declare
-// at the same time, so that there is nothing to detect, and a store is enough.
+// Declares as zu___ObjDbgSetAllocationSize does, for an object that nobody but the caller holds: nobody else can
+// declare at the same time, so that there is nothing to detect, and a store is enough.
 static inline void zu___ObjDeclareAllocationSizePrivate( ZU_OBJ *thisObj, ZU_INT size )
 {
     __atomic_store_n( &thisObj->dbgAllocationSize, size, __ATOMIC_RELEASE );

@@ -12,7 +12,7 @@ typedef struct ZU_MODULE ZU_MODULE;
 // zuSortRetain, Release, From, Obj, Sort, ToString, Compare, Equals
 ZU_STDFUNCS_DECLARE( ZU_SORT, zuSort )
 
-/// Returns the sort's name, such as "ZU_STRING".
+/// Returns the sort's name, such as "ZU_STRING"; one that is not in upper-case style aborts.
 ZU_API ZU_STRING *zuSortName( ZU_SORT *sort );
 /// Returns the module that defines the sort, not retained; null if there is none.
 ZU_API ZU_MODULE *zuSortModule( ZU_SORT *sort );

@@ -35,8 +35,8 @@
 #define ZU___UNLIKELY( condition ) __builtin_expect( !!( condition ), 0 )
 
 // ZU___INLINE_TWIN gives an exported function a second body that is only ever inlined: the exported one serves calls
-// through pointers, other languages, and the rare path of the twin, which reaches it as `outlined`.  Both names mean one
-// symbol; the header writes
+// through pointers, other languages, and the rare path of the twin, which reaches it as `outlined`.  Both names mean
+// one symbol; the header writes
 //
 //     ZU_API ZU_X *zuXRetain( ZU_X *obj );
 //     ZU_API ZU_X *zu___outlined_zuXRetain( ZU_X *obj ) ZU___SYMBOL( zuXRetain );

@@ -1,7 +1,7 @@
-// Text is long runs of sequences of one kind, nearly always well formed.  So both directions let the processor's vectors do
-// what those can (zu_chars_utf8_shuffle.cpp), take what is left in steps that do not ask for the ends of the arrays, and
-// leave everything odd (broken sequences, the last few units of either array) to one careful step each, which alone knows
-// all the rules.
+// Text is long runs of sequences of one kind, nearly always well formed.  So both directions let the processor's
+// vectors do what those can (zu_chars_utf8_shuffle.cpp), take what is left in steps that do not ask for the ends of the
+// arrays, and leave everything odd (broken sequences, the last few units of either array) to one careful step each,
+// which alone knows all the rules.
 
 #include "zu/sys/zu_chars_internal.h"
 #include "zu/sys/zu_chars_utf8_shuffle_internal.h"
@@ -14,8 +14,8 @@ static constexpr ZU_INT STEP = 8;                         // bytes looked at tog
 static constexpr uint64_t HIGH_BITS = 0x8080808080808080; // of all bytes of a step
 static constexpr ZU_INT SEQUENCE_MAX = ZU___CHARS_UTF8_SEQUENCE_MAX;
 
-// Whether to let vectors do the work: found out at the first conversion.  The threads that may do that find the same, and
-// nothing else depends on it, so that the order does not matter.
+// Whether to let vectors do the work: found out at the first conversion.  The threads that may do that find the same,
+// and nothing else depends on it, so that the order does not matter.
 enum : int { SHUFFLE_UNKNOWN = -1, SHUFFLE_NO, SHUFFLE_YES };
 int zu___charsUtf8Shuffle = SHUFFLE_UNKNOWN;
 
@@ -78,8 +78,8 @@ static inline void utf8StoreBytes( ZU_CHAR *dest, uint64_t word )
     memcpy( dest + 4, &high, sizeof high );
 }
 
-// Takes well-formed sequences of two bytes and more from `*src`, of which there are at least 4 bytes, up to the first of
-// one, an odd one, or where either array could end.  Returns their number.
+// Takes well-formed sequences of two bytes and more from `*src`, of which there are at least 4 bytes, up to the first
+// of one, an odd one, or where either array could end.  Returns their number.
 template <bool STORE>
 static inline ZU_INT utf8DecodeLong( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end )
 {
@@ -151,8 +151,8 @@ ZU_INT zu___CharsDecodeUtf8( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, co
     return utf8DecodeWhole<true>( dest, room, src, end );
 }
 
-// Decodes from `*src` until it ends or, when storing, `room` code points are there; `*src` moves on.  Returns the number
-// of code points.
+// Decodes from `*src` until it ends or, when storing, `room` code points are there; `*src` moves on.  Returns the
+// number of code points.
 template <bool STORE>
 static ZU_INT utf8Decode( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end )
 {

@@ -80,12 +80,12 @@ static inline uint8_t *zu___CharsPutUtf8( uint8_t *pos, ZU_CHAR ch )
     return pos;
 }
 
-// Decodes well-formed sequences from `*src`, and stops at what is odd and where `*src` or the `room` for code points could
-// end within the next one; `*src` moves on.  Returns the number of code points.
+// Decodes well-formed sequences from `*src`, and stops at what is odd and where `*src` or the `room` for code points
+// could end within the next one; `*src` moves on.  Returns the number of code points.
 ZU_INT zu___CharsDecodeUtf8( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end );
 
-// Encodes from `*src` as long as whole sequences are sure to fit between `dest` and `destEnd`; `*src` moves on.  Returns
-// the end of what was stored.
+// Encodes from `*src` as long as whole sequences are sure to fit between `dest` and `destEnd`; `*src` moves on.
+// Returns the end of what was stored.
 uint8_t *zu___CharsEncodeUtf8( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end );
 
 ZU_END_DECLS

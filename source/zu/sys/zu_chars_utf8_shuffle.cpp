@@ -1,7 +1,7 @@
 // A branch that is not foreseen costs as much as several characters, and in most languages the lengths of sequences are
-// not foreseen.  Here they are looked up: where the sequences of the next 12 bytes end tells by way of a table where in a
-// vector each byte goes, and then all sequences are decoded at a time.  Encoding goes the other way: the lengths of four
-// sequences tell how the bytes of four wide ones close up.
+// not foreseen.  Here they are looked up: where the sequences of the next 12 bytes end tells by way of a table where in
+// a vector each byte goes, and then all sequences are decoded at a time.  Encoding goes the other way: the lengths of
+// four sequences tell how the bytes of four wide ones close up.
 //
 // The idea is that of Lemire and Muła, "Transcoding Billions of Unicode Characters per Second with SIMD Instructions",
 // 2021.  As everywhere here, overlong forms and surrogates pass.
@@ -26,8 +26,8 @@ bool zu___CharsUtf8CanShuffle( void )
 
 // Decoding
 
-// A shape is what the lengths of the first sequences are: of six that are of up to two bytes, else of four of up to three,
-// else of three of up to four.  So each takes up to WINDOW bytes.
+// A shape is what the lengths of the first sequences are: of six that are of up to two bytes, else of four of up to
+// three, else of three of up to four.  So each takes up to WINDOW bytes.
 static constexpr int WINDOW = 12;
 struct SHAPES {
     int first;   // number of the first shape of this kind
@@ -92,8 +92,8 @@ SHUFFLES static inline void shuffleStoreHalves( ZU_CHAR *dest, __m128i halves )
     _mm_storeu_si128( (__m128i *)dest + 1, _mm_unpackhi_epi16( halves, zero ) );
 }
 
-// What bytes are, a bit for each.  Signed, continuations are the lowest bytes, from -128 to -65, and the marks of longer
-// sequences the greater.
+// What bytes are, a bit for each.  Signed, continuations are the lowest bytes, from -128 to -65, and the marks of
+// longer sequences the greater.
 struct KINDS {
     unsigned continuations;
     unsigned expected; // the places of continuations by what the first bytes say, also behind the vector
@@ -124,8 +124,8 @@ SHUFFLES static inline ZU_INT shuffleStoreShape( ZU_CHAR *dest, __m128i bytes, i
         shuffleStoreHalves( dest, _mm_or_si128( _mm_and_si128( lanes, _mm_set1_epi16( 0x7F ) ), higher ) );
         return SIX.count;
     }
-    // Six bits of each byte, seven of the last.  A third last byte that begins a sequence has a bit too many, above which
-    // stands one that a continuation has not.
+    // Six bits of each byte, seven of the last.  A third last byte that begins a sequence has a bit too many, above
+    // which stands one that a continuation has not.
     const __m128i third =
         _mm_xor_si128( lanes, _mm_srli_epi32( _mm_and_si128( lanes, _mm_set1_epi32( 0x400000 ) ), 1 ) );
     __m128i chars = _mm_and_si128( lanes, _mm_set1_epi32( 0x7F ) );
@@ -220,7 +220,8 @@ SHUFFLES ZU_INT zu___CharsUtf8ShuffleCount( const uint8_t **src, const uint8_t *
 
 // Encoding
 
-// Eight characters come as two bytes each, of which the first ones count, or four as four bytes, of which the last ones do.
+// Eight characters come as two bytes each, of which the first ones count, or four as four bytes, of which the last ones
+// do.
 struct ENCODE_TABLES {
     // By the lengths: eight less 1, or the lower bits of four less 1 and then the higher ones
     uint8_t bytes[ 256 ] = {};

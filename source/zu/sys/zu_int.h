@@ -81,8 +81,8 @@ ZU_API ZU_INT zuIntMin( ZU_INT a, ZU_INT b );
 ZU_API ZU_INT zuIntMax( ZU_INT a, ZU_INT b );
 /// Returns `value` moved into the closed interval between `a` and `b`, which may come in either order.
 ZU_API ZU_INT zuIntConstrain( ZU_INT value, ZU_INT a, ZU_INT b );
-/// Returns the midpoint of `a` and `b`, which may come in either order.  It is rounded down between numbers that are not
-/// negative, toward zero between negative ones, and up where the signs differ.
+/// Returns the midpoint of `a` and `b`, which may come in either order.  It is rounded down between numbers that are
+/// not negative, toward zero between negative ones, and up where the signs differ.
 ZU_API ZU_INT zuIntMid( ZU_INT a, ZU_INT b );
 /// Swaps the values behind `a` and `b` and returns the new value behind `a`.
 ZU_API ZU_INT zuIntExchange( ZU_INT *a, ZU_INT *b );

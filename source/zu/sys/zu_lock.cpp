@@ -1,5 +1,5 @@
-// The lock is the word that its waiters sleep on (Drepper, "Futexes Are Tricky", the second mutex): a release enters the
-// kernel only if somebody may be asleep.
+// The lock is the word that its waiters sleep on (Drepper, "Futexes Are Tricky", the second mutex): a release enters
+// the kernel only if somebody may be asleep.
 
 #include "zu/sys/zu_lock_internal.h"
 

@@ -26,7 +26,8 @@ ZU_API void zuMemFree( void *ptr );
 ZU_API void *zuMemDup( const void *ptr, ZU_INT size );
 /// Returns a copy of the `count` elements of `size` bytes at `ptr`.
 ZU_API void *zuMemDupN( const void *ptr, ZU_INT count, ZU_INT size );
-/// Returns a copy of the `srcLength` bytes at `src` with a 0 byte behind them; -1 measures to the 0 byte that ends `src`.
+/// Returns a copy of the `srcLength` bytes at `src` with a 0 byte behind them; -1 measures to the 0 byte that ends
+/// `src`.
 ZU_API char *zuMemDupCstr( const char *src, ZU_INT srcLength );
 
 // Blocks; pointers may be null where nothing is read or written
