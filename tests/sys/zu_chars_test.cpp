@@ -119,16 +119,18 @@ static Bytes encodedUtf8( const Chars &src )
     }
     return result;
 }
-static void expectDecodedUtf8( const Bytes &src, const Chars &wanted )
+// A conversion from a text, by its length and as a terminated one
+template <typename SOURCE, typename UNIT>
+static void expectMeasuringCopyFrom( const SOURCE &src, ZU_INT ( *convert )( ZU_CHAR *, ZU_INT, const UNIT *, ZU_INT ),
+                                     const Chars &wanted )
 {
     SCOPED_TRACE( testing::PrintToString( std::vector<int>( src.begin(), src.end() ) ) );
-    expectMeasuringCopy( wanted, [ & ]( ZU_CHAR *dest, ZU_INT destLength ) {
-        return zuCharsConvertFromUtf8( dest, destLength, src.data(), (ZU_INT)src.size() );
-    } );
-    if ( src.find( '\0' ) == Bytes::npos ) {
-        expectMeasuringCopy( wanted, [ & ]( ZU_CHAR *dest, ZU_INT destLength ) {
-            return zuCharsConvertFromUtf8( dest, destLength, src.c_str(), -1 );
-        } );
+    for ( ZU_INT length : { (ZU_INT)src.size(), ZU_INT{ -1 } } ) {
+        if ( length >= 0 || src.find( UNIT{ 0 } ) == SOURCE::npos ) {
+            expectMeasuringCopy( wanted, [ & ]( ZU_CHAR *dest, ZU_INT destLength ) {
+                return convert( dest, destLength, src.c_str(), length );
+            } );
+        }
     }
 }
 
@@ -148,12 +150,12 @@ INSTANTIATE_TEST_SUITE_P( Shuffle, CharsUtf8, testing::Values( 0, 1 ) );
 
 TEST_P( CharsUtf8, DecodesWhatNeverEndsWell )
 {
-    expectDecodedUtf8( "\xC0\x80", { 0 } );
-    expectDecodedUtf8( "\xED\xA0\x80", { 0xD800 } );
-    expectDecodedUtf8( "\xF4\x90\x80\x80", {} );
-    expectDecodedUtf8( "\xE2\x41", { REPLACEMENT, 'A' } );
-    expectDecodedUtf8( "\x80\x80\x41", { REPLACEMENT, 'A' } );
-    expectDecodedUtf8( "A\xE2\x82", { 'A' } );
+    expectMeasuringCopyFrom( Bytes( "\xC0\x80" ), zuCharsConvertFromUtf8, { 0 } );
+    expectMeasuringCopyFrom( Bytes( "\xED\xA0\x80" ), zuCharsConvertFromUtf8, { 0xD800 } );
+    expectMeasuringCopyFrom( Bytes( "\xF4\x90\x80\x80" ), zuCharsConvertFromUtf8, {} );
+    expectMeasuringCopyFrom( Bytes( "\xE2\x41" ), zuCharsConvertFromUtf8, { REPLACEMENT, 'A' } );
+    expectMeasuringCopyFrom( Bytes( "\x80\x80\x41" ), zuCharsConvertFromUtf8, { REPLACEMENT, 'A' } );
+    expectMeasuringCopyFrom( Bytes( "A\xE2\x82" ), zuCharsConvertFromUtf8, { 'A' } );
 }
 
 // Every sequence of up to four of the bytes at which something changes, alone and within text.
@@ -212,7 +214,7 @@ TEST_P( CharsUtf8, DecodesAndEncodesRandomText )
         for ( size_t i = 0; i < bytes.size(); i += 1 + random() % 100 ) {
             bytes[ i ] = (char)random();
         }
-        expectDecodedUtf8( bytes, decodedUtf8( bytes ) );
+        expectMeasuringCopyFrom( bytes, zuCharsConvertFromUtf8, decodedUtf8( bytes ) );
     }
     Chars all;
     for ( ZU_CHAR ch = 0; ch < 0x110010; ch++ ) {
@@ -238,11 +240,9 @@ TEST( CharsAscii, BothWays )
     for ( ZU_CHAR ch : chars ) {
         encoded += ch < 0x80 ? (char)ch : '?';
     }
-    expectMeasuringCopy( decoded, [ & ]( ZU_CHAR *dest, ZU_INT destLength ) {
-        return zuCharsConvertFromAscii( dest, destLength, bytes.data(), (ZU_INT)bytes.size() );
-    } );
+    expectMeasuringCopyFrom( bytes, zuCharsConvertFromAscii, decoded );
+    expectMeasuringCopyFrom( bytes.substr( 1, 255 ), zuCharsConvertFromAscii, Chars( &decoded[ 1 ], &decoded[ 256 ] ) );
     expectMeasuringCopyTo( encoded, zuCharsConvertToAscii, chars );
-    EXPECT_EQ( zuCharsConvertFromAscii( nullptr, 0, "four", -1 ), 4 );
 }
 
 // UTF-16 and the narrow encoding
@@ -323,11 +323,7 @@ TEST( CharsWide, WidensUnitsAndMakesPairs )
         Chars text = randomText( random, random() % 200 );
         Units units = encodedWide( text );
         expectMeasuringCopyTo( units, zuCharsConvertToWcstr, text );
-        for ( ZU_INT length : { ZU_INT{ -1 }, (ZU_INT)units.size() } ) {
-            expectMeasuringCopy( Chars( units.begin(), units.end() ), [ & ]( ZU_CHAR *dest, ZU_INT destLength ) {
-                return zuCharsConvertFromWcstr( dest, destLength, units.c_str(), length );
-            } );
-        }
+        expectMeasuringCopyFrom( units, zuCharsConvertFromWcstr, Chars( units.begin(), units.end() ) );
     }
 }
 
@@ -348,11 +344,7 @@ TEST( CharsNarrow, TravelThroughUtf16 )
             bytes[ i ] = (char)( random() % 255 + 1 );
         }
         Units wide = encodedWide( decodedStrictly( bytes ) );
-        for ( ZU_INT length : { ZU_INT{ -1 }, (ZU_INT)bytes.size() } ) {
-            expectMeasuringCopy( Chars( wide.begin(), wide.end() ), [ & ]( ZU_CHAR *dest, ZU_INT destLength ) {
-                return zuCharsConvertFromCstr( dest, destLength, bytes.c_str(), length );
-            } );
-        }
+        expectMeasuringCopyFrom( bytes, zuCharsConvertFromCstr, Chars( wide.begin(), wide.end() ) );
     }
 }
 
