@@ -60,13 +60,6 @@ TEST( Counter, CountsUnderContention )
     workers.join();
 }
 
-TEST( Counter, MayEndAboveZero )
-{
-    ZU_COUNTER *ctr = zuCounterCreate();
-    zuCounterIncrement( ctr );
-    zuCounterRelease( ctr );
-}
-
 TEST( CounterAborts, Arguments )
 {
     expectAbort( "ctr", [] { zuCounterIncrement( nullptr ); } );
@@ -76,4 +69,5 @@ TEST( CounterAborts, Arguments )
     expectAbort( "ctr", [] { zuCounterWaitZeroTimed( nullptr, -2 ); } );
     zu::Ref<ZU_COUNTER> ctr = zu::adopt( zuCounterCreate() );
     expectAbort( "millisec == -1 || millisec >= 0", [ & ] { zuCounterWaitZeroTimed( ctr.get(), -2 ); } );
+    zuCounterIncrement( ctr.get() ); // a counter may end above 0
 }

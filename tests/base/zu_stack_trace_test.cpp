@@ -2,11 +2,11 @@
 
 #include "zu_test_support.h"
 
-#include <regex.h>
-#include <thread>
+#include <regex>
 
-static std::vector<std::string> linesOf( const zu::Ref<ZU_STACK_TRACE> &trace )
+static std::vector<std::string> trace( ZU_INT skip, ZU_INT maxLength )
 {
+    zu::Ref<ZU_STACK_TRACE> trace = zu::adopt( zuStackTraceCreate( skip, maxLength ) );
     zu::Ref<ZU_VECTOR> vector = zu::adopt( zuStackTraceVector( trace.get() ) );
     EXPECT_EQ( zuVectorLength( vector.get() ), zuStackTraceLength( trace.get() ) );
     std::vector<std::string> lines;
@@ -18,10 +18,6 @@ static std::vector<std::string> linesOf( const zu::Ref<ZU_STACK_TRACE> &trace )
         zuMemFree( utf8 );
     }
     return lines;
-}
-static std::vector<std::string> trace( ZU_INT skip, ZU_INT maxLength )
-{
-    return linesOf( zu::adopt( zuStackTraceCreate( skip, maxLength ) ) );
 }
 
 // Calls `function` from the innermost of `depth` frames of its own.
@@ -35,23 +31,11 @@ __attribute__( ( noinline ) ) static void callFromDepth( int depth, const std::f
     __asm__ volatile( "" ); // something is left to do: no call is a jump
 }
 
-// Tells whether the whole line is of the form; a regular expression of POSIX, the extended kind.
-static bool isOfForm( const std::string &line, const char *form )
-{
-    regex_t expression;
-    EXPECT_EQ( regcomp( &expression, form, REG_EXTENDED | REG_NOSUB ), 0 ) << form;
-    bool matches = regexec( &expression, line.c_str(), 0, nullptr, 0 ) == 0;
-    regfree( &expression );
-    return matches;
-}
-
 TEST( StackTrace, LinesHaveOneOfTwoForms )
 {
-    static const char *const FORM = "^(.+\\([1-9][0-9]*\\+0x[0-9a-f]+\\): )?[^ ].*\\+0x[0-9a-f]+ \\[[0-9A-F]{16}\\]$";
-    std::vector<std::string> lines = trace( 0, -1 );
-    ASSERT_FALSE( lines.empty() );
-    for ( const std::string &line : lines ) {
-        EXPECT_TRUE( isOfForm( line, FORM ) ) << line;
+    static const std::regex FORM( "(.+\\([1-9][0-9]*\\+0x[0-9a-f]+\\): )?[^ ].*\\+0x[0-9a-f]+ \\[[0-9A-F]{16}\\]" );
+    for ( const std::string &line : trace( 0, -1 ) ) {
+        EXPECT_TRUE( std::regex_match( line, FORM ) ) << line;
     }
 }
 TEST( StackTrace, BeginsWithItself )
@@ -78,19 +62,16 @@ TEST( StackTrace, EveryFrameIsALine )
     callFromDepth( 101, [ & ] { deep = trace( 0, -1 ); } );
     EXPECT_EQ( deep.size(), shallow.size() + 100 );
 #ifdef ZU_TEST_BACKTRACE
-    static const char *const OWN = "zu_stack_trace_test\\.cpp\\([0-9]+\\+0x[0-9a-f]+\\): callFromDepth\\(.*\\)\\+0x";
-    EXPECT_EQ(
-        std::count_if( deep.begin(), deep.end(), [ & ]( const std::string &line ) { return isOfForm( line, OWN ); } ),
-        101 );
+    static const std::regex OWN( "zu_stack_trace_test\\.cpp\\([0-9]+\\+0x[0-9a-f]+\\): callFromDepth\\(.*\\)\\+0x" );
+    EXPECT_EQ( std::count_if( deep.begin(), deep.end(), []( auto &line ) { return std::regex_search( line, OWN ); } ),
+               101 );
 #endif
 }
 TEST( StackTrace, EndsAfterFourThousandLines )
 {
     callFromDepth( 4100, [] {
-        zu::Ref<ZU_STACK_TRACE> longest = zu::adopt( zuStackTraceCreate( 0, -1 ) );
-        EXPECT_EQ( zuStackTraceLength( longest.get() ), 4000 );
-        zu::Ref<ZU_STACK_TRACE> limited = zu::adopt( zuStackTraceCreate( 100, 5000 ) );
-        EXPECT_EQ( zuStackTraceLength( limited.get() ), 4000 );
+        EXPECT_EQ( trace( 0, -1 ).size(), 4000u );
+        EXPECT_EQ( trace( 100, 5000 ).size(), 4000u );
     } );
 }
 TEST( StackTrace, MayBeEmpty )
@@ -100,18 +81,12 @@ TEST( StackTrace, MayBeEmpty )
 }
 TEST( StackTrace, ByManyThreads )
 {
-    std::vector<std::thread> threads;
-    for ( int thread = 0; thread < 4; thread++ ) {
-        threads.emplace_back( [] {
-            for ( int i = 0; i < 25; i++ ) {
-                EXPECT_EQ( trace( 0, 2 ).size(), 2u );
-                zu___StackTraceUpdateSymbols();
-            }
-        } );
-    }
-    for ( std::thread &thread : threads ) {
-        thread.join();
-    }
+    runThreads( 4, []( int ) {
+        for ( int i = 0; i < 25; i++ ) {
+            EXPECT_EQ( trace( 0, 2 ).size(), 2u );
+            zu___StackTraceUpdateSymbols();
+        }
+    } );
 }
 TEST( StackTraceAborts, ByItsArguments )
 {

@@ -5,7 +5,6 @@
 
 #include <cstdarg>
 #include <syslog.h>
-#include <thread>
 
 // What the print function and the system log have received, one element a call
 static std::vector<std::u32string> printed;
@@ -53,88 +52,82 @@ protected:
     {
         zu___RuntimePrintFunc = nullptr;
     }
-    // Expects one call each with `text`, and what the log adds, and forgets them.
-    static void expectPrinted( const std::u32string &text )
-    {
-        EXPECT_EQ( printed, std::vector<std::u32string>{ text } );
-        printed.clear();
-    }
-    static void expectLogged( const std::string &text )
-    {
-        EXPECT_EQ( logged,
-                   std::vector<std::string>{ std::string( zu___RuntimeVersionProductNameCstr() ) + ": " + text } );
-        logged.clear();
-    }
 };
 
-template <void ( *function )( ZU_STRING *, va_list )>
-static void withCursor( ZU_STRING *format, ... )
+// What the two families have in common.
+struct Forms {
+    void ( *print )( ZU_STRING * );
+    void ( *cstr )( const char *, ZU_INT );
+    void ( *wcstr )( const char16_t *, ZU_INT );
+    void ( *format )( ZU_STRING *, ... );
+    void ( *formatArgList )( ZU_STRING *, va_list );
+    void ( *formatCstr )( const char *, ZU_INT, ... );
+    void ( *formatCstrArgList )( const char *, ZU_INT, va_list );
+    void ( *formatWcstr )( const char16_t *, ZU_INT, ... );
+    void ( *formatWcstrArgList )( const char16_t *, ZU_INT, va_list );
+};
+#define FORMS_OF( x )                                                                                           \
+    {                                                                                                           \
+        x, x##Cstr, x##Wcstr, x##Format, x##FormatArgList, x##FormatCstr, x##FormatCstrArgList, x##FormatWcstr, \
+            x##FormatWcstrArgList                                                                               \
+    }
+static void withCursor( void ( *function )( ZU_STRING *, va_list ), ZU_STRING *format, ... )
 {
     va_list args;
     va_start( args, format );
     function( format, args );
     va_end( args );
 }
-template <auto function, typename Char>
-static void withTextCursor( const Char *format, ZU_INT length, ... )
+template <typename Char>
+static void withTextCursor( void ( *function )( const Char *, ZU_INT, va_list ), const Char *format, ZU_INT length,
+                            ... )
 {
     va_list args;
     va_start( args, length );
     function( format, length, args );
     va_end( args );
 }
+static void printEveryForm( const Forms &forms )
+{
+    zu::Ref<ZU_STRING> format = zu::adopt( zuStringCreateFromAscii( "%i-%lc", -1 ) );
+    zu::Ref<ZU_STRING> plain = zu::adopt( zuStringCreateFromUtf8( "100 %s\xE2\x82\xAC\n", -1 ) );
+    forms.print( plain.get() );
+    forms.cstr( "abc", 2 );
+    forms.cstr( "", -1 );
+    forms.wcstr( u"\u20ACbc", 2 );
+    forms.format( format.get(), (ZU_INT)1, "a" );
+    withCursor( forms.formatArgList, format.get(), (ZU_INT)2, "b" );
+    forms.formatCstr( "%i-%lcx", 6, (ZU_INT)3, "c" );
+    withTextCursor( forms.formatCstrArgList, "%i-%lcx", 6, (ZU_INT)4, "d" );
+    forms.formatWcstr( u"%i-%lcx", 6, (ZU_INT)5, "e" );
+    withTextCursor( forms.formatWcstrArgList, u"%i-%lcx", 6, (ZU_INT)6, "f" );
+}
 
 TEST_F( Print, EveryFormIsOneCall )
 {
-    zu::Ref<ZU_STRING> format = zu::adopt( zuStringCreateFromAscii( "%i-%lc", -1 ) );
-    zu::Ref<ZU_STRING> plain = zu::adopt( zuStringCreateFromUtf8( "a\xE2\x82\xAC\n", -1 ) );
-    zuPrint( plain.get() );
-    expectPrinted( U"a\u20AC\n" );
-    zuPrintCstr( "abc", 2 );
-    expectPrinted( U"ab" );
-    zuPrintCstr( "abc", -1 );
-    expectPrinted( U"abc" );
-    zuPrintWcstr( u"\u20ACbc", 2 );
-    expectPrinted( U"\u20ACb" );
-    zuPrintFormat( format.get(), (ZU_INT)1, "a" );
-    expectPrinted( U"1-a" );
-    withCursor<zuPrintFormatArgList>( format.get(), (ZU_INT)2, "b" );
-    expectPrinted( U"2-b" );
-    zuPrintFormatCstr( "%i-%lcx", 6, (ZU_INT)3, "c" );
-    expectPrinted( U"3-c" );
-    withTextCursor<zuPrintFormatCstrArgList>( "%i-%lcx", 6, (ZU_INT)4, "d" );
-    expectPrinted( U"4-d" );
-    zuPrintFormatWcstr( u"%i-%lcx", 6, (ZU_INT)5, "e" );
-    expectPrinted( U"5-e" );
-    withTextCursor<zuPrintFormatWcstrArgList>( u"%i-%lcx", 6, (ZU_INT)6, "f" );
-    expectPrinted( U"6-f" );
-    zuPrintCstr( "", -1 );
-    expectPrinted( U"" );
+    printEveryForm( FORMS_OF( zuPrint ) );
+    EXPECT_EQ( printed, ( std::vector<std::u32string>{ U"100 %s\u20AC\n", U"ab", U"", U"\u20ACb", U"1-a", U"2-b",
+                                                       U"3-c", U"4-d", U"5-e", U"6-f" } ) );
     EXPECT_TRUE( logged.empty() );
 }
 TEST_F( Print, DebugNamesTheProduct )
 {
-    zu::Ref<ZU_STRING> format = zu::adopt( zuStringCreateFromAscii( "%i-%lc", -1 ) );
-    zu::Ref<ZU_STRING> plain = zu::adopt( zuStringCreateFromAscii( "100 %s", -1 ) );
-    zuDebugPrint( plain.get() );
-    expectLogged( "100 %s" );
-    zuDebugPrintCstr( "abc", 2 );
-    expectLogged( "ab" );
-    zuDebugPrintWcstr( u"\u20ACbc", 2 );
-    expectLogged( "\xE2\x82\xAC"
-                  "b" );
-    zuDebugPrintFormat( format.get(), (ZU_INT)1, "a" );
-    expectLogged( "1-a" );
-    withCursor<zuDebugPrintFormatArgList>( format.get(), (ZU_INT)2, "b" );
-    expectLogged( "2-b" );
-    zuDebugPrintFormatCstr( "%i-%lcx", 6, (ZU_INT)3, "c" );
-    expectLogged( "3-c" );
-    withTextCursor<zuDebugPrintFormatCstrArgList>( "%i-%lcx", 6, (ZU_INT)4, "d" );
-    expectLogged( "4-d" );
-    zuDebugPrintFormatWcstr( u"%i-%lcx", 6, (ZU_INT)5, "e" );
-    expectLogged( "5-e" );
-    withTextCursor<zuDebugPrintFormatWcstrArgList>( u"%i-%lcx", 6, (ZU_INT)6, "f" );
-    expectLogged( "6-f" );
+    printEveryForm( FORMS_OF( zuDebugPrint ) );
+    std::vector<std::string> expected = { "100 %s\xE2\x82\xAC\n",
+                                          "ab",
+                                          "",
+                                          "\xE2\x82\xAC"
+                                          "b",
+                                          "1-a",
+                                          "2-b",
+                                          "3-c",
+                                          "4-d",
+                                          "5-e",
+                                          "6-f" };
+    for ( std::string &text : expected ) {
+        text.insert( 0, std::string( zu___RuntimeVersionProductNameCstr() ) + ": " );
+    }
+    EXPECT_EQ( logged, expected );
     EXPECT_TRUE( printed.empty() );
 }
 TEST_F( Print, LinesAndStackTraces )
@@ -148,8 +141,7 @@ TEST_F( Print, LinesAndStackTraces )
     zuPrintLines( lines.get() );
     EXPECT_EQ( printed, ( std::vector<std::u32string>{ U"100 %s\n", U"7" } ) );
     zuDebugPrintLines( lines.get() );
-    ASSERT_EQ( logged.size(), 2u );
-    EXPECT_NE( logged[ 1 ].find( ": 7" ), std::string::npos );
+    EXPECT_EQ( logged.size(), 2u );
     logged.clear();
 
     for ( void ( *printStackTrace )() : { zuPrintStackTrace, zuDebugPrintStackTrace } ) {
@@ -168,17 +160,11 @@ TEST_F( Print, CallsComeOneAtATime )
     // The print function of this suite is not safe for threads: what it has lost or torn shows in the count.
     static constexpr int THREADS = 4;
     static constexpr int LINES = 2000;
-    std::vector<std::thread> threads;
-    for ( int thread = 0; thread < THREADS; thread++ ) {
-        threads.emplace_back( [] {
-            for ( int line = 0; line < LINES; line++ ) {
-                zuRuntimePrint( (const ZU_CHAR *)U"line", 4 );
-            }
-        } );
-    }
-    for ( std::thread &thread : threads ) {
-        thread.join();
-    }
+    runThreads( THREADS, []( int ) {
+        for ( int line = 0; line < LINES; line++ ) {
+            zuRuntimePrint( (const ZU_CHAR *)U"line", 4 );
+        }
+    } );
     EXPECT_EQ( printed, std::vector<std::u32string>( (size_t)THREADS * LINES, U"line" ) );
 }
 TEST_F( Print, NowhereWithoutAPrintFunction )

@@ -63,11 +63,6 @@ class Info(unittest.TestCase):
         self.assertIn("[zu___RuntimePlatformLoadModule()] dlopen(): null", errors)
         self.assertTrue(errors.endswith("zu info: cannot load the modules: nowhere\n"), errors)
 
-    def test_failed_check_speaks_for_itself(self):
-        status, _, errors = run("--load", "No-Module")
-        self.assertEqual(status, -6)
-        self.assertIn("    Expression: zuModuleNameOk( moduleName )\n", errors)
-
     def test_wrong_use(self):
         self.assertEqual(run("operand")[0], 2)
         self.assertEqual(run("--unknown")[0], 2)
