@@ -49,20 +49,21 @@ TEST( Region, LetsReadersShare )
 static void expectNoStarving( bool exclusiveCrowd )
 {
     zu::Ref<ZU_REGION> region = zu::adopt( zuRegionCreate() );
-    std::atomic<bool> done{ false };
+    std::atomic<int> rounds{ 50 };
+    std::atomic<int> crowd{ 0 }; // inside
     runThreads( 3, [ & ]( int self ) {
-        if ( self == 0 ) {
-            for ( int i = 0; i < 200; i++ ) {
+        while ( rounds > 0 ) {
+            if ( self > 0 ) {
+                zuRegionEnter( region.get(), exclusiveCrowd );
+                crowd++;
+                std::this_thread::yield(); // lets the other one come before this one leaves
+                crowd--;
+                zuRegionLeave( region.get() );
+            } else if ( crowd > 0 ) {
                 zuRegionEnter( region.get(), !exclusiveCrowd );
+                rounds--;
                 zuRegionLeave( region.get() );
             }
-            done = true;
-            return;
-        }
-        while ( !done ) {
-            zuRegionEnter( region.get(), exclusiveCrowd );
-            std::this_thread::yield(); // lets the other one come before this one leaves
-            zuRegionLeave( region.get() );
         }
     } );
 }

@@ -3,6 +3,7 @@
 #include "zu/zu.h"
 
 #include <array>
+#include <atomic>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -65,9 +66,17 @@ void expectAbort( const char *expression, const std::function< void() > &stateme
 
 void runThreads( int count, const std::function<void( int )> &body )
 {
+    // A thread is made in more time than many a test takes: without the gate one would be through before the next begins.
+    std::atomic<int> waiting{ count };
     std::vector<std::thread> threads;
     for ( int i = 0; i < count; i++ ) {
-        threads.emplace_back( body, i );
+        threads.emplace_back( [ &, i ] {
+            waiting--;
+            while ( waiting > 0 ) {
+                std::this_thread::yield();
+            }
+            body( i );
+        } );
     }
     for ( std::thread &thread : threads ) {
         thread.join();

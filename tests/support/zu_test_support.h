@@ -10,7 +10,7 @@
 // where one is given; null stands for a failed check that has none.
 void expectAbort( const char *expression, const std::function< void() > &statement, const char *message = nullptr );
 
-// Runs `body` in `count` threads at a time, which tell themselves apart by 0 to count - 1, and waits for them all.
+// Runs `body` in `count` threads that begin together and tell themselves apart by 0 to count - 1; waits for them all.
 void runThreads( int count, const std::function<void( int )> &body );
 
 // Runs a program and returns its standard output; a failure to run it, or its failing, fails the test.
