@@ -9,6 +9,10 @@ static void stringNormalize( ZU_STRING **zus, ZU_UNICODE_NORMAL_FORM form )
     ZU_ASSERT( zus );
     ZU_ASSERT( *zus );
     ZU_INT length = ( *zus )->length;
+    if ( length == 0 ) {
+        zuStringClear( zus ); // becomes the shared empty string, as the result of normalizing anything empty
+        return;
+    }
     if ( zu___UnicodeNormalizerSettledLength( form, zuStringBacking( *zus ), length ) == length ) {
         return;
     }

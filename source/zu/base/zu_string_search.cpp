@@ -1,5 +1,5 @@
-// Positions are passed over several at a time where neither the first nor the last code point of what is looked for
-// stands where it should: nearly all of them, in most texts.
+// Positions are looked at several at a time for the first and the last code point of what is looked for; nearly all have
+// neither where it should be, in most texts, and only for the others is all of it compared.
 
 #include "zu/base/zu_string_search.h"
 
@@ -9,7 +9,7 @@
 #include <cstring>
 
 typedef uint32_t CHARS_VECTOR __attribute__( ( vector_size( 16 ) ) );
-static constexpr ZU_INT STEP = 16; // positions passed over at a time
+static constexpr ZU_INT STEP = 16; // positions looked at together
 
 static inline CHARS_VECTOR charsLoad( const ZU_CHAR *chs )
 {
@@ -17,55 +17,65 @@ static inline CHARS_VECTOR charsLoad( const ZU_CHAR *chs )
     memcpy( &vector, chs, sizeof vector );
     return vector;
 }
-// Tells whether an occurrence may begin at one of the STEP positions from `at` on; the last code point of it is `reach`
-// positions on from its first.
-static inline bool mayBeginWithin( const ZU_CHAR *at, ZU_CHAR first, ZU_INT reach, ZU_CHAR last )
+// Returns a bit for each of the STEP positions from `at` on where an occurrence may begin; the last code point of it is
+// `reach` positions on from its first.
+static inline uint32_t beginsFind( const ZU_CHAR *at, ZU_CHAR first, ZU_INT reach, ZU_CHAR last )
 {
-    CHARS_VECTOR hits = {};
-    for ( ZU_INT i = 0; i < STEP; i += 4 ) {
+    auto four = [ & ]( ZU_INT i ) {
         CHARS_VECTOR begins = (CHARS_VECTOR)( charsLoad( at + i ) == first );
-        hits |= reach == 0 ? begins : begins & (CHARS_VECTOR)( charsLoad( at + reach + i ) == last );
-    }
+        return reach == 0 ? begins : begins & (CHARS_VECTOR)( charsLoad( at + i + reach ) == last );
+    };
+    constexpr CHARS_VECTOR BITS = { 1, 2, 4, 8 };
+    CHARS_VECTOR begins =
+        ( four( 0 ) & BITS ) | ( four( 4 ) & BITS << 4 ) | ( four( 8 ) & BITS << 8 ) | ( four( 12 ) & BITS << 12 );
     uint64_t halves[ 2 ];
-    memcpy( halves, &hits, sizeof hits );
-    return ( halves[ 0 ] | halves[ 1 ] ) != 0;
+    memcpy( halves, &begins, sizeof begins );
+    uint64_t both = halves[ 0 ] | halves[ 1 ];
+    return (uint32_t)( both | both >> 32 );
 }
 static inline bool beginsAt( const ZU_CHAR *at, const ZU_CHAR *sub, ZU_INT subLength )
 {
-    return *at == *sub && memcmp( at, sub, (size_t)subLength * sizeof( ZU_CHAR ) ) == 0;
+    return *at == *sub && ( subLength == 1 || memcmp( at, sub, (size_t)subLength * sizeof( ZU_CHAR ) ) == 0 );
 }
 
 // Both look at the positions from `from` to `to`, where the last one has `subLength` code points of the text behind it.
-static ZU_INT charsFind( const ZU_CHAR *text, ZU_INT from, ZU_INT to, const ZU_CHAR *sub, ZU_INT subLength )
+// A single code point gets a loop of its own.
+[[gnu::always_inline]] static inline ZU_INT charsFind( const ZU_CHAR *text, ZU_INT from, ZU_INT to, const ZU_CHAR *sub,
+                                                       ZU_INT subLength )
 {
-    ZU_CHAR first = sub[ 0 ];
-    ZU_CHAR last = sub[ subLength - 1 ];
-    while ( from <= to ) {
-        if ( to - from >= STEP - 1 && !mayBeginWithin( text + from, first, subLength - 1, last ) ) {
-            from += STEP;
-            continue;
-        }
-        for ( ZU_INT end = std::min( from + STEP - 1, to ); from <= end; from++ ) {
-            if ( beginsAt( text + from, sub, subLength ) ) {
-                return from;
+    for ( ; to - from >= STEP - 1; from += STEP ) {
+        uint32_t begins = beginsFind( text + from, sub[ 0 ], subLength - 1, sub[ subLength - 1 ] );
+        for ( ; begins; begins &= begins - 1 ) {
+            ZU_INT at = from + __builtin_ctz( begins );
+            if ( beginsAt( text + at, sub, subLength ) ) {
+                return at;
             }
+        }
+    }
+    for ( ; from <= to; from++ ) {
+        if ( beginsAt( text + from, sub, subLength ) ) {
+            return from;
         }
     }
     return -1;
 }
-static ZU_INT charsFindFromRight( const ZU_CHAR *text, ZU_INT from, ZU_INT to, const ZU_CHAR *sub, ZU_INT subLength )
+[[gnu::always_inline]] static inline ZU_INT charsFindFromRight( const ZU_CHAR *text, ZU_INT from, ZU_INT to,
+                                                                const ZU_CHAR *sub, ZU_INT subLength )
 {
-    ZU_CHAR first = sub[ 0 ];
-    ZU_CHAR last = sub[ subLength - 1 ];
-    while ( from <= to ) {
-        if ( to - from >= STEP - 1 && !mayBeginWithin( text + to - STEP + 1, first, subLength - 1, last ) ) {
-            to -= STEP;
-            continue;
-        }
-        for ( ZU_INT end = std::max( to - STEP + 1, from ); to >= end; to-- ) {
-            if ( beginsAt( text + to, sub, subLength ) ) {
-                return to;
+    for ( ; to - from >= STEP - 1; to -= STEP ) {
+        uint32_t begins = beginsFind( text + to - STEP + 1, sub[ 0 ], subLength - 1, sub[ subLength - 1 ] );
+        while ( begins ) {
+            int highest = 31 - __builtin_clz( begins );
+            ZU_INT at = to - STEP + 1 + highest;
+            if ( beginsAt( text + at, sub, subLength ) ) {
+                return at;
             }
+            begins ^= 1U << highest;
+        }
+    }
+    for ( ; from <= to; to-- ) {
+        if ( beginsAt( text + to, sub, subLength ) ) {
+            return to;
         }
     }
     return -1;
@@ -87,7 +97,9 @@ ZU_INT zuStringFindChars( ZU_STRING *zus, ZU_INT offset, const ZU_CHAR *sub, ZU_
     ZU_ASSERT( offset <= zus->length );
     ZU_ASSERT( sub );
     ZU_ASSERT( subLength > 0 );
-    return charsFind( zus->chars + zus->fspace, offset, zus->length - subLength, sub, subLength );
+    const ZU_CHAR *text = zus->chars + zus->fspace;
+    return subLength == 1 ? charsFind( text, offset, zus->length - 1, sub, 1 )
+                          : charsFind( text, offset, zus->length - subLength, sub, subLength );
 }
 ZU_INT zuStringFind( ZU_STRING *zus, ZU_INT offset, ZU_STRING *sub )
 {
@@ -129,7 +141,9 @@ ZU_INT zuStringFindCharsFromRight( ZU_STRING *zus, ZU_INT offset, const ZU_CHAR 
     ZU_ASSERT( subLength > 0 );
     ZU_INT last = zus->length - subLength;
     ZU_INT start = offset == -1 ? last : std::min( offset, last );
-    return charsFindFromRight( zus->chars + zus->fspace, 0, start, sub, subLength );
+    const ZU_CHAR *text = zus->chars + zus->fspace;
+    return subLength == 1 ? charsFindFromRight( text, 0, start, sub, 1 )
+                          : charsFindFromRight( text, 0, start, sub, subLength );
 }
 ZU_INT zuStringFindFromRight( ZU_STRING *zus, ZU_INT offset, ZU_STRING *sub )
 {

@@ -3,12 +3,16 @@
 #include "zu/base/zu_string_internal.h"
 #include "zu/base/zu_string_search.h"
 #include "zu/base/zu_string_trim_internal.h"
+#include "zu/sys/zu_mem.h"
 
 // Appends the code points of `zus` from `begin` to `end` as a part.
 static void partsAppend( ZU_VECTOR **parts, ZU_STRING *zus, ZU_INT begin, ZU_INT end )
 {
-    ZU_OBJ *part = zuStringObj( zuStringCreateFromInner( zus, begin, end - begin ) );
-    zu___VectorPushNoRetain( parts, &part, 1 );
+    ZU_STRING *part = zu___StringCreateEmpty();
+    ZU_CHAR *text = zu___StringMakeRoom( part, 0, end - begin );
+    zuMemCopyN( text, zuStringBacking( zus ) + begin, end - begin, sizeof( ZU_CHAR ) );
+    ZU_OBJ *obj = zuStringObj( part );
+    zu___VectorPushNoRetain( parts, &obj, 1 );
 }
 
 // At a separator; the other forms make a string of theirs.
@@ -16,7 +20,7 @@ static ZU_VECTOR *stringSplit( ZU_STRING *zus, const ZU_CHAR *sep, ZU_INT sepLen
 {
     ZU_VECTOR *parts = zuVectorCreate();
     ZU_INT pos = 0;
-    for ( ZU_INT left = maxParts; left != 1 && pos<zus->length; left -= left> 0 ) {
+    while ( pos < zus->length && zuVectorLength( parts ) != maxParts - 1 ) {
         ZU_INT found = zuStringFindChars( zus, pos, sep, sepLength );
         if ( found == -1 ) {
             break;
@@ -75,8 +79,9 @@ ZU_VECTOR *zuStringSplitWhitespace( ZU_STRING *zus, ZU_INT maxParts )
     ZU_VECTOR *parts = zuVectorCreate();
     ZU_INT word = -1; // where the current word begins; -1: there is none
     for ( ZU_INT pos = begin; pos < end; pos++ ) {
-        bool divides = maxParts == -1 || zuVectorLength( parts ) < maxParts - 1;
-        if ( !divides || !zu___StringIsBlankChar( text[ pos ] ) ) {
+        bool ends =
+            zu___StringIsBlankChar( text[ pos ] ) && ( maxParts == -1 || zuVectorLength( parts ) < maxParts - 1 );
+        if ( !ends ) {
             word = word == -1 ? pos : word;
         } else if ( word != -1 ) {
             partsAppend( &parts, zus, word, pos );
