@@ -455,6 +455,7 @@ static STORE makeChain( int depth, ZU_INT value )
 static void *mergeDeepStores( void * )
 {
     STORE store = makeChain( 10000, 1 );
+    EXPECT_TRUE( zuStoreEquals( store.get(), makeChain( 10000, 1 ).get() ) );
     zuStoreMerge( store.inOut(), makeChain( 20000, 2 ).get() );
     ZU_INT both = 0;
     ZU_INT levels = 0;
@@ -467,7 +468,7 @@ static void *mergeDeepStores( void * )
     EXPECT_EQ( both, 10000 );
     return nullptr;
 }
-TEST( Store, MergesDeepStoresOnASmallStack )
+TEST( Store, TakesDeepStoresOnASmallStack )
 {
     pthread_attr_t attributes;
     pthread_attr_init( &attributes );

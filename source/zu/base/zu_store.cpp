@@ -294,18 +294,61 @@ static void storeFree( ZU_OBJ *thisObj )
     ZU_REF_RELEASE( store->stores );
     ZU_REF_POISON( store->stores );
 }
+
+// Two stores at one address of two trees, on the way through both.  Stores from outside nest as deep as they like, so the
+// way back is on the heap rather than on the stack.
+struct STORE_WALK {
+    STORE_WALK *parent; // null at the roots
+    ZU_STORE *own;
+    ZU_STORE *other;
+    ZU_INT idx; // the sub-store of `own` that comes next
+};
+static STORE_WALK *storeEnter( STORE_WALK *parent, ZU_STORE *own, ZU_STORE *other )
+{
+    STORE_WALK *walk = (STORE_WALK *)zuMemAlloc( sizeof( STORE_WALK ) );
+    *walk = { parent, own, other, 0 };
+    return walk;
+}
+static STORE_WALK *storeLeave( STORE_WALK *walk )
+{
+    STORE_WALK *parent = walk->parent;
+    zuMemFree( walk );
+    return parent;
+}
+
+// Orders two stores by all but their sub-stores.
+static ZU_INT storeCompareNodes( ZU_STORE *storeA, ZU_STORE *storeB )
+{
+    ZU_INT order = zuDictCompare( storeA->addresses, storeB->addresses );
+    return order != 0 ? order : zuDictCompare( storeA->values, storeB->values );
+}
 static ZU_INT storeCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
 {
     ZU_STORE *storeA = zuStoreFrom( thisObj );
     ZU_STORE *storeB = zuStoreFrom( thatObj );
     ZU_ASSERT( storeA );
     ZU_ASSERT( storeB );
-    ZU_INT order = zuDictCompare( storeA->addresses, storeB->addresses );
-    if ( order == 0 ) {
-        order = zuDictCompare( storeA->values, storeB->values );
+    ZU_INT order = storeCompareNodes( storeA, storeB );
+    STORE_WALK *walk = storeEnter( nullptr, storeA, storeB );
+    while ( walk && order == 0 ) {
+        ZU_DICT *storesA = walk->own->stores;
+        ZU_DICT *storesB = walk->other->stores;
+        if ( storesA == storesB || walk->idx == storesA->length || walk->idx == storesB->length ) {
+            order = ( storesA->length > storesB->length ) - ( storesA->length < storesB->length );
+            walk = storeLeave( walk );
+            continue;
+        }
+        ZU___DICT_PAIR pairA = storesA->items[ walk->idx ];
+        ZU___DICT_PAIR pairB = storesB->items[ walk->idx ];
+        walk->idx++;
+        order = zuObjCompare( pairA.key, pairB.key );
+        if ( order == 0 && pairA.val != pairB.val ) {
+            walk = storeEnter( walk, zuStoreFrom( pairA.val ), zuStoreFrom( pairB.val ) );
+            order = storeCompareNodes( walk->own, walk->other );
+        }
     }
-    if ( order == 0 ) {
-        order = zuDictCompare( storeA->stores, storeB->stores );
+    while ( walk ) {
+        walk = storeLeave( walk );
     }
     return order;
 }
@@ -345,23 +388,17 @@ ZU_STRING *zuStoreAddressAt( ZU_STORE *store, ZU_INT idx )
     return zuStringFrom( zuDictKeyAt( store->addresses, idx ) );
 }
 
-// Merging.  Stores from outside nest as deep as they like, so the nodes that are being merged are chained on the heap
-// rather than on the stack.
-struct STORE_MERGE {
-    STORE_MERGE *parent; // merges the node that holds this one; null at the root
-    ZU_STORE *own;       // private; held by this structure, or by the caller at the root
-    ZU_STORE *other;
-    ZU_INT idx; // the sub-store of `own` that comes next, or is being merged
-};
-static STORE_MERGE storeBeginMerge( STORE_MERGE *parent, ZU_STORE *own, ZU_STORE *other )
+// Merging.  `own` is private, and held by its walk or, at the root, by the caller; `idx` stays at a sub-store while that is
+// being merged.
+static STORE_WALK *storeBeginMerge( STORE_WALK *parent, ZU_STORE *own, ZU_STORE *other )
 {
     zuDictInclude( &own->addresses, other->addresses, ZU_FALSE );
     zuDictInclude( &own->values, other->values, ZU_FALSE );
-    return { parent, own, other, 0 };
+    return storeEnter( parent, own, other );
 }
 // Moves on to the next sub-store that is to be merged with one of `other` at its address.  Takes it out of its node, so
 // that it is copied only if anybody else holds it, and returns the one of `other`; null if there are no more.
-static ZU_STORE *storeTakeNextMerged( STORE_MERGE *merge, ZU_STORE **taken )
+static ZU_STORE *storeTakeNextMerged( STORE_WALK *merge, ZU_STORE **taken )
 {
     for ( ; merge->idx < zuDictLength( merge->own->stores ); merge->idx++ ) {
         ZU___DICT_PAIR pair = merge->own->stores->items[ merge->idx ];
@@ -376,6 +413,16 @@ static ZU_STORE *storeTakeNextMerged( STORE_MERGE *merge, ZU_STORE **taken )
     }
     return nullptr;
 }
+// Ends the merge of a node, sets it back into the one above, and returns that one's merge.
+static STORE_WALK *storeEndMerge( STORE_WALK *merge )
+{
+    zuDictInclude( &merge->own->stores, merge->other->stores, ZU_FALSE );
+    if ( merge->parent ) {
+        zuDictSetValueAt( &merge->parent->own->stores, merge->parent->idx++, zuStoreObj( merge->own ) );
+        ZU_REF_RELEASE( merge->own );
+    }
+    return storeLeave( merge );
+}
 void zuStoreMerge( ZU_STORE **store, ZU_STORE *other )
 {
     ZU_ASSERT( store );
@@ -384,25 +431,11 @@ void zuStoreMerge( ZU_STORE **store, ZU_STORE *other )
     // Merged with itself, a store is held over the change.
     ZU_STORE *held = other == *store ? zuStoreRetain( other ) : nullptr;
     storeUnshare( store );
-    STORE_MERGE root = storeBeginMerge( nullptr, *store, other );
-    for ( STORE_MERGE *merge = &root; merge; ) {
+    STORE_WALK *merge = storeBeginMerge( nullptr, *store, other );
+    while ( merge ) {
         ZU_STORE *taken;
         ZU_STORE *takenOther = storeTakeNextMerged( merge, &taken );
-        if ( takenOther ) {
-            STORE_MERGE *child = (STORE_MERGE *)zuMemAlloc( sizeof( STORE_MERGE ) );
-            *child = storeBeginMerge( merge, taken, takenOther );
-            merge = child;
-        } else {
-            zuDictInclude( &merge->own->stores, merge->other->stores, ZU_FALSE );
-            STORE_MERGE *parent = merge->parent;
-            if ( parent ) {
-                zuDictSetValueAt( &parent->own->stores, parent->idx, zuStoreObj( merge->own ) );
-                parent->idx++;
-                ZU_REF_RELEASE( merge->own );
-                zuMemFree( merge );
-            }
-            merge = parent;
-        }
+        merge = takenOther ? storeBeginMerge( merge, taken, takenOther ) : storeEndMerge( merge );
     }
     ZU_REF_RELEASE_OPT( held );
 }
