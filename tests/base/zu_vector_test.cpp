@@ -1,63 +1,82 @@
-#include "zu/base/zu_vector.h"
-
-#include "zu/base/zu_boxed_int.h"
-#include "zu/base/zu_boxed_null.h"
-#include "zu/base/zu_boxed_unique.h"
-#include "zu/base/zu_string_format.h"
 #include "zu/base/zu_vector_internal.h"
-#include "zu/sys/zu_mem.h"
+
+#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <map>
 #include <random>
-#include <set>
-#include <thread>
 #include <vector>
+
+using VECTOR = zu::Ref<ZU_VECTOR>;
 
 static std::string textOf( ZU_VECTOR *vec )
 {
-    ZU_STRING *text = zuVectorToString( vec );
-    std::string chars( zuStringBacking( text ), zuStringBacking( text ) + zuStringLength( text ) );
-    zuStringRelease( text );
-    return chars;
+    zu::Ref<ZU_STRING> text = zu::adopt( zuVectorToString( vec ) );
+    return std::string( zuStringBacking( text.get() ), zuStringBacking( text.get() ) + zuStringLength( text.get() ) );
 }
-// The vector of the integers from 0 to `count` - 1, in an object of its own.
-static ZU_VECTOR *makeNumbers( ZU_INT count )
+// The vector of the integers from 0 to `count` - 1.
+static VECTOR numbers( ZU_INT count )
 {
-    ZU_VECTOR *vec = zuVectorCreate();
+    VECTOR vec = zu::adopt( zuVectorCreate() );
     for ( ZU_INT i = 0; i < count; i++ ) {
-        zuVectorAppendInt( &vec, i );
+        zuVectorAppendInt( vec.inOut(), i );
     }
     return vec;
 }
 
-namespace {
-
-// What a vector is to hold and how its storage is to be laid out.
-struct MODEL {
+// What a vector is to hold, and how its storage is to be laid out.
+struct VECTOR_MODEL {
     std::vector<ZU_OBJ *> items;
     ZU_INT fspace = 32;
     ZU_INT bspace = 32;
     bool heap = false;
+    bool isEmptyVector = true; // the shared one
+    bool shared = true;        // before an operation
+    bool exchanged = false;    // by an operation, for another object
 
     ZU_INT length() const
     {
         return (ZU_INT)items.size();
-    }
-    ZU_INT capacity() const
-    {
-        return fspace + length() + bspace;
     }
     void lay( ZU_INT newFspace, ZU_INT newBspace )
     {
         fspace = newFspace;
         bspace = newBspace;
     }
+    void become( const std::vector<ZU_OBJ *> &all )
+    {
+        *this = VECTOR_MODEL();
+        isEmptyVector = shared = false;
+        exchanged = true;
+        insert( 0, all );
+    }
+    void unshare()
+    {
+        if ( shared ) {
+            become( std::vector<ZU_OBJ *>( items ) );
+        }
+    }
+    void clear()
+    {
+        bool wasEmptyVector = isEmptyVector;
+        *this = VECTOR_MODEL();
+        exchanged = !wasEmptyVector;
+    }
     void insert( ZU_INT at, const std::vector<ZU_OBJ *> &added )
     {
         ZU_INT count = (ZU_INT)added.size();
+        if ( count == 0 ) {
+            return;
+        }
+        if ( shared ) {
+            std::vector<ZU_OBJ *> all = items;
+            all.insert( all.begin() + at, added.begin(), added.end() );
+            become( all ); // in one step
+            return;
+        }
         ZU_INT all = fspace + bspace;
         bool front = at == 0;
         bool end = !front && at == length();
@@ -71,6 +90,21 @@ struct MODEL {
         }
         items.insert( items.begin() + at, added.begin(), added.end() );
     }
+    void set( ZU_INT idx, ZU_OBJ *item )
+    {
+        if ( idx == -1 || idx == length() ) {
+            insert( std::max<ZU_INT>( idx, 0 ), { item } );
+        } else {
+            unshare();
+            items[ (size_t)idx ] = item;
+        }
+    }
+    void take( ZU_INT offset, ZU_INT count )
+    {
+        unshare();
+        items.erase( items.begin() + offset, items.begin() + offset + count );
+        ( offset == 0 && count > 0 ? fspace : bspace ) += count;
+    }
     void compact()
     {
         if ( items.empty() ) {
@@ -80,298 +114,193 @@ struct MODEL {
             heap ? lay( 32, 32 ) : lay( 0, 64 - length() );
         }
     }
-    void erase( ZU_INT offset, ZU_INT count )
+    void del( ZU_INT offset, ZU_INT count )
     {
-        items.erase( items.begin() + offset, items.begin() + offset + count );
-        ( offset == 0 ? fspace : bspace ) += count;
-        compact();
+        if ( count == length() && count > 0 ) {
+            clear();
+        } else if ( count > 0 ) {
+            take( offset, count );
+            compact();
+        }
     }
     void keep( ZU_INT offset, ZU_INT count )
     {
-        fspace += offset;
-        bspace += length() - offset - count;
-        items = std::vector<ZU_OBJ *>( items.begin() + offset, items.begin() + offset + count );
-        compact();
-    }
-    // The layout of a private copy with a gap, which is opened in one step.
-    static MODEL copyOf( const std::vector<ZU_OBJ *> &items )
-    {
-        MODEL copy;
-        if ( !items.empty() ) {
-            copy.insert( 0, items );
+        if ( count == 0 && length() > 0 ) {
+            clear();
+        } else if ( count < length() ) {
+            take( offset + count, length() - offset - count );
+            take( 0, offset );
+            compact();
         }
-        return copy;
     }
 };
 
-// A few variables that hold vectors, some of them the same one, and the models of the vectors.
-class Machine {
-public:
-    explicit Machine( unsigned seed ) : random( seed )
-    {
-        for ( ZU_INT i = 0; i < (ZU_INT)pool.size(); i++ ) {
-            pool[ i ] = zuBoxedIntObj( zuBoxedIntCreate( i / 2 ) ); // pairs are equal, and not the same
-        }
-        for ( ZU_VECTOR *&holder : holders ) {
-            holder = zuVectorCreate();
-        }
-        models[ holders[ 0 ] ] = MODEL();
-    }
-    ~Machine()
-    {
-        for ( ZU_VECTOR *holder : holders ) {
-            zuVectorRelease( holder );
-        }
-        for ( ZU_OBJ *obj : pool ) {
-            EXPECT_EQ( ZU_REF_RETAIN_COUNT( obj ), 1u );
-            zuObjRelease( obj );
-        }
-    }
-    Machine( const Machine & ) = delete;
-    Machine &operator=( const Machine & ) = delete;
+// Operations on a few variables, some of which hold the same vector, and on their models.
+class VectorModel : public testing::TestWithParam<unsigned> {
+protected:
+    struct HOLDER {
+        VECTOR vec = zu::adopt( zuVectorCreate() );
+        VECTOR_MODEL model;
+    };
+    std::mt19937 random{ GetParam() };
+    std::array<zu::Ref<ZU_OBJ>, 8> pool;
+    std::array<HOLDER, 3> holders;
+    bool growing = true;
 
-    void step()
+    VectorModel()
     {
-        ZU_VECTOR *&holder = holders[ number( 0, 2 ) ];
-        MODEL before = models[ holder ];
-        ZU_VECTOR *old = holder;
-        if ( number( 0, 9 ) == 0 ) {
-            ZU_VECTOR *other = zuVectorRetain( holders[ number( 0, 2 ) ] );
-            zuVectorRelease( holder );
-            holder = other;
-            forgetUnless( old );
-            return;
-        }
-        bool shared = ZU_REF_RETAIN_COUNT( holder ) > 1;
-        result = before;
-        copied = shared;
-        unchanged = false;
-        becomesEmpty = false;
-        grown = number( 0, 199 ) == 0 ? !grown : grown;
-        grown ? insert( holder, shared ) : remove( holder, shared );
-        if ( unchanged ) {
-            EXPECT_EQ( holder, old ) << "nothing changed, but the object";
-        } else if ( becomesEmpty ) {
-            ZU_VECTOR *empty = zuVectorCreate();
-            EXPECT_EQ( holder, empty );
-            zuVectorRelease( empty );
-            result = MODEL();
-        } else {
-            EXPECT_EQ( holder != old, copied );
-        }
-        models[ holder ] = result;
-        forgetUnless( old );
-    }
-    void check()
-    {
-        std::map<ZU_OBJ *, uint32_t> counts;
-        std::set<ZU_VECTOR *> distinct( holders.begin(), holders.end() );
-        for ( ZU_VECTOR *vec : distinct ) {
-            const MODEL &model = models.at( vec );
-            ASSERT_EQ( zuVectorLength( vec ), model.length() );
-            ASSERT_EQ( vec->fspace, model.fspace );
-            ASSERT_EQ( vec->bspace, model.bspace );
-            ASSERT_EQ( vec->items != vec->inlineItems, model.heap );
-            ASSERT_EQ( zu___ObjDbgAllocationSize( zuVectorObj( vec ) ), model.heap ? model.capacity() * 8 : 0 );
-            ASSERT_TRUE( std::equal( model.items.begin(), model.items.end(), zuVectorBacking( vec ) ) );
-            for ( ZU_OBJ *item : model.items ) {
-                counts[ item ]++;
-            }
-        }
-        for ( ZU_OBJ *obj : pool ) {
-            ASSERT_EQ( ZU_REF_RETAIN_COUNT( obj ), counts[ obj ] + 1 );
+        for ( zu::Ref<ZU_OBJ> &obj : pool ) {
+            obj = zu::adopt( zuBoxedUniqueObj( zuBoxedUniqueCreate() ) );
         }
     }
-
-private:
-    ZU_INT number( ZU_INT least, ZU_INT most )
+    ZU_INT between( ZU_INT least, ZU_INT most )
     {
         return std::uniform_int_distribution<ZU_INT>( least, most )( random );
     }
     ZU_OBJ *object()
     {
-        return pool[ number( 0, (ZU_INT)pool.size() - 1 ) ];
+        return pool[ (size_t)between( 0, 7 ) ].get();
     }
-    void forgetUnless( ZU_VECTOR *vec )
+    // Mostly few, so that the steps in which free space runs out one by one are seen, and seldom many.
+    ZU_INT some( ZU_INT most )
     {
-        if ( std::find( holders.begin(), holders.end(), vec ) == holders.end() ) {
-            models.erase( vec );
-        }
+        return std::min( most, between( 0, between( 0, 9 ) == 0 ? 200 : 7 ) );
     }
-    // The model's side of an insertion.
-    void inserted( ZU_INT at, const std::vector<ZU_OBJ *> &added )
+    // Mostly at an end
+    ZU_INT place( ZU_INT last )
     {
-        unchanged = added.empty();
-        if ( unchanged ) {
-            return;
-        }
-        if ( copied ) {
-            result.items.insert( result.items.begin() + at, added.begin(), added.end() );
-            result = MODEL::copyOf( result.items );
-        } else {
-            result.insert( at, added );
-        }
+        return between( 0, 2 ) == 0 ? between( 0, last ) : between( 0, 1 ) * last;
     }
-    void insert( ZU_VECTOR *&holder, bool shared )
+    void insert( HOLDER &holder, const HOLDER &other )
     {
-        ZU_INT length = result.length();
-        ZU_INT at = number( 0, 2 ) == 0 ? number( 0, length ) : number( 0, 1 ) * length;
+        ZU_VECTOR **vec = holder.vec.inOut();
+        VECTOR_MODEL &model = holder.model;
+        ZU_VECTOR *src = other.vec.get();
+        std::vector<ZU_OBJ *> from = other.model.items;
+        ZU_INT at = place( model.length() );
+        ZU_INT count = some( (ZU_INT)from.size() );
+        ZU_INT offset = place( (ZU_INT)from.size() - count );
         ZU_OBJ *obj = object();
-        ZU_VECTOR *src = holders[ number( 0, 2 ) ];
-        const std::vector<ZU_OBJ *> from = models[ src ].items;
-        // Mostly few, so that the steps in which free space runs out one by one are seen, and seldom many.
-        ZU_INT count = std::min( (ZU_INT)from.size(), number( 0, number( 0, 9 ) == 0 ? 200 : 9 ) );
-        ZU_INT offset = number( 0, (ZU_INT)from.size() - count );
-        std::vector<ZU_OBJ *> range( from.begin() + offset, from.begin() + offset + count );
-        if ( length > 600 ) {
-            grown = false;
-        }
-        switch ( number( 0, 9 ) ) {
+        switch ( between( 0, 9 ) ) {
         case 0:
-            copied |= src == holder;
-            zuVectorInsertInner( &holder, at, src, offset, count );
-            inserted( at, range );
+            model.shared |= src == *vec;
+            model.insert( at, { from.begin() + offset, from.begin() + offset + count } );
+            zuVectorInsertInner( vec, at, src, offset, count );
             break;
-        case 1: {
-            if ( from.size() > 40 ) {
-                unchanged = true;
-                break;
-            }
-            // Two insertions, of which the first that inserts anything leaves a private vector.
-            copied |= src == holder;
-            bool anyCopied = copied;
-            zuVectorInsertOuter( &holder, at, src, offset, count );
-            inserted( at, std::vector<ZU_OBJ *>( from.begin() + offset + count, from.end() ) );
-            bool any = !unchanged;
-            copied = copied && !any;
-            inserted( at, std::vector<ZU_OBJ *>( from.begin(), from.begin() + offset ) );
-            unchanged = unchanged && !any;
-            copied = anyCopied;
+        case 1:
+            count = (ZU_INT)from.size() - count; // left out
+            offset = place( (ZU_INT)from.size() - count );
+            model.shared |= src == *vec;
+            model.insert( at, { from.begin() + offset + count, from.end() } );
+            model.insert( at, { from.begin(), from.begin() + offset } );
+            zuVectorInsertOuter( vec, at, src, offset, count );
             break;
-        }
         case 2: {
-            std::vector<ZU_OBJ *> added;
-            for ( ZU_INT i = number( 0, 70 ); i > 0; i-- ) {
-                added.push_back( object() );
-            }
-            zuVectorInsertObjs( &holder, at, added.data(), (ZU_INT)added.size() );
-            inserted( at, added );
+            std::vector<ZU_OBJ *> added( (size_t)between( 0, 70 ) );
+            std::generate( added.begin(), added.end(), [ & ] { return object(); } );
+            model.insert( at, added );
+            zuVectorInsertObjs( vec, at, added.data(), (ZU_INT)added.size() );
             break;
         }
         case 3: {
-            ZU_INT idx = number( -1, length );
-            zuVectorSetObjAt( &holder, idx, obj );
-            if ( idx == -1 || idx == length ) {
-                inserted( idx == -1 ? 0 : length, { obj } );
-            } else {
-                result = shared ? MODEL::copyOf( result.items ) : result;
-                result.items[ idx ] = obj;
-            }
+            ZU_INT idx = between( -1, model.length() );
+            model.set( idx, obj );
+            zuVectorSetObjAt( vec, idx, obj );
             break;
         }
         case 4:
-            zuVectorShift( &holder, obj );
-            inserted( 0, { obj } );
+            if ( model.length() >= 2 ) {
+                model.unshare();
+                std::reverse( model.items.begin(), model.items.end() );
+            }
+            zuVectorReverse( vec );
             break;
         case 5:
-            zuVectorInsertObj( &holder, at, obj );
-            inserted( at, { obj } );
+            model.insert( 0, { obj } );
+            zuVectorShift( vec, obj );
             break;
         case 6:
-            zuVectorReverse( &holder );
-            unchanged = length < 2;
-            if ( !unchanged ) {
-                result = shared ? MODEL::copyOf( result.items ) : result;
-                std::reverse( result.items.begin(), result.items.end() );
-            }
+            model.insert( at, { obj } );
+            zuVectorInsertObj( vec, at, obj );
             break;
         default:
-            zuVectorPush( &holder, obj );
-            inserted( length, { obj } );
+            model.insert( model.length(), { obj } );
+            zuVectorPush( vec, obj );
         }
     }
-    void remove( ZU_VECTOR *&holder, bool shared )
+    void remove( HOLDER &holder )
     {
-        ZU_INT length = result.length();
-        if ( length == 0 ) {
-            grown = true;
-            unchanged = true;
+        ZU_VECTOR **vec = holder.vec.inOut();
+        VECTOR_MODEL &model = holder.model;
+        ZU_INT count = some( model.length() );
+        ZU_INT offset = place( model.length() - count );
+        ZU_INT kind = between( 0, 7 );
+        if ( kind == 0 || model.length() == 0 ) {
+            model.del( offset, count );
+            zuVectorDelInner( vec, offset, count );
+        } else if ( kind == 1 ) {
+            offset = place( count );
+            model.keep( offset, model.length() - count );
+            zuVectorDelOuter( vec, offset, zuVectorLength( *vec ) - count );
+        } else {
+            ZU_INT idx = kind < 5 ? 0 : model.length() - 1;
+            ZU_OBJ *expected = model.items[ (size_t)idx ];
+            model.unshare();
+            model.items.erase( model.items.begin() + idx );
+            ( kind < 5 ? model.fspace : model.bspace )++;
+            model.compact();
+            EXPECT_EQ( zu::adopt( kind < 5 ? zuVectorUnshift( vec ) : zuVectorPop( vec ) ).get(), expected );
+        }
+    }
+    void step()
+    {
+        HOLDER &holder = holders[ (size_t)between( 0, 2 ) ];
+        HOLDER &other = holders[ (size_t)between( 0, 2 ) ];
+        if ( between( 0, 9 ) == 0 ) {
+            holder = HOLDER( other );
             return;
         }
-        ZU_INT count = number( 0, std::min( length, (ZU_INT)( number( 0, 9 ) == 0 ? 200 : 5 ) ) );
-        ZU_INT offset = number( 0, 1 ) == 0 ? number( 0, length - count ) : number( 0, 1 ) * ( length - count );
-        result = shared ? MODEL::copyOf( result.items ) : result;
-        MODEL before = result;
-        switch ( number( 0, 9 ) ) {
-        case 0:
-            zuVectorDelInner( &holder, offset, count );
-            unchanged = count == 0;
-            becomesEmpty = count == length;
-            result.erase( offset, count );
-            break;
-        case 1: {
-            ZU_INT kept = length - count;
-            offset = number( 0, count );
-            zuVectorDelOuter( &holder, offset, kept );
-            unchanged = count == 0;
-            becomesEmpty = kept == 0;
-            result.keep( offset, kept );
-            break;
-        }
-        case 2: {
-            ZU_INT idx = number( 0, length - 1 );
-            zuVectorDelAt( &holder, idx );
-            becomesEmpty = length == 1;
-            result.erase( idx, 1 );
-            break;
-        }
-        case 3:
-        case 4:
-        case 5: {
-            ZU_OBJ *obj = zuVectorUnshift( &holder );
-            EXPECT_EQ( obj, result.items.front() );
-            result.erase( 0, 1 );
-            zuObjRelease( obj );
-            break;
-        }
-        default: {
-            ZU_OBJ *obj = zuVectorPop( &holder );
-            EXPECT_EQ( obj, result.items.back() );
-            result.items.pop_back();
-            result.bspace++;
-            result.compact();
-            zuObjRelease( obj );
-        }
-        }
-        result = unchanged ? models[ holder ] : result;
+        ZU_VECTOR *old = holder.vec.get();
+        holder.model.shared = ZU_REF_RETAIN_COUNT( old ) > 1;
+        holder.model.exchanged = false;
+        growing = holder.model.length() < 600 && ( between( 0, 199 ) == 0 ? !growing : growing );
+        growing ? insert( holder, other ) : remove( holder );
+        EXPECT_EQ( holder.vec.get() != old, holder.model.exchanged );
     }
-
-    std::mt19937 random;
-    std::array<ZU_OBJ *, 8> pool;
-    std::array<ZU_VECTOR *, 3> holders;
-    std::map<ZU_VECTOR *, MODEL> models;
-    MODEL result;              // what the step leaves in the holder
-    bool copied = false;       // the step leaves another object
-    bool unchanged = false;    // the step changes nothing
-    bool becomesEmpty = false; // the step leaves the shared empty vector
-    bool grown = true;         // whether steps add or remove
-};
-
-} // namespace
-
-TEST( Vector, AgreesWithAModel )
-{
-    for ( unsigned seed = 1; seed <= 20; seed++ ) {
-        SCOPED_TRACE( "seed " + std::to_string( seed ) );
-        Machine machine( seed );
-        for ( int i = 0; i < 4000 && !HasFailure(); i++ ) {
-            SCOPED_TRACE( "step " + std::to_string( i ) );
-            machine.step();
-            machine.check();
+    void check()
+    {
+        std::map<ZU_VECTOR *, const VECTOR_MODEL *> distinct;
+        for ( const HOLDER &holder : holders ) {
+            distinct[ holder.vec.get() ] = &holder.model;
         }
-        ASSERT_FALSE( HasFailure() );
+        std::map<ZU_OBJ *, uint32_t> counts;
+        for ( auto [ vec, model ] : distinct ) {
+            ASSERT_EQ( std::vector( zuVectorBacking( vec ), zuVectorBacking( vec ) + zuVectorLength( vec ) ),
+                       model->items );
+            ASSERT_EQ( vec->fspace, model->fspace );
+            ASSERT_EQ( vec->bspace, model->bspace );
+            ASSERT_EQ( vec->items != vec->inlineItems, model->heap );
+            ASSERT_EQ( zu___ObjDbgAllocationSize( zuVectorObj( vec ) ),
+                       model->heap ? 8 * ( model->fspace + model->length() + model->bspace ) : 0 );
+            ASSERT_EQ( zu::adopt( zuVectorCreate() ).get() == vec, model->isEmptyVector );
+            for ( ZU_OBJ *item : model->items ) {
+                counts[ item ]++;
+            }
+        }
+        for ( const zu::Ref<ZU_OBJ> &obj : pool ) {
+            ASSERT_EQ( ZU_REF_RETAIN_COUNT( obj.get() ), counts[ obj.get() ] + 1 );
+        }
+    }
+};
+TEST_P( VectorModel, StaysLikeItsModel )
+{
+    for ( int i = 0; i < 8000 && !HasFailure(); i++ ) {
+        SCOPED_TRACE( "seed " + std::to_string( GetParam() ) + ", step " + std::to_string( i ) );
+        step();
+        check();
     }
 }
+INSTANTIATE_TEST_SUITE_P( Seeds, VectorModel, testing::Range( 1u, 11u ) );
 
 // Stacks, queues and what is both move an item a bounded number of times in the mean, although free space grows by a
 // constant.
@@ -418,69 +347,44 @@ TEST( Vector, LongOnesMoveSeldom )
     zuObjRelease( obj );
 }
 
-static void expectSpace( ZU_VECTOR *vec, ZU_INT fspace, ZU_INT bspace, ZU_INT allocated )
+TEST( Vector, AdoptsArrays )
 {
-    EXPECT_EQ( vec->fspace, fspace );
-    EXPECT_EQ( vec->bspace, bspace );
-    EXPECT_EQ( zu___ObjDbgAllocationSize( zuVectorObj( vec ) ), allocated * 8 );
-}
-TEST( Vector, Storage )
-{
-    ZU_VECTOR *vec = makeNumbers( 33 );
-    expectSpace( vec, 31, 0, 0 );
-    zuVectorAppendNull( &vec );
-    expectSpace( vec, 0, 30, 0 );
-    for ( ZU_INT i = 0; i < 31; i++ ) {
-        zuVectorAppendNull( &vec );
-    }
-    expectSpace( vec, 0, 32, 97 );
-    zuVectorDelTrailing( &vec, 64 );
-    expectSpace( vec, 0, 63, 0 );
-    zuVectorRelease( vec );
-
-    ZU_OBJ **objs = (ZU_OBJ **)zuMemAllocN( 1, sizeof( ZU_OBJ * ) );
-    objs[ 0 ] = zuBoxedNullObj( zuBoxedNullCreate() );
-    vec = zuVectorCreateFromObjsUse( objs, 1 );
-    EXPECT_EQ( zuVectorBacking( vec ), objs );
-    expectSpace( vec, 0, 0, 1 );
-    zuObjRelease( zuVectorPop( &vec ) );
-    expectSpace( vec, 0, 1, 1 );
-    zuVectorAppendNull( &vec );
-    ZU_VECTOR *empty = zuVectorCreate();
-    zuVectorDelAt( &vec, 0 );
-    EXPECT_EQ( vec, empty );
-    zuVectorRelease( vec );
-
-    ZU_VECTOR *copy = zuVectorCreateFrom( empty );
-    EXPECT_NE( copy, empty );
-    zuVectorAppend( &copy, empty );
-    zuVectorDelInner( &copy, 0, 0 );
-    expectSpace( copy, 32, 32, 0 );
-    zuVectorClear( &copy );
-    EXPECT_EQ( copy, empty );
-    zuVectorReverse( &copy );
-    zuVectorStringize( &copy );
-    EXPECT_EQ( copy, empty );
-    zuVectorAppendNull( &copy );
-    ZU_VECTOR *shared = zuVectorRetain( copy );
-    zuVectorReverse( &copy );
-    EXPECT_EQ( copy, shared ) << "nothing to reverse";
-    zuVectorRelease( shared );
-    zuVectorRelease( copy );
-    EXPECT_EQ( copy = zuVectorCreateFromObjsCopy( nullptr, 0 ), empty );
-    zuVectorRelease( copy );
-    zuVectorRelease( empty );
+    zu::Ref<ZU_OBJ> obj = zu::adopt( zuBoxedUniqueObj( zuBoxedUniqueCreate() ) );
+    ZU_OBJ **array = (ZU_OBJ **)zuMemAllocN( 2, sizeof( ZU_OBJ * ) );
+    array[ 0 ] = zuObjRetain( obj.get() );
+    array[ 1 ] = zuObjRetain( obj.get() );
+    VECTOR copied = zu::adopt( zuVectorCreateFromObjsCopy( array, 2 ) );
+    EXPECT_EQ( ZU_REF_RETAIN_COUNT( obj.get() ), 3u ) << "the references are taken over, the array is not";
+    zuObjRetain( obj.get() );
+    zuObjRetain( obj.get() );
+    zu___VectorPushNoRetain( copied.inOut(), array, 2 );
+    zu___VectorPushNoRetain( copied.inOut(), array, 0 );
+    EXPECT_EQ( ZU_REF_RETAIN_COUNT( obj.get() ), 5u );
+    EXPECT_EQ( zuVectorLength( copied.get() ), 4 );
+    array[ 0 ] = zuObjRetain( obj.get() );
+    VECTOR used = zu::adopt( zuVectorCreateFromObjsUse( array, 1 ) );
+    EXPECT_EQ( zuVectorBacking( used.get() ), array );
+    EXPECT_EQ( used.get()->fspace + used.get()->bspace, 0 );
+    EXPECT_EQ( zu___ObjDbgAllocationSize( zuVectorObj( used.get() ) ), 8 );
+    zuObjRelease( zuVectorPop( used.inOut() ) );
+    EXPECT_EQ( zu___ObjDbgAllocationSize( zuVectorObj( used.get() ) ), 8 ) << "an emptied stack keeps its array";
+    EXPECT_EQ( used.get()->fspace, 0 );
+    copied = nullptr;
+    EXPECT_EQ( ZU_REF_RETAIN_COUNT( obj.get() ), 1u );
+    EXPECT_EQ( zu::adopt( zuVectorCreateFromObjsCopy( nullptr, 0 ) ).get(), zu::adopt( zuVectorCreate() ).get() );
 }
 
 // Each form of each family, on <0, 1, 2>, with `src` being <"a", "b", "c", "d">.
 TEST( Vector, Forms )
 {
-    ZU_STRING *fmt = zuStringCreateFromAscii( "%i.", -1 );
-    ZU_VECTOR *src = zuVectorCreate();
+    zu::Ref<ZU_STRING> format = zu::adopt( zuStringCreateFromAscii( "%i.", -1 ) );
+    ZU_STRING *fmt = format.get();
+    VECTOR texts = zu::adopt( zuVectorCreate() );
     for ( const char *text : { "a", "b", "c", "d" } ) {
-        zuVectorAppendStringCstr( &src, text, -1 );
+        zuVectorAppendStringCstr( texts.inOut(), text, -1 );
     }
-    ZU_OBJ *first = zuVectorObjAt( src, 0 );
+    ZU_VECTOR *src = texts.get();
+    ZU_OBJ *first = zuVectorBacking( src )[ 0 ];
     ZU_OBJ *const objs[] = { first, first };
     const ZU_INT seven = 7;
     const struct {
@@ -490,16 +394,15 @@ TEST( Vector, Forms )
         std::function<void( ZU_VECTOR ** )> prepend;
         std::function<void( ZU_VECTOR **, ZU_INT )> set;
     } rows[] = {
-#define ROW( text, form, ... )                                                                                     \
-    { text, [ & ]( ZU_VECTOR **vec, ZU_INT idx ) { zuVectorInsert##form( vec, idx __VA_OPT__(, ) __VA_ARGS__ ); }, \
-      [ & ]( ZU_VECTOR **vec ) { zuVectorAppend##form( vec __VA_OPT__(, ) __VA_ARGS__ ); },                        \
-      [ & ]( ZU_VECTOR **vec ) { zuVectorPrepend##form( vec __VA_OPT__(, ) __VA_ARGS__ ); }, nullptr }
-#define ROW_SET( text, form, ... )                                                                                   \
-    {                                                                                                                \
-        text, [ & ]( ZU_VECTOR **vec, ZU_INT idx ) { zuVectorInsert##form( vec, idx __VA_OPT__(, ) __VA_ARGS__ ); }, \
-            [ & ]( ZU_VECTOR **vec ) { zuVectorAppend##form( vec __VA_OPT__(, ) __VA_ARGS__ ); },                    \
-            [ & ]( ZU_VECTOR **vec ) { zuVectorPrepend##form( vec __VA_OPT__(, ) __VA_ARGS__ ); },                   \
-            [ & ]( ZU_VECTOR **vec, ZU_INT idx ) { zuVectorSet##form##At( vec, idx __VA_OPT__(, ) __VA_ARGS__ ); }   \
+#define INSERTING( form, ... )                                                                             \
+    [ & ]( ZU_VECTOR **vec, ZU_INT idx ) { zuVectorInsert##form( vec, idx __VA_OPT__(, ) __VA_ARGS__ ); }, \
+        [ & ]( ZU_VECTOR **vec ) { zuVectorAppend##form( vec __VA_OPT__(, ) __VA_ARGS__ ); },              \
+        [ & ]( ZU_VECTOR **vec ) { zuVectorPrepend##form( vec __VA_OPT__(, ) __VA_ARGS__ ); }
+#define ROW( text, form, ... ) { text, INSERTING( form, __VA_ARGS__ ), nullptr }
+#define ROW_SET( text, form, ... )                                                                                 \
+    {                                                                                                              \
+        text, INSERTING( form, __VA_ARGS__ ),                                                                      \
+            [ & ]( ZU_VECTOR **vec, ZU_INT idx ) { zuVectorSet##form##At( vec, idx __VA_OPT__(, ) __VA_ARGS__ ); } \
     }
         ROW( "a, b, c, d", , src ),
         ROW( "b, c", Inner, src, 1, 2 ),
@@ -518,21 +421,17 @@ TEST( Vector, Forms )
         ROW_SET( "7.", StringFormat, fmt, seven ),
         ROW_SET( "7-a", StringFormatCstr, "%i-%o", -1, seven, first ),
         ROW_SET( "7", StringFormatWcstr, u"%i-%o", 2, seven ),
-#undef ROW
-#undef ROW_SET
     };
     for ( const auto &row : rows ) {
         SCOPED_TRACE( row.text );
         std::string text = row.text;
         auto expectChange = [ & ]( const std::string &expected, const std::function<void( ZU_VECTOR ** )> &change ) {
             for ( bool shared : { false, true } ) {
-                ZU_VECTOR *vec = makeNumbers( 3 );
-                ZU_VECTOR *other = shared ? zuVectorRetain( vec ) : nullptr;
-                change( &vec );
-                EXPECT_EQ( textOf( vec ), expected );
-                EXPECT_TRUE( !shared || textOf( other ) == "<0, 1, 2>" );
-                ZU_REF_RELEASE_OPT( other );
-                zuVectorRelease( vec );
+                VECTOR vec = numbers( 3 );
+                VECTOR other = shared ? vec : numbers( 3 );
+                change( vec.inOut() );
+                EXPECT_EQ( textOf( vec.get() ), expected );
+                EXPECT_EQ( textOf( other.get() ), "<0, 1, 2>" );
             }
         };
         expectChange( "<0, " + text + ", 1, 2>", [ & ]( ZU_VECTOR **vec ) { row.insert( vec, 1 ); } );
@@ -555,9 +454,6 @@ TEST( Vector, Forms )
         EXPECT_EQ( ZU_REF_RETAIN_COUNT( vec ), 1u );
         zuVectorRelease( vec );
     }
-    zuObjRelease( first );
-    zuVectorRelease( src );
-    zuStringRelease( fmt );
 }
 
 TEST( Vector, HoldsItselfAsItStood )
@@ -576,119 +472,67 @@ TEST( Vector, HoldsItselfAsItStood )
         { "<1, 1>", []( ZU_VECTOR **vec ) { zuVectorSetObjAt( vec, 0, zuVectorBacking( *vec )[ 1 ] ); } },
     };
     for ( const auto &[ expected, change ] : rows ) {
-        ZU_VECTOR *vec = makeNumbers( 2 );
-        change( &vec );
-        EXPECT_EQ( textOf( vec ), expected );
-        EXPECT_EQ( ZU_REF_RETAIN_COUNT( vec ), 1u );
-        zuVectorRelease( vec );
+        VECTOR vec = numbers( 2 );
+        change( vec.inOut() );
+        EXPECT_EQ( textOf( vec.get() ), expected );
+        EXPECT_EQ( ZU_REF_RETAIN_COUNT( vec.get() ), 1u );
     }
-}
-
-TEST( Vector, OwnershipOfArrays )
-{
-    ZU_OBJ *obj = zuBoxedUniqueObj( zuBoxedUniqueCreate() );
-    ZU_OBJ *const array[] = { zuObjRetain( obj ), zuObjRetain( obj ) };
-    ZU_VECTOR *vec = zuVectorCreateFromObjsCopy( array, 2 );
-    EXPECT_EQ( ZU_REF_RETAIN_COUNT( obj ), 3u ) << "the references are taken over, the array is not";
-    zuObjRetain( obj );
-    zuObjRetain( obj );
-    zu___VectorPushNoRetain( &vec, array, 2 );
-    zu___VectorPushNoRetain( &vec, array, 0 );
-    EXPECT_EQ( ZU_REF_RETAIN_COUNT( obj ), 5u );
-    EXPECT_EQ( zuVectorLength( vec ), 4 );
-    zuVectorAppendObjs( &vec, array, 2 );
-    EXPECT_EQ( ZU_REF_RETAIN_COUNT( obj ), 7u );
-    zuVectorRelease( vec );
-    EXPECT_EQ( ZU_REF_RETAIN_COUNT( obj ), 1u );
-    zuObjRelease( obj );
 }
 
 TEST( Vector, SearchesAndInspects )
 {
-    ZU_VECTOR *vec = makeNumbers( 3 );
-    zuVectorAppendStringCstr( &vec, "a", -1 );
-    zuVectorAppendStringCstr( &vec, "a", -1 );
-    ZU_OBJ *last = zuVectorObjAt( vec, 4 );
-    ZU_OBJ *two = zuBoxedIntObj( zuBoxedIntCreate( 2 ) );
-    const struct {
-        ZU_OBJ *obj;
-        ZU_BOOL useCompare;
-        ZU_INT index;
-    } rows[] = { { last, ZU_TRUE, 3 }, { last, ZU_FALSE, 4 }, { two, ZU_TRUE, 2 }, { two, ZU_FALSE, -1 } };
-    for ( const auto &row : rows ) {
-        EXPECT_EQ( zuVectorIndexOfObj( vec, row.obj, row.useCompare ), row.index );
-        EXPECT_EQ( zuVectorHasObj( vec, row.obj, row.useCompare ), row.index != -1 );
+    VECTOR vec = numbers( 3 );
+    zuVectorAppendStringCstr( vec.inOut(), "a", -1 );
+    zuVectorAppendStringCstr( vec.inOut(), "a", -1 );
+    ZU_OBJ *last = zuVectorBacking( vec.get() )[ 4 ];
+    zu::Ref<ZU_OBJ> two = zu::adopt( zuBoxedIntObj( zuBoxedIntCreate( 2 ) ) );
+    const std::tuple<ZU_OBJ *, ZU_BOOL, ZU_INT> rows[] = {
+        { last, ZU_TRUE, 3 }, { last, ZU_FALSE, 4 }, { two.get(), ZU_TRUE, 2 }, { two.get(), ZU_FALSE, -1 }
+    };
+    for ( auto [ obj, useCompare, index ] : rows ) {
+        EXPECT_EQ( zuVectorIndexOfObj( vec.get(), obj, useCompare ), index );
+        EXPECT_EQ( zuVectorHasObj( vec.get(), obj, useCompare ), index != -1 );
     }
-    EXPECT_EQ( zuVectorSortAt( vec, 2 ), zuBoxedIntSort() );
-    EXPECT_EQ( zuVectorSortAt( vec, 3 ), zuStringSort() );
-    EXPECT_FALSE( zuVectorContainsOnly( vec, zuBoxedIntSort() ) );
-    ZU_VECTOR *shared = zuVectorRetain( vec );
-    zuVectorStringize( &vec );
-    EXPECT_TRUE( zuVectorContainsOnly( vec, zuStringSort() ) );
-    EXPECT_EQ( zuVectorSortAt( shared, 0 ), zuBoxedIntSort() );
-    zuVectorRelease( shared );
-    zuVectorClear( &vec );
-    EXPECT_TRUE( zuVectorContainsOnly( vec, zuBoxedIntSort() ) );
-    zuVectorRelease( vec );
-    zuObjRelease( last );
-    zuObjRelease( two );
+    EXPECT_EQ( zuVectorSortAt( vec.get(), 2 ), zuBoxedIntSort() );
+    EXPECT_EQ( zuVectorSortAt( vec.get(), 3 ), zuStringSort() );
+    EXPECT_FALSE( zuVectorContainsOnly( vec.get(), zuBoxedIntSort() ) );
+    VECTOR shared = vec;
+    zuVectorStringize( vec.inOut() );
+    EXPECT_TRUE( zuVectorContainsOnly( vec.get(), zuStringSort() ) );
+    EXPECT_EQ( zuVectorSortAt( shared.get(), 0 ), zuBoxedIntSort() );
+    zuVectorClear( vec.inOut() );
+    zuVectorStringize( vec.inOut() );
+    EXPECT_EQ( vec.get(), zu::adopt( zuVectorCreate() ).get() );
+    EXPECT_TRUE( zuVectorContainsOnly( vec.get(), zuBoxedIntSort() ) );
 }
 
 TEST( Vector, Order )
 {
     const std::vector<ZU_INT> ascending[] = { {}, { -1 }, { 0 }, { 0, 0 }, { 0, 1 }, { 1 }, { 1, 0 }, { 1, 0, 0 } };
-    std::vector<ZU_VECTOR *> vectors;
-    for ( const std::vector<ZU_INT> &numbers : ascending ) {
-        vectors.push_back( zuVectorCreate() );
-        for ( ZU_INT number : numbers ) {
-            zuVectorAppendInt( &vectors.back(), number );
+    auto vectorOf = []( const std::vector<ZU_INT> &items ) {
+        VECTOR vec = zu::adopt( zuVectorCreate() );
+        for ( ZU_INT item : items ) {
+            zuVectorAppendInt( vec.inOut(), item );
+        }
+        return vec;
+    };
+    for ( size_t a = 0; a < std::size( ascending ); a++ ) {
+        for ( size_t b = 0; b < std::size( ascending ); b++ ) {
+            EXPECT_EQ( zuVectorCompare( vectorOf( ascending[ a ] ).get(), vectorOf( ascending[ b ] ).get() ),
+                       ( a > b ) - ( a < b ) )
+                << a << " and " << b;
         }
     }
-    for ( size_t a = 0; a < vectors.size(); a++ ) {
-        for ( size_t b = 0; b < vectors.size(); b++ ) {
-            ZU_VECTOR *other = zuVectorCreateFrom( vectors[ b ] );
-            EXPECT_EQ( zuVectorCompare( vectors[ a ], other ), ( a > b ) - ( a < b ) ) << a << " and " << b;
-            EXPECT_EQ( zuVectorEquals( vectors[ a ], other ), a == b );
-            zuVectorRelease( other );
-        }
-    }
-    for ( ZU_VECTOR *vec : vectors ) {
-        zuVectorRelease( vec );
-    }
-}
-
-// Each thread changes through a variable of its own what all of them began with.
-TEST( Vector, SharedByThreads )
-{
-    ZU_VECTOR *common = makeNumbers( 100 );
-    std::vector<std::thread> threads;
-    for ( ZU_INT t = 0; t < 4; t++ ) {
-        threads.emplace_back( [ mine = zuVectorRetain( common ), common, t ]() mutable {
-            for ( ZU_INT i = 0; i < 300; i++ ) {
-                zuObjRelease( zuVectorObjAt( common, i % 100 ) );
-                zuVectorPush( &mine, zuVectorBacking( mine )[ i ] );
-                zuVectorAppendInner( &mine, common, t, 3 );
-                zuVectorDelInner( &mine, 50, 3 );
-            }
-            EXPECT_EQ( zuVectorLength( mine ), 400 );
-            zuVectorRelease( mine );
-        } );
-    }
-    for ( std::thread &thread : threads ) {
-        thread.join();
-    }
-    EXPECT_EQ( ZU_REF_RETAIN_COUNT( common ), 1u );
-    ZU_VECTOR *expected = makeNumbers( 100 );
-    EXPECT_TRUE( zuVectorEquals( common, expected ) );
-    zuVectorRelease( expected );
-    zuVectorRelease( common );
 }
 
 TEST( VectorAborts, OnWhatIsOutside )
 {
-    ZU_VECTOR *vec = makeNumbers( 3 );
-    ZU_VECTOR *src = makeNumbers( 2 );
-    ZU_VECTOR *empty = zuVectorCreate();
+    VECTOR three = numbers( 3 );
+    VECTOR two = numbers( 2 );
+    VECTOR none = numbers( 0 );
+    ZU_VECTOR *vec = three.get();
+    ZU_VECTOR *src = two.get();
+    ZU_VECTOR *empty = none.get();
     ZU_OBJ *obj = zuVectorObj( src );
     expectAbort( "idx >= 0", [ & ] { zuVectorObjAt( vec, -1 ); } );
     expectAbort( "idx < vec->length", [ & ] { zuVectorSortAt( vec, 3 ); } );
@@ -707,13 +551,11 @@ TEST( VectorAborts, OnWhatIsOutside )
     expectAbort( "(*vec)->length", [ & ] { zuVectorPop( &empty ); } );
     expectAbort( "zuVectorLength( *vec )", [ & ] { zuVectorUnshift( &empty ); } );
     expectAbort( "ZU_REF_RETAIN_COUNT( vec ) == 1", [ & ] { zu___VectorCompact( zuVectorRetain( vec ) ); } );
-    zuVectorRelease( vec );
-    zuVectorRelease( src );
-    zuVectorRelease( empty );
 }
 TEST( VectorAborts, OnNull )
 {
-    ZU_VECTOR *vec = makeNumbers( 1 );
+    VECTOR one = numbers( 1 );
+    ZU_VECTOR *vec = one.get();
     ZU_VECTOR *none = nullptr;
     ZU_OBJ *objs[] = { zuVectorObj( vec ), nullptr };
     expectAbort( "vec", [ & ] { zuVectorLength( nullptr ); } );
@@ -732,5 +574,4 @@ TEST( VectorAborts, OnNull )
         zu___VectorPushNoRetain( &vec, &null, 1 );
         zuVectorRelease( vec );
     } );
-    zuVectorRelease( vec );
 }
