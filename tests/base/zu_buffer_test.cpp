@@ -4,10 +4,12 @@
 #include "zu_test_support.h"
 
 #include <algorithm>
+#include <bitset>
+#include <numeric>
 #include <random>
 #include <vector>
 
-typedef std::vector<bool> BITS;
+typedef std::string BITS; // a '0' or '1' for each
 typedef std::vector<uint8_t> BYTES;
 
 static ZU_BUFFER *makeBuffer( const BYTES &bytes )
@@ -29,38 +31,67 @@ static std::string takeText( ZU_BUFFER *buf )
 }
 static BITS numberBits( uint64_t value, size_t count )
 {
-    BITS bits( count );
-    for ( size_t i = 0; i < count; i++ ) {
-        bits[ i ] = value >> ( count - 1 - i ) & 1;
-    }
-    return bits;
+    return std::bitset<64>( value ).to_string().substr( 64 - count );
 }
 static BITS bytesBits( const uint8_t *bytes, size_t byteCount )
 {
-    BITS bits( byteCount * 8 );
-    for ( size_t i = 0; i < bits.size(); i++ ) {
-        bits[ i ] = bytes[ i / 8 ] & 0x80 >> i % 8;
+    BITS bits;
+    for ( size_t i = 0; i < byteCount; i++ ) {
+        bits += numberBits( bytes[ i ], 8 );
     }
     return bits;
 }
 static BITS bitsOf( ZU_BUFFER *buf )
 {
-    size_t bitLength = (size_t)zuBufferBitLength( buf );
-    BITS bits = bytesBits( zuBufferBacking( buf ), ( bitLength + 7 ) / 8 );
-    bits.resize( bitLength );
-    return bits;
+    size_t length = (size_t)zuBufferBitLength( buf );
+    return bytesBits( zuBufferBacking( buf ), ( length + 7 ) / 8 ).substr( 0, length );
+}
+
+// Room: free bits at the front, those of content, free bits behind; nothing at all where there is no storage
+typedef std::vector<uint64_t> ROOM;
+static ROOM roomOf( ZU_BUFFER *buf )
+{
+    return buf->bytes ? ROOM{ buf->bitFspace, buf->bitLength, buf->bitBspace } : ROOM{};
+}
+static ROOM freshRoom( uint64_t length )
+{
+    return length ? ROOM{ 640, length, ( 8 - length % 8 ) % 8 + 1280 } : ROOM{};
+}
+// What is left of a room of one's own after `count` bits are inserted at `at`
+static ROOM roomAfterInsertion( const ROOM &room, uint64_t at, uint64_t count )
+{
+    if ( count == 0 || room.empty() ) {
+        return count == 0 ? room : freshRoom( count );
+    }
+    const uint64_t length = room[ 1 ] + count;
+    const bool whole = at % 8 == 0 && count % 8 == 0;
+    if ( at == 0 && whole && count <= room[ 0 ] + room[ 2 ] ) {
+        uint64_t front = count <= room[ 0 ] ? room[ 0 ] - count : 0;
+        return { front, length, room[ 0 ] + room[ 2 ] - count - front };
+    }
+    if ( at > 0 && ( whole || at == room[ 1 ] ) && count <= room[ 2 ] ) {
+        return { room[ 0 ], length, room[ 2 ] - count };
+    }
+    ROOM fresh = freshRoom( length );
+    fresh[ 0 ] = at > 0 && at == room[ 1 ] ? room[ 0 ] : 640;
+    return fresh;
+}
+// What is left once `front` and `behind` bits more are free at the ends
+static ROOM roomAfterDeletion( const ROOM &room, uint64_t front, uint64_t behind, bool foreign )
+{
+    ROOM left = { room[ 0 ] + front, room[ 1 ] - front - behind, room[ 2 ] + behind };
+    return !foreign && ( left[ 0 ] > 1280 || left[ 2 ] > 2560 ) ? freshRoom( left[ 1 ] ) : left;
 }
 
 // Model test: several holders, some of which share an object or sit on foreign bytes, and a sequence of bits for each.
-// Random operations of the whole grid are done to both, and all holders are compared after each.
+// Random operations of the whole grid are done to both.  All holders are compared after each, and the room that the one
+// that changed is left with.
 class BufferModel {
 public:
     explicit BufferModel( uint64_t seed ) : random( seed ), foreignOwner( zuStringCreate() )
     {
-        for ( size_t i = 0; i < sizeof foreign; i++ ) {
-            foreign[ i ] = (uint8_t)random();
-        }
-        foreignBefore.assign( foreign, foreign + sizeof foreign );
+        std::generate( foreign, std::end( foreign ), [ this ] { return (uint8_t)random(); } );
+        foreignBefore.assign( foreign, std::end( foreign ) );
         for ( HOLDER &holder : holders ) {
             holder.buf = zuBufferCreate();
         }
@@ -71,24 +102,17 @@ public:
             zuBufferRelease( holder.buf );
         }
         zuStringRelease( foreignOwner );
-        EXPECT_TRUE( std::equal( foreignBefore.begin(), foreignBefore.end(), foreign ) ) << "foreign bytes changed";
+        EXPECT_EQ( foreignBefore, BYTES( foreign, std::end( foreign ) ) ) << "foreign bytes changed";
     }
     bool step()
     {
         HOLDER &holder = any();
-        what = "";
         size_t kind = below( 100 );
-        if ( kind < 3 ) {
-            replace( holder );
-        } else if ( kind < 15 ) {
-            share( holder );
-        } else if ( kind < 35 ) {
-            remove( holder );
-        } else if ( kind < 45 ) {
-            read( holder );
-        } else {
-            change( holder );
-        }
+        kind < 3    ? replace( holder )
+        : kind < 15 ? share( holder )
+        : kind < 35 ? remove( holder )
+        : kind < 45 ? read( holder )
+                    : change( holder );
         return check();
     }
     std::string what; // the last step
@@ -121,30 +145,28 @@ private:
         // In units of bits whole bytes are met often enough only if they are sought.
         return bit && below( 3 ) == 0 ? units & ~(size_t)7 : units;
     }
+    // Tells an operation, and expects what it leaves of a holder.
+    void tell( const std::string &operation, bool bit, size_t at, size_t count, size_t length )
+    {
+        what = operation + ( bit ? ", bits, " : ", bytes, " ) + std::to_string( count ) + " at " +
+               std::to_string( at ) + " of " + std::to_string( length );
+    }
+    void expectHolder( HOLDER &holder, const BITS &bits, const ROOM &room )
+    {
+        holder.bits = bits;
+        EXPECT_EQ( roomOf( holder.buf ), room );
+    }
 
     void replace( HOLDER &holder )
     {
-        size_t offset = below( 200 );
-        size_t length = below( 500 );
+        what = "replace";
+        const uint8_t *bytes = foreign + below( 200 );
+        ZU_INT length = (ZU_INT)( below( 4 ) == 0 ? 0 : below( 500 ) );
         zuBufferRelease( holder.buf );
-        switch ( below( 3 ) ) {
-        case 0: // forgets, so that lengths do not only grow
-            what = "create";
-            holder.buf = zuBufferCreate();
-            length = 0;
-            break;
-        case 1:
-            what = "use";
-            holder.buf = length ? zuBufferCreateFromBytesUse( (uint8_t *)zuMemDup( foreign + offset, (ZU_INT)length ),
-                                                              (ZU_INT)length )
-                                : zuBufferCreateFromBytesUse( nullptr, 0 );
-            break;
-        default:
-            what = "use with ref";
-            holder.buf =
-                zuBufferCreateFromBytesUseWithRef( foreign + offset, (ZU_INT)length, zuStringObj( foreignOwner ) );
-        }
-        holder.bits = bytesBits( foreign + offset, length );
+        holder.buf = below( 2 ) ? zuBufferCreateFromBytesUseWithRef( bytes, length, zuStringObj( foreignOwner ) )
+                     : length   ? zuBufferCreateFromBytesUse( (uint8_t *)zuMemDup( bytes, length ), length )
+                                : zuBufferCreate(); // forgets, so that lengths do not only grow
+        holder.bits = bytesBits( bytes, (size_t)length );
     }
     void share( HOLDER &holder )
     {
@@ -152,124 +174,120 @@ private:
         HOLDER &other = any();
         ZU_BUFFER *old = holder.buf;
         holder.buf = below( 4 ) == 0 ? zuBufferCreateFrom( other.buf ) : zuBufferRetain( other.buf );
-        holder.bits = BITS( other.bits );
+        holder.bits = other.bits;
         zuBufferRelease( old );
     }
     void remove( HOLDER &holder )
     {
-        what = "del";
-        bool bit = below( 2 );
-        size_t unit = bit ? 1 : 8;
-        size_t length = holder.bits.size();
-        // What goes is small as a rule, and once in a while nearly all.
-        size_t count = units( length, bit );
-        size_t offset = units( length - count * unit, bit );
-        ZU_INT o = (ZU_INT)offset;
-        ZU_INT n = (ZU_INT)count;
+        const bool bit = below( 2 );
+        const size_t unit = bit ? 1 : 8;
+        const BITS before = holder.bits;
+        const size_t length = before.size();
+        const size_t kind = length > 6000 ? 4 : below( 4 );
+        const ZU_INT n = (ZU_INT)units( length, bit );
+        const size_t count = (size_t)n * unit;
+        const ZU_INT o = (ZU_INT)units( length - count, bit );
+        const size_t at = kind == 2 ? 0 : kind == 3 ? length - count : (size_t)o * unit;
+        const size_t behind = length - at - count;
+        const ROOM room = roomOf( holder.buf );
+        const bool shared = ZU_REF_RETAIN_COUNT( holder.buf ) > 1;
+        const bool onForeign = holder.buf->ref && !shared;
+        const ROOM own = shared ? freshRoom( length ) : room;
         ZU_BUFFER **buf = &holder.buf;
-        auto erase = [ & ]( size_t from, size_t bits ) {
-            auto begin = holder.bits.begin() + (ptrdiff_t)from;
-            holder.bits.erase( begin, begin + (ptrdiff_t)bits );
-        };
-        switch ( below( 5 ) ) {
-        case 0:
-            bit ? zuBufferBitDelInner( buf, o, n ) : zuBufferDelInner( buf, o, n );
-            return erase( offset * unit, count * unit );
-        case 1:
-            bit ? zuBufferBitDelOuter( buf, o, n ) : zuBufferDelOuter( buf, o, n );
-            holder.bits.resize( ( offset + count ) * unit );
-            return erase( 0, offset * unit );
-        case 2:
-            bit ? zuBufferBitDelLeading( buf, n ) : zuBufferDelLeading( buf, n );
-            return erase( 0, count * unit );
-        case 3:
-            bit ? zuBufferBitDelTrailing( buf, n ) : zuBufferDelTrailing( buf, n );
-            return holder.bits.resize( length - count * unit );
-        default:
-            // Keeps lengths in bounds.
-            if ( length > 6000 ) {
-                zuBufferClear( buf );
-                holder.bits.clear();
-            }
+        tell( "del " + std::to_string( kind ), bit, at, count, length );
+        if ( kind == 4 ) {
+            zuBufferClear( buf );
+            return expectHolder( holder, {}, {} );
         }
+        if ( kind == 1 ) {
+            bit ? zuBufferBitDelOuter( buf, o, n ) : zuBufferDelOuter( buf, o, n );
+            return expectHolder( holder, before.substr( at, count ),
+                                 count == length ? room
+                                 : count == 0    ? ROOM{}
+                                 : at % 8 == 0   ? roomAfterDeletion( own, at, behind, onForeign )
+                                                 : freshRoom( count ) );
+        }
+        if ( kind == 0 ) {
+            bit ? zuBufferBitDelInner( buf, o, n ) : zuBufferDelInner( buf, o, n );
+        } else if ( kind == 2 ) {
+            bit ? zuBufferBitDelLeading( buf, n ) : zuBufferDelLeading( buf, n );
+        } else {
+            bit ? zuBufferBitDelTrailing( buf, n ) : zuBufferDelTrailing( buf, n );
+        }
+        expectHolder( holder, before.substr( 0, at ) + before.substr( at + count ),
+                      count == 0                  ? room
+                      : count == length           ? ROOM{}
+                      : at == 0 && count % 8 == 0 ? roomAfterDeletion( own, count, 0, onForeign )
+                      : behind == 0               ? roomAfterDeletion( own, 0, count, onForeign )
+                      : at > 0 && ( at | count ) % 8 == 0
+                          ? roomAfterDeletion( onForeign ? freshRoom( length ) : own, 0, count, false )
+                          : roomAfterInsertion( freshRoom( at ), at, behind ) );
     }
     void read( HOLDER &holder )
     {
         what = "read";
-        bool bit = below( 2 );
-        size_t unit = bit ? 1 : 8;
-        size_t idx = units( holder.bits.size(), bit );
-        size_t left = holder.bits.size() - idx * unit;
-        size_t count = units( left, bit );
-        size_t bitCount = below( std::min( left, (size_t)64 ) + 1 );
-        auto begin = holder.bits.begin() + (ptrdiff_t)( idx * unit );
-        ZU_INT i = (ZU_INT)idx;
-        ZU_BUFFER *range =
-            bit ? zuBufferBitRead( holder.buf, i, (ZU_INT)count ) : zuBufferRead( holder.buf, i, (ZU_INT)count );
-        EXPECT_EQ( bitsOf( range ), BITS( begin, begin + (ptrdiff_t)( count * unit ) ) );
+        const bool bit = below( 2 );
+        const size_t unit = bit ? 1 : 8;
+        const ZU_INT i = (ZU_INT)units( holder.bits.size(), bit );
+        const BITS from = holder.bits.substr( (size_t)i * unit );
+        const ZU_INT n = (ZU_INT)units( from.size(), bit );
+        const size_t bitCount = below( std::min( from.size(), (size_t)64 ) + 1 );
+        const size_t byteCount = from.size() / 8;
+        ZU_BUFFER *buf = holder.buf;
+        ZU_BUFFER *range = bit ? zuBufferBitRead( buf, i, n ) : zuBufferRead( buf, i, n );
+        EXPECT_EQ( bitsOf( range ), from.substr( 0, (size_t)n * unit ) );
         EXPECT_EQ( ZU_REF_RETAIN_COUNT( range ), 1u );
         zuBufferRelease( range );
-        uint64_t number = (uint64_t)( bit ? zuBufferBitReadBits( holder.buf, i, (ZU_INT)bitCount )
-                                          : zuBufferReadBits( holder.buf, i, (ZU_INT)bitCount ) );
-        EXPECT_EQ( numberBits( number, bitCount ), BITS( begin, begin + (ptrdiff_t)bitCount ) );
-        EXPECT_TRUE( bitCount == 64 || number >> bitCount == 0 );
-        BYTES bytes( left / 8 + 1, 0xA5 );
-        bit ? zuBufferBitReadBytes( holder.buf, i, bytes.data(), (ZU_INT)( left / 8 ) )
-            : zuBufferReadBytes( holder.buf, i, bytes.data(), (ZU_INT)( left / 8 ) );
-        EXPECT_EQ( bytesBits( bytes.data(), left / 8 ), BITS( begin, begin + (ptrdiff_t)( left / 8 * 8 ) ) );
+        uint64_t number = (uint64_t)( bit ? zuBufferBitReadBits( buf, i, (ZU_INT)bitCount )
+                                          : zuBufferReadBits( buf, i, (ZU_INT)bitCount ) );
+        EXPECT_EQ( numberBits( number, 64 ), BITS( 64 - bitCount, '0' ) + from.substr( 0, bitCount ) );
+        BYTES bytes( byteCount + 1, 0xA5 );
+        bit ? zuBufferBitReadBytes( buf, i, bytes.data(), (ZU_INT)byteCount )
+            : zuBufferReadBytes( buf, i, bytes.data(), (ZU_INT)byteCount );
+        EXPECT_EQ( bytesBits( bytes.data(), byteCount ), from.substr( 0, byteCount * 8 ) );
         EXPECT_EQ( bytes.back(), 0xA5 );
-        if ( left >= 8 ) {
-            EXPECT_EQ( bit ? zuBufferBitReadByte( holder.buf, i ) : zuBufferReadByte( holder.buf, i ), bytes[ 0 ] );
+        if ( byteCount > 0 ) {
+            EXPECT_EQ( bit ? zuBufferBitReadByte( buf, i ) : zuBufferReadByte( buf, i ), bytes[ 0 ] );
         }
-    }
-
-    // Tells whether this is the one insertion that is not as it should be, which has a test of its own: out of what is
-    // there, or, as the holder may have to be copied first, out of the room of new storage.
-    static bool misplaces( ZU_BUFFER *buf, size_t at, size_t count )
-    {
-        return at > 0 && at < buf->bitLength && at % 8 == 0 && count % 8 == 0 &&
-               ( ( count > buf->bitBspace && count <= buf->bitBspace + buf->bitFspace ) ||
-                 ( count > ZU_BUFFER_BSPACE && count <= ZU_BUFFER_BSPACE + ZU_BUFFER_FSPACE + 7 ) );
     }
 
     // Picks a function of the grid, a place and an operand, and does to the bits what is told of it.
     void change( HOLDER &holder )
     {
         enum VERB { APPEND, PREPEND, INSERT, WRITE };
+        static const char *const VERBS[] = { "Append", "Prepend", "Insert", "Write" };
         const VERB verb = (VERB)below( 4 );
         const bool bit = below( 2 );
         const size_t unit = bit ? 1 : 8;
         HOLDER &source = any();
         ZU_BUFFER *src = source.buf;
-        const size_t length = source.bits.size();
-        const size_t count = units( length, bit );
-        const size_t offset = units( length - count * unit, bit );
-        const ZU_INT n = (ZU_INT)count;
-        const ZU_INT o = (ZU_INT)offset;
+        const BITS whole = source.bits;
+        const ZU_INT n = (ZU_INT)units( whole.size(), bit );
+        const size_t count = (size_t)n * unit;
+        const ZU_INT o = (ZU_INT)units( whole.size() - count, bit );
+        const size_t offset = (size_t)o * unit;
+        const size_t operand = below( verb == WRITE ? 10 : 11 );
         ZU_INT i = 0;
-        auto range = [ & ]( size_t begin, size_t end ) {
-            return BITS( source.bits.begin() + (ptrdiff_t)begin, source.bits.begin() + (ptrdiff_t)end );
-        };
-        auto doBoth = [ & ]( const char *operand, const BITS taken, const std::function<void()> &call ) {
-            if ( verb == WRITE && taken.size() > holder.bits.size() ) {
+        auto doBoth = [ & ]( const char *name, const BITS taken, const std::function<void()> &call ) {
+            BITS bits = holder.bits;
+            const size_t length = bits.size();
+            const size_t added = taken.size();
+            if ( verb == WRITE && added > length ) {
                 return;
             }
-            size_t idx = units( verb == WRITE ? holder.bits.size() - taken.size() : holder.bits.size(), bit );
-            size_t at = verb == APPEND ? holder.bits.size() : verb == PREPEND ? 0 : idx * unit;
-            i = (ZU_INT)idx;
-            static const char *const VERBS[] = { "Append", "Prepend", "Insert", "Write" };
-            what = std::string( bit ? "Bit" : "" ) + VERBS[ verb ] + operand + " at " + std::to_string( at ) + " of " +
-                   std::to_string( holder.bits.size() ) + ", " + std::to_string( taken.size() ) + " bits";
-            if ( verb == INSERT && misplaces( holder.buf, at, taken.size() ) ) {
-                return;
+            i = (ZU_INT)units( verb == WRITE ? length - added : length, bit );
+            const size_t at = verb == APPEND ? length : verb == PREPEND ? 0 : (size_t)i * unit;
+            tell( std::string( VERBS[ verb ] ) + name, bit, at, added, length );
+            const bool reads = operand < 5 && src == holder.buf;
+            const bool copied = ZU_REF_RETAIN_COUNT( holder.buf ) > 1 || holder.buf->ref || reads;
+            const ROOM own = copied && added > 0 ? freshRoom( length ) : roomOf( holder.buf );
+            if ( verb == INSERT && at > 0 && at < length && ( at | added ) % 8 == 0 && added > own[ 2 ] &&
+                 added <= own[ 0 ] + own[ 2 ] ) {
+                return; // the one that is not as it should be, which has a test of its own
             }
             call();
-            auto place = holder.bits.begin() + (ptrdiff_t)at;
-            if ( verb == WRITE ) {
-                std::copy( taken.begin(), taken.end(), place );
-            } else {
-                holder.bits.insert( place, taken.begin(), taken.end() );
-            }
+            expectHolder( holder, bits.replace( at, verb == WRITE ? added : 0, taken ),
+                          verb == WRITE ? own : roomAfterInsertion( own, at, added ) );
         };
 
 #define GROW( verbName, op, ... )                                             \
@@ -282,35 +300,33 @@ private:
         ? GROW( Insert, op, i __VA_OPT__(, ) __VA_ARGS__ )
 #define DO_BOTH( op, taken, ... ) \
     return doBoth( #op, taken, [ & ] { GRID( op, __VA_ARGS__ ) : GROW( Write, op, i __VA_OPT__(, ) __VA_ARGS__ ); } )
-        size_t fill = units( 4000, bit );
-        size_t bitCount = below( 65 );
-        size_t byteCount = below( 500 );
-        ZU_INT number = (ZU_INT)random();
-        BITS outer = range( 0, offset * unit );
-        outer.insert( outer.end(), source.bits.begin() + (ptrdiff_t)( ( offset + count ) * unit ), source.bits.end() );
-        switch ( below( verb == WRITE ? 10 : 11 ) ) {
+        const ZU_INT fill = (ZU_INT)units( 4000, bit );
+        const size_t bitCount = below( 65 );
+        const size_t byteCount = below( 500 );
+        const uint64_t number = random();
+        switch ( operand ) {
         case 0:
-            DO_BOTH(, source.bits, src );
+            DO_BOTH(, whole, src );
         case 1:
-            DO_BOTH( Inner, range( offset * unit, ( offset + count ) * unit ), src, o, n );
+            DO_BOTH( Inner, whole.substr( offset, count ), src, o, n );
         case 2:
-            DO_BOTH( Outer, outer, src, o, n );
+            DO_BOTH( Outer, BITS( whole ).erase( offset, count ), src, o, n );
         case 3:
-            DO_BOTH( Leading, range( 0, count * unit ), src, n );
+            DO_BOTH( Leading, whole.substr( 0, count ), src, n );
         case 4:
-            DO_BOTH( Trailing, range( length - count * unit, length ), src, n );
+            DO_BOTH( Trailing, whole.substr( whole.size() - count ), src, n );
         case 5:
-            DO_BOTH( Bits, numberBits( (uint64_t)number, bitCount ), number, (ZU_INT)bitCount );
+            DO_BOTH( Bits, numberBits( number, bitCount ), (ZU_INT)number, (ZU_INT)bitCount );
         case 6:
-            DO_BOTH( Byte, numberBits( (uint64_t)number, 8 ), (uint8_t)number );
+            DO_BOTH( Byte, numberBits( number, 8 ), (uint8_t)number );
         case 7:
             DO_BOTH( Bytes, bytesBits( foreign, byteCount ), foreign, (ZU_INT)byteCount );
         case 8:
-            DO_BOTH( Zero, BITS( fill * unit, false ), (ZU_INT)fill );
+            DO_BOTH( Zero, BITS( (size_t)fill * unit, '0' ), fill );
         case 9:
-            DO_BOTH( One, BITS( fill * unit, true ), (ZU_INT)fill );
+            DO_BOTH( One, BITS( (size_t)fill * unit, '1' ), fill );
         default:
-            doBoth( "Alignment", BITS( ( 8 - holder.bits.size() % 8 ) % 8, false ),
+            doBoth( "Alignment", BITS( ( 8 - holder.bits.size() % 8 ) % 8, '0' ),
                     [ & ] { GRID( Alignment ) : (void)0; } );
         }
 #undef DO_BOTH
@@ -323,7 +339,6 @@ private:
         for ( HOLDER &holder : holders ) {
             ZU_BUFFER *buf = holder.buf;
             EXPECT_EQ( bitsOf( buf ), holder.bits );
-            EXPECT_EQ( buf->bitFspace % 8, 0u );
             if ( !buf->ref ) {
                 EXPECT_EQ( buf->bitFspace + buf->bitLength + buf->bitBspace,
                            (uint64_t)zu___ObjDbgAllocationSize( zuBufferObj( buf ) ) * 8 );
@@ -346,32 +361,6 @@ TEST( Buffer, DoesAsBitsInASequence )
     }
 }
 
-// Copies of every length around words, between every two positions in a byte; what stands around stays.
-TEST( Buffer, CopiesBetweenAllPositions )
-{
-    BYTES pattern;
-    for ( int i = 0; i < 40; i++ ) {
-        pattern.push_back( (uint8_t)( i * 37 + 11 ) );
-    }
-    ZU_BUFFER *src = makeBuffer( pattern );
-    BITS srcBits = bitsOf( src );
-    ZU_BUFFER *dest = zuBufferCreate();
-    zuBufferAppendOne( &dest, 40 );
-    for ( ptrdiff_t to = 0; to < 8; to++ ) {
-        for ( ptrdiff_t from = 0; from < 8; from++ ) {
-            for ( ptrdiff_t count = 0; count <= 300; count++ ) {
-                zuBufferWriteOne( &dest, 0, 40 );
-                zuBufferBitWriteInner( &dest, to, src, from, count );
-                BITS expected( 320, true );
-                std::copy( srcBits.begin() + from, srcBits.begin() + from + count, expected.begin() + to );
-                ASSERT_EQ( bitsOf( dest ), expected ) << count << " bits from " << from << " to " << to;
-            }
-        }
-    }
-    zuBufferRelease( dest );
-    zuBufferRelease( src );
-}
-
 TEST( Buffer, Texts )
 {
     EXPECT_EQ( takeText( zuBufferCreate() ), "[]" );
@@ -388,26 +377,20 @@ TEST( Buffer, LengthsAndSpace )
 {
     ZU_BUFFER *buf = zuBufferCreateFromBits( 0, 13 );
     EXPECT_EQ( zuBufferLength( buf ), 1 );
-    EXPECT_EQ( zuBufferBitLength( buf ), 13 );
     EXPECT_EQ( zuBufferBitSpace( buf ), ZU_INT_MAX - 13 );
     EXPECT_EQ( zuBufferSpace( buf ), ( ZU_INT_MAX - 13 ) >> 3 );
     EXPECT_FALSE( zuBufferBitIsAligned( buf ) );
     EXPECT_EQ( zuBufferBitBacking( buf ), zuBufferBacking( buf ) );
     zuBufferAppendAlignment( &buf );
-    EXPECT_EQ( zuBufferBitLength( buf ), 16 );
     EXPECT_TRUE( zuBufferBitIsAligned( buf ) );
-    zuBufferBitInsertAlignment( &buf, 3 );
-    EXPECT_EQ( zuBufferBitLength( buf ), 16 );
     zuBufferRelease( buf );
 }
 
 TEST( Buffer, StaleBitsAreNeverSeen )
 {
     ZU_BUFFER *a = zuBufferCreateFromBits( 0x55F, 11 );
-    ZU_BUFFER *b = zuBufferCreateFromBits( 0xABDF, 16 );
+    ZU_BUFFER *b = zuBufferCreateFromBits( 0xABFF, 16 );
     zuBufferBitDelTrailing( &b, 5 );
-    zuBufferBitWriteBits( &a, 10, 0, 1 );
-    zuBufferBitWriteBits( &b, 10, 0, 1 );
     EXPECT_NE( zuBufferBacking( a )[ 1 ], zuBufferBacking( b )[ 1 ] );
     EXPECT_TRUE( zuBufferEquals( a, b ) );
     EXPECT_EQ( textOf( a ), textOf( b ) );
@@ -417,56 +400,31 @@ TEST( Buffer, StaleBitsAreNeverSeen )
     zuBufferRelease( a );
 }
 
-// Room: lengths of the three parts in bits, and the size that is reported, in bytes
+// The three parts of the storage in bits, and the size that is reported, in bytes
 static void expectRoom( ZU_BUFFER *buf, uint64_t fspace, uint64_t length, uint64_t bspace, ZU_INT size )
 {
-    EXPECT_EQ( buf->bitFspace, fspace );
-    EXPECT_EQ( buf->bitLength, length );
-    EXPECT_EQ( buf->bitBspace, bspace );
+    EXPECT_EQ( roomOf( buf ), ( ROOM{ fspace, length, bspace } ) );
     EXPECT_EQ( zu___ObjDbgAllocationSize( zuBufferObj( buf ) ), size );
 }
-
-TEST( BufferRoom, AtTheFront )
-{
-    ZU_BUFFER *buf = zuBufferCreate();
-    zuBufferPrependZero( &buf, 100 );
-    expectRoom( buf, 640, 800, 1280, 340 );
-    zuBufferPrependZero( &buf, 80 );
-    expectRoom( buf, 0, 1440, 1280, 340 );
-    zuBufferPrependZero( &buf, 1 ); // out of both
-    expectRoom( buf, 0, 1448, 1272, 340 );
-    zuBufferPrependZero( &buf, 160 ); // new storage
-    expectRoom( buf, 640, 2728, 1280, 581 );
-    zuBufferBitPrependZero( &buf, 3 ); // a new buffer's storage, off the boundaries
-    expectRoom( buf, 640, 2731, 1285, 582 );
-    ZU_BUFFER *before = buf;
-    zuBufferBitPrependZero( &buf, 5 );
-    EXPECT_EQ( buf, before ) << "rebuilt in place";
-    zuBufferRelease( buf );
-}
-TEST( BufferRoom, AtTheEnd )
+TEST( Buffer, RoomInNumbers )
 {
     ZU_BUFFER *buf = zuBufferCreate();
     zuBufferBitAppendBits( &buf, 1, 1 );
     expectRoom( buf, 640, 1, 1287, 241 );
-    zuBufferBitAppendOne( &buf, 1287 );
-    expectRoom( buf, 640, 1288, 0, 241 );
-    zuBufferBitAppendOne( &buf, 2 );
-    expectRoom( buf, 640, 1290, 1286, 402 );
-    zuBufferRelease( buf );
-}
-TEST( BufferRoom, Inside )
-{
-    ZU_BUFFER *buf = zuBufferCreate();
-    zuBufferAppendZero( &buf, 100 );
-    zuBufferInsertZero( &buf, 50, 160 );
-    expectRoom( buf, 640, 2080, 0, 340 );
-    zuBufferInsertZero( &buf, 50, 81 ); // more than both rooms: new storage
-    expectRoom( buf, 640, 2728, 1280, 581 );
-    zuBufferBitInsertZero( &buf, 8, 7 );
-    expectRoom( buf, 640, 2735, 1281, 582 );
-    zuBufferBitInsertZero( &buf, 7, 8 );
-    expectRoom( buf, 640, 2743, 1281, 583 );
+    zuBufferBitAppendOne( &buf, 1288 );
+    expectRoom( buf, 640, 1289, 1287, 402 );
+    ZU_BUFFER *before = buf;
+    zuBufferBitPrependZero( &buf, 7999 );
+    expectRoom( buf, 640, 9288, 1280, 1401 );
+    EXPECT_EQ( buf, before ) << "rebuilt in place";
+    zuBufferDelLeading( &buf, 80 );
+    expectRoom( buf, 1280, 8648, 1280, 1401 );
+    zuBufferDelLeading( &buf, 1 );
+    expectRoom( buf, 640, 8640, 1280, 1320 );
+    zuBufferBitDelTrailing( &buf, 1280 );
+    expectRoom( buf, 640, 7360, 2560, 1320 );
+    zuBufferBitDelTrailing( &buf, 1 );
+    expectRoom( buf, 640, 7359, 1281, 1160 );
     zuBufferRelease( buf );
 }
 
@@ -474,67 +432,30 @@ TEST( BufferRoom, Inside )
 static ZU_BUFFER *makeMisplaced( ZU_INT count )
 {
     BYTES bytes( 255 );
-    for ( size_t i = 0; i < bytes.size(); i++ ) {
-        bytes[ i ] = (uint8_t)i;
-    }
+    std::iota( bytes.begin(), bytes.end(), (uint8_t)0 );
     ZU_BUFFER *buf = zuBufferCreateFromBytesCopy( bytes.data(), 100 );
     zuBufferAppendBytes( &buf, bytes.data() + 100, 155 );
     zuBufferInsertOne( &buf, 50, count );
     return buf;
 }
-TEST( BufferRoom, OutOfBothEndsInsideIsMisplaced )
+TEST( Buffer, AnInsertionOutOfBothEndsIsMisplaced )
 {
     // 8 bytes come from the front room, but it shrinks by 8 bits: the content begins 7 bytes late.
     ZU_BUFFER *buf = makeMisplaced( 13 );
     expectRoom( buf, 632, 268 * 8, 0, 340 );
-    const uint8_t *bytes = zuBufferBacking( buf );
-    EXPECT_EQ( bytes[ 0 ], 7 );
-    EXPECT_EQ( bytes[ 42 ], 49 );
-    EXPECT_EQ( bytes[ 43 ], 42 );
-    EXPECT_EQ( bytes[ 49 ], 48 );
-    EXPECT_EQ( bytes[ 50 ], 0xFF );
-    EXPECT_EQ( bytes[ 62 ], 0xFF );
-    EXPECT_EQ( bytes[ 63 ], 57 );
-    EXPECT_EQ( bytes[ 260 ], 254 );
+    const std::pair<int, int> places[] = { { 0, 7 },     { 42, 49 },   { 43, 42 }, { 49, 48 },
+                                           { 50, 0xFF }, { 62, 0xFF }, { 63, 57 }, { 260, 254 } };
+    for ( auto [ place, byte ] : places ) {
+        EXPECT_EQ( zuBufferBacking( buf )[ place ], byte ) << place;
+    }
     zuBufferPrependByte( &buf, 1 );
     EXPECT_EQ( zuBufferReadByte( buf, 1 ), 7 );
     zuBufferRelease( buf );
 
-    expectAbort( "BIT_AT_BOUND( (*buf)->bitFspace )", [] {
-        ZU_BUFFER *misplaced = makeMisplaced( 12 );
-        zuBufferAppendZero( &misplaced, 0 );
-    } );
-    expectAbort( "BIT_AT_BOUND( buf->bitFspace )", [] {
-        ZU_BUFFER *misplaced = makeMisplaced( 12 );
-        zuBufferDelLeading( &misplaced, 1 );
-    } );
-}
-
-TEST( BufferRoom, DeletionTrims )
-{
-    ZU_BUFFER *buf = zuBufferCreate();
-    zuBufferAppendZero( &buf, 1000 );
-    zuBufferDelLeading( &buf, 80 );
-    expectRoom( buf, 1280, 7360, 1280, 1240 );
-    zuBufferDelLeading( &buf, 1 );
-    expectRoom( buf, 640, 7352, 1280, 1159 );
-    zuBufferBitDelTrailing( &buf, 1280 );
-    expectRoom( buf, 640, 6072, 2560, 1159 );
-    zuBufferBitDelTrailing( &buf, 1 );
-    expectRoom( buf, 640, 6071, 1281, 999 );
-    zuBufferDelInner( &buf, 10, 500 );
-    expectRoom( buf, 640, 2071, 1281, 499 );
-    zuBufferBitDelInner( &buf, 1, 1 );
-    expectRoom( buf, 640, 2070, 1282, 499 );
-    zuBufferDelOuter( &buf, 1, 255 );
-    expectRoom( buf, 648, 2040, 1304, 499 );
-    zuBufferBitDelOuter( &buf, 1, 2038 );
-    expectRoom( buf, 640, 2038, 1282, 495 );
-    zuBufferBitDelOuter( &buf, 0, 0 );
-    ZU_BUFFER *empty = zuBufferCreate();
-    EXPECT_EQ( buf, empty ) << "whoever deletes everything holds the shared empty buffer";
-    zuBufferRelease( empty );
-    zuBufferRelease( buf );
+    ZU_BUFFER *misplaced = makeMisplaced( 12 );
+    expectAbort( "BIT_AT_BOUND( (*buf)->bitFspace )", [ & ] { zuBufferAppendZero( &misplaced, 0 ); } );
+    expectAbort( "BIT_AT_BOUND( buf->bitFspace )", [ & ] { zuBufferDelLeading( &misplaced, 1 ); } );
+    zuBufferRelease( misplaced );
 }
 
 TEST( Buffer, NothingCopiesNothing )
@@ -550,9 +471,11 @@ TEST( Buffer, NothingCopiesNothing )
     zuBufferAppendAlignment( &buf );
     EXPECT_EQ( buf, other );
     zuBufferRelease( other );
-    zuBufferRelease( buf );
 
     ZU_BUFFER *empty = zuBufferCreate();
+    zuBufferBitDelOuter( &buf, 5, 0 );
+    EXPECT_EQ( buf, empty ) << "whoever deletes everything holds the shared empty buffer";
+    zuBufferRelease( buf );
     ZU_BUFFER *copy = zuBufferCreateFrom( empty );
     EXPECT_NE( copy, empty );
     EXPECT_EQ( copy->bytes, nullptr );
@@ -562,25 +485,17 @@ TEST( Buffer, NothingCopiesNothing )
 
 TEST( Buffer, ForeignBytesStayUntilTheContentChanges )
 {
-    static const uint8_t BYTES_[] = { 1, 2, 3, 4, 5, 6 };
+    static const uint8_t FOREIGN[] = { 1, 2, 3, 4, 5, 6 };
     ZU_STRING *owner = zuStringCreateFromAscii( "owner", -1 );
-    ZU_BUFFER *buf = zuBufferCreateFromBytesUseWithRef( BYTES_, 6, zuStringObj( owner ) );
+    ZU_BUFFER *buf = zuBufferCreateFromBytesUseWithRef( FOREIGN, 6, zuStringObj( owner ) );
     EXPECT_EQ( ZU_REF_RETAIN_COUNT( owner ), 2u );
     zuBufferDelLeading( &buf, 1 );
     zuBufferBitDelTrailing( &buf, 3 );
     zuBufferDelOuter( &buf, 1, 3 );
-    EXPECT_EQ( zuBufferBacking( buf ), BYTES_ + 2 );
-    ZU_BUFFER *shared = zuBufferRetain( buf );
-    zuBufferDelLeading( &buf, 1 );
-    EXPECT_NE( buf, shared ) << "a shared one is copied even so";
-    EXPECT_EQ( textOf( shared ), "[03 04 05]" );
-    EXPECT_EQ( textOf( buf ), "[04 05]" );
-    EXPECT_EQ( ZU_REF_RETAIN_COUNT( owner ), 2u );
-    zuBufferDelInner( &shared, 1, 1 );
+    EXPECT_EQ( zuBufferBacking( buf ), FOREIGN + 2 );
+    zuBufferDelInner( &buf, 1, 1 );
     EXPECT_EQ( ZU_REF_RETAIN_COUNT( owner ), 1u ) << "closing a gap changes the content";
-    EXPECT_EQ( textOf( shared ), "[03 05]" );
-    zuBufferRelease( shared );
-    zuBufferRelease( buf );
+    EXPECT_EQ( takeText( buf ), "[03 05]" );
     zuStringRelease( owner );
 }
 
