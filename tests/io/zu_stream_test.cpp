@@ -12,10 +12,15 @@
 
 typedef std::vector<ZU_INT> COUNTS;
 
+template <typename... OBJECTS>
+static void releaseAll( OBJECTS *...objects )
+{
+    ( zuObjRelease( (ZU_OBJ *)objects ), ... );
+}
+
 // What differs between the two: names, and little else
 #define FUNCTIONS( Unit, Units, Value )                                \
     static constexpr auto createSink = zu___##Unit##SinkCreate;        \
-    static constexpr auto sinkObj = zu##Unit##SinkObj;                 \
     static constexpr auto sinkError = zu##Unit##SinkError;             \
     static constexpr auto flush = zu##Unit##SinkFlush;                 \
     static constexpr auto write = zu##Unit##SinkWrite;                 \
@@ -24,12 +29,10 @@ typedef std::vector<ZU_INT> COUNTS;
     static constexpr auto writeLeading = zu##Unit##SinkWriteLeading;   \
     static constexpr auto writeTrailing = zu##Unit##SinkWriteTrailing; \
     static constexpr auto writeUnits = zu##Unit##SinkWrite##Units;     \
-    static constexpr auto sourceObj = zu##Unit##SourceObj;             \
     static constexpr auto end = zu##Unit##SourceEnd;                   \
     static constexpr auto sourceError = zu##Unit##SourceError;         \
     static constexpr auto read = zu##Unit##SourceRead;                 \
     static constexpr auto readUnits = zu##Unit##SourceRead##Units;     \
-    static constexpr auto valueObj = zu##Value##Obj;                   \
     static constexpr auto valueLength = zu##Value##Length;             \
     static constexpr auto valueBacking = zu##Value##Backing;           \
     static constexpr auto createEmpty = zu##Value##Create
@@ -104,13 +107,11 @@ public:
     ~Stream() override
     {
         if ( sink ) {
-            zuObjRelease( STREAMS::sinkObj( sink ) );
+            releaseAll( sink );
         }
-        zuObjRelease( STREAMS::sourceObj( source ) );
+        releaseAll( source );
         EXPECT_EQ( ZU_REF_RETAIN_COUNT( closure ), 1u );
-        zuStringRelease( closure );
-        zuObjRelease( STREAMS::valueObj( value ) );
-        zuObjRelease( STREAMS::valueObj( dest ) );
+        releaseAll( closure, value, dest );
     }
 
     static UNIT unitAt( ZU_INT i )
@@ -208,47 +209,36 @@ TYPED_TEST( Stream, WritingNothingCallsNothing )
 
 TYPED_TEST( Stream, AFailedSinkRefusesEverything )
 {
-    auto write = [ this ]() { return TypeParam::write( this->sink, this->value ); };
+    const typename TestFixture::UNIT unit = 0;
     auto outer = [ this ]() { return TypeParam::writeOuter( this->sink, this->value, 10, 20 ); };
-    auto units = [ this ]() { return TypeParam::writeUnits( this->sink, this->part( 0, 1 ).data(), 1 ); };
+    auto units = [ & ]() { return TypeParam::writeUnits( this->sink, &unit, 1 ); };
     auto nothing = [ this ]() { return TypeParam::writeUnits( this->sink, nullptr, 0 ); };
+    for ( size_t failing : { 0, 1 } ) {
+        releaseAll( std::exchange( this->sink, TypeParam::createSink( this->writeFunc, this->flushFunc, nullptr ) ) );
+        this->flushes = 0;
+        this->written.clear();
+        this->failingWrite = failing;
+        EXPECT_FALSE( outer() );
+        EXPECT_EQ( this->written.size(), failing + 1 ) << "no second piece behind a first that fails";
+        EXPECT_TRUE( TypeParam::sinkError( this->sink ) );
+        this->written.clear();
+        EXPECT_FALSE( TypeParam::write( this->sink, this->value ) || outer() || units() || nothing() );
+        EXPECT_FALSE( TypeParam::writeInner( this->sink, nullptr, 0, 0 ) || TypeParam::flush( this->sink ) );
+        this->expectWritten( {} );
+    }
+    releaseAll( std::exchange( this->sink, TypeParam::createSink( this->writeFunc, this->flushFunc, nullptr ) ) );
+    EXPECT_EQ( this->flushes, 0 ) << "a failed sink is not flushed at its end";
     this->failingWrite = 0;
     EXPECT_EQ( units(), ZU_FALSE );
     EXPECT_EQ( TypeParam::sinkError( this->sink ), TypeParam::WRITE_UNITS_FAILS_FOR_GOOD );
-    if ( !TypeParam::WRITE_UNITS_FAILS_FOR_GOOD ) {
-        EXPECT_TRUE( nothing() );
-        // The second piece of two fails.
-        this->written.clear();
-        this->failingWrite = 1;
-        EXPECT_FALSE( outer() );
-        EXPECT_TRUE( TypeParam::sinkError( this->sink ) );
-        EXPECT_EQ( this->written.size(), 2u );
-    }
-    this->written.clear();
-    EXPECT_FALSE( write() );
-    EXPECT_FALSE( outer() );
-    EXPECT_FALSE( units() );
-    EXPECT_FALSE( nothing() );
-    EXPECT_FALSE( TypeParam::writeInner( this->sink, nullptr, 0, 0 ) );
-    EXPECT_FALSE( TypeParam::flush( this->sink ) );
-    this->expectWritten( {} );
-    zuObjRelease( TypeParam::sinkObj( std::exchange( this->sink, nullptr ) ) );
-    EXPECT_EQ( this->flushes, 0 ) << "a failed sink is not flushed at its end";
-}
-
-TYPED_TEST( Stream, AFailingWriteIsForGood )
-{
-    this->failingWrite = 0;
-    EXPECT_FALSE( TypeParam::writeOuter( this->sink, this->value, 10, 20 ) );
-    EXPECT_EQ( this->written.size(), 1u ) << "the second piece is not tried";
-    EXPECT_TRUE( TypeParam::sinkError( this->sink ) );
+    EXPECT_EQ( nothing(), !TypeParam::WRITE_UNITS_FAILS_FOR_GOOD );
 }
 
 TYPED_TEST( Stream, FlushesOnDemandAndAtTheEnd )
 {
     EXPECT_EQ( TypeParam::flush( this->sink ), ZU_TRUE );
     EXPECT_EQ( this->flushes, 1 );
-    zuObjRelease( TypeParam::sinkObj( this->sink ) );
+    releaseAll( this->sink );
     EXPECT_EQ( this->flushes, 2 );
     this->sink = TypeParam::createSink( this->writeFunc, this->flushFunc, nullptr );
     this->flushResult = ZU_FALSE;
@@ -279,7 +269,7 @@ TYPED_TEST( Stream, ReadsInChunks )
     for ( const ROW &row : rows ) {
         SCOPED_TRACE( std::to_string( row.available ) + ", " + std::to_string( row.maxCount ) );
         auto fresh = TypeParam::createSource( this->readFunc, nullptr );
-        zuObjRelease( TypeParam::valueObj( this->dest ) );
+        releaseAll( this->dest );
         this->dest = TypeParam::createEmpty();
         this->asked.clear();
         this->available = row.available;
@@ -292,7 +282,7 @@ TYPED_TEST( Stream, ReadsInChunks )
             EXPECT_EQ( TypeParam::read( fresh, &this->dest, -1 ), 0 );
             this->expectRead( row.length, row.asked );
         }
-        zuObjRelease( TypeParam::sourceObj( fresh ) );
+        releaseAll( fresh );
     }
 }
 
@@ -454,12 +444,7 @@ TEST( BufferByteStreams, CollectAndDeliver )
     ZU_BUFFER_BYTE_SOURCE *partial = zuBufferByteSourceCreate( thirteen );
     ZU_BYTE_SOURCE *one = zuBufferByteSourceByteSource( partial );
     EXPECT_EQ( zuByteSourceReadBytes( one, bytes, 2 ), 1 );
-    for ( ZU_OBJ *obj : { zuByteSourceObj( one ), zuBufferByteSourceObj( partial ), zuBufferObj( whole ),
-                          zuByteSourceObj( other ), zuByteSourceObj( source ), zuBufferByteSourceObj( delivery ),
-                          zuBufferObj( nothing ), zuBufferObj( collected ), zuBufferObj( thirteen ),
-                          zuByteSinkObj( second ), zuByteSinkObj( first ), zuBufferByteSinkObj( collector ) } ) {
-        zuObjRelease( obj );
-    }
+    releaseAll( one, partial, whole, other, source, delivery, nothing, collected, thirteen, second, first, collector );
 }
 TEST( StringCharStreams, WriteTextsOfAllKinds )
 {
@@ -490,12 +475,7 @@ TEST( StringCharStreams, WriteTextsOfAllKinds )
     EXPECT_TRUE( zuStringEndsWith( expected, rest ) );
     ZU_STRING *whole = zuStringCharSourceString( delivery );
     EXPECT_EQ( whole, collected );
-    for ( ZU_OBJ *obj :
-          { zuStringObj( whole ), zuStringObj( rest ), zuCharSourceObj( source ), zuStringCharSourceObj( delivery ),
-            zuStringObj( expected ), zuStringObj( nothing ), zuStringObj( collected ), zuStringObj( format ),
-            zuCharSinkObj( sink ), zuStringCharSinkObj( collector ) } ) {
-        zuObjRelease( obj );
-    }
+    releaseAll( whole, rest, source, delivery, expected, nothing, collected, format, sink, collector );
 }
 TEST( StringCharStreams, AFailedSinkWritesNoTextOfAnyKind )
 {
