@@ -689,8 +689,8 @@ static inline ZU_BUFFER *bufferHoldIfRead( ZU_BUFFER *buf, const OPERAND &operan
     return nullptr;
 }
 
-// Insertion and overwriting, in bits.  An operand that fits in two registers goes in those; a larger one would be written
-// in parts and copied as a whole at once, which a processor waits for.
+// Insertion and overwriting, in bits.  An operand that fits in two registers goes in those; a larger one would be
+// written in parts and copied as a whole at once, which a processor waits for.
 template <typename OPERAND>
 using PASSED = std::conditional_t<sizeof( OPERAND ) <= 16, OPERAND, const OPERAND &>;
 
