@@ -144,22 +144,6 @@ TEST( EventQueue, BearsContradictoryOrders )
     EXPECT_EQ( zuSortObjects( &fickleSort ), 0 );
 }
 
-// Listeners run without the queue's lock.
-TEST( EventQueue, IsReadByItsListener )
-{
-    static zu::Ref<ZU_OBJ> read;
-    zu::Ref<ZU_EVENT_QUEUE> eq = createQueue();
-    zu::Ref<ZU_ALERTABLE> alb = zu::adopt(
-        zuAlertableCreate( []( ZU_OBJ *arg ) { read = zu::adopt( zuEventQueueReadEvent( zuEventQueueFrom( arg ) ) ); },
-                           zuEventQueueObj( eq.get() ) ) );
-    zuEventQueueReadEventAddAlertable( eq.get(), alb.get() );
-    zu::Ref<ZU_OBJ> event = createInt( 1 );
-    zuEventQueueWriteEvent( eq.get(), event.get() );
-    EXPECT_EQ( read.get(), event.get() );
-    read = nullptr;
-    EXPECT_EQ( zuEventQueueReadEvent( eq.get() ), nullptr );
-}
-
 TEST( EventQueue, ServesManyWriters )
 {
     static constexpr ZU_INT WRITERS = 3, EVENTS_EACH = 5000;

@@ -4,92 +4,74 @@
 #include "zu_test_support.h"
 
 #include <algorithm>
+#include <functional>
 #include <random>
 #include <set>
 #include <vector>
 
 using GENERATION = zu::Ref<ZU_GENERATION>;
 
-static std::string toStd( ZU_GENERATION *generation )
+static bool hasText( ZU_GENERATION *generation, const std::string &text )
 {
-    zu::Ref<ZU_STRING> text = zu::adopt( zuGenerationToString( generation ) );
-    char *chars = zuStringConvertToUtf8( text.get(), ZU_TRUE, nullptr );
-    std::string result = chars;
-    zuMemFree( chars );
-    return result;
+    return zuStringEqualsCstr( zu::adopt( zuGenerationToString( generation ) ).get(), text.c_str(), -1 );
 }
 
-// Generations, and what the tree should be.
-struct TREE {
-    struct NODE {
-        GENERATION generation;
-        int parent; // -1: a root
-        std::vector<int> path;
-        int children = 0;
-    };
-    std::vector<NODE> nodes;
-    ZU_INT firstRoot = zu___GenerationGenerationNumber;
-    int roots = 0;
+// A generation, and where it should stand.
+struct NODE {
+    GENERATION generation;
+    std::vector<ZU_INT> path;
+    ZU_INT children = 0;
 
-    void grow( int parent )
+    ZU_GENERATION *get() const
     {
-        NODE node;
-        node.parent = parent;
-        if ( parent < 0 ) {
-            node.generation = zu::adopt( zuGenerationCreate() );
-            node.path = { (int)firstRoot + roots++ };
-        } else {
-            NODE &its = nodes[ (size_t)parent ];
-            node.generation = zu::adopt( zuGenerationCreateWithParent( its.generation.get() ) );
-            node.path = its.path;
-            node.path.push_back( its.children++ );
-        }
-        nodes.push_back( node );
+        return generation.get();
     }
-    bool isAncestor( int ancestor, int node ) const
+    // Tells whether this is an ancestor, `levels` above, or any number for 0.
+    bool isAbove( const NODE &other, size_t levels = 0 ) const
     {
-        do {
-            node = nodes[ (size_t)node ].parent;
-        } while ( node >= 0 && node != ancestor );
-        return node >= 0;
-    }
-    ZU_GENERATION *operator[]( int node ) const
-    {
-        return nodes[ (size_t)node ].generation.get();
+        return path.size() < other.path.size() && ( levels == 0 || path.size() + levels == other.path.size() ) &&
+               std::equal( path.begin(), path.end(), other.path.begin() );
     }
 };
-static TREE randomTree( std::mt19937 &random, int size )
+static std::vector<NODE> randomTree( std::mt19937 &random, size_t size )
 {
-    TREE tree;
-    for ( int i = 0; i < size; i++ ) {
-        tree.grow( (int)( random() % (unsigned)( i + 3 ) ) - 3 < 0 ? -1 : (int)( random() % (unsigned)i ) );
+    ZU_INT root = zu___GenerationGenerationNumber;
+    std::vector<NODE> nodes( size );
+    for ( size_t i = 0; i < size; i++ ) {
+        if ( random() % ( i + 3 ) < 3 ) {
+            nodes[ i ] = { zu::adopt( zuGenerationCreate() ), { root++ } };
+        } else {
+            NODE &parent = nodes[ random() % i ];
+            nodes[ i ] = { zu::adopt( zuGenerationCreateWithParent( parent.get() ) ), parent.path };
+            nodes[ i ].path.push_back( parent.children++ );
+        }
     }
-    return tree;
+    return nodes;
 }
 
 TEST( Generation, KnowsItsRelations )
 {
     std::mt19937 random( 1 );
-    TREE tree = randomTree( random, 60 );
-    for ( int a = 0; a < 60; a++ ) {
-        const TREE::NODE &nodeA = tree.nodes[ (size_t)a ];
+    std::vector<NODE> nodes = randomTree( random, 60 );
+    for ( const NODE &a : nodes ) {
         std::string text;
-        for ( int number : nodeA.path ) {
+        for ( ZU_INT number : a.path ) {
             text += ( text.empty() ? "" : ":" ) + std::to_string( number );
         }
-        EXPECT_EQ( toStd( tree[ a ] ), text );
-        EXPECT_EQ( zuGenerationHasParent( tree[ a ] ), nodeA.parent >= 0 );
-        EXPECT_EQ( zu::adopt( zuGenerationParent( tree[ a ] ) ).get(),
-                   nodeA.parent >= 0 ? tree[ nodeA.parent ] : nullptr );
-        for ( int b = 0; b < 60; b++ ) {
-            const TREE::NODE &nodeB = tree.nodes[ (size_t)b ];
-            SCOPED_TRACE( text + " and " + toStd( tree[ b ] ) );
-            EXPECT_EQ( zuGenerationIsParent( tree[ a ], tree[ b ] ), nodeB.parent == a );
-            EXPECT_EQ( zuGenerationIsChild( tree[ a ], tree[ b ] ), nodeA.parent == b );
-            EXPECT_EQ( zuGenerationIsAncestor( tree[ a ], tree[ b ] ), tree.isAncestor( a, b ) );
-            EXPECT_EQ( zuGenerationIsDescendant( tree[ a ], tree[ b ] ), tree.isAncestor( b, a ) );
-            EXPECT_EQ( zuGenerationIsOlder( tree[ a ], tree[ b ] ), nodeA.path < nodeB.path );
-            EXPECT_EQ( zuGenerationIsYounger( tree[ a ], tree[ b ] ), nodeA.path > nodeB.path );
+        SCOPED_TRACE( text );
+        EXPECT_TRUE( hasText( a.get(), text ) );
+        GENERATION parent = zu::adopt( zuGenerationParent( a.get() ) );
+        EXPECT_EQ( zuGenerationHasParent( a.get() ), a.path.size() > 1 );
+        EXPECT_EQ( bool( parent ), a.path.size() > 1 );
+        for ( const NODE &b : nodes ) {
+            SCOPED_TRACE( &b - nodes.data() );
+            EXPECT_EQ( parent.get() == b.get(), b.isAbove( a, 1 ) );
+            EXPECT_EQ( zuGenerationIsParent( a.get(), b.get() ), a.isAbove( b, 1 ) );
+            EXPECT_EQ( zuGenerationIsChild( a.get(), b.get() ), b.isAbove( a, 1 ) );
+            EXPECT_EQ( zuGenerationIsAncestor( a.get(), b.get() ), a.isAbove( b ) );
+            EXPECT_EQ( zuGenerationIsDescendant( a.get(), b.get() ), b.isAbove( a ) );
+            EXPECT_EQ( zuGenerationIsOlder( a.get(), b.get() ), a.path < b.path );
+            EXPECT_EQ( zuGenerationIsYounger( a.get(), b.get() ), a.path > b.path );
         }
     }
 }
@@ -104,29 +86,27 @@ TEST( Generation, NumbersChildrenOfAllThreads )
             children[ (size_t)( self * EACH + i ) ] = zu::adopt( zuGenerationCreateWithParent( parent.get() ) );
         }
     } );
-    std::set<std::string> texts;
-    for ( const GENERATION &child : children ) {
-        texts.insert( toStd( child.get() ) );
-    }
-    EXPECT_EQ( texts.size(), children.size() );
+    auto before = []( const GENERATION &a, const GENERATION &b ) { return zuGenerationIsOlder( a.get(), b.get() ); };
+    std::sort( children.begin(), children.end(), before );
+    EXPECT_EQ( std::adjacent_find( children.begin(), children.end(), std::not_fn( before ) ), children.end() );
     EXPECT_EQ( parent.get()->childGenerationNumber, THREADS * EACH );
 }
 
 TEST( GenerationMutex, AdmitsOneOfALine )
 {
     std::mt19937 random( 2 );
-    TREE tree = randomTree( random, 40 );
-    std::set<int> admitted;
+    std::vector<NODE> nodes = randomTree( random, 40 );
+    std::set<const NODE *> admitted;
     zu::Ref<ZU_GENERATION_MUTEX> mutex = zu::adopt( zuGenerationMutexCreate() );
     for ( int step = 0; step < 3000; step++ ) {
-        int node = (int)( random() % 40 );
+        const NODE *node = &nodes[ random() % nodes.size() ];
         if ( random() % 3 == 0 ) {
-            zuGenerationMutexUnregister( mutex.get(), tree[ node ] );
+            zuGenerationMutexUnregister( mutex.get(), node->get() );
             admitted.erase( node );
         } else {
             bool free = std::none_of( admitted.begin(), admitted.end(),
-                                      [ & ]( int other ) { return other == node || tree.isAncestor( other, node ); } );
-            ASSERT_EQ( zuGenerationMutexTryRegister( mutex.get(), tree[ node ] ), free ) << "step " << step;
+                                      [ & ]( const NODE *other ) { return other == node || other->isAbove( *node ); } );
+            ASSERT_EQ( zuGenerationMutexTryRegister( mutex.get(), node->get() ), free ) << "step " << step;
             if ( free ) {
                 admitted.insert( node );
             }

@@ -23,6 +23,13 @@ static void runOnThread( ZU_THREAD_FUNC func, ZU_OBJ *argument = nullptr )
     zuThreadJoin( spawn( "test", func, argument ).get() );
 }
 
+// What a thread with a signal for an argument does.
+static void assertArgument()
+{
+    auto signal = zu::adopt( zuSignalFrom( zuThreadUnlatchArgument() ) );
+    zuSignalAssert( signal.get() );
+}
+
 TEST( Thread, KnowsItself )
 {
     static zu::Ref<ZU_THREAD> self; // what the thread takes itself for
@@ -49,9 +56,9 @@ TEST( Thread, RunsAtEveryPriority )
     static std::atomic<int> runs;
     runs = 0;
     for ( ZU_THREAD_PRIORITY prio = 0; ZU_THREAD_PRIORITY_OK( prio ); prio++ ) {
-        zuThreadJoin( spawn(
-                          "priority", [] { runs++; }, nullptr, prio )
-                          .get() );
+        auto thread = spawn(
+            "priority", [] { runs++; }, nullptr, prio );
+        zuThreadJoin( thread.get() );
         auto name = zu::adopt( zuThreadPriorityToString( prio ) );
         EXPECT_EQ( zuThreadPriorityFromString( name.get() ), prio );
     }
@@ -105,23 +112,21 @@ TEST( Thread, TellsItsEnd )
     static zu::Ref<ZU_BARRIER> gate;
     gate = zu::adopt( zuBarrierCreate( ZU_TRUE ) );
     auto thread = spawn( "end", [] { zuBarrierPass( gate.get() ); } );
-    auto early = zu::adopt( zuBarrierCreate( ZU_TRUE ) );
-    auto late = zu::adopt( zuBarrierCreate( ZU_TRUE ) );
-    auto detached = zu::adopt( zuBarrierCreate( ZU_TRUE ) );
-    auto earlyListener = zu::adopt( zuSignalableCreateBarrier( early.get() ) );
-    auto lateListener = zu::adopt( zuSignalableCreateBarrier( late.get() ) );
-    auto detachedListener = zu::adopt( zuSignalableCreateBarrier( detached.get() ) );
+    auto early = zu::adopt( zuSignalCreate() );
+    auto late = zu::adopt( zuSignalCreate() );
+    auto earlyListener = zu::adopt( zuSignalableCreateSignal( early.get() ) );
+    auto lateListener = zu::adopt( zuSignalableCreateSignal( late.get() ) );
     zuThreadEndAddSignalable( thread.get(), earlyListener.get() );
-    zuThreadEndAddSignalable( thread.get(), detachedListener.get() );
-    zuThreadEndDelSignalable( thread.get(), detachedListener.get() );
+    zuThreadEndAddSignalable( thread.get(), lateListener.get() );
+    zuThreadEndDelSignalable( thread.get(), lateListener.get() );
     EXPECT_FALSE( zuThreadEnd( thread.get() ) );
     zuBarrierUnblock( gate.get() );
-    zuBarrierPass( early.get() );
+    zuSignalWait( early.get() );
     EXPECT_TRUE( zuThreadEnd( thread.get() ) );
     EXPECT_FALSE( zu___ThreadTryFreeze( thread.get() ) );
+    EXPECT_FALSE( zuSignalAsserted( late.get() ) );
     zuThreadEndAddSignalable( thread.get(), lateListener.get() );
-    EXPECT_FALSE( zuBarrierIsBlocked( late.get() ) );
-    EXPECT_TRUE( zuBarrierIsBlocked( detached.get() ) );
+    EXPECT_TRUE( zuSignalAsserted( late.get() ) );
     zuThreadJoin( thread.get() );
     zuThreadJoin( thread.get() ); // as often as one likes
     gate = nullptr;
@@ -129,16 +134,15 @@ TEST( Thread, TellsItsEnd )
 
 TEST( Thread, ManyJoinManyAtOnce )
 {
-    static std::atomic<int> started;
+    static constexpr int WORKERS = 30;
+    static std::atomic<int> ended;
     static std::vector<zu::Ref<ZU_THREAD>> workers;
     static zu::Ref<ZU_BARRIER> gate;
     gate = zu::adopt( zuBarrierCreate( ZU_TRUE ) );
-    started = 0;
-    static constexpr int WORKERS = 30;
     for ( int i = 0; i < WORKERS; i++ ) {
         workers.push_back( spawn( "worker", [] {
-            started++;
             zuBarrierPass( gate.get() );
+            ended++;
         } ) );
     }
     std::vector<zu::Ref<ZU_THREAD>> joiners;
@@ -147,7 +151,7 @@ TEST( Thread, ManyJoinManyAtOnce )
             for ( auto &worker : workers ) {
                 zuThreadJoin( worker.get() );
             }
-            EXPECT_EQ( started, WORKERS );
+            EXPECT_EQ( ended, WORKERS );
         } ) );
     }
     zuBarrierUnblock( gate.get() );
@@ -160,14 +164,9 @@ TEST( Thread, ManyJoinManyAtOnce )
 
 TEST( Thread, MayOutliveAllReferences )
 {
-    auto assertArgument = [] {
-        auto signal = zu::adopt( zuSignalFrom( zuThreadUnlatchArgument() ) );
-        zuSignalAssert( signal.get() );
-    };
     for ( int i = 0; i < 200; i++ ) {
         auto done = zu::adopt( zuSignalCreate() );
-        auto thread = spawn( "free", assertArgument, zuSignalObj( done.get() ) );
-        thread = nullptr;
+        spawn( "free", assertArgument, zuSignalObj( done.get() ) );
         zuSignalWait( done.get() );
     }
 }
@@ -202,10 +201,6 @@ TEST( Thread, Sleeps )
     EXPECT_GE( zuTimestamp() - start, 19 );
     EXPECT_FALSE( zuSleepTimed( signal.get(), 0 ) );
     EXPECT_FALSE( zuSignalHasSignalables( signal.get() ) ) << "nothing is left behind";
-    auto assertArgument = [] {
-        auto wakeUp = zu::adopt( zuSignalFrom( zuThreadUnlatchArgument() ) );
-        zuSignalAssert( wakeUp.get() );
-    };
     auto thread = spawn( "waker", assertArgument, zuSignalObj( signal.get() ) );
     zuSleep( signal.get() );
     EXPECT_TRUE( zuSleepTimed( signal.get(), 0 ) ) << "asserted before";
@@ -245,17 +240,22 @@ TEST( Thread, FreezesForGood )
 
 TEST( ThreadAborts, WithoutACurrentThread )
 {
-    auto outside = []( void ( *func )() ) {
-        return [ func ] {
-            zu___ThreadEncapsulateEnd();
-            func();
-        };
+    const struct {
+        const char *expression;
+        void ( *func )();
+    } rows[] = {
+        { "thisThread", [] { zuThreadThis(); } },
+        { "thisThread", [] { zuThreadUnlatchArgument(); } },
+        { "thisThread", [] { zuSleepTimed( nullptr, 0 ); } },
+        { "thisThread", zu___ThreadEncapsulateEnd },
+        { "zuThreadEncapsulated()", zuThreadCheckEncapsulated },
     };
-    expectAbort( "thisThread", outside( [] { zuThreadThis(); } ) );
-    expectAbort( "thisThread", outside( [] { zuThreadUnlatchArgument(); } ) );
-    expectAbort( "thisThread", outside( [] { zuSleepTimed( nullptr, 0 ); } ) );
-    expectAbort( "thisThread", outside( [] { zu___ThreadEncapsulateEnd(); } ) );
-    expectAbort( "zuThreadEncapsulated()", outside( [] { zuThreadCheckEncapsulated(); } ) );
+    for ( const auto &row : rows ) {
+        expectAbort( row.expression, [ & ] {
+            zu___ThreadEncapsulateEnd();
+            row.func();
+        } );
+    }
 }
 
 TEST( ThreadAborts, Misuse )

@@ -1,6 +1,6 @@
 // The calendar against Python's datetime, and conversion against the C library's, over random times.
 
-#include "zu/base/zu_time.h"
+#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
 #include <array>
@@ -10,14 +10,16 @@
 
 using FIELDS = std::array<ZU_INT, 6>;
 
-static FIELDS fieldsOf( ZU_TIME *tm )
+using TIME = zu::Ref<ZU_TIME>;
+
+static FIELDS fieldsOf( const TIME &tm )
 {
-    return { zuTimeYear( tm ), zuTimeMonth( tm ),  zuTimeDay( tm ),
-             zuTimeHour( tm ), zuTimeMinute( tm ), zuTimeSecond( tm ) };
+    return { zuTimeYear( tm.get() ), zuTimeMonth( tm.get() ),  zuTimeDay( tm.get() ),
+             zuTimeHour( tm.get() ), zuTimeMinute( tm.get() ), zuTimeSecond( tm.get() ) };
 }
-static ZU_TIME *makeTime( const FIELDS &f )
+static TIME makeTime( const FIELDS &f )
 {
-    return zuTimeTryCreateFromSystemTime( f[ 0 ], f[ 1 ], f[ 2 ], f[ 3 ], f[ 4 ], f[ 5 ] );
+    return zu::adopt( zuTimeTryCreateFromSystemTime( f[ 0 ], f[ 1 ], f[ 2 ], f[ 3 ], f[ 4 ], f[ 5 ] ) );
 }
 
 struct ROW {
@@ -52,33 +54,26 @@ TEST( TimeConformance, CalendarIsThatOfPython )
     int count = 0;
     while ( readRow( reference, &row ) && !HasFailure() ) {
         SCOPED_TRACE( "seed " + seed + ", line " + std::to_string( ++count ) );
-        ZU_TIME *tm = makeTime( row.time );
-        EXPECT_EQ( zuTimeWeekday( tm ), row.weekday );
-        EXPECT_EQ( zuTimeDayOfYear( tm ), row.dayOfYear );
+        TIME tm = makeTime( row.time );
+        EXPECT_EQ( zuTimeWeekday( tm.get() ), row.weekday );
+        EXPECT_EQ( zuTimeDayOfYear( tm.get() ), row.dayOfYear );
         ZU_INT seconds = 0;
-        EXPECT_TRUE( zuTimeTryConvertToTimeT( tm, &seconds ) || row.since1970 == -1 );
+        EXPECT_TRUE( zuTimeTryConvertToTimeT( tm.get(), &seconds ) || row.since1970 == -1 );
         EXPECT_EQ( seconds, row.since1970 );
-
-        ZU_TIME *other = zuTimeTryCreateFromTimeT( row.since1970 );
-        EXPECT_EQ( fieldsOf( other ), row.time );
-        zuTimeRelease( other );
-
-        other = makeTime( previous );
-        EXPECT_TRUE( zuTimeDeltaSeconds( other, tm, &seconds ) );
+        EXPECT_EQ( fieldsOf( zu::adopt( zuTimeTryCreateFromTimeT( row.since1970 ) ) ), row.time );
+        EXPECT_TRUE( zuTimeDeltaSeconds( makeTime( previous ).get(), tm.get(), &seconds ) );
         EXPECT_EQ( seconds, row.since1970 - previousSince1970 );
-        zuTimeRelease( other );
-
-        zuTimeShiftDays( &tm, row.days );
-        EXPECT_EQ( fieldsOf( tm ), row.shifted );
-        // The same days in hours, minutes or seconds.
-        for ( auto shift : { zuTimeShiftHours, zuTimeShiftMinutes, zuTimeShiftSeconds } ) {
-            ZU_INT unit = shift == zuTimeShiftHours ? 24 : shift == zuTimeShiftMinutes ? 24 * 60 : 24 * 60 * 60;
-            other = makeTime( row.time );
-            shift( &other, row.days * unit );
+        // Days, and the same in hours, minutes or seconds.
+        struct UNIT {
+            void ( *shift )( ZU_TIME **, ZU_INT );
+            ZU_INT perDay;
+        };
+        for ( UNIT unit : { UNIT{ zuTimeShiftDays, 1 }, UNIT{ zuTimeShiftHours, 24 }, UNIT{ zuTimeShiftMinutes, 1440 },
+                            UNIT{ zuTimeShiftSeconds, 86400 } } ) {
+            TIME other = tm;
+            unit.shift( other.inOut(), row.days * unit.perDay );
             EXPECT_EQ( fieldsOf( other ), row.shifted );
-            zuTimeRelease( other );
         }
-        zuTimeRelease( tm );
         previous = row.time;
         previousSince1970 = row.since1970;
     }
@@ -91,23 +86,20 @@ static void expectAsByTheCLibrary( ZU_INT seconds )
     time_t given = seconds;
     struct tm wanted;
     bool possible = gmtime_r( &given, &wanted ) != nullptr;
-    ZU_TIME *tm = zuTimeTryCreateFromTimeT( seconds );
-    ASSERT_EQ( tm != nullptr, possible );
+    TIME tm = zu::adopt( zuTimeTryCreateFromTimeT( seconds ) );
+    ASSERT_EQ( bool( tm ), possible );
     if ( !possible ) {
         return;
     }
     EXPECT_EQ( fieldsOf( tm ), ( FIELDS{ (ZU_INT)wanted.tm_year + 1900, wanted.tm_mon + 1, wanted.tm_mday,
                                          wanted.tm_hour, wanted.tm_min, wanted.tm_sec } ) );
     // Any day, leap seconds too, may come back.
-    zuTimeSetDay( &tm, 1 + ( seconds & 31 ) % 31 );
-    zuTimeSetSecond( &tm, ( seconds & 63 ) % 62 );
-    wanted.tm_mday = (int)zuTimeDay( tm );
-    wanted.tm_sec = (int)zuTimeSecond( tm );
+    zuTimeSetDay( tm.inOut(), wanted.tm_mday = 1 + (int)( seconds & 31 ) % 31 );
+    zuTimeSetSecond( tm.inOut(), wanted.tm_sec = (int)( seconds & 63 ) % 62 );
     ZU_INT back = -7;
     ZU_INT wantedBack = timegm( &wanted );
-    EXPECT_EQ( zuTimeTryConvertToTimeT( tm, &back ), wantedBack != -1 );
+    EXPECT_EQ( zuTimeTryConvertToTimeT( tm.get(), &back ), wantedBack != -1 );
     EXPECT_EQ( back, wantedBack != -1 ? wantedBack : 0 );
-    zuTimeRelease( tm );
 }
 TEST( TimeConformance, ConversionIsThatOfTheCLibrary )
 {
@@ -126,10 +118,8 @@ TEST( TimeConformance, ConversionIsThatOfTheCLibrary )
 TEST( TimeConformance, YearsOutsideAreNotConverted )
 {
     for ( ZU_INT year : { ZU_INT_MIN, (ZU_INT)-2147481749, (ZU_INT)2147485548, ZU_INT_MAX } ) {
-        ZU_TIME *tm = zuTimeTryCreateFromSystemTime( year, 12, 31, 23, 59, 59 );
         ZU_INT seconds = -7;
-        EXPECT_FALSE( zuTimeTryConvertToTimeT( tm, &seconds ) );
+        EXPECT_FALSE( zuTimeTryConvertToTimeT( makeTime( { year, 12, 31, 23, 59, 59 } ).get(), &seconds ) );
         EXPECT_EQ( seconds, 0 );
-        zuTimeRelease( tm );
     }
 }
