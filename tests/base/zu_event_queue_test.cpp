@@ -23,8 +23,8 @@ static zu::Ref<ZU_OBJ> createInt( ZU_INT value )
     return zu::adopt( zuBoxedIntObj( zuBoxedIntCreate( value ) ) );
 }
 
-// Returns event `number`: of three classes in turn, two with an order by value, whose events are made anew each time, and
-// one without.
+// Returns event `number`: of three classes in turn, two with an order by value, whose events are made anew each time,
+// and one without.
 static zu::Ref<ZU_OBJ> createEvent( const std::vector<zu::Ref<ZU_MONITOR>> &monitors, size_t number )
 {
     size_t which = number / 3;

@@ -25,8 +25,8 @@ static zu::Ref<ZU_TIMER> makeTimer( Fired *fired )
     return zu::adopt( zuTimerCreate( fire, zu___BoxedPointerObj( arg.get() ) ) );
 }
 
-// All timers share one thread, so when a timer that is due later has fired, those ahead of it have, and their calls have
-// returned.
+// All timers share one thread, so when a timer that is due later has fired, those ahead of it have, and their calls
+// have returned.
 static void waitBehind( ZU_INT milliseconds )
 {
     auto signal = zu::adopt( zuSignalCreate() );

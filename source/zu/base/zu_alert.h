@@ -1,9 +1,10 @@
 // ZU_ALERT: something that is so or not so, and listeners to be told when it becomes so.
 //
-// An alert is set and unset any number of times.  A listener hears one setting and is dropped: to hear the next, it is
-// attached again.  Nothing gets lost by that, since attaching to an alert that is set fires the listener at once.  There
-// is no waiting for an alert; a listener can open a barrier.  zu_alertable.h tells what listeners do, and what they must
-// not do.  Alerts are ordered by identity.
+// An alert is set and unset any number of times.  A listener hears one setting and is dropped: to hear the next, it
+// is attached again.  Nothing gets lost by that, since attaching to an alert that is set fires the listener at once.
+// There is no waiting for an alert; a listener can open a barrier.  zu_alertable.h tells what listeners do, and what
+// they must not do.  Any number of threads may set an alert, unset it, attach and detach.  Alerts are ordered by
+// identity.
 #pragma once
 
 #include "zu/runtime/zu_obj.h"
@@ -26,9 +27,9 @@ ZU_API void zuAlertSet( ZU_ALERT *al );
 /// Unsets the alert and tells whether it was set; takes no lock, and may come while listeners are being fired.
 ZU_API ZU_BOOL zuAlertUnset( ZU_ALERT *al );
 
-/// Attaches `alb` or, if the alert is set, fires it at once on the calling thread and keeps nothing.  A listener that is
-/// attached already is not attached twice; but one that is, and not as the first, gets a second place if the first has
-/// been detached, and is fired twice then.
+/// Attaches `alb` or, if the alert is set, fires it at once on the calling thread and keeps nothing.  A listener that
+/// is attached already is not attached twice; but one that is, and not as the first, gets a second place if the first
+/// has been detached, and is fired twice then.
 ZU_API void zuAlertAddAlertable( ZU_ALERT *al, ZU_ALERTABLE *alb );
 /// Detaches `alb`, wherever it stands; one that is not attached is no error.
 ZU_API void zuAlertDelAlertable( ZU_ALERT *al, ZU_ALERTABLE *alb );

@@ -1,11 +1,12 @@
 // ZU_EVENT_QUEUE: hands objects from any number of writers to a reader, first in, first out.
 //
-// The queue is a set too: an event that equals one that waits is not queued a second time, so a listener or a timer may
-// write the same object again and again, and one entry waits.
+// The queue is a set too: an event that equals one that waits is not queued a second time, so a listener or a timer
+// may write the same object again and again, and one entry waits.
 //
-// Reading does not block.  A reader attaches a listener, reads until nothing is left, waits for the listener, and begins
-// again; zu_alert.h tells why nothing gets lost by that.  A reader that was woken may find nothing.  The time that reading
-// and writing take grows with the logarithm of the number of events that wait.  Queues are ordered by identity.
+// Reading does not block.  A reader attaches a listener, reads until nothing is left, waits for the listener, and
+// begins again; zu_alert.h tells why nothing gets lost by that.  A reader that was woken may find nothing.  The time
+// that reading and writing take grows with the logarithm of the number of events that wait.  Queues are ordered by
+// identity.
 #pragma once
 
 #include "zu/base/zu_event_queue_imp.h"
@@ -15,14 +16,14 @@ ZU_BEGIN_DECLS
 typedef struct ZU_SIGNALABLE ZU_SIGNALABLE;
 
 typedef struct ZU_EVENT_QUEUE ZU_EVENT_QUEUE;
-// zuEventQueueRetain, Release, From, Obj, Sort, ToString, Compare, Equals.  The last release drops the events that wait;
-// listeners that write to the queue do nothing then.
+// zuEventQueueRetain, Release, From, Obj, Sort, ToString, Compare, Equals.  The last release drops the events that
+// wait; listeners that write to the queue do nothing then.
 ZU_STDFUNCS_DECLARE( ZU_EVENT_QUEUE, zuEventQueue )
 
 /// Returns a new queue without events.
 ZU_API ZU_EVENT_QUEUE *zuEventQueueCreate( void );
-/// Queues `event`, unless one that equals it waits.  If it is the only one, the listeners fire on the calling thread, and
-/// may read from the queue.
+/// Queues `event`, unless one that equals it waits.  If it is the only one, the listeners fire on the calling thread,
+/// and may read from the queue.
 ZU_API void zuEventQueueWriteEvent( ZU_EVENT_QUEUE *eq, ZU_OBJ *event );
 /// Takes the oldest event and returns it; null if there is none.
 ZU_API ZU_OBJ *zuEventQueueReadEvent( ZU_EVENT_QUEUE *eq );

@@ -1,5 +1,5 @@
-// Listeners run while the alert is being set, and may read then; so nothing is done to the alert with the monitor held,
-// but for unsetting, which takes no lock.
+// Listeners run while the alert is being set, and may read then; so nothing is done to the alert with the monitor
+// held, but for unsetting, which takes no lock.
 
 #include "zu/base/zu_event_queue_imp.h"
 

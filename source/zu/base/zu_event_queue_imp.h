@@ -1,7 +1,7 @@
 // ZU___EVENT_QUEUE_IMP: the inside of a ZU_EVENT_QUEUE, which listeners keep.
 //
-// For authors of classes and modules.  It lives as long as any listener keeps it, and takes in nothing once it has been
-// halted; reading from it and listening to it abort then.  zu_event_queue.h tells the rest.
+// For authors of classes and modules.  It lives as long as any listener keeps it, and takes in nothing once it has
+// been halted; reading from it and listening to it abort then.  zu_event_queue.h tells the rest.
 #pragma once
 
 #include "zu/runtime/zu_obj.h"
@@ -11,8 +11,8 @@ ZU_BEGIN_DECLS
 typedef struct ZU_ALERTABLE ZU_ALERTABLE;
 
 typedef struct ZU___EVENT_QUEUE_IMP ZU___EVENT_QUEUE_IMP;
-// zu___EventQueueImpRetain, Release, From, Obj, Sort, ToString, Compare, Equals.  The last release aborts unless the queue
-// has been halted.
+// zu___EventQueueImpRetain, Release, From, Obj, Sort, ToString, Compare, Equals.  The last release aborts unless the
+// queue has been halted.
 ZU_STDFUNCS_DECLARE( ZU___EVENT_QUEUE_IMP, zu___EventQueueImp )
 
 /// Returns a new queue without events.

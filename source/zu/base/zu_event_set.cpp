@@ -1,7 +1,7 @@
 // A queue may hold a hundred thousand events, and what a change costs must not grow with them.  Objects that equal
-// themselves alone stand in a table by address.  The others stand in a sorted array in pieces, of which a change moves
-// one at most; such events often come and go in ascending order, so the ends are tried first, and a piece gives room at
-// its front without moving anything.
+// themselves alone stand in a table by address.  The others stand in a sorted array in pieces, of which a change
+// moves one at most; such events often come and go in ascending order, so the ends are tried first, and a piece gives
+// room at its front without moving anything.
 
 #include "zu/base/zu_event_set_internal.h"
 

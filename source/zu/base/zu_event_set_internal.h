@@ -1,7 +1,7 @@
 // zu_event_set_internal.h: the set of the events that wait in an event queue.
 //
-// It tells quickly whether an equal event waits, however many do: in constant time where an object equals itself alone,
-// in logarithmic time where a class has an order by value.  It holds no references: the queue does.
+// It tells quickly whether an equal event waits, however many do: in constant time where an object equals itself
+// alone, in logarithmic time where a class has an order by value.  It holds no references: the queue does.
 #pragma once
 
 #include "zu/runtime/zu_obj.h"

@@ -1,5 +1,5 @@
-// A path is a copy of the parent's with one number more.  That costs memory by the square of a chain's length, but paths
-// are short, and comparing two generations needs no walk and no lock.
+// A path is a copy of the parent's with one number more.  That costs memory by the square of a chain's length, but
+// paths are short, and comparing two generations needs no walk and no lock.
 
 #include "zu/base/zu_generation_internal.h"
 

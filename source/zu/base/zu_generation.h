@@ -1,10 +1,10 @@
-// ZU_GENERATION: a node in a tree of creation order, by which any two can be told older or younger, and related or not.
+// ZU_GENERATION: a node in a tree of creation order, which tells which of two is older and whether they are related.
 //
-// A generation is a root or has a parent, which it keeps alive; a parent does not know its children.  Roots are numbered
-// from 0 on in the order of their creation, and so are the children of each parent.  The numbers from the root down are
-// the generation's path.  Paths are the order of generations, and their text: "1:3:0" is the first child of the fourth
-// child of the second root.  So a later root is younger than all that an earlier root leads to, a child is younger than
-// its parent, and a later child is younger than an earlier one with all that leads from it.
+// A generation is a root or has a parent, which it keeps alive; a parent does not know its children.  Roots are
+// numbered from 0 on in the order of their creation, and so are the children of each parent.  The numbers from the
+// root down are the generation's path.  Paths are the order of generations, and their text: "1:3:0" is the first
+// child of the fourth child of the second root.  So a later root is younger than all that an earlier root leads to, a
+// child is younger than its parent, and a later child is younger than an earlier one with all that leads from it.
 //
 // A generation does not change once it is made.  Children of one parent may be created by any number of threads.
 #pragma once

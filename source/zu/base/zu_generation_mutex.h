@@ -1,7 +1,7 @@
 // ZU_GENERATION_MUTEX: a registry that admits a generation only while neither it nor one of its ancestors is admitted.
 //
-// Descendants do not matter: a generation is admitted although one of them is.  What is admitted stays alive until it is
-// unregistered or the registry is freed.  Any number of threads may use a registry.
+// Descendants do not matter: a generation is admitted although one of them is.  What is admitted stays alive until it
+// is unregistered or the registry is freed.  Any number of threads may use a registry.
 #pragma once
 
 #include "zu/base/zu_generation.h"

@@ -1,7 +1,7 @@
 // zu_listener_internal.h: what the classes of listeners and of sources share.
 //
-// A listener that somebody owns is a shell around what the sources hold.  ZU___ALERTABLE_IMP and ZU___SIGNALABLE_IMP are
-// that, and differ in nothing but their names.
+// A listener that somebody owns is a shell around what the sources hold.  ZU___ALERTABLE_IMP and ZU___SIGNALABLE_IMP
+// are that, and differ in nothing but their names.
 #pragma once
 
 #include "zu/runtime/zu_obj.h"
@@ -40,9 +40,9 @@ void zu___ListenerHalt( ZU___LISTENER *listener );
 // Releases what a dying listener still holds.
 void zu___ListenerFree( ZU___LISTENER *listener );
 
-// The objects of one class that a source notifies.  The first one goes into the slot, so that the ordinary source needs
-// no dict; further ones go into the dict, each as a key that is its own value.  An object that stands in the dict gets
-// into the slot too when it is added again while the slot is free, and is notified twice then.
+// The objects of one class that a source notifies.  The first one goes into the slot, so that the ordinary source
+// needs no dict; further ones go into the dict, each as a key that is its own value.  An object that stands in the
+// dict gets into the slot too when it is added again while the slot is free, and is notified twice then.
 //
 // The source's lock guards it.
 typedef struct ZU___LISTENER_SET {
@@ -56,8 +56,8 @@ void zu___ListenerSetAddLocked( ZU___LISTENER_SET *set, ZU_OBJ *obj );
 void zu___ListenerSetDelLocked( ZU___LISTENER_SET *set, ZU_OBJ *obj );
 // Tells whether there is anything.
 ZU_BOOL zu___ListenerSetHasAnyLocked( ZU___LISTENER_SET *set );
-// Calls `fire` with the object in the slot, then with those in the dict in the order of their numbers, and leaves the set
-// empty.  The dict keeps its storage for the next time, unless there is none because the source fires `once`.
+// Calls `fire` with the object in the slot, then with those in the dict in the order of their numbers, and leaves the
+// set empty.  The dict keeps its storage for the next time, unless there is none because the source fires `once`.
 void zu___ListenerSetFireLocked( ZU___LISTENER_SET *set, void ( *fire )( ZU_OBJ *obj ), ZU_BOOL once );
 // Releases all that is in the set of a dying source.
 void zu___ListenerSetFree( ZU___LISTENER_SET *set );

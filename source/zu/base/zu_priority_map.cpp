@@ -1,8 +1,8 @@
-// Two dicts answer the two questions: one is sorted by priority, the other one finds an object's place in it.  They are
-// values themselves, so that a copy shares both until either map is changed.
+// Two dicts answer the two questions: one is sorted by priority, the other one finds an object's place in it.  They
+// are values themselves, so that a copy shares both until either map is changed.
 //
-// A map that nobody shares gives an object another priority where it stands: its entry moves, with what lies between the
-// two places, and the dict of the objects is not touched.  Schedules do little else.
+// A map that nobody shares gives an object another priority where it stands: its entry moves, with what lies between
+// the two places, and the dict of the objects is not touched.  Schedules do little else.
 
 #include "zu/base/zu_priority_map_internal.h"
 

@@ -1,9 +1,10 @@
 // ZU_PRIORITY_MAP: objects in the order of priorities that are given to them.
 //
-// A copy-on-write value; zu_obj.h tells what holds for all of them.  Each object is in a map at most once, objects that
-// compare equal counting as one; its priority is any integer.  Positions go by ascending priority, and among objects of
-// the same priority by zuObjCompare.  Looking up an object, a position or either end takes logarithmic time at most; a
-// change moves what is behind.  Copying a shared map costs no more than an object, whatever its length.
+// A copy-on-write value; zu_obj.h tells what holds for all of them.  Each object is in a map at most once, objects
+// that compare equal counting as one; its priority is any integer.  Positions go by ascending priority, and among
+// objects of the same priority by zuObjCompare.  Looking up an object, a position or either end takes logarithmic
+// time at most; a change moves what is behind or, where only a priority changes, between the two places.  Copying a
+// shared map costs no more than an object, whatever its length.
 #pragma once
 
 #include "zu/runtime/zu_obj.h"
@@ -42,8 +43,8 @@ ZU_API ZU_VECTOR *zuPriorityMapValuesVector( ZU_PRIORITY_MAP *map );
 
 // Ends and neighbours
 //
-// Each returns null if there is no such object.  `priority`, which may be null, receives the priority of the one that is
-// returned, 0 with null.
+// Each returns null if there is no such object.  `priority`, which may be null, receives the priority of the one that
+// is returned, 0 with null.
 /// Returns the first object, which has the lowest priority.
 ZU_API ZU_OBJ *zuPriorityMapLowest( ZU_PRIORITY_MAP *map, ZU_INT *priority );
 /// Returns the last object, which has the highest priority.
@@ -54,8 +55,8 @@ ZU_API ZU_OBJ *zuPriorityMapLower( ZU_PRIORITY_MAP *map, ZU_OBJ *obj, ZU_INT *pr
 ZU_API ZU_OBJ *zuPriorityMapHigher( ZU_PRIORITY_MAP *map, ZU_OBJ *obj, ZU_INT *priority );
 
 // Change
-/// Puts `obj` in with this priority, or gives it this one instead of its own; with its own one already the object that is
-/// in the map stays.
+/// Puts `obj` in with this priority, or gives it this one instead of its own; with its own one already the object
+/// that is in the map stays.
 ZU_API void zuPriorityMapSet( ZU_PRIORITY_MAP **map, ZU_INT priority, ZU_OBJ *obj );
 /// Removes `obj`, if it is in the map.
 ZU_API void zuPriorityMapDel( ZU_PRIORITY_MAP **map, ZU_OBJ *obj );

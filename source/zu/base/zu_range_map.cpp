@@ -312,9 +312,9 @@ ZU_OBJ *zuRangeMapIntKey( ZU_RANGE_MAP *map, ZU_INT key )
     return idx != -1 ? zuObjRetain( map->ranges[ idx ].value ) : nullptr;
 }
 
-// Makes ranges begin and end where the keys from `startingKey` to `endingKey` do: splits the one at `*idx` if it begins
-// ahead of them, and cuts back the one that ends behind them.  `*idx` becomes the index of the first range at or behind
-// the starting key.  Returns the number of ranges from there on that lie within the keys.
+// Makes ranges begin and end where the keys from `startingKey` to `endingKey` do: splits the one at `*idx` if it
+// begins ahead of them, and cuts back the one that ends behind them.  `*idx` becomes the index of the first range at
+// or behind the starting key.  Returns the number of ranges from there on that lie within the keys.
 static ZU_INT rangeMapIsolate( ZU_RANGE_MAP *map, ZU_INT *idx, ZU_INT startingKey, ZU_INT endingKey )
 {
     if ( map->ranges[ *idx ].startingKey < startingKey ) {

@@ -1,9 +1,10 @@
 // ZU_RANGE_MAP: a map from ranges of integers to objects.
 //
-// A copy-on-write value; zu_obj.h tells what holds for all of them.  Ranges include both ends, do not overlap, and stand in
-// ascending order; positions and the length count ranges, not keys.  A range that is set cuts back or replaces what was
-// there.  Ranges that abut and have equal values stay apart unless the map collapses them, on demand or by itself.  Looking
-// a key up takes logarithmic time, and so does appending at the end; other changes move what is behind.
+// A copy-on-write value; zu_obj.h tells what holds for all of them.  Ranges include both ends, do not overlap, and
+// stand in ascending order; positions and the length count ranges, not keys.  A range that is set cuts back or
+// replaces what was there.  Ranges that abut and have equal values stay apart unless the map collapses them, on
+// demand or by itself.  Looking a key up takes logarithmic time, and so does appending at the end; other changes move
+// what is behind.
 #pragma once
 
 #include "zu/runtime/zu_obj.h"

@@ -1,5 +1,5 @@
-// A signal has no condition of its own: the first thread that waits makes a barrier, which all share.  Most signals are
-// never waited for, and one that is needs the barrier until it is asserted only.
+// A signal has no condition of its own: the first thread that waits makes a barrier, which all share.  Most signals
+// are never waited for, and one that is needs the barrier until it is asserted only.
 
 #include "zu/base/zu_signal.h"
 

@@ -1,9 +1,9 @@
 // ZU_SIGNALABLE: a listener to be attached to signals.
 //
 // It calls a function, opens a barrier, writes an event into a queue, asserts a signal or sets an alert.  All that
-// zu_alertable.h tells of listeners to alerts holds for it too: it is its owner's, who ends it by the last release, and
-// it fires on the thread that asserts the signal, or that attaches it to an asserted one, with both locked.  Signalables
-// are ordered by identity.
+// zu_alertable.h tells of listeners to alerts holds for it too: it is its owner's, who ends it by the last release,
+// and it fires on the thread that asserts the signal, or that attaches it to an asserted one, with both locked.
+// Signalables are ordered by identity.
 #pragma once
 
 #include "zu/base/zu_signalable_imp.h"

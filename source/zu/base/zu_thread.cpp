@@ -310,7 +310,8 @@ void zuThreadCheckEncapsulated( void )
     ZU_ASSERT( zuThreadEncapsulated() );
 }
 
-// Start-up.  The caller's own encapsulation lies around the counter's life, so that it neither counts nor waits for itself.
+// Start-up.  The caller's own encapsulation lies around the counter's life, so that it neither counts nor waits for
+// itself.
 void zu___ThreadStartup( void )
 {
     zu___ThreadEncapsulateBegin( nullptr );

@@ -1,14 +1,14 @@
 // ZU_THREAD: a thread, as the library sees it.
 //
-// Whoever calls into the library where it says "the current thread" needs to be one: either the library has started the
-// thread, or the thread wraps its work in an encapsulation.  The thread that starts the library is encapsulated from then
-// on.  The library does not stop before all other threads and encapsulations have ended; to make them end is up to the
-// program.
+// Whoever calls into the library where it says "the current thread" needs to be one: either the library has started
+// the thread, or the thread wraps its work in an encapsulation.  The thread that starts the library is encapsulated
+// from then on.  The library does not stop before all other threads and encapsulations have ended; to make them end
+// is up to the program.
 //
 // A thread has an argument, which it takes over once, and values of its own under any keys.  Both are for the thread
-// alone, and are released on it when its function has returned.  When all that is done its end signal is asserted, on the
-// ending thread: what listens there must not ask for the current thread.  Threads are ordered by identity and print as
-// their names.
+// alone, and are released on it when its function has returned.  When all that is done its end signal is asserted, on
+// the ending thread: what listens there must not ask for the current thread.  Threads are ordered by identity and
+// print as their names.
 #pragma once
 
 #include "zu/base/zu_signal.h"
@@ -26,8 +26,8 @@ typedef void ( *ZU_THREAD_FUNC )( void );
 
 // Starting
 //
-// A new thread runs `threadFunc` with `argument`, which it keeps and which may be null, at the priority `prio`.  Null if the
-// system refuses.  A raised priority that the process may not have is no refusal: the thread runs without it.
+// A new thread runs `threadFunc` with `argument`, which it keeps and which may be null, at the priority `prio`.  Null
+// if the system refuses.  A raised priority that the process may not have is no refusal: the thread runs without it.
 /// Starts a thread.
 ZU_API ZU_THREAD *zuThreadTrySpawn( ZU_STRING *threadName, ZU_THREAD_FUNC threadFunc, ZU_OBJ *argument,
                                     ZU_THREAD_PRIORITY prio );
@@ -39,8 +39,8 @@ ZU_API ZU_THREAD *zuThreadTrySpawnWcstr( const char16_t *threadName, ZU_INT thre
                                          ZU_OBJ *argument, ZU_THREAD_PRIORITY prio );
 
 // Any thread
-/// Waits until `thread` has ended.  Needs a current thread, which must be another one.  An encapsulated thread has no end
-/// that could be waited for: joining it never returns.
+/// Waits until `thread` has ended.  Needs a current thread, which must be another one.  An encapsulated thread has no
+/// end that could be waited for: joining it never returns.
 ZU_API void zuThreadJoin( ZU_THREAD *thread );
 /// Tells whether the end signal of `thread` is asserted.
 ZU_API ZU_BOOL zuThreadEnd( ZU_THREAD *thread );
@@ -68,8 +68,8 @@ ZU_API void zuThreadSetKey( ZU_OBJ *key, ZU_OBJ *val );
 ZU_API void zuThreadDelKey( ZU_OBJ *key );
 
 // Threads that the library has not started
-/// Runs `threadFunc` on the calling thread, as the current thread with `argument`, which it keeps and which may be null.
-/// Encapsulations do not nest.
+/// Runs `threadFunc` on the calling thread, as the current thread with `argument`, which it keeps and which may be
+/// null. Encapsulations do not nest.
 ZU_API void zuThreadEncapsulate( ZU_THREAD_FUNC threadFunc, ZU_OBJ *argument );
 /// Tells whether the caller is a thread of the library or encapsulated.
 ZU_API ZU_BOOL zuThreadEncapsulated( void );
@@ -81,8 +81,8 @@ ZU_API void zuThreadCheckEncapsulated( void );
 ZU_API void zuThreadYield( void );
 /// Waits until `signal` is asserted; with null for ever.
 ZU_API void zuSleep( ZU_SIGNAL *signal );
-/// Waits until `signal`, which may be null, is asserted, for `millisec` milliseconds at most, -1: no limit.  Tells whether
-/// it is.
+/// Waits until `signal`, which may be null, is asserted, for `millisec` milliseconds at most, -1: no limit.  Tells
+/// whether it is.
 ZU_API ZU_BOOL zuSleepTimed( ZU_SIGNAL *signal, ZU_INT millisec );
 
 // For authors of classes and modules

@@ -260,8 +260,8 @@ static ZU_STRING *timeToString( ZU_OBJ *thisObj )
     return text;
 }
 
-// Reading texts.  They are cut in pieces as zuStringSplitWhitespace and zuStringSplitChar cut them, but the pieces are not
-// made strings: a text that is no time costs no more than the look at it.
+// Reading texts.  They are cut in pieces as zuStringSplitWhitespace and zuStringSplitChar cut them, but the pieces
+// are not made strings: a text that is no time costs no more than the look at it.
 struct TIME_TEXT {
     const ZU_CHAR *chars;
     ZU_INT length;
@@ -322,8 +322,8 @@ static ZU_INT timeSplitChar( TIME_TEXT text, ZU_CHAR separator, TIME_TEXT *piece
     pieces[ count++ ] = text;
     return count;
 }
-// Tells whether a text is the first `length` letters of `word`, in either case; no letters outside ASCII are those of a
-// word here in another case.
+// Tells whether a text is the first `length` letters of `word`, in either case; no letters outside ASCII are those of
+// a word here in another case.
 static bool timeIsWord( TIME_TEXT text, const char *word, size_t length )
 {
     if ( text.length != (ZU_INT)length ) {

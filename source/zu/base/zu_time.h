@@ -1,8 +1,9 @@
-// ZU_TIME: a moment of the Gregorian calendar in UTC, to the second.
+// ZU_TIME: a moment of the (proleptic) Gregorian calendar in UTC, to the second.
 //
-// A copy-on-write value; zu_obj.h tells what holds for all of them.  It is a record of year, month, day, hour, minute and
-// second, which are set one by one; so it can hold a day that its month does not have, for which see zuTimeValid.  The
-// calendar goes back and on without end, with a year 0; only weekdays of negative years mean nothing.  Times are ordered field by field from the year on, and equal times are interchangeable as keys.
+// A copy-on-write value; zu_obj.h tells what holds for all of them.  It is a record of year, month, day, hour, minute
+// and second, which are set one by one; so it can hold a day that its month does not have, for which see zuTimeValid.
+// The calendar goes back and on without end, with a year 0; only weekdays of negative years mean nothing.  Times are
+// ordered field by field from the year on, and equal times are interchangeable as keys.
 //
 // Arithmetic counts 86400 seconds to every day.  Seconds 60 and 61 are there for leap seconds that come from outside.
 #pragma once
@@ -65,15 +66,16 @@ ZU_API ZU_TIME *zuTimeCreateFrom( ZU_TIME *from );
 ZU_API ZU_TIME *zuTimeNow( void );
 /// Returns the time that `zus` tells in the form of zuTimeToString, or null if it tells none.
 ///
-/// "UTC", in letters of either case, the time and the weekday may be missing, and so may the second, minute, day and month
-/// from the end on, which are then those of zuTimeCreate: "2024-Mar 9:05" is a time.  The year is not negative, the month
-/// is what zuMonthFromString takes.  A time that is not valid, and a weekday that is not that of the date, are refused.
+/// "UTC", in letters of either case, the time and the weekday may be missing, and so may the second, minute, day and
+/// month from the end on, which are then those of zuTimeCreate: "2024-Mar 9:05" is a time.  The year is not negative,
+/// the month is what zuMonthFromString takes.  A time that is not valid, and a weekday that is not that of the date,
+/// are refused.
 ZU_API ZU_TIME *zuTimeTryCreateFromString( ZU_STRING *zus );
 /// Returns the time `seconds` after the beginning of 1970, before it if negative; null if its year less 1900 does not
 /// fit in 32 bits.
 ZU_API ZU_TIME *zuTimeTryCreateFromTimeT( ZU_INT seconds );
-/// Returns the time of these fields; null outside month 1 to 12, day 1 to 31, hour 0 to 23, minute 0 to 59 and second 0
-/// to 59.  The result need not be valid.
+/// Returns the time of these fields; null outside month 1 to 12, day 1 to 31, hour 0 to 23, minute 0 to 59 and second
+/// 0 to 59.  The result need not be valid.
 ZU_API ZU_TIME *zuTimeTryCreateFromSystemTime( ZU_INT year, ZU_INT month, ZU_INT day, ZU_INT hour, ZU_INT minute,
                                                ZU_INT second );
 
@@ -109,13 +111,13 @@ ZU_API void zuTimeSetNow( ZU_TIME **tm );
 
 // Shifting, forward or, by a negative amount, back; a year beyond ZU_INT aborts
 //
-// Seconds, minutes and hours carry into the next greater unit.  Any shift by seconds, 0 too, folds a second of 60 or 61
-// into the next minute.  Where a shift by months or years ends on a day that its month does not have, the first of the
-// next month takes its place: January 31 and a month is March 1.
+// Seconds, minutes and hours carry into the next greater unit.  Any shift by seconds, 0 too, folds a second of 60 or
+// 61 into the next minute.  Where a shift by months or years ends on a day that its month does not have, the first of
+// the next month takes its place: January 31 and a month is March 1.
 //
-// A shift of 1461 days or more counts each 1461 of them as four years, also across a century year that is no leap year;
-// there it comes out a day off, and can leave February 29 in a year that has none.  Shorter shifts are exact.  Hours,
-// minutes and seconds shift by days in the end, and share this.
+// A shift of 1461 days or more counts each 1461 of them as four years, also across a century year that is no leap
+// year; there it comes out a day off, and can leave February 29 in a year that has none.  Shorter shifts are exact.
+// Hours, minutes and seconds shift by days in the end, and share this.
 /// Shifts by `years`.
 ZU_API void zuTimeShiftYears( ZU_TIME **tm, ZU_INT years );
 /// Shifts by `months`.
@@ -147,9 +149,9 @@ ZU_API ZU_INT zuTimeWeekday( ZU_TIME *tm );
 ZU_API ZU_BOOL zuTimeDeltaSeconds( ZU_TIME *tmA, ZU_TIME *tmB, ZU_INT *deltaSeconds );
 
 // Conversion
-/// Computes the seconds from the beginning of 1970 to `tm` into `seconds`, which may be null.  Stores 0 and returns false
-/// if the year less 1900 does not fit in 32 bits, and for the last second of 1969, whose -1 stands for failure.  A day
-/// beyond the end of the month counts on into the next.
+/// Computes the seconds from the beginning of 1970 to `tm` into `seconds`, which may be null.  Stores 0 and returns
+/// false if the year less 1900 does not fit in 32 bits, and for the last second of 1969, whose -1 stands for failure.
+/// A day beyond the end of the month counts on into the next.
 ZU_API ZU_BOOL zuTimeTryConvertToTimeT( ZU_TIME *tm, ZU_INT *seconds );
 
 // For authors of classes and modules

@@ -1,13 +1,14 @@
-// A timer is a public object and a closure.  The schedules hold closures only, so that the end of the public object can
-// take a closure out of its schedule, and a lingering one stays in.
+// A timer is a public object and a closure.  The schedules hold closures only, so that the end of the public object
+// can take a closure out of its schedule, and a lingering one stays in.
 //
-// The thread of the timers sleeps until the first relative timer is due or the calendar has to be looked at.  It closes
-// its barrier ahead of looking at the schedules, and whoever changes them opens it afterwards: no change is missed.
+// The thread of the timers sleeps until the first relative timer is due or the calendar has to be looked at.  It
+// closes its barrier ahead of looking at the schedules, and whoever changes them opens it afterwards: no change is
+// missed.
 //
-// Most timers are time-outs, scheduled for later and moved on again and again before they are due, so waking the thread
-// for each would cost ten times as much as filing it.  The thread tells until when it sleeps, and stays asleep where it
-// could only look, find nothing and sleep on: if what has been filed is not due before it wakes, and there is no calendar
-// whose next look would come at another time for having been looked at now.
+// Most timers are time-outs, scheduled for later and moved on again and again before they are due, so waking the
+// thread for each would cost ten times as much as filing it.  The thread tells until when it sleeps, and stays asleep
+// where it could only look, find nothing and sleep on: if what has been filed is not due before it wakes, and there
+// is no calendar whose next look would come at another time for having been looked at now.
 
 #include "zu/base/zu_timer.h"
 
@@ -19,7 +20,8 @@
 #include "zu/runtime/zu_module.h"
 #include "zu/runtime/zu_obj_internal.h"
 
-// How far ahead of a time of the calendar the looks come closer, in seconds, and how long the thread sleeps between them.
+// How far ahead of a time of the calendar the looks come closer, in seconds, and how long the thread sleeps between
+// them.
 static constexpr ZU_INT NEAR_SECONDS = 10;
 static constexpr ZU_INT NEAR_WAIT = 1000; // milliseconds
 static constexpr ZU_INT FAR_WAIT = 10000;
@@ -308,8 +310,8 @@ ZU_BOOL zuTimerUnschedule( ZU_TIMER *timer )
 
 // The thread of the timers
 
-// Fires a closure that has been taken out of its schedule, unless it was unscheduled, and takes its reference.  Outside of
-// the monitor, so that what fires, or is released, can schedule.
+// Fires a closure that has been taken out of its schedule, unless it was unscheduled, and takes its reference.
+// Outside of the monitor, so that what fires, or is released, can schedule.
 static void timerFireTaken( ZU___TIMER_CLOSURE *tcl )
 {
     ZU_BOOL sched = timerClosureTakeSched( tcl );
@@ -335,7 +337,8 @@ static ZU_INT timerFireRelative( ZU_INT timestamp )
     }
     return ZU_INT_MAX;
 }
-// Fires what is due by the calendar; returns the milliseconds until it must be looked at again.  Leaves `*now` anywhere.
+// Fires what is due by the calendar; returns the milliseconds until it must be looked at again.  Leaves `*now`
+// anywhere.
 static ZU_INT timerFireAbsolute( ZU_TIME **now )
 {
     zuTimeSetNow( now );

@@ -1,13 +1,17 @@
-// ZU_TIMER: makes something happen at a given time: a call, a signal, an alert, a barrier's opening, or an event.
+// ZU_TIMER: makes something happen once at a given time: a call, a signal, an alert, a barrier's opening, or an event.
 //
-// A timer is scheduled by one of two clocks, relative to zuTimestamp in milliseconds or at a time of the calendar, and
-// fires once; then it can be scheduled again.  Scheduling replaces an earlier schedule of either kind.  All timers fire
-// on one thread of the library, one after the other: who blocks it holds up all timers of the process.  A call may
-// schedule timers, its own included.
+// A timer is scheduled by one of two clocks, relative to zuTimestamp in milliseconds or at a time of the calendar,
+// and fires once; then it can be scheduled again.  Scheduling replaces an earlier schedule of either kind.  All
+// timers fire on one thread of the library, one after the other: who blocks it holds up all timers of the process.  A
+// call may schedule timers, its own included.
 //
 // The relative clock is exact to about a millisecond.  The calendar is looked at every second within the last ten
 // seconds and every ten seconds before, so that changes of the system's time are followed.  Of two timers set for the
-// same second of the calendar only the later one fires; the other stays scheduled until it is scheduled anew or released.
+// same second of the calendar only the later one fires; the other stays scheduled until it is scheduled anew or
+// released.
+//
+// Any number of threads may schedule and unschedule one timer.  Scheduling takes the time to find the new place among
+// the scheduled timers, and to move what lies between it and the old one; unscheduling takes no lock.
 //
 // The last release of a timer drops its schedule.  All must be dropped or have fired before the library stops.
 #pragma once
@@ -55,8 +59,8 @@ ZU_API ZU_BOOL zuTimerUnschedule( ZU_TIMER *timer );
 // For authors of classes and modules
 /// Returns a watchdog over the calling thread: when it fires, it stops the thread where it is, and aborts.
 ZU_API ZU_TIMER *zu___TimerCreateAbort( void );
-/// Says whether `timer` still fires after its last release.  One that has lost its second of the calendar to another by
-/// then, or loses it later, aborts: nothing is left to fire it.
+/// Says whether `timer` still fires after its last release.  One that has lost its second of the calendar to another
+/// by then, or loses it later, aborts: nothing is left to fire it.
 ZU_API void zu___TimerSetLinger( ZU_TIMER *timer, ZU_BOOL linger );
 /// Starts the thread of the timers.
 ZU_API void zu___TimerStartup( void );
