@@ -42,34 +42,18 @@ static MODEL_REF emptyModel; // the shared empty string
 
 static void modelMakeRoom( STRING_MODEL &model, ZU_INT at, ZU_INT count )
 {
-    ZU_INT both = model.fspace + model.bspace;
-    if ( at == 0 ) {
-        if ( model.fspace >= count ) {
-            model.fspace -= count;
-        } else if ( both >= count ) {
-            model.fspace = 0;
-            model.bspace = both - count;
-        } else {
-            model.fspace = model.bspace = 32;
-            model.onHeap = true;
-        }
-    } else if ( at == model.length() ) {
-        if ( model.bspace >= count ) {
-            model.bspace -= count;
-        } else if ( !model.onHeap && both >= count ) {
-            model.fspace = 0;
-            model.bspace = both - count;
-        } else {
-            model.bspace = 32;
-            model.onHeap = true;
-        }
-    } else if ( model.bspace >= count ) {
-        model.bspace -= count;
-    } else if ( both >= count ) {
-        model.fspace = both - count;
-        model.bspace = 0;
+    bool atFront = at == 0, atEnd = !atFront && at == model.length();
+    ZU_INT &nearest = atFront ? model.fspace : model.bspace;
+    ZU_INT rest = model.fspace + model.bspace - count;
+    if ( nearest >= count ) {
+        nearest -= count;
+    } else if ( rest >= 0 && !( atEnd && model.onHeap ) ) {
+        bool inside = !atFront && !atEnd;
+        model.fspace = inside ? rest : 0;
+        model.bspace = inside ? 0 : rest;
     } else {
-        model.fspace = model.bspace = 32;
+        model.fspace = atEnd ? model.fspace : 32;
+        model.bspace = 32;
         model.onHeap = true;
     }
 }

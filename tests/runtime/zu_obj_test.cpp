@@ -124,13 +124,10 @@ TEST( Obj, OrderIsTotal )
             ZU_INT order = zuObjCompare( a, b );
             ASSERT_EQ( order, -zuObjCompare( b, a ) );
             std::string nameA = zuObjSort( a )->name, nameB = zuObjSort( b )->name;
-            if ( nameA != nameB ) {
-                ASSERT_EQ( order, nameA < nameB ? -1 : 1 ) << nameA << " and " << nameB;
-                ASSERT_EQ( zuObjDefaultCompareFunc( a, b ), order );
-            } else if ( zuObjSort( a ) == testNodeSort() ) {
-                ASSERT_EQ( order == 0, a == b );
-                ASSERT_EQ( zuObjDefaultCompareFunc( a, b ), order );
-                ASSERT_EQ( order, zuIntConstrain( zu___ObjUnique( a ) - zu___ObjUnique( b ), -1, 1 ) );
+            if ( nameA != nameB || zuObjSort( a ) == testNodeSort() ) {
+                ZU_INT byIdentity = zuIntConstrain( zu___ObjUnique( a ) - zu___ObjUnique( b ), -1, 1 );
+                ASSERT_EQ( order, nameA == nameB ? byIdentity : nameA < nameB ? -1 : 1 ) << nameA << " and " << nameB;
+                ASSERT_EQ( order, zuObjDefaultCompareFunc( a, b ) );
             }
             for ( ZU_OBJ *c : objs ) {
                 if ( order <= 0 && zuObjCompare( b, c ) <= 0 ) {
@@ -358,71 +355,61 @@ TEST( Sort, ChainsItsObjects )
     } );
 }
 
-TEST( ObjAborts, StandardOperations )
+TEST( ObjAborts, ChecksItsArguments )
 {
     TEST_NODE *node = nodeCreate();
-    ZU_OBJ *sortObj = zuSortObj( testNodeSort() );
-    expectAbort( "obj", [] { testNodeRetain( nullptr ); }, "stdfunc retain" );
-    expectAbort( "obj", [] { testNodeRelease( nullptr ); }, "stdfunc release" );
-    expectAbort( "!obj || zuObjSort(obj)==&zu___sort_TEST_NUMBER", [ & ] { testNumberFrom( &node->obj ); },
-                 "stdfunc from" );
-    expectAbort( "!obj || zuObjSort(obj)==&zu___sort_ZU_STRING", [ & ] { zuStringFrom( sortObj ); }, "stdfunc from" );
-    expectAbort( "obj", [] { testNodeToString( nullptr ); }, "stdfunc tostring" );
-    expectAbort( "objA", [ & ] { testNodeCompare( nullptr, node ); }, "stdfunc compare a" );
-    expectAbort( "objB", [ & ] { testNodeCompare( node, nullptr ); }, "stdfunc compare b" );
-    expectAbort( "objA", [ & ] { testNodeEquals( nullptr, node ); } );
-    expectAbort( "objB", [ & ] { testNodeEquals( node, nullptr ); } );
-    expectAbort( "obj", [] { zuObjRetain( nullptr ); } );
-    expectAbort( "obj", [] { zuObjRelease( nullptr ); } );
-    expectAbort( "zu___ref_release_tmp", [] { ZU_REF_RELEASE( (TEST_NODE *)nullptr ); } );
-    testNodeRelease( node );
-}
-
-TEST( ObjAborts, ObjectsThatCannotBe )
-{
-    TEST_NODE *node = nodeCreate();
-    ZU_OBJ *sortObj = zuSortObj( testNodeSort() );
-    expectAbort( "sort", [] { zu___ObjCreate( sizeof( TEST_NODE ), nullptr ); } );
-    expectAbort( "size > 0", [] { zu___ObjCreate( 0, testNodeSort() ); } );
-    expectAbort( "thisObj", [] { zu___ObjFree( nullptr ); } );
-    expectAbort( "thisObj->type != ZU___OBJ_TYPE_OBJECT || ZU___RETAIN_COUNT_VALUE( thisObj->retainCount ) == 0",
-                 [ & ] { zu___ObjFree( &node->obj ); } );
-    expectAbort( "thisObj", [] { zuObjSort( nullptr ); } );
-    expectAbort( nullptr, [ & ] {
-        node->obj.sort = nullptr;
-        zuObjSort( &node->obj );
-    } );
-    expectAbort( "thisObj->sort || thisObj->type != ZU___OBJ_TYPE_OBJECT", [ & ] {
-        node->obj.sort = nullptr;
-        zu___ObjUnique( &node->obj );
-    } );
-    expectAbort( "thisObj", [ & ] { zuObjDefaultCompareFunc( nullptr, sortObj ); } );
-    expectAbort( "thatObj", [ & ] { zuObjDefaultCompareFunc( sortObj, nullptr ); } );
-    expectAbort( "thisObj", [] { zuObjToString( nullptr ); } );
-    expectAbort( "result", [ & ] {
-        zu___sort_TEST_NODE.toStringFunc = []( ZU_OBJ * ) -> ZU_STRING * { return nullptr; };
-        zuObjToString( &node->obj );
-    } );
-    for ( auto *lockFunc : { zuObjLockAcquire, zuObjLockRelease } ) {
-        expectAbort( "thisObj", [ & ] { lockFunc( nullptr ); } );
-        expectAbort( "thisObj->sort", [ & ] { lockFunc( sortObj ); } );
-    }
-    expectAbort( "size >= 0", [ & ] { zu___ObjDbgSetAllocationSize( &node->obj, -1 ); } );
-    expectAbort( "count >= 0", [ & ] { zu___ObjDbgSetAllocationSizeN( &node->obj, -1, -1 ); } );
-    expectAbort( "ZU_INT_MUL_OK( count, size )", [ & ] { zu___ObjDbgSetAllocationSizeN( &node->obj, ZU_INT_MAX, 2 ); } );
-    testNodeRelease( node );
-
-    expectAbort( nullptr, [ & ] { zuSortSort()->freeFunc( sortObj ); }, "sort free" );
-    expectAbort( "&zu___sort_ZU_SORT == zuObjSort( thisObj )",
-                 [] { zuSortSort()->freeFunc( zuModuleObj( zuModule() ) ); } );
-    expectAbort( nullptr, [] { zuModuleSort()->freeFunc( zuModuleObj( zuModule() ) ); }, "module free" );
-    expectAbort( "&zu___sort_ZU_MODULE == zuObjSort( thisObj )", [ & ] { zuModuleSort()->freeFunc( sortObj ); } );
+    ZU_OBJ *obj = &node->obj, *sortObj = zuSortObj( testNodeSort() ), *moduleObj = zuModuleObj( zuModule() );
     ZU_SORT twin = ZU___SORT_INITIALIZER( "TEST_NODE", nullptr, nullptr, nullptr, nullptr );
-    expectAbort( nullptr, [ & ] { zuSortCompare( &twin, testNodeSort() ); } );
     ZU_SORT unnamed = ZU___SORT_INITIALIZER( nullptr, nullptr, nullptr, nullptr, nullptr );
-    expectAbort( "sortA->name", [ & ] { zuSortCompare( &unnamed, testNodeSort() ); } );
-    expectAbort( "sortB->name", [ & ] { zuSortCompare( testNodeSort(), &unnamed ); } );
-    expectAbort( "sort->name", [ & ] { zuSortName( &unnamed ); } );
     ZU_SORT misnamed = ZU___SORT_INITIALIZER( "Misnamed", nullptr, nullptr, nullptr, nullptr );
-    expectAbort( "zuNameUpperCaseOk( zus, ZU_TRUE )", [ & ] { zuSortName( &misnamed ); } );
+    const struct {
+        const char *expression;
+        std::function<void()> statement;
+        const char *message = nullptr;
+    } ROWS[] = {
+        { "obj", [] { testNodeRetain( nullptr ); }, "stdfunc retain" },
+        { "obj", [] { testNodeRelease( nullptr ); }, "stdfunc release" },
+        { "!obj || zuObjSort(obj)==&zu___sort_TEST_NUMBER", [ & ] { testNumberFrom( obj ); }, "stdfunc from" },
+        { "!obj || zuObjSort(obj)==&zu___sort_ZU_STRING", [ & ] { zuStringFrom( sortObj ); }, "stdfunc from" },
+        { "obj", [] { testNodeToString( nullptr ); }, "stdfunc tostring" },
+        { "objA", [ & ] { testNodeCompare( nullptr, node ); }, "stdfunc compare a" },
+        { "objB", [ & ] { testNodeCompare( node, nullptr ); }, "stdfunc compare b" },
+        { "objA", [ & ] { testNodeEquals( nullptr, node ); } },
+        { "obj", [] { zuObjRetain( nullptr ); } },
+        { "obj", [] { zuObjRelease( nullptr ); } },
+        { "zu___ref_release_tmp", [] { ZU_REF_RELEASE( (TEST_NODE *)nullptr ); } },
+        { "sort", [] { zu___ObjCreate( sizeof( TEST_NODE ), nullptr ); } },
+        { "thisObj->type != ZU___OBJ_TYPE_OBJECT || ZU___RETAIN_COUNT_VALUE( thisObj->retainCount ) == 0",
+          [ & ] { zu___ObjFree( obj ); } },
+        { nullptr, [ & ] { obj->sort = nullptr, zuObjSort( obj ); } },
+        { "thisObj->sort || thisObj->type != ZU___OBJ_TYPE_OBJECT",
+          [ & ] { obj->sort = nullptr, zu___ObjUnique( obj ); } },
+        { "thatObj", [ & ] { zuObjDefaultCompareFunc( sortObj, nullptr ); } },
+        { "result",
+          [ & ] {
+              zu___sort_TEST_NODE.toStringFunc = []( ZU_OBJ * ) -> ZU_STRING * { return nullptr; };
+              zuObjToString( obj );
+          } },
+        { "thisObj", [] { zuObjLockAcquire( nullptr ); } },
+        { "thisObj->sort", [ & ] { zuObjLockAcquire( sortObj ); } },
+        { "thisObj->sort", [ & ] { zuObjLockRelease( sortObj ); } },
+        { "thisObj", [] { zu___ObjDbgSetAllocationSizeN( nullptr, -1, -1 ); } },
+        { "count >= 0", [ & ] { zu___ObjDbgSetAllocationSizeN( obj, -1, -1 ); } },
+        { "ZU_INT_MUL_OK( count, size )", [ & ] { zu___ObjDbgSetAllocationSizeN( obj, ZU_INT_MAX, 2 ); } },
+        { "size >= 0", [ & ] { zu___ObjDbgSetAllocationSize( obj, -1 ); } },
+        { nullptr, [ & ] { zuSortSort()->freeFunc( sortObj ); }, "sort free" },
+        { "&zu___sort_ZU_SORT == zuObjSort( thisObj )", [ & ] { zuSortSort()->freeFunc( moduleObj ); } },
+        { nullptr, [ & ] { zuModuleSort()->freeFunc( moduleObj ); }, "module free" },
+        { "&zu___sort_ZU_MODULE == zuObjSort( thisObj )", [ & ] { zuModuleSort()->freeFunc( sortObj ); } },
+        { nullptr, [ & ] { zuSortCompare( &twin, testNodeSort() ); } },
+        { "sortA->name", [ & ] { zuSortCompare( &unnamed, testNodeSort() ); } },
+        { "sortB->name", [ & ] { zuSortCompare( testNodeSort(), &unnamed ); } },
+        { "sort->name", [ & ] { zuSortName( &unnamed ); } },
+        { "zuNameUpperCaseOk( zus, ZU_TRUE )", [ & ] { zuSortName( &misnamed ); } },
+    };
+    for ( const auto &row : ROWS ) {
+        SCOPED_TRACE( testing::Message() << "row " << &row - ROWS );
+        expectAbort( row.expression, row.statement, row.message );
+    }
+    testNodeRelease( node );
 }

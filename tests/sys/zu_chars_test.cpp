@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <random>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -279,41 +278,6 @@ static Chars joined( const Units &src )
     }
     return chars;
 }
-// Decodes well-formed UTF-8; of all else the longest beginning of something well formed, or one byte, is replaced.
-static Chars decodedStrictly( const Bytes &src )
-{
-    static const std::set<Bytes> beginnings = [] {
-        std::set<Bytes> set;
-        for ( ZU_CHAR ch = 0x80; ch < 0x110000; ch += 0x40 ) { // all last bytes are alike
-            Bytes whole = encodedUtf8( { ch } );
-            for ( size_t length = 1; length < whole.size() && !isHalf( ch & ~0x400u, 0xD800 ); length++ ) {
-                set.insert( whole.substr( 0, length ) );
-            }
-        }
-        return set;
-    }();
-    Chars result;
-    for ( size_t i = 0; i < src.size(); ) {
-        size_t taken = 1;
-        ZU_CHAR ch = REPLACEMENT;
-        for ( size_t length = 1; length <= std::min<size_t>( src.size() - i, 4 ); length++ ) {
-            Bytes sequence = src.substr( i, length );
-            Chars decoded = decodedUtf8( sequence );
-            if ( encodedUtf8( decoded ) == sequence && !isHalf( decoded[ 0 ] & ~0x400u, 0xD800 ) ) {
-                taken = length;
-                ch = decoded[ 0 ];
-                break;
-            }
-            if ( beginnings.count( sequence ) ) {
-                taken = length;
-            }
-        }
-        result.push_back( ch );
-        i += taken;
-    }
-    return result;
-}
-
 TEST( CharsWide, WidensUnitsAndMakesPairs )
 {
     uint64_t seed = testSeed();
@@ -340,11 +304,27 @@ TEST( CharsNarrow, TravelThroughUtf16 )
         }
         Bytes bytes = encodedUtf8( joined( encodedWide( text ) ) );
         expectMeasuringCopyTo( bytes, zuCharsConvertToCstr, text );
-        for ( size_t i = 0; round % 5 && i < bytes.size(); i += 1 + random() % 30 ) {
-            bytes[ i ] = (char)( random() % 255 + 1 );
-        }
-        Units wide = encodedWide( decodedStrictly( bytes ) );
+        Units wide = encodedWide( decodedUtf8( bytes ) );
         expectMeasuringCopyFrom( bytes, zuCharsConvertFromCstr, Chars( wide.begin(), wide.end() ) );
+    }
+}
+
+// The examples of the Unicode Standard, tables 3-8 to 3-11: one replacement for each longest beginning of a sequence
+TEST( CharsNarrow, BrokenSequencesAreReplaced )
+{
+    static constexpr struct {
+        const char *bytes;
+        const char32_t *chars;
+    } ROWS[] = {
+        { "\xC0\xAF\xE0\x80\xBF\xF0\x81\x82\x41", U"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDA" },
+        { "\xED\xA0\x80\xED\xBF\xBF\xED\xAF\x41", U"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDA" },
+        { "\xF4\x91\x92\x93\xFF\x41\x80\xBF\x42", U"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDA\uFFFD\uFFFDB" },
+        { "\xE1\x80\xE2\xF0\x91\x92\xF1\xBF\x41", U"\uFFFD\uFFFD\uFFFD\uFFFDA" },
+        { "\xED\x9F\xBF\xEE\x80\x80\xE0\xA0\x80\xC2\x80\xC3", U"\uD7FF\uE000\u0800\u0080\uFFFD" },
+    };
+    for ( const auto &row : ROWS ) {
+        const std::u32string wanted = row.chars;
+        expectMeasuringCopyFrom( Bytes( row.bytes ), zuCharsConvertFromCstr, Chars( wanted.begin(), wanted.end() ) );
     }
 }
 

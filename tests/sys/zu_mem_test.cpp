@@ -79,15 +79,11 @@ TEST( MemAborts, ChecksItsArguments )
     expectAbort( "size > 0", [] { zuMemAlloc( 0 ); } );
     expectAbort( "res", [ & ] { zuMemAlloc( huge ); } );
     expectAbort( "count > 0", [] { zuMemAllocN( 0, 1 ); } );
-    expectAbort( "size > 0", [] { zuMemAllocN( 1, 0 ); } );
     expectAbort( "ZU_INT_MUL_OK( count, size )", [ & ] { zuMemAllocN( huge, 4 ); } );
-    expectAbort( "newSize >= 0", [] { zuMemRealloc( nullptr, -1 ); } );
     expectAbort( "newSize > 0", [] { zuMemRealloc( nullptr, 0 ); } );
-    expectAbort( "res", [ & ] { zuMemRealloc( nullptr, huge ); } );
     expectAbort( "ZU_INT_MUL_OK( count, size )", [ & ] { zuMemReallocN( nullptr, 4, huge ); } );
     expectAbort( "size > 0", [ & ] { zuMemDup( bytes, 0 ); } );
     expectAbort( "size == 0 || src", [] { zuMemDup( nullptr, 1 ); } );
-    expectAbort( "count >= 0", [ & ] { zuMemDupN( bytes, -1, -1 ); } );
     expectAbort( "ZU_INT_MUL_OK( count, size )", [ & ] { zuMemDupN( bytes, huge, huge ); } );
     expectAbort( "srcLength >= -1", [ & ] { zuMemDupCstr( bytes, -2 ); } );
     expectAbort( "src || srcLength == 0", [] { zuMemDupCstr( nullptr, -1 ); } );
@@ -98,8 +94,6 @@ TEST( MemAborts, ChecksItsArguments )
         expectAbort( "size == 0 || src", [ & ] { copyFunc( bytes, nullptr, 1 ); } );
     }
     for ( auto *copyFunc : { zuMemCopyN, zuMemMoveN } ) {
-        expectAbort( "count >= 0", [ & ] { copyFunc( bytes, bytes, -1, 1 ); } );
-        expectAbort( "size >= 0", [ & ] { copyFunc( bytes, bytes, 1, -1 ); } );
         expectAbort( "ZU_INT_MUL_OK( count, size )", [ & ] { copyFunc( bytes, bytes, huge, 4 ); } );
     }
     expectAbort( "ptr || size == 0", [] { zuMemSet( nullptr, 0, 1 ); } );
