@@ -123,7 +123,7 @@ TEST( RuntimeLife, ReportsTheProductAheadOfLeaks )
              << "\nBuild Time: " << record.productBuildTime << "\n";
     EXPECT_EQ( takePrinted().substr( 0, expected.str().size() ), expected.str() );
     {
-        Life again;
+        Life again( ZU_RUNTIME_FLAG_OBJECT_DATABASE ); // which the object is in
         zuStringRelease( leak );
     }
     EXPECT_EQ( zuModule()->sorts, 0u );

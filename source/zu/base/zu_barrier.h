@@ -1,4 +1,4 @@
-// ZU_BARRIER: a gate at which threads wait until it is opened.
+// ZU_BARRIER: a gate at which threads wait until it is opened, an event that stays set until it is reset.
 //
 // The gate is a level and no pulse: once open it lets everybody through until it is closed again, and a closing that
 // comes right behind an opening may stop threads that were waiting at it.  Waiting costs no processor time.  Barriers
@@ -16,11 +16,11 @@ ZU_STDFUNCS_DECLARE( ZU_BARRIER, zuBarrier )
 /// Returns a new gate, closed if `blocked`, open otherwise.
 ZU_API ZU_BARRIER *zuBarrierCreate( ZU_BOOL blocked );
 
-/// Closes the gate.
+/// Closes the gate, which may be closed already; threads that wait stay asleep.
 ZU_API void zuBarrierBlock( ZU_BARRIER *barrier );
 /// Opens the gate and wakes all that wait at it.  What a thread wrote before, those see that pass.
 ZU_API void zuBarrierUnblock( ZU_BARRIER *barrier );
-/// Tells whether the gate is closed.
+/// Tells whether the gate is closed, which may have changed by then.
 ZU_API ZU_BOOL zuBarrierIsBlocked( ZU_BARRIER *barrier );
 
 /// Returns as soon as the gate is open.

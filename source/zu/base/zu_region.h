@@ -1,4 +1,4 @@
-// ZU_REGION: a lock that any number of threads share, or one has to itself.
+// ZU_REGION: a reader/writer lock, which any number of threads share, or one has to itself.
 //
 // Neither mode is re-entrant, and a thread inside cannot change its mode.  Threads that enter in shared mode wait for
 // one that waits to enter exclusively, and those that have waited go ahead of the next such one, so that nobody is kept
@@ -21,7 +21,7 @@ ZU_API void zuRegionEnterShared( ZU_REGION *region );
 ZU_API void zuRegionEnterExclusive( ZU_REGION *region );
 /// Enters in exclusive mode if `exclusive`, in shared mode otherwise.
 ZU_API void zuRegionEnter( ZU_REGION *region, ZU_BOOL exclusive );
-/// Leaves, in whichever mode the caller has entered.
+/// Leaves, in whichever mode the caller has entered; that it has is not checked.
 ZU_API void zuRegionLeave( ZU_REGION *region );
 
 ZU_END_DECLS

@@ -1,4 +1,4 @@
-// ZU_STACK_TRACE: where its creator was, one line of text for each function that was being called.
+// ZU_STACK_TRACE: where its creator was, a backtrace with one line of text for each function that was being called.
 //
 // An immutable object.  Each line is a text of the form
 //

@@ -1,4 +1,4 @@
-// ZU_MODULE: a unit of code with an identity; the library itself is the module "zu".
+// ZU_MODULE: a unit of code with an identity, a plug-in; the library itself is the module "zu".
 //
 // Further modules are shared files, loaded by name while the process runs: zu_runtime.h has the functions.  Modules are
 // static objects: they are never freed, and need not be retained.  They are ordered by name, and print as it.

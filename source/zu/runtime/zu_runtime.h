@@ -17,9 +17,10 @@ typedef void ( *ZU_RUNTIME_PRINT_FUNC )( const ZU_CHAR *chs, ZU_INT chsLength );
 
 /// Starts the library.
 ///
-/// `flags` are ZU_RUNTIME_FLAG_... bits; `optionalUnloadModuleTimeout` is how long stopping waits for the objects of a
-/// module to go, in milliseconds, -1 for a minute; `printFunc`, which may be null, receives all output.  The three texts
-/// say what the application is; each is terminated, is copied, and may be null.
+/// `flags` are ZU_RUNTIME_FLAG_... bits and are normalized; `optionalUnloadModuleTimeout` is how long stopping waits for
+/// the objects of a module to go, in milliseconds, -1 for a minute, and less aborts; `printFunc`, which may be null,
+/// receives all output.  The three texts say what the application is; each is terminated, is copied, and may be null.
+/// Starts are not counted: who starts a library that runs already breaks it.
 ZU_API void zuRuntimeStartup( ZU_INT flags, ZU_INT optionalUnloadModuleTimeout, ZU_RUNTIME_PRINT_FUNC printFunc,
                               const char *applicationIdentifier, const char *applicationFriendlyName,
                               const char *applicationVersion );
@@ -28,9 +29,10 @@ ZU_API void zuRuntimeStartup( ZU_INT flags, ZU_INT optionalUnloadModuleTimeout, 
 /// If objects of the library are left, and one of the flags ZU_RUNTIME_FLAG_SNAPSHOT_... is set, a report of them is
 /// printed.
 ZU_API ZU_INT zuRuntimeShutdown( void );
-/// Returns the flags of the process.
+/// Returns the flags of the process, normalized; 0 while the library is stopped.
 ZU_API ZU_INT zuRuntimeFlags( void );
-/// Hands `chsLength` code points to the print function, if there is one.  Callable from any thread.
+/// Hands `chsLength` code points to the print function, if there is one; a negative length aborts, and so does null with
+/// any other length than 0.  Callable from any thread but by the print function.
 ZU_API void zuRuntimePrint( const ZU_CHAR *chs, ZU_INT chsLength );
 
 // Modules
@@ -44,7 +46,8 @@ ZU_API void zuRuntimePrint( const ZU_CHAR *chs, ZU_INT chsLength );
 // Invalid names and modules that depend on each other abort.
 /// Returns the loaded module of that name, null if there is none.
 ZU_API ZU_MODULE *zuRuntimeModule( ZU_STRING *moduleName );
-/// Returns a vector of all loaded modules in the order in which they were loaded, the library's own first.
+/// Returns a vector of all loaded modules in the order in which they were loaded, the library's own first.  It is a value:
+/// what is loaded later is not in it.
 ZU_API ZU_VECTOR *zuRuntimeModulesVector( void );
 /// Loads a module, if it is not loaded yet; false if that cannot be done.
 ZU_API ZU_BOOL zuRuntimeTryLoadModule( ZU_STRING *moduleName );

@@ -34,7 +34,8 @@ typedef struct ZU_STRING ZU_STRING;
 
 /// Returns `flags` without bits that have no meaning, or none without others that are missing.
 ZU_API ZU_INT zuRuntimeFlagsNormalize( ZU_INT flags );
-/// Reads flags as zuFlagsetParse does, "ZU_RUNTIME_FLAG_SYSTEM|ZU_RUNTIME_FLAG_MODULE_DEBUG", and normalizes them.
+/// Reads flags as zuFlagsetParse does, "ZU_RUNTIME_FLAG_SYSTEM|ZU_RUNTIME_FLAG_MODULE_DEBUG", and normalizes them; what
+/// is no flag counts as nothing.
 ZU_API ZU_INT zuRuntimeFlagsFromString( ZU_STRING *zus );
 /// Returns the names of the flags that normalizing leaves of `flags`.
 ZU_API ZU_STRING *zuRuntimeFlagsToString( ZU_INT flags );
