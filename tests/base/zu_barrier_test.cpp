@@ -56,8 +56,8 @@ TEST( Barrier, LosesNoWaking )
     } );
 }
 
-// Waiters gather at the gate of a round, and whoever comes last opens it while others sleep, go to sleep or are not there
-// yet.  The closing that slips in sends some back to sleep; the last opening lets all through.
+// Waiters gather at the gate of a round, and whoever comes last opens it while others sleep, go to sleep or are not
+// there yet.  The closing that slips in sends some back to sleep; the last opening lets all through.
 TEST( Barrier, WakesAll )
 {
     static constexpr int WAITERS = 4;

@@ -1,7 +1,7 @@
 // ZU_COUNTER: a count of what is going on, and a wait for it to end: a latch that can be raised again.
 //
-// Who begins something increments, who ends it decrements, and anybody can wait until nothing is left.  A thread that has
-// waited may find the count raised again by the time it runs.  Counters are ordered by identity.
+// Who begins something increments, who ends it decrements, and anybody can wait until nothing is left.  A thread that
+// has waited may find the count raised again by the time it runs.  Counters are ordered by identity.
 #pragma once
 
 #include "zu/runtime/zu_obj.h"

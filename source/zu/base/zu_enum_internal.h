@@ -46,8 +46,8 @@ typedef struct ZU___NAMED_TABLE {
 // Behind ZU___ENUM_CREATE: all rows at once, and none compared with another.
 ZU_ENUM *zu___EnumCreateFromTable( const ZU___NAMED_TABLE &table );
 
-// Returns the dict from the names of a table to their values, boxed; the row `i` is its pair `table.places[ i ]`.  For a
-// name that is there twice it aborts as the assertion !<hasFunc>( *(&<variable>), "<name>", -1 ) would ahead of the
+// Returns the dict from the names of a table to their values, boxed; the row `i` is its pair `table.places[ i ]`.  For
+// a name that is there twice it aborts as the assertion !<hasFunc>( *(&<variable>), "<name>", -1 ) would ahead of the
 // second row.
 ZU_DICT *zu___DictCreateFromTable( const ZU___NAMED_TABLE &table, const char *hasFunc );
 

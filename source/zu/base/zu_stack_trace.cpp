@@ -26,8 +26,8 @@ static ZU_SORT zu___sort_ZU_STACK_TRACE =
     ZU___SORT_INITIALIZER( "ZU_STACK_TRACE", &zu___module, stackTraceFree, nullptr, nullptr );
 ZU___STDFUNCS( ZU_STACK_TRACE, zuStackTrace )
 
-// Start-up.  Symbol engines are not made for several threads, and the lock is around all use of this one.  Starting it is
-// by far the slowest step: it stays up from trace to trace.
+// Start-up.  Symbol engines are not made for several threads, and the lock is around all use of this one.  Starting it
+// is by far the slowest step: it stays up from trace to trace.
 static ZU___LOCK engineLock;
 static bool engineUp = false;
 

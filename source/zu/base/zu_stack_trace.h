@@ -18,8 +18,9 @@ typedef struct ZU_STACK_TRACE ZU_STACK_TRACE;
 // zuStackTraceRetain, Release, From, Obj, Sort, ToString, Compare, Equals
 ZU_STDFUNCS_DECLARE( ZU_STACK_TRACE, zuStackTrace )
 
-/// Returns a trace of at most `maxLength` lines, -1: no limit, and 4000 in any case.  It leaves out the innermost `skip`
-/// functions; with 0 the first line is zuStackTraceCreate itself.  Slow, and one thread at a time: not for a busy path.
+/// Returns a trace of at most `maxLength` lines, -1: no limit, and 4000 in any case.  It leaves out the innermost
+/// `skip` functions; with 0 the first line is zuStackTraceCreate itself.  Slow, and one thread at a time: not for a
+/// busy path.
 ZU_API ZU_STACK_TRACE *zuStackTraceCreate( ZU_INT skip, ZU_INT maxLength );
 /// Returns the number of lines.
 ZU_API ZU_INT zuStackTraceLength( ZU_STACK_TRACE *st );

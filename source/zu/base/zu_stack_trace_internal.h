@@ -1,7 +1,7 @@
 // zu_stack_trace_internal.h: what a platform must provide for ZU_STACK_TRACE.
 //
-// All calls but the walk are made under the lock of the symbol engine, one at a time.  Memory may be short when they are
-// made: nothing aborts, and what cannot be had is left out.
+// All calls but the walk are made under the lock of the symbol engine, one at a time.  Memory may be short when they
+// are made: nothing aborts, and what cannot be had is left out.
 #pragma once
 
 #include "zu/base/zu_stack_trace.h"

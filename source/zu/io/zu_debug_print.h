@@ -7,12 +7,12 @@
 //     zuDebugPrint                    a string
 //     zuDebugPrintCstr                narrow text of `length` bytes, -1: terminated
 //     zuDebugPrintWcstr               UTF-16 text of `length` units, -1: terminated
-//     zuDebugPrintFormat              text made by a format and further arguments, as zu_string_format.h tells
-//     zuDebugPrintFormatArgList       text made by a format and a cursor
-//     zuDebugPrintFormatCstr          text made by a narrow format of `length` bytes, -1: terminated, and further arguments
-//     zuDebugPrintFormatCstrArgList   text made by the same and a cursor
-//     zuDebugPrintFormatWcstr         text made by a UTF-16 format of `length` units, -1: terminated, and further arguments
-//     zuDebugPrintFormatWcstrArgList  text made by the same and a cursor
+//     zuDebugPrintFormat              text by a format and further arguments, as zu_string_format.h tells
+//     zuDebugPrintFormatArgList       text by a format and a cursor
+//     zuDebugPrintFormatCstr          text by a narrow format of `length` bytes, -1: terminated, and further arguments
+//     zuDebugPrintFormatCstrArgList   text by the same and a cursor
+//     zuDebugPrintFormatWcstr         text by a UTF-16 format of `length` units, -1: terminated, and further arguments
+//     zuDebugPrintFormatWcstrArgList  text by the same and a cursor
 //     zuDebugPrintLines               each element of a vector, by a call with its text
 //     zuDebugPrintStackTrace          a stack trace, whose first line is this function, on the print function
 #pragma once

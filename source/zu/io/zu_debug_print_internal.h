@@ -5,7 +5,8 @@
 
 ZU_BEGIN_DECLS
 
-// Hands `text` to the channel on which developers read, as it is.  Where nobody listens it is lost; nothing is reported.
+// Hands `text` to the channel on which developers read, as it is.  Where nobody listens it is lost; nothing is
+// reported.
 void zu___DebugPrintSend( ZU_STRING *text );
 
 ZU_END_DECLS

@@ -1,17 +1,17 @@
 // zu_print.h: text to the print function that the process has given at start-up.
 //
-// Where no print function was given, nothing is printed.  No line end is added and nothing is buffered; each call is one
-// call of the print function, and calls of several threads come one after the other.
+// Where no print function was given, nothing is printed.  No line end is added and nothing is buffered; each call is
+// one call of the print function, and calls of several threads come one after the other.
 //
 //     zuPrint                    a string
 //     zuPrintCstr                narrow text of `length` bytes, -1: terminated
 //     zuPrintWcstr               UTF-16 text of `length` units, -1: terminated
-//     zuPrintFormat              text made by a format and further arguments, as zu_string_format.h tells
-//     zuPrintFormatArgList       text made by a format and a cursor
-//     zuPrintFormatCstr          text made by a narrow format of `length` bytes, -1: terminated, and further arguments
-//     zuPrintFormatCstrArgList   text made by the same and a cursor
-//     zuPrintFormatWcstr         text made by a UTF-16 format of `length` units, -1: terminated, and further arguments
-//     zuPrintFormatWcstrArgList  text made by the same and a cursor
+//     zuPrintFormat              text by a format and further arguments, as zu_string_format.h tells
+//     zuPrintFormatArgList       text by a format and a cursor
+//     zuPrintFormatCstr          text by a narrow format of `length` bytes, -1: terminated, and further arguments
+//     zuPrintFormatCstrArgList   text by the same and a cursor
+//     zuPrintFormatWcstr         text by a UTF-16 format of `length` units, -1: terminated, and further arguments
+//     zuPrintFormatWcstrArgList  text by the same and a cursor
 //     zuPrintLines               each element of a vector, by a call with its text
 //     zuPrintStackTrace          a stack trace, whose first line is this function, by a call for each line
 #pragma once

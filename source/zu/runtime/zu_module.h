@@ -35,7 +35,7 @@ ZU_API void *zuModuleRunPersonality( ZU_MODULE *module, void *argument1, void *a
 //
 //     static ZU_BOOL gaugeLoad( void ) { ... }
 //     ZU___MODULE_DECLARE( gauge )
-//     ZU___MODULE_DEFINE( gauge, ZU___MODULE_ANY_PRODUCT, "Measured values", "1.0", "", "", "zelkaratr-4.10.30 (Linux)",
+//     ZU___MODULE_DEFINE( gauge, ZU___MODULE_ANY_PRODUCT, "Measured values", "1.0", "", "", "zelkaratr (Linux)",
 //                         gaugeLoad, NULL, NULL, NULL, NULL )
 //
 // it is the module "gauge"; sources that define sorts repeat the declaration, and give &gauge___module as their module.

@@ -1,8 +1,8 @@
 // ZU_MODULE_VERSION: the version of a module, major and minor number.
 //
-// An immutable value, ordered by its numbers.  An insert makes room between two numbers that are given away already: 3#1
-// comes after 3 and before 4.  The text of a version is "1.2", or with inserts "3#1.0" or "1#5.2#7"; an insert of 0 is
-// not written.
+// An immutable value, ordered by its numbers.  An insert makes room between two numbers that are given away already:
+// 3#1 comes after 3 and before 4.  The text of a version is "1.2", or with inserts "3#1.0" or "1#5.2#7"; an insert of 0
+// is not written.
 #pragma once
 
 #include "zu/runtime/zu_obj.h"
@@ -14,8 +14,8 @@ typedef struct ZU_MODULE_VERSION ZU_MODULE_VERSION;
 ZU_STDFUNCS_DECLARE( ZU_MODULE_VERSION, zuModuleVersion )
 
 // Creation
-/// Returns the version of these numbers.  None may be negative, an insert at most 999, and a thousand times a number and
-/// its insert must be in range.
+/// Returns the version of these numbers.  None may be negative, an insert at most 999, and a thousand times a number
+/// and its insert must be in range.
 ZU_API ZU_MODULE_VERSION *zuModuleVersionCreate( ZU_INT major, ZU_INT majorInsert, ZU_INT minor, ZU_INT minorInsert );
 /// Returns the version that `zus` is the text of, null if it is none.
 ZU_API ZU_MODULE_VERSION *zuModuleVersionTryCreateFromString( ZU_STRING *zus );

@@ -58,8 +58,8 @@ ZU_INT zu___RuntimeExtsIndex = 0;
 
 // Start and stop
 //
-// The version comes first of all and goes last of all; it takes the application's texts and so stands outside the table.
-// The rest starts from the top of the table to its end and stops from the end to the top.  What a subsystem uses
+// The version comes first of all and goes last of all; it takes the application's texts and so stands outside the
+// table.  The rest starts from the top of the table to its end and stops from the end to the top.  What a subsystem uses
 // therefore stands above it, and lives longer.
 struct RUNTIME_SUBSYSTEM {
     void ( *startup )( void );
@@ -161,8 +161,8 @@ static void runtimeStopModules()
     ZU_REF_RELEASE( zu___RuntimeLoadingDict );
     ZU_REF_POISON( zu___RuntimeLoadingDict );
 }
-// Returns the module at `idx`, not retained, since modules are static.  Whoever holds the load monitor may read the vector
-// without the other monitor: nobody else changes it.
+// Returns the module at `idx`, not retained, since modules are static.  Whoever holds the load monitor may read the
+// vector without the other monitor: nobody else changes it.
 static ZU_MODULE *runtimeModuleAt( ZU_INT idx )
 {
     return zuModuleFrom( zuVectorBacking( zu___RuntimeModulesVector )[ idx ] );
@@ -187,7 +187,8 @@ void zuRuntimeStartup( ZU_INT flags, ZU_INT optionalUnloadModuleTimeout, ZU_RUNT
     zuMonitorLeave( zu___RuntimeLoadMonitor );
 }
 
-// Tells of objects that have outlived the library.  What is down cannot print, and so the bare library starts once more.
+// Tells of objects that have outlived the library.  What is down cannot print, and so the bare library starts once
+// more.
 static void runtimeReportLeaks()
 {
     zu___RuntimeFlags = ZU_RUNTIME_FLAG_MINIMAL;

@@ -1,7 +1,7 @@
 // zu_runtime.h: start and stop of the library, and the modules that a process has loaded.
 //
-// A program starts the library once, works with it from any number of threads, and stops it at the end.  Both run on one
-// thread, and nothing else may use the library meanwhile.  Stopped, it can be started again.
+// A program starts the library once, works with it from any number of threads, and stops it at the end.  Both run on
+// one thread, and nothing else may use the library meanwhile.  Stopped, it can be started again.
 #pragma once
 
 #include "zu/base/zu_vector.h"
@@ -17,10 +17,10 @@ typedef void ( *ZU_RUNTIME_PRINT_FUNC )( const ZU_CHAR *chs, ZU_INT chsLength );
 
 /// Starts the library.
 ///
-/// `flags` are ZU_RUNTIME_FLAG_... bits and are normalized; `optionalUnloadModuleTimeout` is how long stopping waits for
-/// the objects of a module to go, in milliseconds, -1 for a minute, and less aborts; `printFunc`, which may be null,
-/// receives all output.  The three texts say what the application is; each is terminated, is copied, and may be null.
-/// Starts are not counted: who starts a library that runs already breaks it.
+/// `flags` are ZU_RUNTIME_FLAG_... bits and are normalized; `optionalUnloadModuleTimeout` is how long stopping waits
+/// for the objects of a module to go, in milliseconds, -1 for a minute, and less aborts; `printFunc`, which may be
+/// null, receives all output.  The three texts say what the application is; each is terminated, is copied, and may be
+/// null.  Starts are not counted: who starts a library that runs already breaks it.
 ZU_API void zuRuntimeStartup( ZU_INT flags, ZU_INT optionalUnloadModuleTimeout, ZU_RUNTIME_PRINT_FUNC printFunc,
                               const char *applicationIdentifier, const char *applicationFriendlyName,
                               const char *applicationVersion );
@@ -31,8 +31,8 @@ ZU_API void zuRuntimeStartup( ZU_INT flags, ZU_INT optionalUnloadModuleTimeout, 
 ZU_API ZU_INT zuRuntimeShutdown( void );
 /// Returns the flags of the process, normalized; 0 while the library is stopped.
 ZU_API ZU_INT zuRuntimeFlags( void );
-/// Hands `chsLength` code points to the print function, if there is one; a negative length aborts, and so does null with
-/// any other length than 0.  Callable from any thread but by the print function.
+/// Hands `chsLength` code points to the print function, if there is one; a negative length aborts, and so does null
+/// with any other length than 0.  Callable from any thread but by the print function.
 ZU_API void zuRuntimePrint( const ZU_CHAR *chs, ZU_INT chsLength );
 
 // Modules
@@ -46,13 +46,13 @@ ZU_API void zuRuntimePrint( const ZU_CHAR *chs, ZU_INT chsLength );
 // Invalid names and modules that depend on each other abort.
 /// Returns the loaded module of that name, null if there is none.
 ZU_API ZU_MODULE *zuRuntimeModule( ZU_STRING *moduleName );
-/// Returns a vector of all loaded modules in the order in which they were loaded, the library's own first.  It is a value:
-/// what is loaded later is not in it.
+/// Returns a vector of all loaded modules in the order in which they were loaded, the library's own first.  It is a
+/// value: what is loaded later is not in it.
 ZU_API ZU_VECTOR *zuRuntimeModulesVector( void );
 /// Loads a module, if it is not loaded yet; false if that cannot be done.
 ZU_API ZU_BOOL zuRuntimeTryLoadModule( ZU_STRING *moduleName );
-/// Loads the modules that a text of names, divided by blanks, has, up to the first that cannot be loaded; true if all are
-/// there.
+/// Loads the modules that a text of names, divided by blanks, has, up to the first that cannot be loaded; true if all
+/// are there.
 ZU_API ZU_BOOL zuRuntimeTryLoadModules( ZU_STRING *moduleNames );
 /// Loads the modules that a narrow text of names has; `length` is in bytes, -1: terminated.
 ZU_API ZU_BOOL zuRuntimeTryLoadModulesCstr( const char *moduleNames, ZU_INT length );
@@ -62,8 +62,8 @@ ZU_API ZU_BOOL zuRuntimeTryLoadModulesWcstr( const char16_t *moduleNames, ZU_INT
 ZU_API ZU_BOOL zuRuntimeTryLoadModulesVector( ZU_VECTOR *moduleNames );
 /// Unloads all modules but the library's own, last ones first; zuRuntimeShutdown does so by itself.
 ///
-/// Each is given time until no object of its sorts is left.  One that still has objects after the time that was given at
-/// start-up aborts, with its name as the message.  With one of the flags ZU_RUNTIME_FLAG_SNAPSHOT_... it is reported
+/// Each is given time until no object of its sorts is left.  One that still has objects after the time that was given
+/// at start-up aborts, with its name as the message.  With one of the flags ZU_RUNTIME_FLAG_SNAPSHOT_... it is reported
 /// every ten seconds instead, and a time of ten seconds or more never ends.
 ZU_API void zuRuntimeUnloadAllModules( void );
 

@@ -31,8 +31,8 @@ static COMPUTER_INFO_LEAF computerInfoLeaf( uint32_t number )
     return leaf;
 }
 
-// The processor is asked when the library starts for the first time: in a virtual machine each answer takes some 5 us, a
-// tenth of what another start takes as a whole.
+// The processor is asked when the library starts for the first time: in a virtual machine each answer takes some 5 us,
+// a tenth of what another start takes as a whole.
 struct COMPUTER_INFO_PROCESSOR {
     bool known;
     COMPUTER_INFO_LEAF vendor;

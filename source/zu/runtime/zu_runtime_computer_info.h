@@ -16,8 +16,9 @@ ZU_API ZU_STRING *zuRuntimeOperatingSystemInfo( void );
 /// Tells whether the processor is known, as it is where it is an x86.
 ZU_API ZU_BOOL zuRuntimeHasCpuInfo( void );
 /// Returns vendor, family, model, number of processors and, if the processor tells, its frequencies, such as
-/// "GenuineIntel, family:6, model:8e, cores:8, base:2000 MHz, max: 4000 MHz"; null if it is not known.  Family and model are
-/// hexadecimal; the extended family stands ahead of the base family and is not added to it, so that 19 reads "af".
+/// "GenuineIntel, family:6, model:8e, cores:8, base:2000 MHz, max: 4000 MHz"; null if it is not known.  Family and
+/// model are hexadecimal; the extended family stands ahead of the base family and is not added to it, so that 19 reads
+/// "af".
 ZU_API ZU_STRING *zuRuntimeCpuInfo( void );
 
 // For authors of classes and modules

@@ -1,7 +1,7 @@
 // zu_runtime_hardware.h: the kinds of hardware that products are built for, a ZU_INT each.
 //
-// Each has a name, such as "ZU_RUNTIME_HARDWARE_X64", an identifier for file names, "x64", and a name for human readers,
-// "x86 (64 bit)".  A value that is none of the constants aborts everywhere.
+// Each has a name, such as "ZU_RUNTIME_HARDWARE_X64", an identifier for file names, "x64", and a name for human
+// readers, "x86 (64 bit)".  A value that is none of the constants aborts everywhere.
 #pragma once
 
 #include "zu/base/zu_string.h"

@@ -7,9 +7,9 @@
 
 ZU_BEGIN_DECLS
 
-// Any number of threads hold the lock in shared mode, or one in exclusive mode.  Neither mode is recursive, nor does one
-// turn into the other.  A writer waits for the readers that are inside and goes ahead of those that come; the readers
-// that have waited for a writer go ahead of the next one: nobody starves.
+// Any number of threads hold the lock in shared mode, or one in exclusive mode.  Neither mode is recursive, nor does
+// one turn into the other.  A writer waits for the readers that are inside and goes ahead of those that come; the
+// readers that have waited for a writer go ahead of the next one: nobody starves.
 typedef struct ZU___SRW_LOCK {
     uint64_t state;      // who holds the lock and how many wait, as zu_srw.cpp tells
     uint32_t readerGate; // what waiting readers sleep on
@@ -27,9 +27,9 @@ void zu___SrwLockReleaseShared( ZU___SRW_LOCK *lock );
 void zu___SrwLockReleaseExclusive( ZU___SRW_LOCK *lock );
 
 void zu___ConditionInitialize( ZU___CONDITION *cond );
-// Gives up `lock`, held in shared mode, sleeps until woken, for `millisec` milliseconds at most (-1: no limit), and takes
-// the lock again.  A waking by a thread that has held the lock in exclusive mode since the caller took it is never
-// lost.  May return for no reason.  False if the system refuses, not at expiry.
+// Gives up `lock`, held in shared mode, sleeps until woken, for `millisec` milliseconds at most (-1: no limit), and
+// takes the lock again.  A waking by a thread that has held the lock in exclusive mode since the caller took it is
+// never lost.  May return for no reason.  False if the system refuses, not at expiry.
 ZU_BOOL zu___ConditionWaitShared( ZU___CONDITION *cond, ZU___SRW_LOCK *lock, ZU_INT millisec );
 // Wakes all waiters; without any, that is a look at a word.
 void zu___ConditionWakeAll( ZU___CONDITION *cond );
