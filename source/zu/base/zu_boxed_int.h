@@ -11,7 +11,7 @@ typedef struct ZU_BOXED_INT ZU_BOXED_INT;
 // zuBoxedIntRetain, Release, From, Obj, Sort, ToString, Compare, Equals
 ZU_STDFUNCS_DECLARE( ZU_BOXED_INT, zuBoxedInt )
 
-/// Returns a new object.
+/// Returns a new object that holds `value`.
 ZU_API ZU_BOXED_INT *zuBoxedIntCreate( ZU_INT value );
 /// Returns the value.
 ZU_API ZU_INT zuBoxedIntValue( ZU_BOXED_INT *bi );

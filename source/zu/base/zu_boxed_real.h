@@ -12,7 +12,7 @@ typedef struct ZU_BOXED_REAL ZU_BOXED_REAL;
 // zuBoxedRealRetain, Release, From, Obj, Sort, ToString, Compare, Equals
 ZU_STDFUNCS_DECLARE( ZU_BOXED_REAL, zuBoxedReal )
 
-/// Returns a new object.
+/// Returns a new object that holds `value`.
 ZU_API ZU_BOXED_REAL *zuBoxedRealCreate( double value );
 /// Returns the value.
 ZU_API double zuBoxedRealValue( ZU_BOXED_REAL *br );

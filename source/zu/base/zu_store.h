@@ -1,9 +1,11 @@
-// ZU_STORE: settings in a tree, a map from addresses to texts and to further stores.
+// ZU_STORE: settings, or configuration, in a tree: a map from addresses to texts and to further stores.
 //
 // A copy-on-write value; zu_obj.h tells what holds for all of them.  A store has two things to hold at each address: a
 // value, which is a text, and a sub-store; an address in use has one of them or both.  Numbers and truth values are
 // converted on the way in and out.  Positions count the addresses in use, in ascending order of their code points.
-// Copying a store costs three references, whatever it holds; later changes copy the nodes that they touch.
+// Copying a store costs three references, whatever it holds; later changes copy the nodes that they touch.  Addresses are
+// kept as in dicts: a search costs about log2 of their number, none if they are asked for in ascending order; a new one
+// moves those behind it, so that ascending addresses go in best.
 //
 // An address is one or more of the letters A to Z and a to z, the digits, "-" and "_"; anything else aborts.  It names
 // something in this store alone, there are no paths.  To change what a sub-store holds, read it, change it, and set it
@@ -31,7 +33,7 @@ typedef struct ZU_STORE ZU_STORE;
 // Stores are ordered by their addresses, then by their values, then by their sub-stores, each as dicts are.
 ZU_STDFUNCS_DECLARE( ZU_STORE, zuStore )
 
-/// Tells whether `address` can be an address.
+/// Tells whether `address` can be an address.  Whoever makes addresses of data from outside asks this first.
 ZU_API ZU_BOOL zuStoreAddressOk( ZU_STRING *address );
 
 // Whole stores
@@ -42,7 +44,7 @@ ZU_API ZU_STORE *zuStoreCreateFrom( ZU_STORE *source );
 /// Makes `*store` a new, empty store.
 ZU_API void zuStoreClear( ZU_STORE **store );
 /// Adds what `other` has and `*store` lacks, at every level: where both have a value, that of `*store` stays, and where
-/// both have a sub-store, the two are merged.
+/// both have a sub-store, the two are merged.  A shared store is copied even if nothing is added.
 ZU_API void zuStoreMerge( ZU_STORE **store, ZU_STORE *other );
 /// Returns the number of addresses in use.
 ZU_API ZU_INT zuStoreLength( ZU_STORE *store );

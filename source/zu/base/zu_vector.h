@@ -1,4 +1,4 @@
-// ZU_VECTOR: an ordered sequence of objects, of any classes, mixed as well.
+// ZU_VECTOR: an ordered sequence of objects, of any classes, mixed as well: an array, list, stack or queue.
 //
 // A copy-on-write value; zu_obj.h tells what holds for all of them.  A vector holds one reference to each of its items;
 // an item is never null, and the boxed null of zu_boxed_null.h stands for nothing.  The same object may be in it any
@@ -49,13 +49,14 @@ ZU_API ZU_VECTOR *zuVectorCreateFromLeading( ZU_VECTOR *src, ZU_INT count );
 ZU_API ZU_VECTOR *zuVectorCreateFromTrailing( ZU_VECTOR *src, ZU_INT count );
 /// Returns a new object with the items of `src` but the `count` from `offset` on.
 ZU_API ZU_VECTOR *zuVectorCreateFromOuter( ZU_VECTOR *src, ZU_INT offset, ZU_INT count );
-/// Returns a vector of the one item `obj`.
+/// Returns a new vector of the one item `obj`.
 ZU_API ZU_VECTOR *zuVectorCreateFromObj( ZU_OBJ *obj );
-/// Returns a vector with the `count` objects of an array.  It takes the caller's references over, and leaves the caller
-/// the array; a null among them aborts.
+/// Returns a new vector with the `count` objects of an array.  It takes the caller's references over, whatever its name
+/// suggests, and leaves the caller the array; a null among them aborts.  A count of 0 gives the shared empty vector.
 ZU_API ZU_VECTOR *zuVectorCreateFromObjsCopy( ZU_OBJ *const *src, ZU_INT count );
-/// Returns a vector that takes over the `count` references in `src` and `src` itself, an array of zuMemAllocN, and frees it
-/// in the end; a null among them aborts.  With a count of 0 the array stays the caller's.
+/// Returns a new vector that takes over the `count` references in `src` and `src` itself, an array of zuMemAllocN, and
+/// frees it in the end; a null among them aborts.  A count of 0 gives the shared empty vector, and the array stays the
+/// caller's.
 ZU_API ZU_VECTOR *zuVectorCreateFromObjsUse( ZU_OBJ **src, ZU_INT count );
 
 // Insertion
