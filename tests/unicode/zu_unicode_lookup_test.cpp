@@ -1,3 +1,5 @@
+// The rows of the four classification tables, and the lookups in them.
+
 #include "zu/unicode/zu_unicode_cccv_internal.h"
 #include "zu/unicode/zu_unicode_cdmt_internal.h"
 #include "zu/unicode/zu_unicode_genc_internal.h"
@@ -30,6 +32,41 @@ static std::string upperCase( std::string text )
     return text;
 }
 
+// A category's name follows from its description, a tag's from the tag, a script's from its name: text in the wrong row
+// would not fit.
+TEST( UnicodeLookup, TextsBelongToTheirSymbols )
+{
+    for ( const auto &row : zu___unicodeGencRows ) {
+        std::string words;
+        for ( char c : upperCase( row.description ) ) {
+            words += c == ',' ? "" : c == ' ' ? "_" : std::string( 1, c );
+        }
+        EXPECT_EQ( std::string( row.symName ).rfind( "ZU_UNICODE_GENC_" + words, 0 ), 0u ) << row.symName;
+    }
+    for ( const auto &row : zu___unicodeCdmtRows ) {
+        std::string tag = row.tag;
+        if ( row.value > 1 ) {
+            EXPECT_EQ( "<" + std::string( row.symName ).substr( 16 ) + ">", upperCase( tag ) );
+        } else {
+            EXPECT_EQ( tag, "" );
+        }
+    }
+    for ( const auto &row : zu___unicodeScriptRows ) {
+        EXPECT_EQ( row.symName, "ZU_UNICODE_SCRIPT_" + upperCase( row.name ) );
+    }
+}
+TEST( UnicodeLookup, RangesOfValues )
+{
+    for ( ZU_INT value : { ZU_INT_MIN, ZU_INT{ -1 }, ZU_INT{ 256 }, ZU_INT{ 1 } << 32, ZU_INT_MAX } ) {
+        EXPECT_FALSE( ZU_UNICODE_GENC_OK( value ) || ZU_UNICODE_CCCV_OK( value ) || ZU_UNICODE_CDMT_OK( value ) ||
+                      ZU_UNICODE_SCRIPT_OK( value ) );
+    }
+    EXPECT_TRUE( ZU_UNICODE_GENC_OK( 0 ) && ZU_UNICODE_GENC_OK( 29 ) && !ZU_UNICODE_GENC_OK( 30 ) );
+    EXPECT_TRUE( ZU_UNICODE_CCCV_OK( 0 ) && ZU_UNICODE_CCCV_OK( 255 ) );
+    EXPECT_TRUE( ZU_UNICODE_CDMT_OK( 0 ) && ZU_UNICODE_CDMT_OK( 17 ) && !ZU_UNICODE_CDMT_OK( 18 ) );
+    EXPECT_TRUE( ZU_UNICODE_SCRIPT_OK( 0 ) && ZU_UNICODE_SCRIPT_OK( 99 ) && ZU_UNICODE_SCRIPT_OK( 162 ) &&
+                 !ZU_UNICODE_SCRIPT_OK( 163 ) );
+}
 TEST( UnicodeLookup, Categories )
 {
     for ( const auto &row : zu___unicodeGencRows ) {
@@ -51,13 +88,14 @@ TEST( UnicodeLookup, CombiningClasses )
         if ( row != std::end( zu___unicodeCccvRows ) && row->value == value ) {
             expectText( zuUnicodeCccvDescription( value ), row->description );
             expectText( zuUnicodeCccvSymName( value ), row->symName );
-            row++;
+            row++; // they ascend
         } else {
             expectText( zuUnicodeCccvDescription( value ),
                         "Canonical Combining Class Value " + std::to_string( value ) );
             EXPECT_EQ( zuUnicodeCccvSymName( value ), nullptr ) << value;
         }
     }
+    EXPECT_EQ( row, std::begin( zu___unicodeCccvRows ) + 26 );
 }
 TEST( UnicodeLookup, DecompositionTags )
 {

@@ -10,10 +10,11 @@
 using Predicate = ZU_BOOL( ZU_CHAR );
 
 // The predicates, with the values of the table behind them that each is true for.
-static constexpr struct {
+struct ROW {
     Predicate *predicate;
     ZU_INT first, last;
-} CATEGORIES[] = {
+};
+static constexpr ROW CATEGORIES[] = {
     { zuUnicodeIsLetter, 1, 5 },
     { zuUnicodeIsLetterUppercase, 1, 1 },
     { zuUnicodeIsLetterLowercase, 2, 2 },
@@ -51,10 +52,7 @@ static constexpr struct {
     { zuUnicodeIsOtherPrivateUse, 29, 29 },
     { zuUnicodeIsOtherNotAssigned, 0, 0 },
 };
-static constexpr struct {
-    Predicate *predicate;
-    ZU_INT first, last;
-} CLASSES[] = {
+static constexpr ROW CLASSES[] = {
     { zuUnicodeHasCccvSpacing, 0, 0 },
     { zuUnicodeHasCccvOverlays, 1, 1 },
     { zuUnicodeHasCccvNuktas, 7, 7 },
@@ -98,22 +96,11 @@ TEST( UnicodeProperties, PredicatesCompareTheirValue )
                 << std::hex << ch << " in row " << &row - CLASSES;
         }
         ASSERT_EQ( zuUnicodeIsOther( ch ), genc == 0 || genc >= 26 ) << std::hex << ch;
-    }
-}
-
-TEST( UnicodeProperties, AccessorsAskTheDatabase )
-{
-    for ( ZU_CHAR ch = 0; ch < 0x110000; ++ch ) {
-        ASSERT_EQ( zuUnicodeGenc( ch ), zu___UnicodeGencDbLookup( ch ) ) << std::hex << ch;
-        ASSERT_EQ( zuUnicodeCccv( ch ), zu___UnicodeCccvDbLookup( ch ) ) << std::hex << ch;
+        ASSERT_EQ( genc, zu___UnicodeGencDbLookup( ch ) ) << std::hex << ch;
+        ASSERT_EQ( cccv, zu___UnicodeCccvDbLookup( ch ) ) << std::hex << ch;
         ASSERT_EQ( zuUnicodeScript( ch ), zu___UnicodeScriptDbLookup( ch ) ) << std::hex << ch;
         ASSERT_EQ( zuUnicodeDecimalDigitValue( ch ), zu___UnicodeDecimalDbLookup( ch ) ) << std::hex << ch;
-        ASSERT_EQ( zuUnicodeHexadecimalDigitValue( ch ), zu___UnicodeHexDigitDbLookup( ch ) ) << std::hex << ch;
-        ASSERT_EQ( zuUnicodeIsNlf( ch ), zu___UnicodeNlfDbLookup( ch ) ) << std::hex << ch;
-        ASSERT_EQ( zuUnicodeIsWhiteSpace( ch ), zu___UnicodeWhiteSpaceDbLookup( ch ) ) << std::hex << ch;
     }
-    EXPECT_TRUE( zuUnicodeHasCccvAbove( 0x301 ) );
-    EXPECT_TRUE( zuUnicodeIsOtherNotAssigned( 0x378 ) );
 }
 
 // Line ends and white space
@@ -176,17 +163,18 @@ TEST( UnicodeProperties, DigitsToEachBase )
     EXPECT_EQ( zuUnicodeBaseNDigitValue( 0xFF21, 17 ), -1 );
 }
 
-TEST( UnicodePropertiesAborts, NoCodePoint )
+TEST( UnicodePropertiesAborts, NoCodePointOrBase )
 {
     const ZU_CHAR ch = 0x110000;
-    for ( const auto &row : CATEGORIES ) {
-        expectAbort( "ZU_CHAR_OK( ch )", [ & ] { row.predicate( ch ); } );
+    std::set<Predicate *> predicates = { zuUnicodeIsOther, zuUnicodeIsNlf, zuUnicodeIsWhiteSpace,
+                                         zu___UnicodeNlfDbLookup, zu___UnicodeWhiteSpaceDbLookup };
+    for ( const ROW &row : CATEGORIES ) {
+        predicates.insert( row.predicate );
     }
-    for ( const auto &row : CLASSES ) {
-        expectAbort( "ZU_CHAR_OK( ch )", [ & ] { row.predicate( ch ); } );
+    for ( const ROW &row : CLASSES ) {
+        predicates.insert( row.predicate );
     }
-    for ( Predicate *predicate : { zuUnicodeIsOther, zuUnicodeIsNlf, zuUnicodeIsWhiteSpace, zu___UnicodeNlfDbLookup,
-                                   zu___UnicodeWhiteSpaceDbLookup } ) {
+    for ( Predicate *predicate : predicates ) {
         expectAbort( "ZU_CHAR_OK( ch )", [ & ] { predicate( ch ); } );
     }
     for ( auto *accessor : { zuUnicodeGenc, zuUnicodeCccv, zuUnicodeScript, zuUnicodeDecimalDigitValue,
@@ -194,11 +182,7 @@ TEST( UnicodePropertiesAborts, NoCodePoint )
         expectAbort( "ZU_CHAR_OK( ch )", [ & ] { accessor( ch ); } );
     }
     expectAbort( "ZU_CHAR_OK( ch )", [ & ] { zuUnicodeBaseNDigitValue( ch, 1 ); } );
-}
-
-TEST( UnicodePropertiesAborts, NoBase )
-{
-    for ( ZU_INT base : { -1, 0, 1, 37 } ) {
+    for ( ZU_INT base : { -1, 1, 37 } ) {
         expectAbort( "base >= 2 && base <= 36", [ & ] { zuUnicodeBaseNDigitValue( '0', base ); } );
     }
 }
