@@ -289,6 +289,12 @@ TEST( StringNormalize, BringsIntoForms )
     expectChange( zuStringNormalizeNFC, U"plain text, \u00E9t\u00E9", U"plain text, \u00E9t\u00E9" );
     expectChange( zuStringNormalizeNFD, U"\u0301\u0316", U"\u0316\u0301" );
     expectChange( zuStringNormalizeNFC, { 'a', 0xD800 }, U"a" );
+    ZU_STRING *empty = zuStringCreateFromUtf8( "", 0 ); // not the shared one
+    ZU_STRING *shared = zuStringCreate();
+    zuStringNormalizeNFKD( &empty );
+    EXPECT_EQ( empty, shared );
+    zuStringRelease( shared );
+    zuStringRelease( empty );
 }
 TEST( StringNormalize, Sanitizes )
 {

@@ -4,8 +4,9 @@
 
 #include "zu/base/zu_string_internal.h"
 
-// Appending
-void zuStringDelimitedAppend( ZU_STRING **dest, ZU_STRING *src, ZU_STRING *delimiter )
+// Adds the delimiter, if there is any text, and then `src`.
+static void stringDelimitedAdd( ZU_STRING **dest, ZU_STRING *src, ZU_STRING *delimiter,
+                                void ( *add )( ZU_STRING **dest, ZU_STRING *src ) )
 {
     ZU_ASSERT( dest );
     ZU_ASSERT( *dest );
@@ -14,10 +15,16 @@ void zuStringDelimitedAppend( ZU_STRING **dest, ZU_STRING *src, ZU_STRING *delim
     // Held over the change if it is the same string, what is added is read as it stood.
     ZU_STRING *held = src == *dest || delimiter == *dest ? zuStringRetain( *dest ) : nullptr;
     if ( ( *dest )->length > 0 ) {
-        zuStringAppend( dest, delimiter );
+        add( dest, delimiter );
     }
-    zuStringAppend( dest, src );
+    add( dest, src );
     ZU_REF_RELEASE_OPT( held );
+}
+
+// Appending
+void zuStringDelimitedAppend( ZU_STRING **dest, ZU_STRING *src, ZU_STRING *delimiter )
+{
+    stringDelimitedAdd( dest, src, delimiter, zuStringAppend );
 }
 void zuStringDelimitedAppendCharDelimiter( ZU_STRING **dest, ZU_STRING *src, ZU_CHAR ch )
 {
@@ -74,17 +81,7 @@ void zuStringDelimitedAppendWcstr( ZU_STRING **dest, const char16_t *src, ZU_INT
 // Prepending
 void zuStringDelimitedPrepend( ZU_STRING **dest, ZU_STRING *src, ZU_STRING *delimiter )
 {
-    ZU_ASSERT( dest );
-    ZU_ASSERT( *dest );
-    ZU_ASSERT( src );
-    ZU_ASSERT( delimiter );
-    // Held over the change if it is the same string, what is added is read as it stood.
-    ZU_STRING *held = src == *dest || delimiter == *dest ? zuStringRetain( *dest ) : nullptr;
-    if ( ( *dest )->length > 0 ) {
-        zuStringPrepend( dest, delimiter );
-    }
-    zuStringPrepend( dest, src );
-    ZU_REF_RELEASE_OPT( held );
+    stringDelimitedAdd( dest, src, delimiter, zuStringPrepend );
 }
 void zuStringDelimitedPrependCharDelimiter( ZU_STRING **dest, ZU_STRING *src, ZU_CHAR ch )
 {
