@@ -333,6 +333,8 @@ def make_normalization(data):
             found = [rank[each] for each in characters]
             if any(left > right > 0 for left, right in zip(found, found[1:])):
                 stop(f"U+{ch:04X} decomposes out of order")
+            if rank[ch] and (len(found) > 2 or 0 in found):
+                stop(f"U+{ch:04X} is a mark, but decomposes to more than two marks")
         if compatible != (ch,):
             both = canonical not in ((ch,), compatible)
             sequences[ch] = (elements(canonical) if both else ()) + elements(compatible), both

@@ -13,8 +13,9 @@
 //     Norm                what the normalizer asks, the bits ZU___UNICODE_NORM_... below; Index tells where in Blocks
 //                         a block begins
 //
-// Runs holds the characters of all mappings; NormRuns holds full decompositions, of Norm's elements.  The rows of CompPairs lie over one another, each filling gaps of the
-// others: an entry is the beginning of the row that it belongs to << 21 | composite.
+// Runs holds the characters of all mappings; NormRuns holds full decompositions, of Norm's elements.  The rows of
+// CompPairs lie over one another, each filling gaps of the others: an entry is the beginning of the row that it belongs
+// to << 21 | composite.
 #pragma once
 
 #include "zu/unicode/zu_unicode_cccv.h"

@@ -550,15 +550,16 @@ struct MARKS {
         descents |= elementRank( entry ) - elementRank( last );
         last = entry;
     }
-    // Of a few marks some decompose, and which is not guessed.  What a mark decomposes to are marks.
+    // A mark decomposes to one or two marks.  Both are stored ahead of knowing, as which one does is not guessed.
     void putDecomposed( ZU_CHAR ch, uint32_t entry, uint32_t decomposes )
     {
-        uint32_t itself[ QUICK_ELEMENTS ] = { elementMake( ch, entry ) | 1 << ZU___UNICODE_ELEMENT_LEFT_SHIFT };
         const uint32_t *run = zu___unicodeNormRuns + ( entry & ZU___UNICODE_NORM_PLACE );
-        const uint32_t *elements = entry & decomposes ? run : itself;
-        memcpy( cursor, elements, sizeof itself );
-        cursor += elementLeft( *elements );
-        descents |= elementRank( *elements ) - elementRank( last );
+        uint32_t itself = elementMake( ch, entry ) | 1 << ZU___UNICODE_ELEMENT_LEFT_SHIFT;
+        uint32_t first = entry & decomposes ? run[ 0 ] : itself;
+        cursor[ 0 ] = first;
+        cursor[ 1 ] = run[ 1 ];
+        cursor += elementLeft( first );
+        descents |= elementRank( first ) - elementRank( last );
         last = cursor[ -1 ];
     }
 };
