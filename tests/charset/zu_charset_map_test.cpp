@@ -118,6 +118,24 @@ TEST( CharsetMap, MapsAnyTextLikeTheFunctions )
     }
 }
 
+// A set of somebody else's may have any characters, also beyond the BMP.
+TEST( CharsetMap, TakesAnyFunction )
+{
+    auto backend = zu::adopt( zuBufferByteSinkCreate() );
+    auto byteSink = zu::adopt( zuBufferByteSinkByteSink( backend.get() ) );
+    auto map = []( ZU_CHAR ch, uint8_t *byteOut ) -> ZU_BOOL {
+        *byteOut = (uint8_t)( ch / 0x1000 );
+        return ch == U'a' || ch > 0x10000;
+    };
+    auto sink = zu::adopt( zu___CharsetMapCharSinkCreate( byteSink.get(), 0, map ) );
+    const std::vector<ZU_CHAR> text = { U'a', U'b', 0x1F600, U'a', 0x1F600, 0xFFFD };
+    EXPECT_TRUE( zuCharSinkWriteChars( sink.get(), text.data(), 6 ) );
+    EXPECT_TRUE( zuCharSinkFlush( sink.get() ) );
+    auto buffer = zu::adopt( zuBufferByteSinkBuffer( backend.get() ) );
+    ASSERT_EQ( zuBufferLength( buffer.get() ), 6 );
+    EXPECT_EQ( memcmp( zuBufferBacking( buffer.get() ), "\0\0\x1F\0\x1F\0", 6 ), 0 ) << "no replacement is there";
+}
+
 TEST( CharsetMapAborts, NullArguments )
 {
     expectAbort( "charOut", [] { zu___CharsetKoi8RMapByteToChar( 0, nullptr ); } );

@@ -6,24 +6,27 @@
 #include "zu/sys/zu_mem.h"
 #include "zu/unicode/zu_unicode_normalizer.h"
 
+#include <cstring>
+
 static constexpr ZU_INT BLOCK_CHARS = 256; // taken from the normalizer at a time
 static constexpr ZU_INT STEP = 8;          // characters mapped at once
 static constexpr ZU_CHAR ASCII_END = 0x80;
 
-// What the set's function says of the 256 characters of a row; it is asked about a whole row when the first of them comes,
-// which is quicker than a call for each character of a text.
+// What becomes of the 256 characters of a row: a byte, or one of these two.  Characters beyond the BMP are in no row.
+static constexpr uint16_t UNKNOWN = 0xFFFF;  // the set's function has not been asked
+static constexpr uint16_t UNMAPPED = 0x8000; // it is lacking, and nothing replaces it
+static constexpr uint16_t NO_BYTE = 0x8000;  // a bit that these alone have
 static constexpr ZU_CHAR ROW_CHARS = 256;
-static constexpr ZU_CHAR ROWS = 256; // those of the BMP
-static constexpr uint16_t UNMAPPED = 0xFFFF;
-static constexpr uint16_t UNMAPPED_BIT = 0x8000; // which no byte has
+static constexpr ZU_CHAR ROWS = 256;
 struct MAP_ROW {
-    uint16_t bytes[ ROW_CHARS ]; // of characters that the set lacks, `lacking` of the closure
+    uint16_t bytes[ ROW_CHARS ];
+    MAP_ROW *next; // of those that a sink has made
 };
-// Stands for all rows that nobody has asked about, and for those beyond the BMP.
+// Stands for all rows that nobody has asked about.
 static constexpr MAP_ROW UNKNOWN_ROW = [] {
     MAP_ROW row = {};
     for ( uint16_t &byte : row.bytes ) {
-        byte = UNMAPPED;
+        byte = UNKNOWN;
     }
     return row;
 }();
@@ -33,9 +36,11 @@ struct ZU___CHARSET_MAP_CHAR_SINK_CLOSURE {
     ZU_CHARSET_FLAGS flags; // normalised
     ZU___CHARSET_MAP_CHAR_TO_BYTE_FUNC mapFunc;
     uint16_t lacking;                  // stands for characters that the set lacks: the replacement, or UNMAPPED
-    bool keepsAscii;                   // the set's ASCII is known, and its bytes are the characters
+    bool asciiAsked;                   // it has been looked at whether
+    bool keepsAscii;                   // the bytes of ASCII are the characters
     ZU_UNICODE_NORMALIZER *normalizer; // to NFC
-    const MAP_ROW *rows[ ROWS ];       // never null: UNKNOWN_ROW, or one of zuMemAlloc
+    const MAP_ROW *rows[ ROWS ];       // never null: UNKNOWN_ROW, or one of these:
+    MAP_ROW *made;                     // by zuMemAlloc; null: none
     ZU___CHARSET_OUTPUT output;
 };
 
@@ -46,42 +51,39 @@ static void mapCharSinkFree( ZU_OBJ *thisObj )
 {
     ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc = mapCharSinkFrom( thisObj );
     ZU_ASSERT( csc );
-    for ( ZU_CHAR i = 0; i < ROWS; i++ ) {
-        if ( csc->rows[ i ] != &UNKNOWN_ROW ) {
-            zuMemFree( const_cast<MAP_ROW *>( csc->rows[ i ] ) );
-        }
+    while ( MAP_ROW *row = csc->made ) {
+        csc->made = row->next;
+        zuMemFree( row );
     }
     ZU_REF_RELEASE( csc->normalizer );
     ZU_REF_POISON( csc->normalizer );
     zu___CharsetOutputEnd( &csc->output );
 }
 
-static const MAP_ROW *mapRowFind( const ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc, ZU_CHAR ch )
+// Asks what becomes of `ch`, and notes that.
+static uint16_t mapCharSinkAsk( ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc, ZU_CHAR ch )
 {
-    ZU_CHAR number = ch / ROW_CHARS;
-    return number < ROWS ? csc->rows[ number ] : &UNKNOWN_ROW;
-}
-// Asks about the row of `ch`; false if that has been done, or the set can have none.
-static bool mapRowLearn( ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc, ZU_CHAR ch )
-{
-    ZU_CHAR number = ch / ROW_CHARS;
-    if ( number >= ROWS || csc->rows[ number ] != &UNKNOWN_ROW ) {
-        return false;
-    }
-    MAP_ROW *row = (MAP_ROW *)zuMemAlloc( sizeof( MAP_ROW ) );
-    for ( ZU_CHAR i = 0; i < ROW_CHARS; i++ ) {
-        uint8_t byte;
-        row->bytes[ i ] = csc->mapFunc( number * ROW_CHARS + i, &byte ) ? byte : csc->lacking;
-    }
-    csc->rows[ number ] = row;
-    if ( number == 0 ) {
-        ZU_CHAR kept = 0;
-        while ( kept < ASCII_END && row->bytes[ kept ] == kept ) {
-            kept++;
+    uint8_t mapped;
+    uint16_t byte = csc->mapFunc( ch, &mapped ) ? mapped : csc->lacking;
+    if ( ch / ROW_CHARS < ROWS ) {
+        const MAP_ROW **row = &csc->rows[ ch / ROW_CHARS ];
+        if ( *row == &UNKNOWN_ROW ) {
+            MAP_ROW *made = (MAP_ROW *)memcpy( zuMemAlloc( sizeof( MAP_ROW ) ), &UNKNOWN_ROW, sizeof( MAP_ROW ) );
+            made->next = csc->made;
+            csc->made = made;
+            *row = made;
         }
-        csc->keepsAscii = kept == ASCII_END;
+        const_cast<MAP_ROW *>( *row )->bytes[ ch % ROW_CHARS ] = byte;
     }
-    return true;
+    return byte;
+}
+static void mapCharSinkAskAscii( ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc )
+{
+    csc->asciiAsked = true;
+    csc->keepsAscii = true;
+    for ( ZU_CHAR ch = 0; ch < ASCII_END; ch++ ) {
+        csc->keepsAscii &= mapCharSinkAsk( csc, ch ) == ch;
+    }
 }
 
 // Maps up to `count` characters, as far as it is known what becomes of them; returns how many.
@@ -105,7 +107,7 @@ static ZU_INT mapCharSinkTake( const ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc, co
         if ( ZU___UNLIKELY( bits / ROW_CHARS >= ROWS ) ) {
             break;
         }
-        // What is unmapped alone has the highest bit, so that many lookups need one test.
+        // Many lookups need one test.
         uint16_t all = 0;
         auto put = [ csc, from, to, &all ]( ZU_INT i ) {
             uint16_t byte = csc->rows[ from[ i ] / ROW_CHARS ]->bytes[ from[ i ] % ROW_CHARS ];
@@ -118,13 +120,13 @@ static ZU_INT mapCharSinkTake( const ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc, co
             put( i + 2 );
             put( i + 3 );
         }
-        if ( ZU___UNLIKELY( all & UNMAPPED_BIT ) ) {
+        if ( ZU___UNLIKELY( all & NO_BYTE ) ) {
             break;
         }
     }
-    for ( ; taken < count; taken++ ) {
-        uint16_t byte = mapRowFind( csc, chars[ taken ] )->bytes[ chars[ taken ] % ROW_CHARS ];
-        if ( byte == UNMAPPED ) {
+    for ( ; taken < count && chars[ taken ] / ROW_CHARS < ROWS; taken++ ) {
+        uint16_t byte = csc->rows[ chars[ taken ] / ROW_CHARS ]->bytes[ chars[ taken ] % ROW_CHARS ];
+        if ( byte & NO_BYTE ) {
             break;
         }
         bytes[ taken ] = (uint8_t)byte;
@@ -133,24 +135,29 @@ static ZU_INT mapCharSinkTake( const ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc, co
 }
 
 // Maps settled text.  Returns whether all of it was taken; at a stop `*ok` tells whether a full cache has gone out.
-static bool mapCharSinkPutChars( ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc, const ZU_CHAR *chars, ZU_INT count,
+static bool mapCharSinkPutChars( ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc, const ZU_CHAR *chars, ZU_INT srcLength,
                                  ZU_BOOL *ok )
 {
     ZU___CHARSET_OUTPUT *output = &csc->output;
-    for ( ZU_INT i = 0; i < count; ) {
-        ZU_INT room = zuIntMin( count - i, ZU___CHARSET_OUTPUT_BYTES - output->used );
+    if ( !csc->asciiAsked && srcLength >= (ZU_INT)ASCII_END ) { // a shorter text is not worth the questions
+        mapCharSinkAskAscii( csc );
+    }
+    ZU_INT i = 0;
+    while ( i < srcLength ) {
+        ZU_INT room = zuIntMin( srcLength - i, ZU___CHARSET_OUTPUT_BYTES - output->used );
         ZU_INT taken = mapCharSinkTake( csc, chars + i, output->bytes + output->used, room );
         output->used += taken;
         i += taken;
         if ( taken < room ) {
-            if ( mapRowLearn( csc, chars[ i ] ) ) {
-                continue;
+            ZU_CHAR ch = chars[ i ];
+            uint16_t byte = ch / ROW_CHARS < ROWS ? csc->rows[ ch / ROW_CHARS ]->bytes[ ch % ROW_CHARS ] : UNKNOWN;
+            if ( byte == UNKNOWN ) {
+                byte = mapCharSinkAsk( csc, ch );
             }
-            if ( csc->flags & ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER ) {
+            if ( byte != UNMAPPED ) {
+                output->bytes[ output->used++ ] = (uint8_t)byte;
+            } else if ( csc->flags & ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER ) {
                 return false;
-            }
-            if ( csc->lacking != UNMAPPED ) {
-                output->bytes[ output->used++ ] = (uint8_t)csc->lacking;
             }
             i++;
         }
@@ -161,6 +168,7 @@ static bool mapCharSinkPutChars( ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc, const 
             }
         }
     }
+    ZU_ASSERT( i == srcLength );
     return true;
 }
 
@@ -212,7 +220,9 @@ ZU_CHAR_SINK *zu___CharsetMapCharSinkCreate( ZU_BYTE_SINK *byteSink, ZU_CHARSET_
         csc->lacking =
             mapFunc( ZU_CHAR_REPLACEMENT_CHARACTER, &byte ) || mapFunc( ZU_CHAR_QUESTION_MARK, &byte ) ? byte : 0;
     }
+    csc->asciiAsked = false;
     csc->keepsAscii = false;
+    csc->made = nullptr;
     for ( ZU_CHAR i = 0; i < ROWS; i++ ) {
         csc->rows[ i ] = &UNKNOWN_ROW;
     }

@@ -1,4 +1,4 @@
-// The set's function is asked once for each byte, when the source is made: from there on decoding is a lookup.
+// The set's function is asked once for each byte that comes: from there on decoding is a lookup.
 
 #include "zu/charset/zu_charset_closure_internal.h"
 #include "zu/charset/zu_charset_map.h"
@@ -6,16 +6,21 @@
 
 #include <cstring>
 
-static constexpr ZU_CHAR UNDEFINED = 0xFFFFFFFF; // no character of any set
-static constexpr ZU_CHAR UNDEFINED_BIT = 0x80000000;
-static constexpr ZU_INT STEP = 16; // bytes decoded at once
+// What is no character of any set.
+static constexpr ZU_CHAR UNKNOWN = 0xFFFFFFFF;      // the set's function has not been asked
+static constexpr ZU_CHAR UNDEFINED = 0x80000000;    // there is no such byte, and nothing replaces it
+static constexpr ZU_CHAR NO_CHARACTER = 0x80000000; // a bit that these alone have
+static constexpr ZU_INT STEP = 16;                  // bytes decoded at once
 static constexpr ZU_CHAR ASCII_END = 0x80;
 
 struct ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE {
     ZU_OBJ obj;
     ZU_CHARSET_FLAGS flags; // normalised
-    bool keepsAscii;        // its bytes are the characters
-    ZU_CHAR chars[ 256 ];   // by byte
+    ZU___CHARSET_MAP_BYTE_TO_CHAR_FUNC mapFunc;
+    ZU_CHAR undefined;    // stands for bytes that the set does not define: U+FFFD, or UNDEFINED
+    bool asciiAsked;      // it has been looked at whether
+    bool keepsAscii;      // the bytes of ASCII are the characters
+    ZU_CHAR chars[ 256 ]; // by byte; UNKNOWN, or what becomes of it
     ZU___CHARSET_INPUT input;
 };
 
@@ -27,6 +32,25 @@ static void mapCharSourceFree( ZU_OBJ *thisObj )
     ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE *csc = mapCharSourceFrom( thisObj );
     ZU_ASSERT( csc );
     zu___CharsetInputEnd( &csc->input );
+}
+
+// Asks what becomes of `byte`, and notes that.
+static ZU_CHAR mapCharSourceAsk( ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE *csc, uint8_t byte )
+{
+    ZU_CHAR ch;
+    if ( !csc->mapFunc( byte, &ch ) ) {
+        ch = csc->undefined;
+    }
+    csc->chars[ byte ] = ch;
+    return ch;
+}
+static void mapCharSourceAskAscii( ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE *csc )
+{
+    csc->asciiAsked = true;
+    csc->keepsAscii = true;
+    for ( uint8_t byte = 0; byte < ASCII_END; byte++ ) {
+        csc->keepsAscii &= mapCharSourceAsk( csc, byte ) == byte;
+    }
 }
 
 // Returns how many of the bytes, in whole steps, are ASCII up to the first that is not.
@@ -43,7 +67,7 @@ static inline ZU_INT mapCharSourceAsciiRun( const uint8_t *bytes, ZU_INT count )
     }
     return run;
 }
-// Decodes up to `count` bytes, as far as they are defined; returns how many.
+// Decodes up to `count` bytes, as far as it is known what becomes of them; returns how many.
 static ZU_INT mapCharSourceTake( const ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE *csc, const uint8_t *bytes, ZU_CHAR *chars,
                                  ZU_INT count )
 {
@@ -59,7 +83,7 @@ static ZU_INT mapCharSourceTake( const ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE *csc
             taken += decoded;
             continue;
         }
-        // What is undefined alone has the highest bit, so that many lookups need one test.
+        // Many lookups need one test.
         ZU_CHAR all = 0;
         auto put = [ csc, from, to, &all ]( ZU_INT i ) {
             ZU_CHAR ch = csc->chars[ from[ i ] ];
@@ -72,12 +96,12 @@ static ZU_INT mapCharSourceTake( const ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE *csc
             put( i + 2 );
             put( i + 3 );
         }
-        if ( ZU___UNLIKELY( all & UNDEFINED_BIT ) ) {
+        if ( ZU___UNLIKELY( all & NO_CHARACTER ) ) {
             break;
         }
         taken += STEP;
     }
-    for ( ZU_CHAR ch; taken < count && ( ch = csc->chars[ bytes[ taken ] ] ) != UNDEFINED; taken++ ) {
+    for ( ZU_CHAR ch; taken < count && !( ( ch = csc->chars[ bytes[ taken ] ] ) & NO_CHARACTER ); taken++ ) {
         chars[ taken ] = ch;
     }
     return taken;
@@ -99,17 +123,23 @@ static ZU_BOOL mapCharSourceRead( ZU_OBJ *closure, ZU_CHAR *chars, ZU_INT charCo
         }
         const uint8_t *bytes = input->bytes + input->pos;
         ZU_INT count = zuIntMin( input->length - input->pos, charCount - i );
+        if ( !csc->asciiAsked && count >= (ZU_INT)ASCII_END ) { // a shorter text is not worth the questions
+            mapCharSourceAskAscii( csc );
+        }
         ZU_INT taken = mapCharSourceTake( csc, bytes, chars + i, count );
         i += taken;
         input->pos += taken;
         if ( taken < count ) {
-            input->pos++; // what the set does not define
-            if ( csc->flags & ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER ) {
+            ZU_CHAR ch = csc->chars[ bytes[ taken ] ];
+            if ( ch == UNKNOWN ) {
+                ch = mapCharSourceAsk( csc, bytes[ taken ] );
+            }
+            input->pos++;
+            if ( ch != UNDEFINED ) {
+                chars[ i++ ] = ch;
+            } else if ( csc->flags & ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER ) {
                 *charsRead = i;
                 return ZU_FALSE;
-            }
-            if ( !( csc->flags & ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS ) ) {
-                chars[ i++ ] = ZU_CHAR_REPLACEMENT_CHARACTER;
             }
         }
     }
@@ -126,13 +156,14 @@ ZU_CHAR_SOURCE *zu___CharsetMapCharSourceCreate( ZU_BYTE_SOURCE *byteSource, ZU_
     ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE *csc = (ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE *)zu___ObjCreate(
         sizeof( ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE ), &zu___sort_ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE );
     csc->flags = flags;
-    csc->keepsAscii = true;
-    for ( ZU_CHAR byte = 0; byte < 256; byte++ ) {
-        if ( !mapFunc( (uint8_t)byte, &csc->chars[ byte ] ) ) {
-            csc->chars[ byte ] = UNDEFINED;
-        }
-        csc->keepsAscii &= byte >= ASCII_END || csc->chars[ byte ] == byte;
-    }
+    csc->mapFunc = mapFunc;
+    bool replaces =
+        !( flags & ( ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER | ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS ) );
+    csc->undefined = replaces ? ZU_CHAR_REPLACEMENT_CHARACTER : UNDEFINED;
+    csc->asciiAsked = false;
+    csc->keepsAscii = false;
+    static_assert( UNKNOWN == 0xFFFFFFFF );
+    memset( csc->chars, 0xFF, sizeof csc->chars );
     zu___CharsetInputBegin( &csc->input, byteSource );
     ZU_CHAR_SOURCE *result = zu___CharSourceCreate( mapCharSourceRead, &csc->obj );
     ZU_REF_RELEASE( csc );

@@ -56,7 +56,8 @@ static inline ZU_INT utf16CharSinkPutSteps( uint8_t *bytes, const ZU_CHAR *chars
 template <bool LITTLE_ENDIAN>
 static ZU_BOOL utf16CharSinkPut( ZU___CHARSET_OUTPUT *output, const ZU_CHAR *chars, ZU_INT charCount )
 {
-    for ( ZU_INT i = 0; i < charCount; ) {
+    ZU_INT i = 0;
+    while ( i < charCount ) {
         ZU_INT count = zuIntMin( charCount - i, ( FLUSH_AT - output->used ) / UNIT_BYTES );
         ZU_INT put = utf16CharSinkPutSteps<LITTLE_ENDIAN>( output->bytes + output->used, chars + i, count );
         output->used += put * UNIT_BYTES;
@@ -77,6 +78,7 @@ static ZU_BOOL utf16CharSinkPut( ZU___CHARSET_OUTPUT *output, const ZU_CHAR *cha
             return ZU_FALSE;
         }
     }
+    ZU_ASSERT( i == charCount );
     return ZU_TRUE;
 }
 

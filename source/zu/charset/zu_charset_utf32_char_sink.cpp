@@ -28,7 +28,8 @@ static ZU_BOOL utf32CharSinkFlush( ZU_OBJ *closure )
 template <bool LITTLE_ENDIAN>
 static ZU_BOOL utf32CharSinkPut( ZU___CHARSET_OUTPUT *output, const ZU_CHAR *chars, ZU_INT charCount )
 {
-    for ( ZU_INT i = 0; i < charCount; ) {
+    ZU_INT i = 0;
+    while ( i < charCount ) {
         ZU_INT count = zuIntMin( charCount - i, ( ZU___CHARSET_OUTPUT_BYTES - output->used ) / UNIT_BYTES );
         uint8_t *bytes = output->bytes + output->used;
         for ( ZU_INT end = i + count; i < end; i++, bytes += UNIT_BYTES ) {
@@ -42,6 +43,7 @@ static ZU_BOOL utf32CharSinkPut( ZU___CHARSET_OUTPUT *output, const ZU_CHAR *cha
             return ZU_FALSE;
         }
     }
+    ZU_ASSERT( i == charCount );
     return ZU_TRUE;
 }
 
