@@ -550,12 +550,14 @@ struct MARKS {
         descents |= elementRank( entry ) - elementRank( last );
         last = entry;
     }
-    // A mark decomposes to one or two marks.  Both are stored ahead of knowing, as which one does is not guessed.
+    // A mark may decompose, to one or two marks.  Whether it does is not guessed: both ways are computed and joined by a
+    // mask, and two elements are stored.
     void putDecomposed( ZU_CHAR ch, uint32_t entry, uint32_t decomposes )
     {
         const uint32_t *run = zu___unicodeNormRuns + ( entry & ZU___UNICODE_NORM_PLACE );
         uint32_t itself = elementMake( ch, entry ) | 1 << ZU___UNICODE_ELEMENT_LEFT_SHIFT;
-        uint32_t first = entry & decomposes ? run[ 0 ] : itself;
+        uint32_t mask = -(uint32_t)( ( entry & decomposes ) != 0 );
+        uint32_t first = ( run[ 0 ] & mask ) | ( itself & ~mask );
         cursor[ 0 ] = first;
         cursor[ 1 ] = run[ 1 ];
         cursor += elementLeft( first );
