@@ -109,8 +109,8 @@ static void registerInput( const std::string &name, const INPUT &input, bool wit
 #endif
 }
 
-// Marks without end, at random from a few or many, with a starter ahead of each `run` of them; a peer that sorts by
-// insertion would take hours for long runs
+// Marks without end, at random from a few or many or from such as decompose, with a starter ahead of each `run` of them;
+// a peer that sorts by insertion would take hours for long runs
 static ZU_STRING *marksText( size_t run, const std::u32string &marks )
 {
     std::vector<ZU_CHAR> chars;
@@ -160,7 +160,8 @@ int main( int argc, char **argv )
         const char32_t *marks;
     } KINDS[] = { { "one", U"\u0316" },
                   { "two", U"\u0301\u0323" },
-                  { "many", U"\u0301\u0323\u05B0\u05B1\u0327\u0345\u0316\u0651\u093C\u094D\u0338\u031B\u0E38" } };
+                  { "many", U"\u0301\u0323\u05B0\u05B1\u0327\u0345\u0316\u0651\u093C\u094D\u0338\u031B\u0E38" },
+                  { "decomposing", U"\u0340\u0341\u0344\u0323" } };
     for ( size_t run : { 0, 2, 4, 8, 16, 32, 64, 1000, 1000000000 } ) {
         for ( const auto &kind : KINDS ) {
             INPUT input = { ZU_UNICODE_NORMAL_FORM_NFC, marksText( run, kind.marks ) };

@@ -207,7 +207,7 @@ const std::vector<std::u32string> Alphabet::KINDS = {
     U"aeiouAEO ,.", // compose with much
     U"\u00E9\u00C5\u1EA1\u1E69\u01D6\u1FB4\u1FED\u0390\u1EBF",
     U"\u0300\u0301\u0302\u0308\u0323\u0327\u0338\u0345\u0316\u031B", // compose, but for one
-    U"\u05B0\u05B1\u05C1\u064B\u0651\u0670\u093C\u094D\u0E38\u20D2\U0001D165\u0F71\u0F72\u0F74",
+    U"\u05AE\u05B0\u05B1\u05C1\u064B\u0651\u0670\u093C\u094D\u0E38\u20D2\U0001D165\u0F71\u0F72\u0F74",
     U"\u0340\u0341\u0343\u0344\u0F73\u0F75\u0F81",                                 // marks that decompose
     U"\u212B\u2126\u0958\u09DC\u0F43\uFB1F\u2ADC\U0001D15E\uF900\U0002F800\u1F71", // never come back
     U"\uFB01\uFDFA\uFF9E\uFF76\uFF21\u1E9B\u03D3\u00A8\u3316\u3131\uFFC2\u00BD",
@@ -294,6 +294,8 @@ TEST( UnicodeNormalizer, HoldsBackWhatMayChange )
     expectNormalized( NFD, { U"abcdefghijk\u00E9" }, U"abcdefghijk", U"e\u0301" );
     expectNormalized( NFD, { U"\u1E0B\u0323" }, U"", U"d\u0323\u0307" );
     expectNormalized( NFC, { U"\u1E0B\u0323" }, U"", U"\u1E0D\u0307" );
+    // The last mark is of the next higher class, and composes over those that are blocked.
+    expectNormalized( NFC, { U"e\u05AE\u05AE\u05AE\u05AE\u0301" }, U"", U"\u00E9\u05AE\u05AE\u05AE\u05AE" );
     expectNormalized( NFD, { U"\uAC00" }, U"\u1100", U"\u1161" );
     expectNormalized( NFC, { U"\u1100\u1161\u11A8" }, U"", U"\uAC01" );
     expectNormalized( NFC, { U"\uFB01" }, U"", U"\uFB01" );
