@@ -27,12 +27,7 @@ ZU_BYTE_SINK *zu___ByteSinkCreate( ZU_BYTE_SINK_WRITE_FUNC writeFunc, ZU_BYTE_SI
 {
     ZU_ASSERT( writeFunc );
     ZU_ASSERT( flushFunc );
-    ZU_BYTE_SINK *bs = (ZU_BYTE_SINK *)zu___ObjCreate( sizeof( ZU_BYTE_SINK ), &zu___sort_ZU_BYTE_SINK );
-    bs->writeFunc = writeFunc;
-    bs->flushFunc = flushFunc;
-    bs->closure = closure ? zuObjRetain( closure ) : nullptr;
-    bs->error = ZU_FALSE;
-    return bs;
+    return zu___SinkCreate<ZU_BYTE_SINK>( &zu___sort_ZU_BYTE_SINK, writeFunc, flushFunc, closure );
 }
 static void byteSinkFree( ZU_OBJ *thisObj )
 {

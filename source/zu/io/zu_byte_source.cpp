@@ -28,12 +28,8 @@ ZU_BYTE_SOURCE *zu___ByteSourceCreate( ZU_BYTE_SOURCE_READ_FUNC readFunc, ZU_BYT
                                        ZU_OBJ *closure )
 {
     ZU_ASSERT( readFunc );
-    ZU_BYTE_SOURCE *bs = (ZU_BYTE_SOURCE *)zu___ObjCreate( sizeof( ZU_BYTE_SOURCE ), &zu___sort_ZU_BYTE_SOURCE );
-    bs->readFunc = readFunc;
+    ZU_BYTE_SOURCE *bs = zu___SourceCreate<ZU_BYTE_SOURCE>( &zu___sort_ZU_BYTE_SOURCE, readFunc, closure );
     bs->skipFunc = skipFunc;
-    bs->closure = closure ? zuObjRetain( closure ) : nullptr;
-    bs->end = ZU_FALSE;
-    bs->error = ZU_FALSE;
     return bs;
 }
 static void byteSourceFree( ZU_OBJ *thisObj )

@@ -24,7 +24,8 @@ ZU_API ZU_INT zuByteSourceRead( ZU_BYTE_SOURCE *bs, ZU_BUFFER **buffer, ZU_INT m
 /// Reads up to `maxByteCount` bytes to `bytes`, which may be null for 0, and returns their number.  The backend is
 /// asked once, for all of them; also at the end of the input, which may have grown since.
 ZU_API ZU_INT zuByteSourceReadBytes( ZU_BYTE_SOURCE *bs, uint8_t *bytes, ZU_INT maxByteCount );
-/// Skips up to `maxByteCount` bytes and returns their number; 0 once the input has ended.
+/// Skips up to `maxByteCount` bytes and returns their number; 0 once the input has ended.  The backend is asked once,
+/// for all of them, if it can skip; otherwise it reads 1024 bytes at a time, which are discarded.
 ZU_API ZU_INT zuByteSourceSkip( ZU_BYTE_SOURCE *bs, ZU_INT maxByteCount );
 
 // For authors of classes and modules

@@ -28,12 +28,7 @@ ZU_CHAR_SINK *zu___CharSinkCreate( ZU_CHAR_SINK_WRITE_FUNC writeFunc, ZU_CHAR_SI
 {
     ZU_ASSERT( writeFunc );
     ZU_ASSERT( flushFunc );
-    ZU_CHAR_SINK *cs = (ZU_CHAR_SINK *)zu___ObjCreate( sizeof( ZU_CHAR_SINK ), &zu___sort_ZU_CHAR_SINK );
-    cs->writeFunc = writeFunc;
-    cs->flushFunc = flushFunc;
-    cs->closure = closure ? zuObjRetain( closure ) : nullptr;
-    cs->error = ZU_FALSE;
-    return cs;
+    return zu___SinkCreate<ZU_CHAR_SINK>( &zu___sort_ZU_CHAR_SINK, writeFunc, flushFunc, closure );
 }
 static void charSinkFree( ZU_OBJ *thisObj )
 {

@@ -26,12 +26,7 @@ ZU___STDFUNCS( ZU_CHAR_SOURCE, zuCharSource )
 ZU_CHAR_SOURCE *zu___CharSourceCreate( ZU_CHAR_SOURCE_READ_FUNC readFunc, ZU_OBJ *closure )
 {
     ZU_ASSERT( readFunc );
-    ZU_CHAR_SOURCE *cs = (ZU_CHAR_SOURCE *)zu___ObjCreate( sizeof( ZU_CHAR_SOURCE ), &zu___sort_ZU_CHAR_SOURCE );
-    cs->readFunc = readFunc;
-    cs->closure = closure ? zuObjRetain( closure ) : nullptr;
-    cs->end = ZU_FALSE;
-    cs->error = ZU_FALSE;
-    return cs;
+    return zu___SourceCreate<ZU_CHAR_SOURCE>( &zu___sort_ZU_CHAR_SOURCE, readFunc, closure );
 }
 static void charSourceFree( ZU_OBJ *thisObj )
 {

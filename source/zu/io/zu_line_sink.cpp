@@ -25,11 +25,7 @@ ZU_LINE_SINK *zu___LineSinkCreate( ZU_LINE_SINK_WRITE_FUNC writeFunc, ZU_LINE_SI
 {
     ZU_ASSERT( writeFunc );
     ZU_ASSERT( flushFunc );
-    ZU_LINE_SINK *ls = (ZU_LINE_SINK *)zu___ObjCreate( sizeof( ZU_LINE_SINK ), &zu___sort_ZU_LINE_SINK );
-    ls->writeFunc = writeFunc;
-    ls->flushFunc = flushFunc;
-    ls->closure = closure ? zuObjRetain( closure ) : nullptr;
-    ls->error = ZU_FALSE;
+    ZU_LINE_SINK *ls = zu___SinkCreate<ZU_LINE_SINK>( &zu___sort_ZU_LINE_SINK, writeFunc, flushFunc, closure );
     ls->linesWritten = 0;
     return ls;
 }

@@ -22,11 +22,7 @@ ZU___STDFUNCS( ZU_LINE_SOURCE, zuLineSource )
 ZU_LINE_SOURCE *zu___LineSourceCreate( ZU_LINE_SOURCE_READ_FUNC readFunc, ZU_OBJ *closure )
 {
     ZU_ASSERT( readFunc );
-    ZU_LINE_SOURCE *ls = (ZU_LINE_SOURCE *)zu___ObjCreate( sizeof( ZU_LINE_SOURCE ), &zu___sort_ZU_LINE_SOURCE );
-    ls->readFunc = readFunc;
-    ls->closure = closure ? zuObjRetain( closure ) : nullptr;
-    ls->end = ZU_FALSE;
-    ls->error = ZU_FALSE;
+    ZU_LINE_SOURCE *ls = zu___SourceCreate<ZU_LINE_SOURCE>( &zu___sort_ZU_LINE_SOURCE, readFunc, closure );
     ls->linesRead = 0;
     return ls;
 }

@@ -6,6 +6,29 @@
 
 #include "zu/runtime/zu_obj.h"
 
+// Makes the object of a sink or a source: what they all have set, and whatever else its structure has left to the caller.
+template <typename SINK>
+static inline SINK *zu___SinkCreate( ZU_SORT *sort, decltype( SINK::writeFunc ) writeFunc,
+                                     decltype( SINK::flushFunc ) flushFunc, ZU_OBJ *closure )
+{
+    SINK *sink = (SINK *)zu___ObjCreate( sizeof( SINK ), sort );
+    sink->writeFunc = writeFunc;
+    sink->flushFunc = flushFunc;
+    sink->closure = closure ? zuObjRetain( closure ) : nullptr;
+    sink->error = ZU_FALSE;
+    return sink;
+}
+template <typename SOURCE>
+static inline SOURCE *zu___SourceCreate( ZU_SORT *sort, decltype( SOURCE::readFunc ) readFunc, ZU_OBJ *closure )
+{
+    SOURCE *source = (SOURCE *)zu___ObjCreate( sizeof( SOURCE ), sort );
+    source->readFunc = readFunc;
+    source->closure = closure ? zuObjRetain( closure ) : nullptr;
+    source->end = ZU_FALSE;
+    source->error = ZU_FALSE;
+    return source;
+}
+
 // Hands `count` units to the backend, unless there are none.
 template <typename SINK, typename UNIT>
 static inline ZU_BOOL zu___SinkWriteUnits( SINK *sink, const UNIT *units, ZU_INT count )
