@@ -78,17 +78,23 @@ static inline uint64_t bitsGet( const uint8_t *bytes, UINT idx, UINT count )
     return value;
 }
 
-// Stores the low `count` bits of `value`, at most 64, from `idx` on.
+// Stores the low `count` bits of `value`, at most 64, from `idx` on.  Bits around them are kept by a mask of their own,
+// and whole bytes are stored as they are: as an exclusive or, which compilers make of a mask and its complement, what
+// memory has never held would seem to get into the bits, to the tools that look for that.
 static inline void bitsPut( uint8_t *bytes, UINT idx, uint64_t value, UINT count )
 {
     while ( count > 0 ) {
         UINT phase = idx & 7;
         UINT n = count < 8 - phase ? count : 8 - phase;
         count -= n;
-        UINT shift = 8 - phase - n;
-        UINT mask = ( 0xFF >> ( 8 - n ) ) << shift;
         uint8_t *byte = &bytes[ idx >> 3 ];
-        *byte = (uint8_t)( ( *byte & ~mask ) | ( ( value >> count ) << shift & mask ) );
+        if ( n == 8 ) {
+            *byte = (uint8_t)( value >> count );
+        } else {
+            UINT behind = 8 - phase - n;
+            UINT kept = ( 0xFF00 >> phase & 0xFF ) | ( 0xFF >> ( phase + n ) );
+            *byte = (uint8_t)( ( *byte & kept ) | ( ( value >> count ) & ( 0xFF >> ( 8 - n ) ) ) << behind );
+        }
         idx += n;
     }
 }

@@ -1,8 +1,8 @@
 // ZU_BUFFER: binary data, a sequence of bits whose number need not be a multiple of 8.
 //
 // A copy-on-write value; zu_obj.h tells what holds for all of them.  Bit 0 is the most significant bit of the first
-// byte, so that bytes read in network order, and a number is stored with its most significant bit first.  Buffers are
-// ordered by their bits; of two that agree as far as both go, the shorter is the smaller.
+// byte, so that bytes read in network order, and a number is stored with its most significant bit first (big-endian).
+// Buffers are ordered by their bits; of two that agree as far as both go, the shorter is the smaller.
 //
 // Most functions exist twice: zuBufferX counts positions, offsets and contents in bytes, zuBufferBitX in bits.  Where a
 // function takes neither, the two are the same.  A negative number, a range outside and a length that no ZU_INT of bits
@@ -58,9 +58,10 @@ ZU_API ZU_BUFFER *zuBufferCreateFromByte( uint8_t byte );
 /// Returns a copy of `byteCount` bytes, null only if there are none.
 ZU_API ZU_BUFFER *zuBufferCreateFromBytesCopy( const uint8_t *bytes, ZU_INT byteCount );
 /// Returns a buffer that takes over `bytes`, a block of `byteCount` bytes from zuMemAlloc, and frees it in the end.
+/// Nothing is copied; there is no free room at either end.
 ZU_API ZU_BUFFER *zuBufferCreateFromBytesUse( uint8_t *bytes, ZU_INT byteCount );
-/// Returns a buffer that sits on `byteCount` bytes of somebody else, which stay as they are as long as `ref` lives, and
-/// keeps `ref` for as long as it does so.  Nothing is copied until the content is changed.
+/// Returns a buffer that sits on `byteCount` bytes of somebody else, a view of them, and keeps `ref` for as long as it
+/// does so: the bytes must stay as they are while `ref` lives.  Nothing is copied until the content is changed.
 ZU_API ZU_BUFFER *zuBufferCreateFromBytesUseWithRef( const uint8_t *bytes, ZU_INT byteCount, ZU_OBJ *ref );
 
 // Changing
