@@ -12,6 +12,7 @@ import pty
 import random
 import re
 import select
+import signal
 import subprocess
 import sys
 import tempfile
@@ -195,6 +196,11 @@ class Text(unittest.TestCase):
             finished = subprocess.run([ZU, "text", there], stdout=full, stderr=subprocess.PIPE)
         self.assertEqual((finished.returncode, finished.stderr.splitlines()[0]),
                          (1, b"zu text: cannot write the standard output: No space left on device"))
+        unread, pipe = os.pipe()
+        os.close(unread)
+        finished = subprocess.run([ZU, "text", there], stdout=pipe, stderr=subprocess.PIPE)
+        os.close(pipe)
+        self.assertEqual((finished.returncode, finished.stderr), (-signal.SIGPIPE, b""), "like any filter ahead of head")
 
     def test_use(self):
         for arguments in (["--help"], ["text", "--help"], ["text", "-h"]):

@@ -102,11 +102,12 @@ bool toolReadArguments( int argc, char **argv, std::initializer_list<TOOL_OPTION
             *status = toolMisuse( "unknown option: %lc", argument );
             return false;
         }
-        if ( option->flag && equals ) {
+        bool isFlag = option->flag != nullptr;
+        if ( isFlag && equals ) {
             *status = toolMisuse( "%lc takes no value", option->name );
             return false;
         }
-        if ( option->flag ) {
+        if ( isFlag ) {
             *option->flag = true;
         } else if ( equals ) {
             *option->value = equals + 1;
