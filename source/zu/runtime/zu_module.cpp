@@ -84,7 +84,7 @@ static ZU_INT moduleCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
 }
 static ZU_STRING *moduleToString( ZU_OBJ *thisObj )
 {
-    return zuStringCreateFromCstr( zuModuleFrom( thisObj )->moduleRecord->name, -1 );
+    return zuModuleName( zuModuleFrom( thisObj ) );
 }
 
 ZU_STRING *zuModuleName( ZU_MODULE *module )
@@ -209,7 +209,7 @@ static bool moduleCheckName( const char *name )
 }
 static bool moduleCheckNames( const char *names )
 {
-    const char *rest = names && *names ? names : nullptr;
+    const char *rest = zu___ModuleNames( names );
     bool ok = names != nullptr;
     while ( ZU_STRING *name = zu___ModuleNextName( &rest ) ) {
         ok = ok && zuModuleNameOk( name );

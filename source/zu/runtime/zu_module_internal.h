@@ -10,8 +10,12 @@ extern const ZU_INT zu___module_build_os;
 extern const ZU_INT zu___module_build_hardware;
 extern const ZU_INT zu___module_build_variant;
 
-// Takes the next name from a list of names that single blanks divide, and moves `rest` behind it; null at the end.  The
-// caller sets `rest` to the list to begin with, or to null if that is empty.
+// Lists of names that single blanks divide: what is to be read of `names` to begin with, null if that is empty or null.
+static inline const char *zu___ModuleNames( const char *names )
+{
+    return names && *names ? names : nullptr;
+}
+// Takes the next name, and moves `rest` behind it; null at the end.
 ZU_STRING *zu___ModuleNextName( const char **rest );
 
 ZU_END_DECLS

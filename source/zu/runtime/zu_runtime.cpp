@@ -235,7 +235,7 @@ static void runtimePrintModuleDebug( const char *format, ZU_STRING *moduleName )
 // Loads what a module depends on.
 static bool runtimeTryLoadDepsLocked( ZU_MODULE *module )
 {
-    const char *rest = *module->moduleRecord->deps ? module->moduleRecord->deps : nullptr;
+    const char *rest = zu___ModuleNames( module->moduleRecord->deps );
     bool loaded = true;
     while ( loaded && rest ) {
         ZU_STRING *dep = zu___ModuleNextName( &rest );
@@ -280,8 +280,7 @@ ZU_BOOL zu___RuntimeTryLoadModule( ZU_STRING *moduleName )
 static void runtimeLoadExtensionsLocked()
 {
     while ( zu___RuntimeExtsIndex < zuVectorLength( zu___RuntimeModulesVector ) ) {
-        const char *exts = runtimeModuleAt( zu___RuntimeExtsIndex )->moduleRecord->exts;
-        const char *rest = *exts ? exts : nullptr;
+        const char *rest = zu___ModuleNames( runtimeModuleAt( zu___RuntimeExtsIndex )->moduleRecord->exts );
         while ( ZU_STRING *ext = zu___ModuleNextName( &rest ) ) {
             zu___RuntimeTryLoadModule( ext );
             zuStringRelease( ext );
