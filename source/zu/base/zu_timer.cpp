@@ -6,9 +6,9 @@
 // missed.
 //
 // Most timers are time-outs, scheduled for later and moved on again and again before they are due, so waking the
-// thread for each would cost many times as much as filing it.  The thread tells until when it sleeps, and stays asleep
-// where it could only look, find nothing and sleep on: what has been filed is not due before it wakes, and nothing is
-// due by the calendar, for which it comes by often enough on its own.
+// thread for each would cost ten times as much as filing it.  The thread tells until when it sleeps, and stays asleep
+// where it could only look, find nothing and sleep on: if what has been filed is not due before it wakes, and there
+// is no calendar whose next look would come at another time for having been looked at now.
 
 #include "zu/base/zu_timer.h"
 
@@ -239,29 +239,13 @@ static void timerDropOtherLocked( ZU___TIMER_CLOSURE *tcl )
         timerDropScheduleLocked( tcl );
     }
 }
-// Tells whether the thread has to look at the schedules now that a closure has been filed by `timestamp`.
-static bool timerMustLookLocked( ZU_INT timestamp )
-{
-    if ( timestamp < timerWakeUp ) {
-        return true;
-    }
-    if ( zuDictLength( timerAbsDict ) == 0 ) {
-        return false;
-    }
-    ZU_TIME *now = zuTimeNow();
-    ZU_TIME *first = zuTimeFrom( zuDictKeyAt( timerAbsDict, 0 ) );
-    bool isDue = zuTimeCompare( first, now ) <= 0;
-    zuTimeRelease( first );
-    zuTimeRelease( now );
-    return isDue;
-}
 // Files the closure by a timestamp; tells whether the thread has to look at the schedules for that.
 static bool timerFileLocked( ZU___TIMER_CLOSURE *tcl, ZU_INT timestamp )
 {
     zuPriorityMapSet( &timerRelPrioMap, timestamp, &tcl->obj );
     __atomic_store_n( &tcl->sched, 1, __ATOMIC_RELEASE );
     tcl->schedRel = ZU_TRUE;
-    return timerMustLookLocked( timestamp );
+    return timestamp < timerWakeUp || zuDictLength( timerAbsDict ) > 0;
 }
 static bool timerIsFirstLocked( ZU___TIMER_CLOSURE *tcl )
 {
