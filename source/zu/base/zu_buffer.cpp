@@ -78,24 +78,29 @@ static inline uint64_t bitsGet( const uint8_t *bytes, UINT idx, UINT count )
     return value;
 }
 
-// Stores the low `count` bits of `value`, at most 64, from `idx` on.  Bits around them are kept by a mask of their own,
-// and whole bytes are stored as they are: as an exclusive or, which compilers make of a mask and its complement, what
-// memory has never held would seem to get into the bits, to the tools that look for that.
+// Stores the low `count` bits of `value`, fewer than 8, in a byte that has them from `phase` on.  The bits around them
+// are kept by a mask of their own: of a mask and its complement compilers make an exclusive or, and through that what
+// memory has never held would seem to get into the content, to the tools that look for it.
+static inline void bitsPutInByte( uint8_t *byte, UINT phase, uint64_t value, UINT count )
+{
+    UINT kept = ( 0xFF00 >> phase & 0xFF ) | ( 0xFF >> ( phase + count ) );
+    *byte = (uint8_t)( ( *byte & kept ) | ( value & ( 0xFF >> ( 8 - count ) ) ) << ( 8 - phase - count ) );
+}
+// Stores the low `count` bits of `value`, at most 64, from `idx` on.
 static inline void bitsPut( uint8_t *bytes, UINT idx, uint64_t value, UINT count )
 {
-    while ( count > 0 ) {
-        UINT phase = idx & 7;
-        UINT n = count < 8 - phase ? count : 8 - phase;
-        count -= n;
-        uint8_t *byte = &bytes[ idx >> 3 ];
-        if ( n == 8 ) {
-            *byte = (uint8_t)( value >> count );
-        } else {
-            UINT behind = 8 - phase - n;
-            UINT kept = ( 0xFF00 >> phase & 0xFF ) | ( 0xFF >> ( phase + n ) );
-            *byte = (uint8_t)( ( *byte & kept ) | ( ( value >> count ) & ( 0xFF >> ( 8 - n ) ) ) << behind );
-        }
-        idx += n;
+    uint8_t *byte = &bytes[ idx >> 3 ];
+    UINT phase = idx & 7;
+    if ( phase > 0 && count > 0 ) {
+        UINT head = count < 8 - phase ? count : 8 - phase;
+        count -= head;
+        bitsPutInByte( byte++, phase, value >> count, head );
+    }
+    for ( ; count >= 8; count -= 8 ) {
+        *byte++ = (uint8_t)( value >> ( count - 8 ) );
+    }
+    if ( count > 0 ) {
+        bitsPutInByte( byte, 0, value, count );
     }
 }
 
