@@ -1,5 +1,5 @@
-// zu_benchmark_encodings.h: texts that differ in the lengths of their sequences in UTF-8, and the same texts in the forms
-// that contestants take.
+// zu_benchmark_encodings.h: texts that differ in the lengths of their sequences in UTF-8, and the same texts in the
+// forms that contestants take.
 #pragma once
 
 #include "zu/zu.h"

@@ -1,6 +1,6 @@
-// Character sets through streams: 1 MB of text is decoded from bytes and encoded to bytes in blocks of 1024, as files are
-// read and written; iconv and ICU's converters get the same blocks.  iconv works on UTF-32 as this library does, ICU on
-// UTF-16.  Encoding to a single-byte set includes normalizing to NFC here, and at ICU by its normalizer.
+// Character sets through streams: 1 MB of text is decoded from bytes and encoded to bytes in blocks of 1024, as files
+// are read and written; iconv and ICU's converters get the same blocks.  iconv works on UTF-32 as this library does,
+// ICU on UTF-16.  Encoding to a single-byte set includes normalizing to NFC here, and at ICU by its normalizer.
 
 #include "zu/zu.hpp"
 

@@ -1,9 +1,9 @@
-// Start and stop of the whole library beside the object that a program of the peer begins with, and the texts of a stack
-// trace.
+// Start and stop of the whole library beside the object that a program of the peer begins with, and the texts of a
+// stack trace.
 //
-// A program starts once, and much of what a library does for the first time it never does again.  So the first case is a
-// whole program, loading included, and the second the calls alone in a process of their own for each time, a child that
-// inherits the loaded libraries; the third repeats them in one process.
+// A program starts once, and much of what a library does for the first time it never does again.  So the first case is
+// a whole program, loading included, and the second the calls alone in a process of their own for each time, a child
+// that inherits the loaded libraries; the third repeats them in one process.
 
 #include "zu/zu.hpp"
 

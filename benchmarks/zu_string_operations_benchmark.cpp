@@ -1,6 +1,6 @@
-// Operations on whole strings.  Case mappings take a megabyte of UTF-8's worth of text in ten scripts, in the encoding of
-// the contestant: zu makes a new string of one that is held by others; ICU works from one array to another that is there
-// already; GLib makes a new text, and Qt too.
+// Operations on whole strings.  Case mappings take a megabyte of UTF-8's worth of text in ten scripts, in the encoding
+// of the contestant: zu makes a new string of one that is held by others; ICU works from one array to another that is
+// there already; GLib makes a new text, and Qt too.
 
 #include "zu/base/zu_string_case.h"
 #include "zu/base/zu_string_normalize.h"

@@ -1,7 +1,8 @@
 // Normalizing a megabyte of UTF-8's worth of text in ten scripts, into each form: text that is in the form already
-// ("same") and text that is not ("other": for C forms text in the D form, for D forms text in the C form; K forms get some
-// fullwidth letters and ligatures too).  Each contestant takes its own encoding and gives it back: zu code points in an
-// array, as a new string; ICU UTF-16, into an array that is there already; GLib and utf8proc UTF-8, as a new text.
+// ("same") and text that is not ("other": for C forms text in the D form, for D forms text in the C form; K forms get
+// some fullwidth letters and ligatures too).  Each contestant takes its own encoding and gives it back: zu code points
+// in an array, as a new string; ICU UTF-16, into an array that is there already; GLib and utf8proc UTF-8, as a new
+// text.
 
 #include "zu/unicode/zu_unicode_normalizer.h"
 
@@ -109,8 +110,8 @@ static void registerInput( const std::string &name, const INPUT &input, bool wit
 #endif
 }
 
-// Marks without end, at random from a few or many or from such as decompose, with a starter ahead of each `run` of them;
-// a peer that sorts by insertion would take hours for long runs
+// Marks without end, at random from a few or many or from such as decompose, with a starter ahead of each `run` of
+// them; a peer that sorts by insertion would take hours for long runs
 static ZU_STRING *marksText( size_t run, const std::u32string &marks )
 {
     std::vector<ZU_CHAR> chars;

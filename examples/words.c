@@ -1,5 +1,5 @@
-// Counting the words of a text: the text is brought to one form and divided, a dict counts, and a format prints a line for
-// each word.
+// Counting the words of a text: the text is brought to one form and divided, a dict counts, and a format prints a line
+// for each word.
 #include "zu/zu.h"
 #include <stdio.h>
 

@@ -1,5 +1,5 @@
-// UTF-8 of any bytes: what vectors make of it must be what the plain steps make, measuring must tell what storing does, and
-// what has been decoded must survive being encoded and decoded again.
+// UTF-8 of any bytes: what vectors make of it must be what the plain steps make, measuring must tell what storing does,
+// and what has been decoded must survive being encoded and decoded again.
 
 #include "zu/sys/zu_chars.h"
 #include "zu/sys/zu_chars_utf8_shuffle_internal.h"

@@ -1,5 +1,5 @@
-// A class that is written in C, outside the library and its module, with the macros that its headers offer.  Linked with
-// the shared library, so that it also shows what that one exports.
+// A class that is written in C, outside the library and its module, with the macros that its headers offer.  Linked
+// with the shared library, so that it also shows what that one exports.
 
 #include "zu/zu.h"
 

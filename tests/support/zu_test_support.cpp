@@ -66,7 +66,8 @@ void expectAbort( const char *expression, const std::function< void() > &stateme
 
 void runThreads( int count, const std::function<void( int )> &body )
 {
-    // A thread is made in more time than many a test takes: without the gate one would be through before the next begins.
+    // A thread is made in more time than many a test takes: without the gate one would be through before the next
+    // begins.
     std::atomic<int> waiting{ count };
     std::vector<std::thread> threads;
     for ( int i = 0; i < count; i++ ) {

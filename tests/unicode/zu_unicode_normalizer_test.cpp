@@ -1,5 +1,5 @@
-// The normalizer against a plain model of its three stages, which takes one character after the other, and rows for what
-// a reader of the standard would look up.  tests/conformance compares it with what others make of the standard.
+// The normalizer against a plain model of its three stages, which takes one character after the other, and rows for
+// what a reader of the standard would look up.  tests/conformance compares it with what others make of the standard.
 
 #include "zu/unicode/zu_unicode_normalizer.h"
 

@@ -73,8 +73,8 @@ bool toolReadArguments( int argc, char **argv, std::initializer_list<TOOL_OPTION
 
 /// Reads a file in blocks, the standard input where the name is "-".  What goes wrong is reported, once.
 ///
-/// On a terminal it shows how far it has come, from one second on, and wipes that at the end of the file.  Whoever prints
-/// while it reads says so: then it shows nothing if the results go to a terminal.
+/// On a terminal it shows how far it has come, from one second on, and wipes that at the end of the file.  Whoever
+/// prints while it reads says so: then it shows nothing if the results go to a terminal.
 class ToolReader {
 public:
     explicit ToolReader( const char *name, bool printsMeanwhile = false );

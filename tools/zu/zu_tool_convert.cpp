@@ -152,8 +152,8 @@ static bool convertIsUtf16( ZU_CHARSET cs )
     return cs >= ZU_CHARSET_UTF_16 && cs <= ZU_CHARSET_UTF_16_LE;
 }
 
-// Between source and sink the text passes filters, a block at a time.  Each exchanges a block for what it becomes and may
-// hold something back; `atEnd` says that no further block comes.
+// Between source and sink the text passes filters, a block at a time.  Each exchanges a block for what it becomes and
+// may hold something back; `atEnd` says that no further block comes.
 using BLOCK = std::vector<ZU_CHAR>;
 
 // Surrogate pairs, which come from UTF-16 as two characters, become one; halves without a partner are invalid input.
@@ -205,8 +205,8 @@ private:
     ZU_CHAR high = 0; // the first half of what may be a pair; 0: none
 };
 
-// Newlines: a line feed, a carriage return, both in this order, a next line, a line and a paragraph separator each become
-// the one that was asked for.  Vertical tabs and form feeds are left alone.
+// Newlines: a line feed, a carriage return, both in this order, a next line, a line and a paragraph separator each
+// become the one that was asked for.  Vertical tabs and form feeds are left alone.
 struct NewlineForm {
     const char *name;
     ZU_NLF_FLAGS flag;
@@ -255,9 +255,9 @@ private:
     bool lastWasReturn = false;
 };
 
-// What a single-byte set lacks, where that shall fail.  The set's sink does not report all of it: it composes, so that it
-// may drop a character at its flush, and it goes on if a full cache has gone out before the character.  So the text is
-// composed ahead of it, and looked at here.
+// What a single-byte set lacks, where that shall fail.  The set's sink does not report all of it: it composes, so that
+// it may drop a character at its flush, and it goes on if a full cache has gone out before the character.  So the text
+// is composed ahead of it, and looked at here.
 class LackFilter {
 public:
     explicit LackFilter( const CONVERSION &conversion )

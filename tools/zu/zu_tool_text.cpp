@@ -1,8 +1,8 @@
 // zu text: what is in a text file, and the text in another form.
 //
-// A file is read in blocks, so that its size does not decide on the memory.  Each code point is only counted; in the end
-// the database is asked about each that there was, once.  A text that is transformed is written a block at a time, too:
-// the normalizer holds back what the next block may change.
+// A file is read in blocks, so that its size does not decide on the memory.  Each code point is only counted; in the
+// end the database is asked about each that there was, once.  A text that is transformed is written a block at a time,
+// too: the normalizer holds back what the next block may change.
 
 #include "zu_tool.h"
 

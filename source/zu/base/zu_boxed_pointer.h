@@ -15,7 +15,8 @@ ZU_STDFUNCS_DECLARE( ZU___BOXED_POINTER, zu___BoxedPointer )
 /// Does with the address of a dying object what its owner wants.
 typedef void ( *ZU___BOXED_POINTER_DESTROY_FUNC )( void *value );
 
-/// Returns a new object.  `destroyFunc` is called with `value` when the object dies; it may be null, and so may `value`.
+/// Returns a new object.  `destroyFunc` is called with `value` when the object dies; it may be null, and so may
+/// `value`.
 ZU_API ZU___BOXED_POINTER *zu___BoxedPointerCreate( void *value, ZU___BOXED_POINTER_DESTROY_FUNC destroyFunc );
 /// Returns the address.
 ZU_API void *zu___BoxedPointerValue( ZU___BOXED_POINTER *bptr );

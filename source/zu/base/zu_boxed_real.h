@@ -1,7 +1,7 @@
 // ZU_BOXED_REAL: a real number as an object, to be held by a container as key or value.
 //
-// Immutable; ordered by zuRealCompare, so that values within 2^-52 of each other are equal, and are one key.  It is never
-// equal to an integer.  The text has six digits behind the point, as "1.500000".
+// Immutable; ordered by zuRealCompare, so that values within 2^-52 of each other are equal, and are one key.  It is
+// never equal to an integer.  The text has six digits behind the point, as "1.500000".
 #pragma once
 
 #include "zu/runtime/zu_obj.h"

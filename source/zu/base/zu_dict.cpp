@@ -467,8 +467,8 @@ struct DICT_OBJ_KEY {
     }
 };
 
-// Returns the text of a stored key.  Most are within the string, and to guess so lets the processor fetch the text before
-// it has read where it is.
+// Returns the text of a stored key.  Most are within the string, and to guess so lets the processor fetch the text
+// before it has read where it is.
 static inline const ZU_CHAR *dictStoredText( ZU_STRING *zus )
 {
     if ( ZU___LIKELY( zus->chars == zus->inlineChars && zus->fspace == 0 ) ) {
@@ -626,9 +626,9 @@ static ZU_INT dictIndexOf( ZU_DICT *dict, KEY key )
 {
     return dictFoundIdx( dictFindFrom( dict, 0, key ) );
 }
-// A reader's strings come in any order, so that its search leaves the ends alone, or in that of the dict, as the addresses
-// of a list do: whoever has found the first key is walking, and is expected at the next one as long as its keys ascend.
-// Several readers may get in each other's way, which costs them a search and no more.
+// A reader's strings come in any order, so that its search leaves the ends alone, or in that of the dict, as the
+// addresses of a list do: whoever has found the first key is walking, and is expected at the next one as long as its
+// keys ascend.  Several readers may get in each other's way, which costs them a search and no more.
 static ZU_INT dictIndexOf( ZU_DICT *dict, DICT_TEXT_KEY key )
 {
     static constexpr ZU_INT WALK_MIN = 64; // keys; in fewer a search costs little more

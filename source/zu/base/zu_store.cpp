@@ -147,10 +147,10 @@ ZU_BOOL zuStoreAddressOk( ZU_STRING *address )
 
 // Forms
 //
-// Each operation is written once: one that only looks an address up as a function that takes a STORE_KEY, one that changes
-// a store as the form that takes a string.  The macros define the other forms, which get the address and hand on; no
-// function could open the arguments of its caller.  The last argument of a macro is the type of what is read, ahead of the
-// address, or set, behind it, and may be missing.
+// Each operation is written once: one that only looks an address up as a function that takes a STORE_KEY, one that
+// changes a store as the form that takes a string.  The macros define the other forms, which get the address and hand
+// on; no function could open the arguments of its caller.  The last argument of a macro is the type of what is read,
+// ahead of the address, or set, behind it, and may be missing.
 //
 //     STORE_READING_FORMS( ZU_BOOL, zuStoreValueInt, storeScanValue, ZU_INT )
 //     STORE_CHANGING_FORMS( zuStoreSetValueInt, ZU_INT )
@@ -295,8 +295,8 @@ static void storeFree( ZU_OBJ *thisObj )
     ZU_REF_POISON( store->stores );
 }
 
-// Two stores at one address of two trees, on the way through both.  Stores from outside nest as deep as they like, so the
-// way back is on the heap rather than on the stack.
+// Two stores at one address of two trees, on the way through both.  Stores from outside nest as deep as they like, so
+// the way back is on the heap rather than on the stack.
 struct STORE_WALK {
     STORE_WALK *parent; // null at the roots
     ZU_STORE *own;
@@ -388,8 +388,8 @@ ZU_STRING *zuStoreAddressAt( ZU_STORE *store, ZU_INT idx )
     return zuStringFrom( zuDictKeyAt( store->addresses, idx ) );
 }
 
-// Merging.  `own` is private, and held by its walk or, at the root, by the caller; `idx` stays at a sub-store while that is
-// being merged.
+// Merging.  `own` is private, and held by its walk or, at the root, by the caller; `idx` stays at a sub-store while
+// that is being merged.
 static STORE_WALK *storeBeginMerge( STORE_WALK *parent, ZU_STORE *own, ZU_STORE *other )
 {
     zuDictInclude( &own->addresses, other->addresses, ZU_FALSE );

@@ -3,9 +3,9 @@
 // A copy-on-write value; zu_obj.h tells what holds for all of them.  A store has two things to hold at each address: a
 // value, which is a text, and a sub-store; an address in use has one of them or both.  Numbers and truth values are
 // converted on the way in and out.  Positions count the addresses in use, in ascending order of their code points.
-// Copying a store costs three references, whatever it holds; later changes copy the nodes that they touch.  Addresses are
-// kept as in dicts: a search costs about log2 of their number, none if they are asked for in ascending order; a new one
-// moves those behind it, so that ascending addresses go in best.
+// Copying a store costs three references, whatever it holds; later changes copy the nodes that they touch.  Addresses
+// are kept as in dicts: a search costs about log2 of their number, none if they are asked for in ascending order; a new
+// one moves those behind it, so that ascending addresses go in best.
 //
 // An address is one or more of the letters A to Z and a to z, the digits, "-" and "_"; anything else aborts.  It names
 // something in this store alone, there are no paths.  To change what a sub-store holds, read it, change it, and set it

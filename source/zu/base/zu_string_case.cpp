@@ -1,5 +1,5 @@
-// Most characters stay as they are or become one other.  Which of the two is not guessed, as capitals come as they like:
-// both ways are computed and joined by a mask.  Latin-1 goes four at a time, without a table.
+// Most characters stay as they are or become one other.  Which of the two is not guessed, as capitals come as they
+// like: both ways are computed and joined by a mask.  Latin-1 goes four at a time, without a table.
 
 #include "zu/base/zu_string_case.h"
 
@@ -24,8 +24,8 @@ static inline CHARS_VECTOR vectorIsWithin( CHARS_VECTOR vector, ZU_CHAR first, Z
     return (CHARS_VECTOR)( vector - first < count );
 }
 
-// The three mappings, by table; zu_unicode_db_internal.h tells what an entry is.  In ASCII and Latin-1 a case mapping turns
-// one bit of most letters, those that isLetter tells; isOther tells of those that are mapped otherwise.
+// The three mappings, by table; zu_unicode_db_internal.h tells what an entry is.  In ASCII and Latin-1 a case mapping
+// turns one bit of most letters, those that isLetter tells; isOther tells of those that are mapped otherwise.
 struct LOWER {
     static uint32_t entryGet( ZU_CHAR ch )
     {

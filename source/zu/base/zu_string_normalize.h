@@ -1,7 +1,7 @@
 // zu_string_normalize.h: strings in normalization forms, and clean code points.
 //
-// A string that is as it shall be already is left alone, and stays shared; normalizing an empty one gives the shared empty
-// string.
+// A string that is as it shall be already is left alone, and stays shared; normalizing an empty one gives the shared
+// empty string.
 #pragma once
 
 #include "zu/base/zu_string.h"

@@ -1,5 +1,5 @@
-// Positions are looked at several at a time for the first and the last code point of what is looked for; nearly all have
-// neither where it should be, in most texts, and only for the others is all of it compared.
+// Positions are looked at several at a time for the first and the last code point of what is looked for; nearly all
+// have neither where it should be, in most texts, and only for the others is all of it compared.
 
 #include "zu/base/zu_string_search.h"
 

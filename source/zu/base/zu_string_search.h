@@ -1,7 +1,7 @@
 // zu_string_search.h: finding code points and texts in a string.
 //
-// Each function returns the position where the occurrence begins, and -1 if there is none.  Nothing is allocated, but for
-// the conversion of narrow and UTF-16 texts.  An empty text to look for aborts.
+// Each function returns the position where the occurrence begins, and -1 if there is none.  Nothing is allocated, but
+// for the conversion of narrow and UTF-16 texts.  An empty text to look for aborts.
 #pragma once
 
 #include "zu/base/zu_string.h"

@@ -1,6 +1,6 @@
-// Vectors serve as lists, stacks and queues, so there is free space at both ends, and a short one needs no array: it has
-// room for 64 items, and begins with them in its middle, since nobody knows at which end it will grow.  Where the items
-// stand, and when they move, is in zu_slack_internal.h.
+// Vectors serve as lists, stacks and queues, so there is free space at both ends, and a short one needs no array: it
+// has room for 64 items, and begins with them in its middle, since nobody knows at which end it will grow.  Where the
+// items stand, and when they move, is in zu_slack_internal.h.
 //
 // Positions and counts are checked where they enter.  A vector that anybody else holds is never changed: an insertion
 // builds its successor in one step, so that each item is retained once, and every other change works on a copy.  A

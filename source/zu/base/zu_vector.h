@@ -2,9 +2,9 @@
 //
 // A copy-on-write value; zu_obj.h tells what holds for all of them.  A vector holds one reference to each of its items;
 // an item is never null, and the boxed null of zu_boxed_null.h stands for nothing.  The same object may be in it any
-// number of times.  Positions and counts are in items.  Reading by position takes constant time, and so do insertion and
-// removal at either end, over any number of them; up to 64 items live in the vector itself.  Inserting or deleting nothing
-// copies nothing.
+// number of times.  Positions and counts are in items.  Reading by position takes constant time, and so do insertion
+// and removal at either end, over any number of them; up to 64 items live in the vector itself.  Inserting or deleting
+// nothing copies nothing.
 #pragma once
 
 #include "zu/base/zu_string.h"
@@ -22,8 +22,8 @@ ZU_STDFUNCS_DECLARE( ZU_VECTOR, zuVector )
 // Inspection
 /// Returns the number of items.
 ZU_API ZU_INT zuVectorLength( ZU_VECTOR *vec );
-/// Returns the address of the first item, never null.  It holds until the vector is changed or released; the items are not
-/// retained for the caller.
+/// Returns the address of the first item, never null.  It holds until the vector is changed or released; the items are
+/// not retained for the caller.
 ZU_API ZU_OBJ *const *zuVectorBacking( ZU_VECTOR *vec );
 /// Returns the item at `idx`, as a reference of the caller's; a position outside aborts.
 ZU_API ZU_OBJ *zuVectorObjAt( ZU_VECTOR *vec, ZU_INT idx );
@@ -33,7 +33,8 @@ ZU_API ZU_SORT *zuVectorSortAt( ZU_VECTOR *vec, ZU_INT idx );
 ZU_API ZU_BOOL zuVectorContainsOnly( ZU_VECTOR *vec, ZU_SORT *sort );
 /// Tells whether `obj` is an item, or with `useCompare` an object that compares equal to it.
 ZU_API ZU_BOOL zuVectorHasObj( ZU_VECTOR *vec, ZU_OBJ *obj, ZU_BOOL useCompare );
-/// Returns the position of the first item that is `obj`, or with `useCompare` compares equal to it; -1 if there is none.
+/// Returns the position of the first item that is `obj`, or with `useCompare` compares equal to it; -1 if there is
+/// none.
 ZU_API ZU_INT zuVectorIndexOfObj( ZU_VECTOR *vec, ZU_OBJ *obj, ZU_BOOL useCompare );
 
 // Creation; a range outside `src` aborts
@@ -80,8 +81,8 @@ ZU_API ZU_VECTOR *zuVectorCreateFromObjsUse( ZU_OBJ **src, ZU_INT count );
 //     InsertStringFormatWcstr  a new string made by a format in UTF-16
 //
 // go in ahead of position `idx`, 0 to the length; Append forms put them at the end, Prepend forms at the front.  `src`
-// may be the changed vector itself, as source or as item, and is read as it stood before the call.  Lengths of text may be
-// -1: terminated.  A position or range outside aborts, and so does null.
+// may be the changed vector itself, as source or as item, and is read as it stood before the call.  Lengths of text may
+// be -1: terminated.  A position or range outside aborts, and so does null.
 /// Inserts all of `src`.
 ZU_API void zuVectorInsert( ZU_VECTOR **vec, ZU_INT idx, ZU_VECTOR *src );
 /// Inserts the `count` items of `src` from `offset` on.
@@ -251,8 +252,8 @@ ZU_API void zuVectorStringize( ZU_VECTOR **vec );
 #define ZU_VECTOR_FSPACE ( (ZU_INT)32 )
 #define ZU_VECTOR_BSPACE ( (ZU_INT)32 )
 
-/// Appends `count` objects and takes the caller's references to them over.  The vector must be shared by nobody: what it
-/// holds already would be taken from the others.
+/// Appends `count` objects and takes the caller's references to them over.  The vector must be shared by nobody: what
+/// it holds already would be taken from the others.
 ZU_API void zu___VectorPushNoRetain( ZU_VECTOR **vec, ZU_OBJ *const *src, ZU_INT count );
 
 /// Makes the shared empty vector.

@@ -22,8 +22,8 @@ struct ZU_VECTOR {
     };
 };
 
-// Opens a gap of `count` slots ahead of `atIndex` in a private vector, raises its length by `count` and returns the gap,
-// which the caller fills with references.
+// Opens a gap of `count` slots ahead of `atIndex` in a private vector, raises its length by `count` and returns the
+// gap, which the caller fills with references.
 ZU_OBJ **zu___VectorMakeRoom( ZU_VECTOR *vec, ZU_INT atIndex, ZU_INT count );
 
 // Gives storage back after a private vector has shrunk; its items may move.

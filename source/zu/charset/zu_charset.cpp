@@ -1,5 +1,5 @@
-// What is known of a set stands in its row of a table, as text without pointers.  The compiler sorts the hundreds of names
-// for the lookup: folded and sorted at start-up, as strings, they would be half of what a program waits for.
+// What is known of a set stands in its row of a table, as text without pointers.  The compiler sorts the hundreds of
+// names for the lookup: folded and sorted at start-up, as strings, they would be half of what a program waits for.
 
 #include "zu/charset/zu_charset.h"
 

@@ -1,5 +1,5 @@
-// zu_charset.h: the 51 character sets (encodings), by number, by name and by Windows code page, and conversion from and to
-// them.
+// zu_charset.h: the 51 character sets (encodings), by number, by name and by Windows code page, and conversion from and
+// to them.
 //
 // Texts are made of code points everywhere in the library; a character set comes in where bytes come from or go to.
 // Streams do the work: a character sink encodes into a byte sink, a character source decodes from a byte source.  Whole
@@ -84,7 +84,8 @@ typedef ZU_INT ZU_CHARSET;
 // Names and numbers
 /// Returns the symbolic name, such as "ZU_CHARSET_UTF_8".
 ZU_API ZU_STRING *zuCharsetToString( ZU_CHARSET cs );
-/// Returns the set with the symbolic name or, in digits, the number `zus`, as an enumeration reads it; -1 if there is none.
+/// Returns the set with the symbolic name or, in digits, the number `zus`, as an enumeration reads it; -1 if there is
+/// none.
 ZU_API ZU_CHARSET zuCharsetFromString( ZU_STRING *zus );
 /// Returns the preferred name that the IANA has registered, such as "UTF-8".
 ZU_API ZU_STRING *zuCharsetToIanaName( ZU_CHARSET cs );

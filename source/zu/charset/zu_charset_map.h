@@ -43,15 +43,16 @@ ZU___CHARSET_MAPS( ZU___CHARSET_MAP_DECLARE )
 #undef ZU___CHARSET_MAP_DECLARE
 
 /// Returns a new sink that writes to `byteSink` what `mapFunc` makes of the text in NFC.  So a character that may still
-/// compose with what follows waits for the next one or for a flush.  `mapFunc` is asked about a character of the BMP once,
-/// and perhaps about ASCII that does not come.  `flags` are normalised; those of byte order marks mean nothing here.
+/// compose with what follows waits for the next one or for a flush.  `mapFunc` is asked about a character of the BMP
+/// once, and perhaps about ASCII that does not come.  `flags` are normalised; those of byte order marks mean nothing
+/// here.
 ///
-/// Under ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER what a write or a flush has settled ends at a character that the set
-/// lacks.  The write fails, unless it has handed 1024 bytes over ahead of that character; a flush does not.
+/// Under ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER what a write or a flush has settled ends at a character that the
+/// set lacks.  The write fails, unless it has handed 1024 bytes over ahead of that character; a flush does not.
 ZU_API ZU_CHAR_SINK *zu___CharsetMapCharSinkCreate( ZU_BYTE_SINK *byteSink, ZU_CHARSET_FLAGS flags,
                                                     ZU___CHARSET_MAP_CHAR_TO_BYTE_FUNC mapFunc );
-/// Returns a new source that reads what `mapFunc` makes of the bytes of `byteSource`; nothing is normalised.  The function
-/// is asked about a byte once, and perhaps about ASCII that does not come.  `flags` are as for the sink.
+/// Returns a new source that reads what `mapFunc` makes of the bytes of `byteSource`; nothing is normalised.  The
+/// function is asked about a byte once, and perhaps about ASCII that does not come.  `flags` are as for the sink.
 ZU_API ZU_CHAR_SOURCE *zu___CharsetMapCharSourceCreate( ZU_BYTE_SOURCE *byteSource, ZU_CHARSET_FLAGS flags,
                                                         ZU___CHARSET_MAP_BYTE_TO_CHAR_FUNC mapFunc );
 

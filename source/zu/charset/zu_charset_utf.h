@@ -18,8 +18,8 @@ ZU_BEGIN_DECLS
 
 // UTF-8 (RFC 3629).  Surrogates are characters like others in both directions.  Invalid in a sink are values above
 // 0x10FFFF.  Invalid in a source are bytes that begin no sequence, together with all continuations behind them;
-// sequences that break off, together with the byte that breaks them, even if that is ASCII; values above 0x10FFFF; and a
-// sequence that the end of the input cuts off.  Overlong forms pass.  A byte order mark at the very front is dropped.
+// sequences that break off, together with the byte that breaks them, even if that is ASCII; values above 0x10FFFF; and
+// a sequence that the end of the input cuts off.  Overlong forms pass.  A byte order mark at the very front is dropped.
 /// Returns a new sink that encodes into `byteSink`.
 ZU_API ZU_CHAR_SINK *zu___CharsetUtf8CharSinkCreate( ZU_BYTE_SINK *byteSink, ZU_CHARSET_FLAGS flags );
 /// Returns a new source that decodes from `byteSource`.
@@ -44,8 +44,8 @@ ZU_API ZU_CHAR_SINK *zu___CharsetUtf16LECharSinkCreate( ZU_BYTE_SINK *byteSink, 
 /// Returns a new little-endian source from `byteSource`.
 ZU_API ZU_CHAR_SOURCE *zu___CharsetUtf16LECharSourceCreate( ZU_BYTE_SOURCE *byteSource, ZU_CHARSET_FLAGS flags );
 
-// UTF-32.  A sink writes the lowest 24 bits of each value, and no value is invalid to it.  Invalid in a source are values
-// above 0x10FFFF, and one to three bytes at the end.  Endianness and byte order marks are as for UTF-16.
+// UTF-32.  A sink writes the lowest 24 bits of each value, and no value is invalid to it.  Invalid in a source are
+// values above 0x10FFFF, and one to three bytes at the end.  Endianness and byte order marks are as for UTF-16.
 /// Returns a new little-endian sink into `byteSink`.
 ZU_API ZU_CHAR_SINK *zu___CharsetUtf32CharSinkCreate( ZU_BYTE_SINK *byteSink, ZU_CHARSET_FLAGS flags );
 /// Returns a new source from `byteSource` that heeds a byte order mark.

@@ -1,5 +1,5 @@
-// Characters to UTF-16, in a form of its own: of each unit the bits 8 to 15 are not written, and 0 stands in their place.
-// Whoever reads what these sinks have written relies on it.
+// Characters to UTF-16, in a form of its own: of each unit the bits 8 to 15 are not written, and 0 stands in their
+// place.  Whoever reads what these sinks have written relies on it.
 
 #include "zu/charset/zu_charset_utf.h"
 #include "zu/charset/zu_charset_wide_internal.h"

@@ -1,5 +1,5 @@
-// A state machine over single bytes tells what every input means.  Well-formed sequences that lie whole in the cache are
-// taken in blocks ahead of it, as soon as no byte order mark can follow any more.
+// A state machine over single bytes tells what every input means.  Well-formed sequences that lie whole in the cache
+// are taken in blocks ahead of it, as soon as no byte order mark can follow any more.
 
 #include "zu/charset/zu_charset_closure_internal.h"
 #include "zu/charset/zu_charset_utf.h"

@@ -6,7 +6,8 @@
 
 #include "zu/runtime/zu_obj.h"
 
-// Makes the object of a sink or a source: what they all have set, and whatever else its structure has left to the caller.
+// Makes the object of a sink or a source: what they all have set, and whatever else its structure has left to the
+// caller.
 template <typename SINK>
 static inline SINK *zu___SinkCreate( ZU_SORT *sort, decltype( SINK::writeFunc ) writeFunc,
                                      decltype( SINK::flushFunc ) flushFunc, ZU_OBJ *closure )

@@ -59,8 +59,8 @@ ZU_INT zu___RuntimeExtsIndex = 0;
 // Start and stop
 //
 // The version comes first of all and goes last of all; it takes the application's texts and so stands outside the
-// table.  The rest starts from the top of the table to its end and stops from the end to the top.  What a subsystem uses
-// therefore stands above it, and lives longer.
+// table.  The rest starts from the top of the table to its end and stops from the end to the top.  What a subsystem
+// uses therefore stands above it, and lives longer.
 struct RUNTIME_SUBSYSTEM {
     void ( *startup )( void );
     void ( *shutdown )( void );

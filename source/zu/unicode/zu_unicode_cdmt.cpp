@@ -3,7 +3,8 @@
 #include "zu/unicode/zu_unicode_cdmt_internal.h"
 #include "zu/unicode/zu_unicode_lookup_internal.h"
 
-// Folded texts are looked for among these as they are, so that "<noBreak>", the only one with a capital, is never found.
+// Folded texts are looked for among these as they are, so that "<noBreak>", the only one with a capital, is never
+// found.
 static constexpr auto TAGS = zu___UnicodeSort( zu___unicodeCdmtRows, &ZU___UNICODE_CDMT_ROW::tag, false );
 
 // Start-up: the lookups are constant tables.

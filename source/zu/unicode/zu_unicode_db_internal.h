@@ -38,9 +38,9 @@ static constexpr uint32_t ZU___UNICODE_NORM_SECOND = 1 << 21; // may be the seco
 static constexpr uint32_t ZU___UNICODE_NORM_INNER = 1 << 22;  // shifted left by the number of the form
 static constexpr uint32_t ZU___UNICODE_NORM_RANK = 0x3FU << 26;
 
-// An element: a character, whether it may be the second of a pair, and the rank of its combining class.  In NormRuns also
-// how many elements of the decomposition are left, itself included, where 15 means as many or more; three more can be
-// read behind the last one.
+// An element: a character, whether it may be the second of a pair, and the rank of its combining class.  In NormRuns
+// also how many elements of the decomposition are left, itself included, where 15 means as many or more; three more can
+// be read behind the last one.
 static constexpr uint32_t ZU___UNICODE_ELEMENT_CHAR = 0x1FFFFF;
 static constexpr uint32_t ZU___UNICODE_ELEMENT_SECOND = ZU___UNICODE_NORM_SECOND;
 static constexpr int ZU___UNICODE_ELEMENT_LEFT_SHIFT = 22;

@@ -3,8 +3,8 @@
 #include "zu/unicode/zu_unicode_genc_internal.h"
 #include "zu/unicode/zu_unicode_lookup_internal.h"
 
-// Folded texts are looked for among these as they are, so that only an abbreviation without capitals could be found, and
-// there is none.
+// Folded texts are looked for among these as they are, so that only an abbreviation without capitals could be found,
+// and there is none.
 static constexpr auto ABBREVIATIONS =
     zu___UnicodeSort( zu___unicodeGencRows, &ZU___UNICODE_GENC_ROW::abbreviation, false );
 

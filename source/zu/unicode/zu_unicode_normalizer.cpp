@@ -1,6 +1,6 @@
-// The text passes three stages: decomposing, ordering of marks, composing.  Characters come to rest in two places: those
-// that marks may still follow wait as elements in `pending`, and behind the stages there is the string `reorder`, or
-// `compose`, which holds the output.
+// The text passes three stages: decomposing, ordering of marks, composing.  Characters come to rest in two places:
+// those that marks may still follow wait as elements in `pending`, and behind the stages there is the string `reorder`,
+// or `compose`, which holds the output.
 //
 // Nearly all text is in the form already, or has a few characters that are not.  Two ways lead through the stages:
 //
@@ -46,7 +46,8 @@ struct ZU_UNICODE_NORMALIZER {
     ZU_UNICODE_NORMAL_FORM normalForm;
     ZU_CHAR highSurrogate; // waits for its partner; 0: none
 
-    // The last starter and what is behind it, or marks alone.  `starter` is not 0 only within the writing of a character.
+    // The last starter and what is behind it, or marks alone.  `starter` is not 0 only within the writing of a
+    // character.
     ZU_INT pendingLength;
     ZU_INT pendingCapacity; // the array on the heap is twice as long, with room for sorting behind
     ZU_INT starter;         // where the last starter stands in `pending`; -1: there is none
@@ -266,8 +267,8 @@ static inline void marksSortFew( uint32_t *run, ZU_INT length, uint32_t *scratch
     }
 }
 
-// Many: by counting the marks of each rank, so that no order takes longer than others.  Both halves are counted and moved
-// side by side: the next mark of a rank has to wait for the count that has just been stored.
+// Many: by counting the marks of each rank, so that no order takes longer than others.  Both halves are counted and
+// moved side by side: the next mark of a rank has to wait for the count that has just been stored.
 static void marksSortMany( uint32_t *run, ZU_INT length, uint32_t *scratch )
 {
     struct {
@@ -550,8 +551,8 @@ struct MARKS {
         descents |= elementRank( entry ) - elementRank( last );
         last = entry;
     }
-    // A mark may decompose, to one or two marks.  Whether it does is not guessed: both ways are computed and joined by a
-    // mask, and two elements are stored.
+    // A mark may decompose, to one or two marks.  Whether it does is not guessed: both ways are computed and joined by
+    // a mask, and two elements are stored.
     void putDecomposed( ZU_CHAR ch, uint32_t entry, uint32_t decomposes )
     {
         const uint32_t *run = zu___unicodeNormRuns + ( entry & ZU___UNICODE_NORM_PLACE );
@@ -815,8 +816,9 @@ static inline bool stretchComposeHangul( STRETCH &stretch, uint32_t inner )
     return true;
 }
 
-// Sends the characters from `at` on through the stages on the spot, until there are two that need nothing.  Returns false
-// if there are marks out of order, or anything else that wants more than that; `at` goes back to the boundary then.
+// Sends the characters from `at` on through the stages on the spot, until there are two that need nothing.  Returns
+// false if there are marks out of order, or anything else that wants more than that; `at` goes back to the boundary
+// then.
 static bool stretchCompose( STRETCH &stretch, const NORMAL_FORM_BITS &bits )
 {
     const ZU_CHAR *at = stretch.at;

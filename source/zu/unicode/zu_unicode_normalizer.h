@@ -1,14 +1,14 @@
 // ZU_UNICODE_NORMALIZER: brings a stream of characters into a normalization form.
 //
 // Characters are written, in pieces of any size, and what has become final can be read.  The result is the same however
-// the text is cut.  What may still change waits: a D form holds back the last starter, a character of combining class 0,
-// and the marks behind it; a C form holds back one starter more, with which the last one may compose.  Only
+// the text is cut.  What may still change waits: a D form holds back the last starter, a character of combining class
+// 0, and the marks behind it; a C form holds back one starter more, with which the last one may compose.  Only
 // zuUnicodeNormalizerFlush brings the rest out.
 //
 // Surrogate pairs are joined; lone surrogates and values above 0x10FFFF vanish, and nothing that is written aborts.
-// Memory is bounded: of marks without end, a starter and those behind it are let go 4096 at a time, and are ordered only
-// within such a piece.  The rest of a text is normalized as the standard says, with one exception: in C forms U+11A7
-// behind a Hangul syllable without a final consonant vanishes.
+// Memory is bounded: of marks without end, a starter and those behind it are let go 4096 at a time, and are ordered
+// only within such a piece.  The rest of a text is normalized as the standard says, with one exception: in C forms
+// U+11A7 behind a Hangul syllable without a final consonant vanishes.
 //
 // A normalizer is used by one thread at a time.
 #pragma once
