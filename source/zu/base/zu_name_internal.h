@@ -3,6 +3,8 @@
 
 #include "zu/base/zu_name.h"
 
+#include <type_traits>
+
 static constexpr ZU_INT ZU___NAME_PRIVATE_MARK = 3;      // underscores that make a name private
 static constexpr ZU_INT ZU___NAME_UPPER_WORDS_AHEAD = 2; // separators that may stand ahead of them: fewer than these
 
@@ -33,7 +35,7 @@ constexpr bool zu___NameUpperCaseOk( const CHAR *name, ZU_INT length, bool allow
     ZU_INT separators = 0;
     bool wordEnds = false; // the character ahead may be followed by a separator
     for ( ZU_INT pos = 0; pos < length; pos++ ) {
-        ZU_CHAR ch = (ZU_CHAR)name[ pos ];
+        ZU_CHAR ch = (std::make_unsigned_t<CHAR>)name[ pos ];
         if ( zu___NameIsUpper( ch ) || ( zu___NameIsDigit( ch ) && pos > 0 ) ) {
             wordEnds = true;
         } else if ( ch == '_' && wordEnds ) {

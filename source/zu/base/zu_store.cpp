@@ -343,7 +343,7 @@ static ZU_INT storeCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
         walk->idx++;
         order = zuObjCompare( pairA.key, pairB.key );
         if ( order == 0 && pairA.val != pairB.val ) {
-            walk = storeEnter( walk, zuStoreFrom( pairA.val ), zuStoreFrom( pairB.val ) );
+            walk = storeEnter( walk, (ZU_STORE *)pairA.val, (ZU_STORE *)pairB.val );
             order = storeCompareNodes( walk->own, walk->other );
         }
     }
