@@ -13,6 +13,22 @@ struct ZU___CHARSET_MAP {
     uint8_t bytes[ BLOCKS ][ 256 ]; // by block and character in the row; 0: none, unless for U+0000
 };
 
+// The characters of a set by byte.
+struct ZU___CHARSET_MAP_CHARS {
+    uint16_t byByte[ 256 ];
+};
+// Completes the characters of the last bytes: the bytes ahead of them stand for the characters of the same number.
+template <int COUNT>
+static constexpr ZU___CHARSET_MAP_CHARS zu___CharsetMapComplete( const uint16_t ( &lastChars )[ COUNT ] )
+{
+    ZU___CHARSET_MAP_CHARS chars = {};
+    for ( int byte = 0; byte < 256; byte++ ) {
+        int idx = byte - ( 256 - COUNT );
+        chars.byByte[ byte ] = idx < 0 ? (uint16_t)byte : lastChars[ idx ];
+    }
+    return chars;
+}
+
 // Numbers the rows of which there are characters in `chars`, from 1 on; returns one more than there are.
 static constexpr int zu___CharsetMapNumberBlocks( const uint16_t ( &chars )[ 256 ], uint8_t ( &blocks )[ 256 ] )
 {
@@ -48,25 +64,26 @@ static constexpr ZU___CHARSET_MAP<BLOCKS> zu___CharsetMapMake( const uint16_t ( 
     return map;
 }
 
-// Defines the two functions of the set `name` with the characters `byByte`.
-#define ZU___CHARSET_MAP_DEFINE( name, byByte )                                                      \
-    static constexpr auto map = zu___CharsetMapMake<zu___CharsetMapCountBlocks( byByte )>( byByte ); \
-    ZU_BOOL zu___Charset##name##MapByteToChar( uint8_t byte, ZU_CHAR *charOut )                      \
-    {                                                                                                \
-        ZU_ASSERT( charOut );                                                                        \
-        if ( map.chars[ byte ] == ZU___CHARSET_MAP_UNDEFINED ) {                                     \
-            return ZU_FALSE;                                                                         \
-        }                                                                                            \
-        *charOut = map.chars[ byte ];                                                                \
-        return ZU_TRUE;                                                                              \
-    }                                                                                                \
-    ZU_BOOL zu___Charset##name##MapCharToByte( ZU_CHAR ch, uint8_t *byteOut )                        \
-    {                                                                                                \
-        ZU_ASSERT( byteOut );                                                                        \
-        uint8_t byte = ch > UINT16_MAX ? 0 : map.bytes[ map.blocks[ ch >> 8 ] ][ ch & 0xFF ];        \
-        if ( byte == 0 && ch != 0 ) {                                                                \
-            return ZU_FALSE;                                                                         \
-        }                                                                                            \
-        *byteOut = byte;                                                                             \
-        return ZU_TRUE;                                                                              \
+// Defines the two functions of the set `name` with the characters `lastChars` of its last bytes.
+#define ZU___CHARSET_MAP_DEFINE( name, lastChars )                                                               \
+    static constexpr auto chars = zu___CharsetMapComplete( lastChars );                                          \
+    static constexpr auto map = zu___CharsetMapMake<zu___CharsetMapCountBlocks( chars.byByte )>( chars.byByte ); \
+    ZU_BOOL zu___Charset##name##MapByteToChar( uint8_t byte, ZU_CHAR *charOut )                                  \
+    {                                                                                                            \
+        ZU_ASSERT( charOut );                                                                                    \
+        if ( map.chars[ byte ] == ZU___CHARSET_MAP_UNDEFINED ) {                                                 \
+            return ZU_FALSE;                                                                                     \
+        }                                                                                                        \
+        *charOut = map.chars[ byte ];                                                                            \
+        return ZU_TRUE;                                                                                          \
+    }                                                                                                            \
+    ZU_BOOL zu___Charset##name##MapCharToByte( ZU_CHAR ch, uint8_t *byteOut )                                    \
+    {                                                                                                            \
+        ZU_ASSERT( byteOut );                                                                                    \
+        uint8_t byte = ch > UINT16_MAX ? 0 : map.bytes[ map.blocks[ ch >> 8 ] ][ ch & 0xFF ];                    \
+        if ( byte == 0 && ch != 0 ) {                                                                            \
+            return ZU_FALSE;                                                                                     \
+        }                                                                                                        \
+        *byteOut = byte;                                                                                         \
+        return ZU_TRUE;                                                                                          \
     }
