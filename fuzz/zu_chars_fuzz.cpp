@@ -1,22 +1,14 @@
 // UTF-8 of any bytes: what vectors make of it must be what the plain steps make, measuring must tell what storing does,
 // and what has been decoded must survive being encoded and decoded again.
 
+#include "zu_fuzz_support.h"
+
 #include "zu/sys/zu_chars.h"
 #include "zu/sys/zu_chars_utf8_shuffle_internal.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <string>
-#include <vector>
 
-extern "C" int LLVMFuzzerTestOneInput( const uint8_t *data, size_t size );
-
-static void require( bool condition )
-{
-    if ( !condition ) {
-        abort();
-    }
-}
 static std::vector<ZU_CHAR> decoded( const char *utf8, size_t size, int shuffle )
 {
     zu___charsUtf8Shuffle = shuffle;

@@ -3,28 +3,15 @@
 // The first byte selects the base, the second how wide the units of the source are, which is all that follows: narrow
 // units meet digits and white space often, wide ones what is no code point.
 
+#include "zu_fuzz_support.h"
+
 #include "zu/base/zu_format.h"
 #include "zu/runtime/zu_runtime.h"
-
-#include <cstdint>
-#include <cstdlib>
-#include <cstring>
-#include <vector>
-
-extern "C" int LLVMFuzzerInitialize( int *, char *** );
-extern "C" int LLVMFuzzerTestOneInput( const uint8_t *data, size_t size );
 
 int LLVMFuzzerInitialize( int *, char *** )
 {
     zuRuntimeStartup( 0, -1, nullptr, "zu-fuzz", "Fuzzing of zu", "1.0" );
     return 0;
-}
-
-static void check( bool condition )
-{
-    if ( !condition ) {
-        abort();
-    }
 }
 
 int LLVMFuzzerTestOneInput( const uint8_t *data, size_t size )
@@ -34,28 +21,23 @@ int LLVMFuzzerTestOneInput( const uint8_t *data, size_t size )
     }
     ZU_INT base = data[ 0 ] % 36 > 0 ? data[ 0 ] % 36 + 1 : -1;
     size_t unit = (size_t)1 << data[ 1 ] % 3;
-    std::vector<ZU_CHAR> chars;
-    for ( size_t pos = 2; pos + unit <= size; pos += unit ) {
-        ZU_CHAR ch = 0;
-        memcpy( &ch, data + pos, unit );
-        chars.push_back( ch );
-    }
+    std::vector<ZU_CHAR> chars = charsOf( data, size, 2, unit );
     ZU_INT length = (ZU_INT)chars.size();
     ZU_INT consumed;
     ZU_INT intValue;
     if ( !zuFormatTryDecodeIntChars( chars.data(), length, base, &intValue, &consumed ) ) {
-        check( intValue == 0 );
+        require( intValue == 0 );
     }
-    check( consumed >= 0 && consumed <= length );
+    require( consumed >= 0 && consumed <= length );
     double realValue;
     if ( !zuFormatTryDecodeRealChars( chars.data(), length, base, &realValue, &consumed ) ) {
-        check( realValue == 0.0 );
+        require( realValue == 0.0 );
     }
-    check( consumed >= 0 && consumed <= length );
+    require( consumed >= 0 && consumed <= length );
     ZU_BOOL boolValue;
     if ( !zuFormatTryDecodeBoolChars( chars.data(), length, data[ 0 ] & 1, &boolValue, &consumed ) ) {
-        check( boolValue == ZU_FALSE );
+        require( boolValue == ZU_FALSE );
     }
-    check( consumed >= 0 && consumed <= length );
+    require( consumed >= 0 && consumed <= length );
     return 0;
 }

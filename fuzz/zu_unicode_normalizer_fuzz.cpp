@@ -3,29 +3,17 @@
 // The first byte selects the form, the second how many characters a write has; all that follows are characters, of two
 // bytes each, or of three where the form's bit 2 is set.
 
+#include "zu_fuzz_support.h"
+
 #include "zu/runtime/zu_runtime.h"
 #include "zu/unicode/zu_unicode_normalizer.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
-#include <cstring>
-#include <vector>
-
-extern "C" int LLVMFuzzerInitialize( int *, char *** );
-extern "C" int LLVMFuzzerTestOneInput( const uint8_t *data, size_t size );
 
 int LLVMFuzzerInitialize( int *, char *** )
 {
     zuRuntimeStartup( 0, -1, nullptr, "zu-fuzz", "Fuzzing of zu", "1.0" );
     return 0;
-}
-
-static void check( bool condition )
-{
-    if ( !condition ) {
-        abort();
-    }
 }
 
 int LLVMFuzzerTestOneInput( const uint8_t *data, size_t size )
@@ -35,12 +23,7 @@ int LLVMFuzzerTestOneInput( const uint8_t *data, size_t size )
     }
     size_t unit = data[ 0 ] & 4 ? 3 : 2;
     size_t cut = 1 + data[ 1 ];
-    std::vector<ZU_CHAR> chars;
-    for ( size_t pos = 2; pos + unit <= size; pos += unit ) {
-        ZU_CHAR ch = 0;
-        memcpy( &ch, data + pos, unit );
-        chars.push_back( ch );
-    }
+    std::vector<ZU_CHAR> chars = charsOf( data, size, 2, unit );
     ZU_UNICODE_NORMALIZER *whole = zuUnicodeNormalizerCreate( data[ 0 ] & 3 );
     ZU_UNICODE_NORMALIZER *single = zuUnicodeNormalizerCreate( data[ 0 ] & 3 );
     ZU_STRING *wholeText = zuStringCreate();
@@ -51,7 +34,7 @@ int LLVMFuzzerTestOneInput( const uint8_t *data, size_t size )
         for ( size_t i = 0; i < length; i++ ) {
             zuUnicodeNormalizerWriteChar( single, chars[ pos + i ] );
         }
-        check( zuUnicodeNormalizerReadable( whole ) == zuUnicodeNormalizerReadable( single ) );
+        require( zuUnicodeNormalizerReadable( whole ) == zuUnicodeNormalizerReadable( single ) );
         zuUnicodeNormalizerRead( whole, &wholeText, (ZU_INT)cut );
         zuUnicodeNormalizerRead( single, &singleText, (ZU_INT)cut );
     }
@@ -59,7 +42,7 @@ int LLVMFuzzerTestOneInput( const uint8_t *data, size_t size )
     zuUnicodeNormalizerFlush( single );
     zuUnicodeNormalizerRead( whole, &wholeText, -1 );
     zuUnicodeNormalizerRead( single, &singleText, -1 );
-    check( zuStringEquals( wholeText, singleText ) );
+    require( zuStringEquals( wholeText, singleText ) );
     zuStringRelease( singleText );
     zuStringRelease( wholeText );
     zuUnicodeNormalizerRelease( single );
