@@ -26,5 +26,16 @@ ZU_END_DECLS
         }                                                  \
     } while ( 0 )
 
+/// Ends the process unless `condition` is true, and reports `text`.
+///
+/// For a check whose reported text is fixed and differs from what the code has to evaluate, such as
+/// `ZU___ASSERT_AS( zu___GaugeReady( gauge ), "gauge->state == READY" )`.
+#define ZU___ASSERT_AS( condition, text )                 \
+    do {                                                  \
+        if ( ZU___UNLIKELY( !( condition ) ) ) {          \
+            zu___Abort( NULL, __FILE__, __LINE__, text ); \
+        }                                                 \
+    } while ( 0 )
+
 /// Ends the process: closes a branch that cannot be reached.
 #define ZU_ABORT() zu___Abort( NULL, __FILE__, __LINE__, NULL )
