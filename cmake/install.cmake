@@ -17,7 +17,7 @@ if( TARGET zu_tool )
     set_target_properties( zu_tool PROPERTIES INSTALL_RPATH "$ORIGIN/${library_dir}" )
     install( TARGETS zu_tool RUNTIME COMPONENT runtime )
 endif()
-install( FILES NOTICE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime )
+install( FILES LICENSE NOTICE CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime )
 
 # Each header by itself, not the folder, so that no header of the inside and no stray file slips in.
 file( GLOB_RECURSE ZU_PUBLIC_HEADERS CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/source

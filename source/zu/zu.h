@@ -90,6 +90,7 @@
 #include "zu/sys/zu_mem.h"
 #include "zu/sys/zu_real.h"
 #include "zu/sys/zu_unique.h"
+#include "zu/sys/zu_version.h"
 #include "zu/unicode/zu_unicode_cccv.h"
 #include "zu/unicode/zu_unicode_cdmt.h"
 #include "zu/unicode/zu_unicode_db.h"
