@@ -104,7 +104,7 @@ void runRestarted( int64_t flags, const std::function<void()> &statement )
         return;
     }
     const testing::TestInfo *test = testing::UnitTest::GetInstance()->current_test_info();
-    std::string command = std::string( RESTARTED_FLAGS ) + "=" + std::to_string( flags ) + " " +
+    std::string command = std::string( RESTARTED_FLAGS ) + "=" + std::to_string( flags ) + " " ZU_TEST_EMULATOR " " +
                           std::filesystem::read_symlink( "/proc/self/exe" ).string() +
                           " --gtest_filter=" + test->test_suite_name() + "." + test->name() + " 2>&1";
     runProgram( command );
