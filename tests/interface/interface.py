@@ -1,0 +1,75 @@
+"""What the sweeps share: the functions that the public headers declare, and the library, called through ctypes."""
+import ctypes
+import os
+import pathlib
+import re
+import signal
+
+SOURCE = pathlib.Path(__file__).resolve().parents[2] / "source"
+STANDARD = re.search(
+    r"#define ZU_STDFUNCS_DECLARE\( type, prefix \)(.*?)ZU_API type \*zu___outlined",
+    (SOURCE / "zu/runtime/zu_obj.h").read_text(),
+    re.DOTALL,
+).group(1).replace("\\\n", "\n")
+
+
+class Function:
+    def __init__(self, result, name, parameters):
+        self.result, self.name = " ".join(result.split()), name
+        self.parameters = []  # pairs of type and name
+        self.variadic = parameters.endswith("...")
+        for parameter in parameters.replace("...", "").strip().strip(",").split(","):
+            found = re.fullmatch(r"\s*(.*?[\s*])(\w+)\s*", parameter, re.DOTALL)
+            if found:
+                self.parameters.append((re.sub(r"\s*\*", "*", " ".join(found.group(1).split())), found.group(2)))
+
+
+def functions():
+    """Returns all functions of the public headers by name, those that macros declare for each class included."""
+    found = {}
+    for header in sorted(SOURCE.rglob("*.h")):
+        if header.name.endswith("_internal.h"):
+            continue
+        text = re.sub(r"//[^\n]*|/\*.*?\*/", "", header.read_text(), flags=re.DOTALL)
+        for kind, prefix in re.findall(r"^ZU_STDFUNCS_DECLARE\( (\w+), (\w+) \)", text, re.MULTILINE):
+            text += STANDARD.replace("prefix##", prefix).replace("type ", kind + " ")
+        text = re.sub(r"^#.*?[^\\]$", "", text, flags=re.DOTALL | re.MULTILINE)
+        for result, name, parameters in re.findall(
+            r"ZU_API (?:ZU_NORETURN )?([^;()]*?)(zu\w+)\(\s*([^;]*?)\s*\)[^;)]*;", text, re.DOTALL
+        ):
+            if "outlined" not in name:
+                found[name] = Function(result, name, "" if parameters == "void" else parameters)
+    return found
+
+
+def load(path, printed=None):
+    """Loads the library and starts it; what it prints is appended to the list `printed`."""
+
+    @ctypes.CFUNCTYPE(None, ctypes.POINTER(ctypes.c_uint32), ctypes.c_int64)
+    def print_function(chars, length):
+        if printed is not None:
+            printed.append("".join(map(chr, chars[:length])))
+
+    library = ctypes.CDLL(path)
+    library.print_function = print_function  # lives as long as the library may call it
+    library.zuRuntimeStartup(0, ctypes.c_int64(-1), print_function, b"sweep", b"Sweep", b"1.0")
+    return library
+
+
+def in_child(body):
+    """Runs `body` in a forked process and returns what came over its error stream, and how it ended."""
+    read_end, write_end = os.pipe()
+    child = os.fork()
+    if child == 0:
+        os.dup2(write_end, 2)
+        os.close(read_end)
+        os.close(write_end)
+        signal.alarm(10)  # what waits for ever fails
+        try:
+            body()
+        finally:
+            os._exit(0)
+    os.close(write_end)
+    with os.fdopen(read_end, "rb") as errors:
+        report = errors.read().decode(errors="replace")
+    return report, os.waitpid(child, 0)[1]

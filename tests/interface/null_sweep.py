@@ -1,0 +1,70 @@
+#!/usr/bin/env python3
+"""Calls each function that takes a pointer first with zeros, and expects the failed check of that parameter.
+
+usage: null_sweep.py LIBRARY
+"""
+import ctypes
+import re
+import sys
+
+import interface
+
+RETURNS = "ended with 0"
+# What stops, or does not, elsewhere than at the first parameter; the first row that fits a name holds.
+EXCEPTIONS = [
+    # An empty text or array may be null.
+    (r"zu(Chars(AllOk|Sanitize|Convert)|Mem(Copy|Move|Set|Compare)N?$|MemDupCstr|(Debug)?Print(C|Wc)str|RuntimePrint).*", RETURNS),
+    (r"zu(Buffer|String|Vector)CreateFrom((Bytes|Chars|Objs)(Copy|Use)|Ascii|Utf8|(C|Wc)str)", RETURNS),
+    (r"zuFormat(EncodeChars|TryDecodeBoolChars)", RETURNS),
+    (r"zuFormatTryDecode(Int|Real)Chars", "base == -1 || base >= 2"),
+    (r"zu(ModuleVersionTryCreateFrom|RuntimeTryLoadModules)(C|Wc)str", RETURNS),
+    # What nothing can be done with, or may be left out.
+    (r"zuMemFree|zuSleepTimed|zu___(BoxedPointerCreate|LockFinalize|RuntimeVersionStartup)", RETURNS),
+    (r"zuMemRealloc", "newSize > 0"),
+    (r"zuMemReallocN", "count > 0"),
+    (r"zuMemDupN?", "size > 0"),
+    (r"zuBufferCreateFromBytesUseWithRef", "ref"),
+    (r"zuThreadTrySpawn(C|Wc)str", "threadFunc"),
+    (r"zu___ThreadEncapsulateBegin", "!zuThreadEncapsulated()"),
+    # Other names in the text, or another parameter first.
+    (r"zuNlfFlagsFromString", "flags"),
+    (r"zuString(Insert|Prepend)Obj", "thisObj"),
+    (r"zuStringEqualsCaseFold(C|Wc)str", "zusA"),
+    # The format is made ahead of the rest; the empty one has no conversion for a first argument.
+    (r"zu((Store|String|Vector(Insert|Prepend|Set)).*|(Debug)?Print)Format(At)?", "fmt"),
+    (r"zu((Store|String|Vector(Insert|Prepend|Set)).*|(Debug)?Print)Format(C|Wc)str(At)?", "fmtContainsConversion"),
+]
+# What cannot be called so: a list of arguments is no number, zero waits for ever, the last ones check nothing.
+NOT_CALLED = r".*ArgList|zuSleep|zu___(RetainCount.*|Lock(Acquire|Release)|Abort)"
+
+
+def expected(function):
+    if re.fullmatch(r"(?!.*Create).*(From|Obj)", function.name) and [name for _, name in function.parameters] == ["obj"]:
+        return RETURNS  # a cast
+    for pattern, told in EXCEPTIONS:
+        if re.fullmatch(pattern, function.name):
+            return told
+    return function.parameters[0][1]
+
+
+def main():
+    library = interface.load(sys.argv[1])
+    zeros = [ctypes.c_int64(0)] * 8
+    faults = []
+    count = 0
+    for function in interface.functions().values():
+        if not function.parameters or "*" not in function.parameters[0][0] or re.fullmatch(NOT_CALLED, function.name):
+            continue
+        count += 1
+        report, status = interface.in_child(lambda: getattr(library, function.name)(*zeros))
+        line = re.search(r"^    Expression: (.*)$", report, re.MULTILINE)
+        told = line.group(1) if line else f"ended with {status}"
+        if told != expected(function):
+            faults.append(f"{function.name}: {told}; expected: {expected(function)}")
+    print(*faults, sep="\n")
+    print(f"{count - len(faults)} passed, {len(faults)} failed")
+    return 1 if faults or count < 1000 else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
