@@ -38,9 +38,9 @@ void toolPrintError( ZU_STRING *message )
 {
     fflush( stdout );
     toolWipeProgress();
-    toolPrint(
-        stderr,
-        zu::format( running ? "zu %lc: %s\n" : "zu: %#lc%s\n", running ? running->name : nullptr, message ).get() );
+    toolPrint( stderr, zu::format( zu::runtime( running ? "zu %lc: %s\n" : "zu: %#lc%s\n" ),
+                                   running ? running->name : nullptr, message )
+                           .get() );
 }
 void toolPrintHint()
 {
@@ -55,7 +55,7 @@ zu::Ref<ZU_STRING> toolJsonString( ZU_STRING *text )
         if ( ch < ZU_CHAR_SPACE || ( ch >= 0xD800 && ch < 0xE000 ) ) {
             zu::appendFormat( json.inOut(), "\\u%04X", ch );
         } else {
-            zu::appendFormat( json.inOut(), ch == '"' || ch == '\\' ? "\\%c" : "%c", ch );
+            zu::appendFormat( json.inOut(), zu::runtime( ch == '"' || ch == '\\' ? "\\%c" : "%c" ), ch );
         }
     }
     zuStringAppendChar( json.inOut(), '"' );
@@ -215,7 +215,8 @@ static int toolRun( int argc, char **argv )
     }
     const TOOL_COMMAND *command = toolFindCommand( argv[ 1 ] );
     if ( !command ) {
-        return toolMisuse( argv[ 1 ][ 0 ] == '-' ? "unknown option: %lc" : "unknown command: %lc", argv[ 1 ] );
+        return toolMisuse( zu::runtime( argv[ 1 ][ 0 ] == '-' ? "unknown option: %lc" : "unknown command: %lc" ),
+                           argv[ 1 ] );
     }
     running = command;
     return command->run( argc - 2, argv + 2 );

@@ -37,13 +37,13 @@ void toolPrintError( ZU_STRING *message );
 /// Points to the --help of the running command.
 void toolPrintHint();
 template <typename... Args>
-void toolError( const char *fmt, const Args &...args )
+void toolError( zu::FormatFor<Args...> fmt, const Args &...args )
 {
     toolPrintError( zu::format( fmt, args... ).get() );
 }
 /// Reports a wrong use of the running command, points to its --help, and returns TOOL_MISUSE.
 template <typename... Args>
-int toolMisuse( const char *fmt, const Args &...args )
+int toolMisuse( zu::FormatFor<Args...> fmt, const Args &...args )
 {
     toolPrintError( zu::format( fmt, args... ).get() );
     toolPrintHint();

@@ -349,7 +349,7 @@ static int convertPrintList()
 {
     for ( ZU_CHARSET cs = 0; ZU_CHARSET_OK( cs ); cs++ ) {
         auto names = zu::adopt( zuCharsetIanaNamesVector( cs ) );
-        zu::Ref<ZU_STRING> line = zu::format( "%-~14s", zuVectorObjAt( names.get(), 0 ) );
+        zu::Ref<ZU_STRING> line = zu::format( "%-~14o", zuVectorObjAt( names.get(), 0 ) );
         ZU_INT codePage = zuCharsetToWindowsCodePage( cs );
         if ( codePage >= 0 ) {
             zu::appendFormat( line.inOut(), " %6i ", codePage );
@@ -357,7 +357,7 @@ static int convertPrintList()
             zuStringAppendCharRun( line.inOut(), U' ', 8 );
         }
         for ( ZU_INT i = 1; i < zuVectorLength( names.get() ); i++ ) {
-            zu::appendFormat( line.inOut(), " %~s", zuVectorObjAt( names.get(), i ) );
+            zu::appendFormat( line.inOut(), " %~o", zuVectorObjAt( names.get(), i ) );
         }
         zuStringTrimTrailing( line.inOut() );
         toolPrint( stdout, zu::format( "%s\n", line ).get() );

@@ -156,6 +156,19 @@ ZU___INLINE_TWIN void zu___RefRelease( ZU_OBJ *obj )
     }
 }
 
+// For templates in C++: the cast down, overloaded by class.
+#ifdef __cplusplus
+#define ZU___STDFUNCS_OVERLOAD( type, prefix )          \
+    extern "C++" {                                      \
+    inline type *zu___From( ZU_OBJ *obj, const type * ) \
+    {                                                   \
+        return prefix##From( obj );                     \
+    }                                                   \
+    }
+#else
+#define ZU___STDFUNCS_OVERLOAD( type, prefix )
+#endif
+
 /// Declares the standard operations of the class `type` with the prefix `prefix`; for a header.
 #define ZU_STDFUNCS_DECLARE( type, prefix )                                                  \
     ZU_API type *prefix##Retain( type *obj );                                                \
@@ -183,7 +196,8 @@ ZU___INLINE_TWIN void zu___RefRelease( ZU_OBJ *obj )
             return;                                                                          \
         }                                                                                    \
         zu___RefRelease( (ZU_OBJ *)obj );                                                    \
-    }
+    }                                                                                        \
+    ZU___STDFUNCS_OVERLOAD( type, prefix )
 
 /// Defines the standard operations of the class `type`, whose sort record zu___sort_<type> stands above; for the
 /// class's source file.  Failed checks in all of them name this one line.

@@ -1,0 +1,153 @@
+// zu_text.hpp: strings from and to the text of the standard library.
+//
+//     using namespace zu::literals;
+//     zu::Ref<ZU_STRING> text = "κόσμε"_zs;
+//     std::string utf8 = zu::toUtf8( text );
+//     for ( char32_t ch : text ) { ... }
+//
+// Narrow text is UTF-8 here, whatever the system's encoding is.
+#pragma once
+
+#include "zu/hpp/zu_ref.hpp"
+#include "zu/sys/zu_mem.h"
+
+#include <functional>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+namespace zu {
+
+// Into strings
+/// Returns a new string of UTF-8; what is ill-formed is taken as zuStringCreateFromUtf8 takes it.
+[[nodiscard]] inline Ref<ZU_STRING> text( std::string_view utf8 )
+{
+    return adopt( zuStringCreateFromUtf8( utf8.data(), static_cast<ZU_INT>( utf8.size() ) ) );
+}
+/// Returns a new string of code points; one beyond U+10FFFF aborts.
+[[nodiscard]] inline Ref<ZU_STRING> text( std::u32string_view chars )
+{
+    static_assert( sizeof( char32_t ) == sizeof( ZU_CHAR ) );
+    return adopt( zuStringCreateFromCharsCopy( reinterpret_cast<const ZU_CHAR *>( chars.data() ),
+                                               static_cast<ZU_INT>( chars.size() ) ) );
+}
+/// Returns a new string of UTF-16, with pairs of surrogates joined; one that has lost its partner stays as it is.
+[[nodiscard]] inline Ref<ZU_STRING> text( std::u16string_view utf16 )
+{
+    std::u32string chars;
+    chars.reserve( utf16.size() );
+    for ( std::size_t i = 0; i < utf16.size(); i++ ) {
+        char32_t unit = utf16[ i ];
+        if ( unit >> 10 == 0xD800 >> 10 && i + 1 < utf16.size() && utf16[ i + 1 ] >> 10 == 0xDC00 >> 10 ) {
+            unit = 0x10000 + ( ( unit & 0x3FF ) << 10 ) + ( utf16[ ++i ] & 0x3FF );
+        }
+        chars.push_back( unit );
+    }
+    return text( std::u32string_view( chars ) );
+}
+
+// Out of strings
+/// Returns the code points of a string, without a copy: for as long as the string is neither changed nor released.
+[[nodiscard]] inline std::u32string_view view( ZU_STRING *zus )
+{
+    return { reinterpret_cast<const char32_t *>( zuStringBacking( zus ) ),
+             static_cast<std::size_t>( zuStringLength( zus ) ) };
+}
+[[nodiscard]] inline std::u32string_view view( const Ref<ZU_STRING> &zus )
+{
+    return view( zus.get() );
+}
+/// Returns a string as UTF-8.
+[[nodiscard]] inline std::string toUtf8( ZU_STRING *zus )
+{
+    ZU_INT length = 0;
+    char *bytes = zuStringConvertToUtf8( zus, ZU_FALSE, &length );
+    std::string utf8( bytes ? bytes : "", static_cast<std::size_t>( length ) );
+    zuMemFree( bytes );
+    return utf8;
+}
+[[nodiscard]] inline std::string toUtf8( const Ref<ZU_STRING> &zus )
+{
+    return toUtf8( zus.get() );
+}
+/// Returns a string as UTF-16.
+[[nodiscard]] inline std::u16string toUtf16( ZU_STRING *zus )
+{
+    ZU_INT length = 0;
+    char16_t *units = zuStringConvertToWcstr( zus, ZU_FALSE, &length );
+    std::u16string utf16( units ? units : u"", static_cast<std::size_t>( length ) );
+    zuMemFree( units );
+    return utf16;
+}
+[[nodiscard]] inline std::u16string toUtf16( const Ref<ZU_STRING> &zus )
+{
+    return toUtf16( zus.get() );
+}
+/// Returns the text of an object of any class.
+template <typename T>
+[[nodiscard]] Ref<ZU_STRING> toText( const Ref<T> &ref )
+{
+    return adopt( zuObjToString( upcast( ref.get() ) ) );
+}
+
+namespace literals {
+/// "κόσμε"_zs is a new string.
+[[nodiscard]] inline Ref<ZU_STRING> operator""_zs( const char *utf8, std::size_t length )
+{
+    return text( std::string_view( utf8, length ) );
+}
+[[nodiscard]] inline Ref<ZU_STRING> operator""_zs( const char16_t *utf16, std::size_t length )
+{
+    return text( std::u16string_view( utf16, length ) );
+}
+[[nodiscard]] inline Ref<ZU_STRING> operator""_zs( const char32_t *chars, std::size_t length )
+{
+    return text( std::u32string_view( chars, length ) );
+}
+} // namespace literals
+
+// A string against text of the standard library; an empty Ref equals none.
+[[nodiscard]] inline bool operator==( const Ref<ZU_STRING> &zus, std::u32string_view chars )
+{
+    return zus && view( zus ) == chars;
+}
+[[nodiscard]] inline bool operator==( const Ref<ZU_STRING> &zus, std::string_view utf8 )
+{
+    return zus && zuStringEquals( zus.get(), text( utf8 ).get() );
+}
+[[nodiscard]] inline bool operator!=( const Ref<ZU_STRING> &zus, std::u32string_view chars )
+{
+    return !( zus == chars );
+}
+[[nodiscard]] inline bool operator!=( const Ref<ZU_STRING> &zus, std::string_view utf8 )
+{
+    return !( zus == utf8 );
+}
+
+// Range-for over the code points of a string
+[[nodiscard]] inline const char32_t *begin( const Ref<ZU_STRING> &zus )
+{
+    return view( zus ).data();
+}
+[[nodiscard]] inline const char32_t *end( const Ref<ZU_STRING> &zus )
+{
+    return view( zus ).data() + zuStringLength( zus.get() );
+}
+
+/// Writes the text of the object as UTF-8, nothing for an empty Ref.
+template <typename T>
+std::ostream &operator<<( std::ostream &stream, const Ref<T> &ref )
+{
+    return ref ? stream << toUtf8( toText( ref ) ) : stream;
+}
+
+} // namespace zu
+
+/// Strings that are equal have equal hashes, so that they can be keys of unordered containers.
+template <>
+struct std::hash<zu::Ref<ZU_STRING>> {
+    std::size_t operator()( const zu::Ref<ZU_STRING> &zus ) const noexcept
+    {
+        return zus ? std::hash<std::u32string_view>()( zu::view( zus ) ) : 0;
+    }
+};
