@@ -11,17 +11,20 @@ set( ZU_PRODUCT_OS "" CACHE STRING "Operating system to build for, such as debia
 set( ZU_PRODUCT_HARDWARE "" CACHE STRING "Hardware to build for, such as rpi3; empty: by the target processor" )
 set( ZU_PRODUCT_VARIANT "" CACHE STRING "release, debug or profile; empty: by the build type" )
 
-# The order counts: the position in a list is the value that the library knows the thing by.
-set( ZU___OS_IDENTIFIERS windows debian9 debian10 debian11 debian12 ubuntu1804 ubuntu2004 ubuntu2204 rhel8 rhel9 macosx )
-set( ZU___OS_FRIENDLY_NAMES
-    "Windows" "Debian 9" "Debian 10" "Debian 11" "Debian 12" "Ubuntu 18.04" "Ubuntu 20.04" "Ubuntu 22.04" "RHEL 8"
-    "RHEL 9" "MacOSX" )
-set( ZU___HARDWARE_IDENTIFIERS x32 x64 rpi2 rpi3 armhf arm64 riscv64 )
-set( ZU___HARDWARE_FRIENDLY_NAMES
-    "x86 (32 bit)" "x86 (64 bit)" "Raspberry Pi 2" "Raspberry Pi 3" "Generic ARM (armhf)" "Generic ARM (arm64)"
-    "Generic RISC-V" )
-set( ZU___VARIANT_IDENTIFIERS release debug profile )
-set( ZU___VARIANT_FRIENDLY_NAMES "Release" "Debug" "Profile" )
+# The names of systems, hardware and variants stand in the library's own tables, in the order of their values.
+foreach( what OS HARDWARE VARIANT )
+    string( TOLOWER ${what} file )
+    set( file ${CMAKE_CURRENT_SOURCE_DIR}/source/zu/runtime/zu_runtime_${file}.cpp )
+    file( STRINGS ${file} rows REGEX "ZU___NAMED_VALUE_OF\\(.*\",.*\"" )
+    set( ZU___${what}_IDENTIFIERS "" )
+    set( ZU___${what}_FRIENDLY_NAMES "" )
+    foreach( row ${rows} )
+        string( REGEX MATCH "\"(.*)\", \"(.*)\"" row "${row}" )
+        list( APPEND ZU___${what}_IDENTIFIERS "${CMAKE_MATCH_1}" )
+        list( APPEND ZU___${what}_FRIENDLY_NAMES "${CMAKE_MATCH_2}" )
+    endforeach()
+    set_property( DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file} )
+endforeach()
 
 # Product: what goes into file names, into C texts and into records that other programs read is checked here.
 foreach( rule

@@ -89,6 +89,25 @@ consteval ZU___NAMED_ORDER<COUNT> zu___NamedOrder( const ZU___NAMED_VALUE ( &row
     }
     return order;
 }
+// The column of names of a table that knows more of each constant: its rows have a field `name`, and the row `i` is that
+// of the value `i`.
+//
+//     static constexpr auto NAMES = zu___NamedColumn( ROWS );
+//     zu___ColourEnum = ZU___ENUM_CREATE( zu___ColourEnum, NAMES.rows );
+template <size_t COUNT>
+struct ZU___NAMED_COLUMN {
+    ZU___NAMED_VALUE rows[ COUNT ];
+};
+template <typename ROW, size_t COUNT>
+consteval ZU___NAMED_COLUMN<COUNT> zu___NamedColumn( const ROW ( &rows )[ COUNT ] )
+{
+    ZU___NAMED_COLUMN<COUNT> column = {};
+    for ( size_t i = 0; i < COUNT; i++ ) {
+        ZU_ASSERT( rows[ i ].name.value == (ZU_INT)i );
+        column.rows[ i ] = rows[ i ].name;
+    }
+    return column;
+}
 #define ZU___NAMED_TABLE_OF( variable, rows )                                                        \
     [] {                                                                                             \
         static constexpr auto order = zu___NamedOrder( rows );                                       \

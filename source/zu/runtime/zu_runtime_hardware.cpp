@@ -1,30 +1,26 @@
 #include "zu/runtime/zu_runtime_hardware.h"
 
-#include "zu/base/zu_enum_internal.h"
 #include "zu/runtime/zu_module_internal.h"
 #include "zu/runtime/zu_runtime_identity_internal.h"
 
-static constexpr ZU___NAMED_VALUE NAMES[] = {
-    ZU___NAMED_VALUE_OF( ZU_RUNTIME_HARDWARE_X32 ),     ZU___NAMED_VALUE_OF( ZU_RUNTIME_HARDWARE_X64 ),
-    ZU___NAMED_VALUE_OF( ZU_RUNTIME_HARDWARE_RPI2 ),    ZU___NAMED_VALUE_OF( ZU_RUNTIME_HARDWARE_RPI3 ),
-    ZU___NAMED_VALUE_OF( ZU_RUNTIME_HARDWARE_ARMHF ),   ZU___NAMED_VALUE_OF( ZU_RUNTIME_HARDWARE_ARM64 ),
-    ZU___NAMED_VALUE_OF( ZU_RUNTIME_HARDWARE_RISCV64 ),
-};
-static constexpr ZU_INT COUNT = sizeof NAMES / sizeof NAMES[ 0 ];
-
 static constexpr ZU___RUNTIME_IDENTITY IDENTITIES[] = {
-    { "x32", "x86 (32 bit)" },       { "x64", "x86 (64 bit)" },          { "rpi2", "Raspberry Pi 2" },
-    { "rpi3", "Raspberry Pi 3" },    { "armhf", "Generic ARM (armhf)" }, { "arm64", "Generic ARM (arm64)" },
-    { "riscv64", "Generic RISC-V" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_HARDWARE_X32 ), "x32", "x86 (32 bit)" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_HARDWARE_X64 ), "x64", "x86 (64 bit)" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_HARDWARE_RPI2 ), "rpi2", "Raspberry Pi 2" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_HARDWARE_RPI3 ), "rpi3", "Raspberry Pi 3" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_HARDWARE_ARMHF ), "armhf", "Generic ARM (armhf)" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_HARDWARE_ARM64 ), "arm64", "Generic ARM (arm64)" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_HARDWARE_RISCV64 ), "riscv64", "Generic RISC-V" },
 };
-static_assert( sizeof IDENTITIES / sizeof IDENTITIES[ 0 ] == COUNT );
+static constexpr auto NAMES = zu___NamedColumn( IDENTITIES );
+static constexpr ZU_INT COUNT = sizeof IDENTITIES / sizeof IDENTITIES[ 0 ];
 
 // Start-up
 static ZU_ENUM *zu___RuntimeHardwareEnum = nullptr;
 
 void zu___RuntimeHardwareStartup( void )
 {
-    zu___RuntimeHardwareEnum = ZU___ENUM_CREATE( zu___RuntimeHardwareEnum, NAMES );
+    zu___RuntimeHardwareEnum = ZU___ENUM_CREATE( zu___RuntimeHardwareEnum, NAMES.rows );
 }
 void zu___RuntimeHardwareShutdown( void )
 {

@@ -1,13 +1,14 @@
 // zu_runtime_identity_internal.h: what operating systems, hardware and variants share.
 #pragma once
 
-#include "zu/base/zu_string.h"
+#include "zu/base/zu_enum_internal.h"
 
 ZU_BEGIN_DECLS
 
-// The texts of a constant beside its name; the row in a table is the value.  They are part of the row, so that a table
-// needs no relocation.
+// What is known of a constant; the row in a table is the value.  cmake/identity.cmake reads the rows, as they stand in
+// the source file.
 typedef struct ZU___RUNTIME_IDENTITY {
+    ZU___NAMED_VALUE name;
     char identifier[ 12 ];
     char friendlyName[ 20 ];
 } ZU___RUNTIME_IDENTITY;

@@ -1,41 +1,31 @@
 #include "zu/runtime/zu_runtime_os.h"
 
-#include "zu/base/zu_enum_internal.h"
 #include "zu/runtime/zu_module_internal.h"
 #include "zu/runtime/zu_runtime_hardware.h"
 #include "zu/runtime/zu_runtime_identity_internal.h"
 
-static constexpr ZU___NAMED_VALUE NAMES[] = {
-    ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_WINDOWS ),     ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_DEBIAN_9 ),
-    ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_DEBIAN_10 ),   ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_DEBIAN_11 ),
-    ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_DEBIAN_12 ),   ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_UBUNTU_1804 ),
-    ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_UBUNTU_2004 ), ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_UBUNTU_2204 ),
-    ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_RHEL_8 ),      ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_RHEL_9 ),
-    ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_MACOSX ),
-};
-static constexpr ZU_INT COUNT = sizeof NAMES / sizeof NAMES[ 0 ];
-
 static constexpr ZU___RUNTIME_IDENTITY IDENTITIES[] = {
-    { "windows", "Windows" },
-    { "debian9", "Debian 9" },
-    { "debian10", "Debian 10" },
-    { "debian11", "Debian 11" },
-    { "debian12", "Debian 12" },
-    { "ubuntu1804", "Ubuntu 18.04" },
-    { "ubuntu2004", "Ubuntu 20.04" },
-    { "ubuntu2204", "Ubuntu 22.04" },
-    { "rhel8", "RHEL 8" },
-    { "rhel9", "RHEL 9" },
-    { "macosx", "MacOSX" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_WINDOWS ), "windows", "Windows" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_DEBIAN_9 ), "debian9", "Debian 9" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_DEBIAN_10 ), "debian10", "Debian 10" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_DEBIAN_11 ), "debian11", "Debian 11" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_DEBIAN_12 ), "debian12", "Debian 12" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_UBUNTU_1804 ), "ubuntu1804", "Ubuntu 18.04" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_UBUNTU_2004 ), "ubuntu2004", "Ubuntu 20.04" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_UBUNTU_2204 ), "ubuntu2204", "Ubuntu 22.04" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_RHEL_8 ), "rhel8", "RHEL 8" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_RHEL_9 ), "rhel9", "RHEL 9" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_OS_MACOSX ), "macosx", "MacOSX" },
 };
-static_assert( sizeof IDENTITIES / sizeof IDENTITIES[ 0 ] == COUNT );
+static constexpr auto NAMES = zu___NamedColumn( IDENTITIES );
+static constexpr ZU_INT COUNT = sizeof IDENTITIES / sizeof IDENTITIES[ 0 ];
 
 // Start-up
 static ZU_ENUM *zu___RuntimeOsEnum = nullptr;
 
 void zu___RuntimeOsStartup( void )
 {
-    zu___RuntimeOsEnum = ZU___ENUM_CREATE( zu___RuntimeOsEnum, NAMES );
+    zu___RuntimeOsEnum = ZU___ENUM_CREATE( zu___RuntimeOsEnum, NAMES.rows );
 }
 void zu___RuntimeOsShutdown( void )
 {

@@ -1,29 +1,22 @@
 #include "zu/runtime/zu_runtime_variant.h"
 
-#include "zu/base/zu_enum_internal.h"
 #include "zu/runtime/zu_module_internal.h"
 #include "zu/runtime/zu_runtime_identity_internal.h"
 
-static constexpr ZU___NAMED_VALUE NAMES[] = {
-    ZU___NAMED_VALUE_OF( ZU_RUNTIME_VARIANT_RELEASE ),
-    ZU___NAMED_VALUE_OF( ZU_RUNTIME_VARIANT_DEBUG ),
-    ZU___NAMED_VALUE_OF( ZU_RUNTIME_VARIANT_PROFILE ),
-};
-static constexpr ZU_INT COUNT = sizeof NAMES / sizeof NAMES[ 0 ];
-
 static constexpr ZU___RUNTIME_IDENTITY IDENTITIES[] = {
-    { "release", "Release" },
-    { "debug", "Debug" },
-    { "profile", "Profile" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_VARIANT_RELEASE ), "release", "Release" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_VARIANT_DEBUG ), "debug", "Debug" },
+    { ZU___NAMED_VALUE_OF( ZU_RUNTIME_VARIANT_PROFILE ), "profile", "Profile" },
 };
-static_assert( sizeof IDENTITIES / sizeof IDENTITIES[ 0 ] == COUNT );
+static constexpr auto NAMES = zu___NamedColumn( IDENTITIES );
+static constexpr ZU_INT COUNT = sizeof IDENTITIES / sizeof IDENTITIES[ 0 ];
 
 // Start-up
 static ZU_ENUM *zu___RuntimeVariantEnum = nullptr;
 
 void zu___RuntimeVariantStartup( void )
 {
-    zu___RuntimeVariantEnum = ZU___ENUM_CREATE( zu___RuntimeVariantEnum, NAMES );
+    zu___RuntimeVariantEnum = ZU___ENUM_CREATE( zu___RuntimeVariantEnum, NAMES.rows );
 }
 void zu___RuntimeVariantShutdown( void )
 {
