@@ -4,7 +4,7 @@
 usage: check_library.py BUILD_FOLDER
 
 Checked are the shared library's size, hardening, name and needs; that the generated tables are constant data without
-relocations; the stack that functions use; and what loading costs.  Needs the binutils and a C compiler.
+relocations; the stack that functions use; what loading costs; and which folder of the sources includes which.  Needs the binutils and a C compiler.
 """
 import argparse
 import pathlib
@@ -24,6 +24,32 @@ MOST_LOAD_TIME = 0.5  # milliseconds beyond those of a program that needs nothin
 SONAME = "libzu.so.1"
 # The C library and what its compilers bring; not the C++ library, so that programs in C need none.
 ALLOWED_NEEDS = re.compile(r"lib(c|m|gcc_s|pthread|dl|rt)\.so\.\d+|ld-linux.*")
+
+# What a folder of the sources may include beside itself; CONTRIBUTING.md shows the same as a table.
+LAYERS = {
+    "sys": [],
+    "runtime": ["sys", "base"],
+    "base": ["sys", "runtime", "unicode"],
+    "unicode": ["sys", "base"],
+    "io": ["sys", "runtime", "base"],
+    "charset": ["sys", "runtime", "base", "io"],
+    "tag": ["sys", "runtime", "base"],
+}
+# Who stands outside of that: what starts everything, what reports to a human, and what converts by normal forms.
+EXCEPTIONS = {
+    "runtime/zu_runtime.cpp": ["unicode", "io", "charset", "tag"],
+    "runtime/zu_runtime_info.cpp": ["io"],
+    "runtime/zu_runtime_report.cpp": ["io"],
+    "runtime/zu_runtime_platform.cpp": ["io"],
+    "charset/zu_charset_map_char_sink.cpp": ["unicode"],
+    "unicode/zu_unicode_normalizer.cpp": ["runtime"],
+}
+# Of the runtime all other folders see objects, sorts and the module that their sorts belong to.
+RUNTIME_FOR_ALL = {"zu_obj.h", "zu_obj_internal.h", "zu_sort.h", "zu_module.h"}
+RUNTIME_EXCEPTIONS = {
+    "io/zu_print.cpp": {"zu_runtime.h"},
+    "io/zu_debug_print.cpp": {"zu_runtime_version.h"},
+}
 
 
 def run(*command):
@@ -114,6 +140,23 @@ def check_stack(report, objects):
         report.check(size <= MOST_FRAME, f"largest frame: {size:,} bytes of at most {MOST_FRAME:,}, {place.replace(str(ROOT) + '/', '')}")
 
 
+def check_layers(report):
+    edges = 0
+    for source in sorted((SOURCES / "zu").rglob("*.*")):
+        name = str(source.relative_to(SOURCES / "zu"))
+        folder = name.partition("/")[0]
+        if folder not in LAYERS or source.suffix not in (".h", ".cpp"):
+            continue
+        for other, header in re.findall(r'^#include "zu/(\w+)/(\w+\.h)"', source.read_text(encoding="utf-8"), re.MULTILINE):
+            edges += 1
+            good = other == folder or other in LAYERS[folder] + EXCEPTIONS.get(name, [])
+            if good and other == "runtime" and folder != "runtime":
+                good = header in RUNTIME_FOR_ALL | RUNTIME_EXCEPTIONS.get(name, set())
+            if not good:
+                report.check(False, f"{name} includes {other}/{header}")
+    report.check(edges > 500, f"layers: {edges} includes go where they may")
+
+
 def load_time(program):
     begin = time.perf_counter()
     subprocess.run([program], check=True)
@@ -150,6 +193,7 @@ def main():
     check_hardening(report, library)
     check_tables(report, objects)
     check_stack(report, objects)
+    check_layers(report)
     check_load_time(report, library)
     return report.faults > 0
 

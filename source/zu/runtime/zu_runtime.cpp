@@ -31,7 +31,7 @@
 #include "zu/runtime/zu_runtime_user_information.h"
 #include "zu/runtime/zu_runtime_variant.h"
 #include "zu/runtime/zu_runtime_version.h"
-#include "zu/sys/zu_mem.h"
+#include "zu/sys/zu_mem_internal.h"
 #include "zu/sys/zu_unique.h"
 #include "zu/unicode/zu_unicode_cccv.h"
 #include "zu/unicode/zu_unicode_cdmt.h"
@@ -106,6 +106,7 @@ static constexpr size_t SUBSYSTEM_COUNT = sizeof SUBSYSTEMS / sizeof SUBSYSTEMS[
 static void runtimeStartSubsystems( const char *applicationIdentifier, const char *applicationFriendlyName,
                                     const char *applicationVersion )
 {
+    zu___MemDebug = ( zu___RuntimeFlags & ZU_RUNTIME_FLAG_MEMORY_DEBUG ) != 0;
     zu___RuntimeVersionStartup( applicationIdentifier, applicationFriendlyName, applicationVersion );
     for ( size_t i = 0; i < SUBSYSTEM_COUNT; i++ ) {
         SUBSYSTEMS[ i ].startup();

@@ -1,18 +1,16 @@
-#include "zu/sys/zu_mem.h"
-
-#include "zu/runtime/zu_runtime_internal.h"
+#include "zu/sys/zu_mem_internal.h"
 
 #include <cstdlib>
 #include <cstring>
 
 static constexpr uint8_t DEBUG_FILL = 0xFF;
 
-// Read from the runtime flags once, so that an allocation tests a word and asks nobody.
-static bool memFill = false;
+bool zu___MemDebug = false;
+static bool memFill = false; // as zu___MemDebug was at start-up
 
 void zu___MemStartup( void )
 {
-    memFill = ( zu___RuntimeFlags & ZU_RUNTIME_FLAG_MEMORY_DEBUG ) != 0;
+    memFill = zu___MemDebug;
 }
 void zu___MemShutdown( void )
 {
