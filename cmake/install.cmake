@@ -17,6 +17,9 @@ if( TARGET zu_tool )
     set_target_properties( zu_tool PROPERTIES INSTALL_RPATH "$ORIGIN/${library_dir}" )
     install( TARGETS zu_tool RUNTIME COMPONENT runtime )
 endif()
+# gdb reads it when it sees the library, where it trusts the folder.
+install( FILES tools/gdb/libzu-gdb.py DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    RENAME libzu.so.${PROJECT_VERSION}-gdb.py COMPONENT development )
 install( FILES LICENSE NOTICE CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime )
 
 # Each header by itself, not the folder, so that no header of the inside and no stray file slips in.
