@@ -1164,19 +1164,22 @@ void zuDictIntersect( ZU_DICT **dest, ZU_DICT *src, ZU_BOOL useSrcValues )
     *dest = result;
     ZU_REF_RELEASE( old );
 }
+ZU_INT zu___DictCommonKeys( ZU_DICT *dictA, ZU_DICT *dictB, ZU_INT most )
+{
+    ZU_DICT *smaller = dictB->length < dictA->length ? dictB : dictA;
+    ZU_DICT *larger = smaller == dictA ? dictB : dictA;
+    ZU_INT common = 0;
+    ZU_INT begin = 0;
+    for ( ZU_INT i = 0; i < smaller->length && common < most; i++ ) {
+        DICT_PLACE place = dictFindObjFrom( larger, begin, smaller->items[ i ].key );
+        begin = place.idx + place.found;
+        common += place.found;
+    }
+    return common;
+}
 ZU_BOOL zuDictDisjoint( ZU_DICT *dictA, ZU_DICT *dictB )
 {
     ZU_ASSERT( dictA );
     ZU_ASSERT( dictB );
-    ZU_DICT *smaller = dictB->length < dictA->length ? dictB : dictA;
-    ZU_DICT *larger = smaller == dictA ? dictB : dictA;
-    ZU_INT begin = 0;
-    for ( ZU_INT i = 0; i < smaller->length; i++ ) {
-        DICT_PLACE place = dictFindObjFrom( larger, begin, smaller->items[ i ].key );
-        if ( place.found ) {
-            return ZU_FALSE;
-        }
-        begin = place.idx;
-    }
-    return ZU_TRUE;
+    return zu___DictCommonKeys( dictA, dictB, 1 ) == 0;
 }

@@ -40,6 +40,9 @@ void zu___DictSort( ZU_DICT *dict, bool lastWins );
 // Returns the position of the string key of `length` code points, of which no string is made; -1 if there is none.
 ZU_INT zu___DictIndexOfChars( ZU_DICT *dict, const ZU_CHAR *chars, ZU_INT length );
 
+// Returns the number of keys that both dicts have, or `most`, whichever is less; stops to look once it has that many.
+ZU_INT zu___DictCommonKeys( ZU_DICT *dictA, ZU_DICT *dictB, ZU_INT most );
+
 // Returns the value of the boxed integer at `idx`, or `absent` for an index of -1.
 static inline ZU_INT zu___DictIntAt( ZU_DICT *dict, ZU_INT idx, ZU_INT absent )
 {
