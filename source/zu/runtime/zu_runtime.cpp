@@ -33,6 +33,8 @@
 #include "zu/runtime/zu_runtime_version.h"
 #include "zu/sys/zu_mem_internal.h"
 #include "zu/sys/zu_unique.h"
+#include "zu/tag/zu_tag_color.h"
+#include "zu/tag/zu_tag_set.h"
 #include "zu/unicode/zu_unicode_cccv.h"
 #include "zu/unicode/zu_unicode_cdmt.h"
 #include "zu/unicode/zu_unicode_genc.h"
@@ -100,6 +102,9 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___UnicodeCdmtStartup, zu___UnicodeCdmtShutdown },
     { zu___UnicodeScriptStartup, zu___UnicodeScriptShutdown },
     { zu___CharsetStartup, zu___CharsetShutdown },
+    // Those of the tags do not use each other, and stop in the order in which they start.
+    { zu___TagColorStartup, zu___TagSetShutdown },
+    { zu___TagSetStartup, zu___TagColorShutdown },
 };
 static constexpr size_t SUBSYSTEM_COUNT = sizeof SUBSYSTEMS / sizeof SUBSYSTEMS[ 0 ];
 
