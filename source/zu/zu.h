@@ -92,6 +92,8 @@
 #include "zu/sys/zu_unique.h"
 #include "zu/sys/zu_version.h"
 #include "zu/tag/zu_tag_color.h"
+#include "zu/tag/zu_tag_definition.h"
+#include "zu/tag/zu_tag_definition_set.h"
 #include "zu/tag/zu_tag_set.h"
 #include "zu/unicode/zu_unicode_cccv.h"
 #include "zu/unicode/zu_unicode_cdmt.h"
