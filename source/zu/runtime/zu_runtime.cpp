@@ -34,6 +34,8 @@
 #include "zu/sys/zu_mem_internal.h"
 #include "zu/sys/zu_unique.h"
 #include "zu/tag/zu_tag_color.h"
+#include "zu/tag/zu_tag_match_type.h"
+#include "zu/tag/zu_tag_rewrite_operation_type.h"
 #include "zu/tag/zu_tag_set.h"
 #include "zu/unicode/zu_unicode_cccv.h"
 #include "zu/unicode/zu_unicode_cdmt.h"
@@ -102,8 +104,11 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___UnicodeCdmtStartup, zu___UnicodeCdmtShutdown },
     { zu___UnicodeScriptStartup, zu___UnicodeScriptShutdown },
     { zu___CharsetStartup, zu___CharsetShutdown },
-    // Those of the tags do not use each other, and stop in the order in which they start.
+    // The four of the tags do not use each other, and stop in the order in which they start: their shutdown functions
+    // stand in reverse.
     { zu___TagColorStartup, zu___TagSetShutdown },
+    { zu___TagMatchTypeStartup, zu___TagRewriteOperationTypeShutdown },
+    { zu___TagRewriteOperationTypeStartup, zu___TagMatchTypeShutdown },
     { zu___TagSetStartup, zu___TagColorShutdown },
 };
 static constexpr size_t SUBSYSTEM_COUNT = sizeof SUBSYSTEMS / sizeof SUBSYSTEMS[ 0 ];
