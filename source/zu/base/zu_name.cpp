@@ -18,6 +18,9 @@ ZU_BOOL zuNameCamelCaseOk( ZU_STRING *zus, ZU_BOOL allowPrivate )
     bool behindMark = false; // only an upper-case letter may stand here
     for ( ZU_INT pos = 0; pos < length; pos++ ) {
         ZU_CHAR ch = name[ pos ];
+        if ( zu___NameIsLower( ch ) && !behindMark ) {
+            continue; // first, since nearly all characters of names are these
+        }
         if ( zu___NameIsUpper( ch ) && pos > 0 ) {
             humps++;
             behindMark = false;
@@ -27,7 +30,7 @@ ZU_BOOL zuNameCamelCaseOk( ZU_STRING *zus, ZU_BOOL allowPrivate )
             pos += ZU___NAME_PRIVATE_MARK - 1;
             marked = true;
             behindMark = true;
-        } else if ( !zu___NameIsLower( ch ) && !( zu___NameIsDigit( ch ) && pos > 0 ) ) {
+        } else if ( !( zu___NameIsDigit( ch ) && pos > 0 ) ) {
             return ZU_FALSE;
         }
     }
