@@ -1,8 +1,8 @@
 // ZU_TAG_REWRITE: a transformation of tag sets: an operation for each of some tags, and what becomes of all others.
 //
-// Without `clear`, which is how a rewrite begins, the tags that no operation names stay; with it, they go.  An operation
-// sets its tag, deletes it, or passes it through, that is leaves it as it was: so a rewrite with `clear` passes through
-// what may stay, and without it passing through changes nothing.
+// Without `clear`, which is how a rewrite begins, the tags that no operation names stay; with it, they go.  An
+// operation sets its tag, deletes it, or passes it through, that is leaves it as it was: so a rewrite with `clear`
+// passes through what may stay, and without it passing through changes nothing.
 //
 // A copy-on-write value; zu_obj.h tells what holds for all of them.  A rewrite has one operation for each tag at most;
 // positions count them in ascending order of the tags' code points.  What is no tag by zuTagOk aborts, even where it is

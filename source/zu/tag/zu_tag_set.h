@@ -71,8 +71,8 @@ ZU_API void zuTagSetIntersect( ZU_TAG_SET **ts, ZU_TAG_SET *src );
 /// Returns the tags in ascending order, divided by single spaces; of an empty set the empty string.  Stores hold sets
 /// in this form.
 ZU_API ZU_STRING *zuTagSetEncode( ZU_TAG_SET *ts );
-/// Returns the set of all tags in a text that is divided by spaces, U+0020 and no others.  What is no tag is dropped, so
-/// that any text gives a set, if only an empty one.
+/// Returns the set of all tags in a text that is divided by spaces, U+0020 and no others.  What is no tag is dropped,
+/// so that any text gives a set, if only an empty one.
 ZU_API ZU_TAG_SET *zuTagSetDecode( ZU_STRING *zus );
 
 // For authors of classes and modules
