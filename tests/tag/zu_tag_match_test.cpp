@@ -45,6 +45,18 @@ TEST( TagMatch, AgreesWithCounting )
     EXPECT_LT( matches, 3600 );
 }
 
+TEST( TagMatch, RestoresWhatCanBeRead )
+{
+    zu::Ref<ZU_STORE> store = zu::adopt( zuStoreCreate() );
+    zuStoreSetValueCstr( store.inOut(), "type", -1, string( "ZU_TAG_MATCH_TYPE_NAND" ).get() );
+    EXPECT_TRUE( zuTagMatchEquals( zu::adopt( zuTagMatchRestore( store.get() ) ).get(),
+                                   zu::adopt( zuTagMatchCreate() ).get() ) );
+    zuStoreSetValueCstr( store.inOut(), "tagSet", -1, string( "b, a" ).get() );
+    zu::Ref<ZU_TAG_MATCH> match = zu::adopt( zuTagMatchRestore( store.get() ) );
+    EXPECT_EQ( zuTagMatchType( match.get() ), ZU_TAG_MATCH_TYPE_OR );
+    EXPECT_EQ( take( zuTagSetEncode( zu::adopt( zuTagMatchTagSet( match.get() ) ).get() ) ), "a" );
+}
+
 // Operations on tags, applied one after the other as a reader of the documentation would.
 struct REWRITE_MODEL {
     bool clear = false;

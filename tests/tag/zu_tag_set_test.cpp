@@ -15,22 +15,22 @@ static void expectSame( ZU_TAG_SET *ts, const TAGS &model, const std::string &as
     }
 }
 
-// Two sets that share each other's tags by turns, and models that do not.
+// Three sets that share each other's tags by turns, and models that do not.
 TEST( TagSet, StaysLikeItsModel )
 {
     const auto seed = (unsigned)testSeed();
     std::mt19937 random( seed );
-    zu::Ref<ZU_TAG_SET> sets[ 2 ];
-    TAGS models[ 2 ];
+    zu::Ref<ZU_TAG_SET> sets[ 3 ];
+    TAGS models[ 3 ];
     for ( int step = 0, pool = 0; step < 4000; step++ ) {
         SCOPED_TRACE( "seed " + std::to_string( seed ) + ", step " + std::to_string( step ) );
         if ( step % 400 == 0 ) {
             pool = step % 800 == 0 ? 6 : 90; // a set of more than 32 tags has its pairs elsewhere
-            sets[ 0 ] = sets[ 1 ] = zu::adopt( zuTagSetCreate() );
-            models[ 0 ] = models[ 1 ] = {};
+            sets[ 0 ] = sets[ 1 ] = sets[ 2 ] = zu::adopt( zuTagSetCreate() );
+            models[ 0 ] = models[ 1 ] = models[ 2 ] = {};
         }
-        unsigned which = random() % 2;
-        unsigned other = random() % 5 == 0 ? which : 1 - which;
+        unsigned which = random() % 3;
+        unsigned other = random() % 3; // the same, perhaps
         ZU_TAG_SET **ts = sets[ which ].inOut();
         TAGS &model = models[ which ];
         const TAGS source = models[ other ];
@@ -88,6 +88,7 @@ TEST( TagSet, StaysLikeItsModel )
         }
         expectSame( sets[ 0 ].get(), models[ 0 ], tag );
         expectSame( sets[ 1 ].get(), models[ 1 ], tag );
+        expectSame( sets[ 2 ].get(), models[ 2 ], tag );
         TAGS common;
         std::set_intersection( models[ 0 ].begin(), models[ 0 ].end(), models[ 1 ].begin(), models[ 1 ].end(),
                                std::inserter( common, common.end() ) );
