@@ -28,6 +28,7 @@
 #include "zu/base/zu_nanoseconds.h"
 #include "zu/base/zu_priority_map.h"
 #include "zu/base/zu_range_map.h"
+#include "zu/base/zu_real_text.h"
 #include "zu/base/zu_region.h"
 #include "zu/base/zu_signal.h"
 #include "zu/base/zu_signalable.h"
