@@ -15,7 +15,7 @@ EXCEPTIONS = [
     # An empty text or array may be null.
     (r"zu(Chars(AllOk|Sanitize|Convert)|Mem(Copy|Move|Set|Compare)N?$|MemDupCstr|(Debug)?Print(C|Wc)str|RuntimePrint).*", RETURNS),
     (r"zu(Buffer|String|Vector)CreateFrom((Bytes|Chars|Objs)(Copy|Use)|Ascii|Utf8|(C|Wc)str)", RETURNS),
-    (r"zuFormat(EncodeChars|TryDecodeBoolChars)", RETURNS),
+    (r"zuFormat(EncodeChars|TryDecodeBoolChars)|zuRealTextTryRead(Chars|Utf8)", RETURNS),
     (r"zuFormatTryDecode(Int|Real)Chars", "base == -1 || base >= 2"),
     (r"zu(ModuleVersionTryCreateFrom|RuntimeTryLoadModules)(C|Wc)str", RETURNS),
     # What nothing can be done with, or may be left out.
@@ -24,7 +24,7 @@ EXCEPTIONS = [
     (r"zuMemReallocN", "count > 0"),
     (r"zuMemDupN?", "size > 0"),
     (r"zuBufferCreateFromBytesUseWithRef", "ref"),
-    (r"zuThreadTrySpawn(C|Wc)str", "threadFunc"),
+    (r"zuThreadTrySpawn(Call)?(C|Wc)str", "threadFunc"),
     (r"zu___ThreadEncapsulateBegin", "!zuThreadEncapsulated()"),
     # Other names in the text, or another parameter first.
     (r"zuNlfFlagsFromString", "flags"),
