@@ -672,6 +672,24 @@ ZU_INT zu___DictIndexOfChars( ZU_DICT *dict, const ZU_CHAR *chars, ZU_INT length
     ZU_ASSERT( dict );
     return dictIndexOf( dict, DICT_TEXT_KEY{ chars, length } );
 }
+static bool dictKeyBeginsWith( ZU_DICT *dict, ZU_INT idx, const ZU_CHAR *chars, ZU_INT length )
+{
+    return idx < dict->length && zuStringBeginsWithChars( (ZU_STRING *)dict->items[ idx ].key, chars, length );
+}
+ZU_INT zu___DictIndexOfAbbreviation( ZU_DICT *dict, const ZU_CHAR *chars, ZU_INT length, bool *exact )
+{
+    ZU_ASSERT( dict );
+    DICT_PLACE place = dictBisect( dict, -1, dict->length, DICT_TEXT_KEY{ chars, length } );
+    *exact = place.found;
+    if ( place.found ) {
+        return place.idx;
+    }
+    // What begins with the text stands behind the place of the text, all together.
+    if ( !dictKeyBeginsWith( dict, place.idx, chars, length ) ) {
+        return -1;
+    }
+    return dictKeyBeginsWith( dict, place.idx + 1, chars, length ) ? -2 : place.idx;
+}
 // Searches for an encoded text, of which no string is made.
 template <typename UNIT>
 static ZU_INT dictIndexOfEncoded( ZU_DICT *dict, ZU_INT ( *convert )( ZU_CHAR *, ZU_INT, const UNIT *, ZU_INT ),

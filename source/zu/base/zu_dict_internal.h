@@ -43,6 +43,10 @@ ZU_INT zu___DictIndexOfChars( ZU_DICT *dict, const ZU_CHAR *chars, ZU_INT length
 // Returns the number of keys that both dicts have, or `most`, whichever is less; stops to look once it has that many.
 ZU_INT zu___DictCommonKeys( ZU_DICT *dictA, ZU_DICT *dictB, ZU_INT most );
 
+// In a dict whose keys are strings, returns the position of the key of these `length` code points or else, with `*exact`
+// false, of the only key that begins with them; -1 if there is none, -2 if several begin with them.
+ZU_INT zu___DictIndexOfAbbreviation( ZU_DICT *dict, const ZU_CHAR *chars, ZU_INT length, bool *exact );
+
 // Returns the value of the boxed integer at `idx`, or `absent` for an index of -1.
 static inline ZU_INT zu___DictIntAt( ZU_DICT *dict, ZU_INT idx, ZU_INT absent )
 {
