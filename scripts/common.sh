@@ -6,7 +6,7 @@ export LC_ALL="${LC_ALL:-C.UTF-8}"
 
 # Packages by task.  A task lists what it needs beyond the ones that it is named together with.
 ZU_PACKAGES_build="g++ cmake ninja-build ccache pkg-config"
-ZU_PACKAGES_test="libgtest-dev python3 perl unicode-data gdb"
+ZU_PACKAGES_test="libgtest-dev python3 perl unicode-data tzdata gdb"
 ZU_PACKAGES_check="clang clang-format clang-tidy libclang-rt-14-dev valgrind binutils libbenchmark-dev"
 ZU_PACKAGES_cross="g++-aarch64-linux-gnu g++-riscv64-linux-gnu qemu-user googletest"
 ZU_PACKAGES_bench="libbenchmark-dev libicu-dev libglib2.0-dev qtbase5-dev libutf8proc-dev libuv1-dev python3"

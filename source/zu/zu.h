@@ -59,6 +59,7 @@
 #include "zu/base/zu_timer.h"
 #include "zu/base/zu_timestamp.h"
 #include "zu/base/zu_utf.h"
+#include "zu/base/zu_timezone.h"
 #include "zu/base/zu_tool_switch.h"
 #include "zu/base/zu_vector.h"
 #include "zu/base/zu_vector_sort.h"

@@ -15,6 +15,7 @@
 #include "zu/base/zu_time.h"
 #include "zu/base/zu_timer.h"
 #include "zu/base/zu_timestamp.h"
+#include "zu/base/zu_timezone.h"
 #include "zu/base/zu_vector.h"
 #include "zu/charset/zu_charset.h"
 #include "zu/charset/zu_charset_flags.h"
@@ -98,6 +99,7 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___StoreStartup, zu___StoreShutdown },
     { zu___TimestampStartup, zu___TimestampShutdown },
     { zu___TimeStartup, zu___TimeShutdown },
+    { zu___TimezoneStartup, zu___TimezoneShutdown },
     { zu___TimerStartup, zu___TimerShutdown },
     { zu___UnicodeGencStartup, zu___UnicodeGencShutdown },
     { zu___UnicodeCccvStartup, zu___UnicodeCccvShutdown },

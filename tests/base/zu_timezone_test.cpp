@@ -1,0 +1,91 @@
+#include "zu/base/zu_timezone_table_internal.h"
+#include "zu/zu.hpp"
+#include "zu_test_support.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <set>
+
+using STRING = zu::Ref<ZU_STRING>;
+
+static STRING string( std::string_view text )
+{
+    return zu::adopt( zuStringCreateFromAscii( text.data(), (ZU_INT)text.size() ) );
+}
+static std::string textOf( ZU_STRING *taken )
+{
+    STRING zus = zu::adopt( taken );
+    return zus ? std::string( zuStringBacking( zus.get() ), zuStringBacking( zus.get() ) + zuStringLength( zus.get() ) )
+               : "none";
+}
+
+// The rows as they are read one by one, where the first one that has a name wins.
+TEST( Timezone, TranslatesTheRowsBothWays )
+{
+    std::set<std::string> names;
+    for ( const ZU___TIMEZONE_ROW &row : ZU___TIMEZONE_ROWS ) {
+        std::string iana( row.iana );
+        std::string windows( row.windows );
+        EXPECT_TRUE( zuTimezoneWindowsOk( string( windows ).get() ) ) << windows;
+        EXPECT_EQ( textOf( zuTimezoneWindowsToIana( string( windows ).get() ) ), iana.substr( 0, iana.find( ',' ) ) );
+        for ( size_t begin = 0; begin < iana.size(); ) {
+            std::string name = iana.substr( begin, iana.find( ',', begin ) - begin );
+            EXPECT_TRUE( names.insert( name ).second ) << name;
+            EXPECT_TRUE( zuTimezoneIanaOk( string( name ).get() ) ) << name;
+            EXPECT_EQ( textOf( zuTimezoneIanaToWindows( string( name ).get() ) ), windows ) << name;
+            begin += name.size() + 1;
+        }
+    }
+    EXPECT_EQ( std::size( ZU___TIMEZONE_ROWS ), 132u );
+    zu::Ref<ZU_VECTOR> list = zu::adopt( zuTimezoneList() );
+    ASSERT_EQ( zuVectorLength( list.get() ), 455 );
+    ZU_INT i = 0;
+    for ( const std::string &name : names ) {
+        EXPECT_EQ( textOf( zuStringFrom( zuVectorObjAt( list.get(), i++ ) ) ), name );
+    }
+}
+TEST( Timezone, KnowsNothingElse )
+{
+    for ( std::string_view name : { std::string_view( "" ), std::string_view( "Europe" ),
+                                    std::string_view( "Europe/Berlin\0", 14 ), std::string_view( "europe/berlin" ),
+                                    std::string_view( "Europe/BerlinX" ), std::string_view( "Pacific/Ponape" ),
+                                    std::string_view( "W. Europe Standard Tim" ), std::string_view( "~" ) } ) {
+        EXPECT_FALSE( zuTimezoneIanaOk( string( name ).get() ) ) << name;
+        EXPECT_FALSE( zuTimezoneWindowsOk( string( name ).get() ) ) << name;
+        EXPECT_EQ( textOf( zuTimezoneIanaToWindows( string( name ).get() ) ), "none" ) << name;
+        EXPECT_EQ( textOf( zuTimezoneWindowsToIana( string( name ).get() ) ), "none" ) << name;
+    }
+    expectAbort( "key", [] { zuTimezoneIanaOk( nullptr ); } );
+}
+TEST( Timezone, IsNamedByTheEnvironment )
+{
+    const struct {
+        const char *tz;
+        const char *name;
+        ZU_INT offset;
+    } rows[] = {
+        { "Asia/Tokyo", "Asia/Tokyo", 32400 },
+        { ":Asia/Tokyo", "Asia/Tokyo", 32400 },
+        { "/usr/share/zoneinfo/Asia/Tokyo", "Asia/Tokyo", 32400 },
+        { "UTC", "", 0 }, // a Windows name
+        { "", "", 0 },
+        { "/nowhere", "", 0 },
+        { "XYZ3:30", "", -12600 },
+        { "XYZ-0:00:07", "", 7 },
+        { "XYZ-24", "", 86400 },
+        { "XYZ-24:00:01", "", 0 }, // more than a day
+    };
+    const char *before = getenv( "TZ" );
+    std::string kept = before ? before : "";
+    for ( const auto &row : rows ) {
+        setenv( "TZ", row.tz, 1 );
+        EXPECT_EQ( textOf( zuTimezone() ), row.name ) << row.tz;
+        EXPECT_EQ( zuTimezoneUtcOffset(), row.offset ) << row.tz;
+    }
+    unsetenv( "TZ" );
+    std::string machine = textOf( zuTimezone() );
+    EXPECT_TRUE( machine.empty() || zuTimezoneIanaOk( string( machine ).get() ) ) << machine;
+    if ( before ) {
+        setenv( "TZ", kept.c_str(), 1 );
+    }
+}
