@@ -17,12 +17,16 @@ if( ZU_WITH_BACKTRACE AND CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" )
     foreach( header "${folder}/include/backtrace.h" "${folder}/../include/backtrace.h" )
         if( EXISTS "${archive}" AND EXISTS "${header}" )
             configure_file( "${header}" ${PROJECT_BINARY_DIR}/generated/backtrace/backtrace.h COPYONLY )
-            file( MAKE_DIRECTORY ${objects_folder} )
-            execute_process( COMMAND ${CMAKE_AR} x "${archive}" WORKING_DIRECTORY ${objects_folder} RESULT_VARIABLE failure )
+            # Aside first, since an object that is written anew has everything linked anew.
+            file( MAKE_DIRECTORY ${objects_folder}/extracted )
+            execute_process( COMMAND ${CMAKE_AR} x "${archive}"
+                WORKING_DIRECTORY ${objects_folder}/extracted RESULT_VARIABLE failure )
             if( NOT failure )
                 # The library walks stacks and prints by itself.
                 foreach( object atomic dwarf elf fileline mmap mmapio posix sort state )
-                    if( EXISTS ${objects_folder}/${object}.o )
+                    if( EXISTS ${objects_folder}/extracted/${object}.o )
+                        file( COPY_FILE ${objects_folder}/extracted/${object}.o ${objects_folder}/${object}.o
+                            ONLY_IF_DIFFERENT )
                         list( APPEND ZU_BACKTRACE_OBJECTS ${objects_folder}/${object}.o )
                     endif()
                 endforeach()

@@ -47,9 +47,6 @@ list( GET parts 0 ZU___PRODUCT_VERSION_MAJOR )
 list( GET parts 1 ZU___PRODUCT_VERSION_MINOR )
 list( GET parts 2 ZU___PRODUCT_VERSION_RELEASE )
 
-# The time of the last configuration; follows SOURCE_DATE_EPOCH where it is set, so that builds can be reproduced.
-string( TIMESTAMP ZU___PRODUCT_BUILD_TIME "UTC %Y-%m-%d %H:%M:%S (%A)" UTC )
-
 # Sets `result` to the identifier out of `number=identifier` arguments whose number comes nearest to `number`; of two
 # that are equally near the earlier argument wins.
 function( zu_nearest result number )

@@ -10,6 +10,9 @@ extern const ZU_INT zu___module_build_os;
 extern const ZU_INT zu___module_build_hardware;
 extern const ZU_INT zu___module_build_variant;
 
+// When that was, as text.  The build writes the source file that defines it, and does so when it has compiled something.
+extern const char zu___module_build_time[];
+
 // Lists of names that single blanks divide: what is to be read of `names` to begin with, null if that is empty or null.
 static inline const char *zu___ModuleNames( const char *names )
 {
