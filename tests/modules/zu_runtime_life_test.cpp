@@ -90,6 +90,13 @@ TEST( RuntimeLife, FiveHundredTimes )
     }
     EXPECT_EQ( takePrinted(), "" );
 }
+static const ZU_INT AHEAD_OF_ALL = zuTimestamp();
+TEST( RuntimeLife, HasItsClockAheadOfStart )
+{
+    Life life;
+    EXPECT_GT( AHEAD_OF_ALL, 0 );
+    EXPECT_LE( AHEAD_OF_ALL, zuTimestamp() );
+}
 TEST( RuntimeLife, PrintsNothingOnceStopped )
 {
     Life life;

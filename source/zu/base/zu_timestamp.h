@@ -8,7 +8,7 @@
 
 ZU_BEGIN_DECLS
 
-/// Returns the milliseconds that have passed since the clock's start, rounded down.
+/// Returns the milliseconds that have passed since the clock's start, rounded down.  Runs ahead of zuRuntimeStartup too.
 ZU_API ZU_INT zuTimestamp( void );
 
 // For authors of classes and modules
