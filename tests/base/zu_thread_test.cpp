@@ -107,6 +107,33 @@ TEST( Thread, KeepsItsKeysToItself )
     value = nullptr;
 }
 
+// A value whose end looks for itself and leaves another value, so many times.
+static std::atomic<int> ends;
+static ZU_OBJ *createFarewell( ZU_INT times );
+static void sayFarewell( void *times )
+{
+    auto key = text( "farewell" );
+    EXPECT_FALSE( zuThreadHasKey( zuStringObj( key.get() ) ) );
+    ends++;
+    if ( times ) {
+        auto next = zu::adopt( createFarewell( (ZU_INT)times - 1 ) );
+        zuThreadSetKey( zuStringObj( key.get() ), next.get() );
+    }
+}
+static ZU_OBJ *createFarewell( ZU_INT times )
+{
+    return zu___BoxedPointerObj( zu___BoxedPointerCreate( (void *)times, sayFarewell ) );
+}
+TEST( Thread, KeysMayUseKeysAtTheirEnd )
+{
+    ends = 0;
+    runOnThread( [] {
+        auto value = zu::adopt( createFarewell( 3 ) );
+        zuThreadSetKey( zuStringObj( text( "farewell" ).get() ), value.get() );
+    } );
+    EXPECT_EQ( ends, 4 );
+}
+
 TEST( Thread, TellsItsEnd )
 {
     static zu::Ref<ZU_BARRIER> gate;

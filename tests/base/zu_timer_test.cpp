@@ -4,6 +4,7 @@
 #include <atomic>
 #include <functional>
 #include <numeric>
+#include <unistd.h>
 #include <vector>
 
 // An argument that says how often it was fired, and where.
@@ -335,6 +336,18 @@ TEST( TimerAborts, FiledTimersAndWatchdogs )
     expectAbort( nullptr, between( [] {
                      auto watchdog = zu::adopt( zu___TimerCreateAbort() );
                      zuTimerSchedule( watchdog.get(), 1 );
+                     zuSleep( nullptr );
+                 } ) );
+    expectAbort( nullptr, between( [] { // over the thread that has to abort
+                     alarm( 60 );       // ends the child if that has frozen itself
+                     Fired fired;
+                     zu::Ref<ZU_TIMER> watchdog;
+                     fired.then = [ & ] {
+                         watchdog = zu::adopt( zu___TimerCreateAbort() );
+                         zuTimerSchedule( watchdog.get(), 0 );
+                     };
+                     auto starter = makeTimer( &fired );
+                     zuTimerSchedule( starter.get(), 0 );
                      zuSleep( nullptr );
                  } ) );
 }

@@ -89,15 +89,25 @@ static void threadTerminate( ZU_THREAD *thread )
     thread->stateTerminated = ZU_TRUE;
     zuMonitorLeave( thread->monitor );
 }
+// Releases the values that the thread has kept by keys.  Each may ask for keys, and set some, when it ends: none of the
+// values that go can be found any more, and those that come go in the next round.
+static void threadReleaseKeys( ZU_THREAD *thread )
+{
+    while ( zuDictLength( thread->keys ) > 0 ) {
+        ZU_DICT *keys = thread->keys;
+        thread->keys = zuDictCreate();
+        ZU_REF_RELEASE( keys );
+    }
+    ZU_REF_RELEASE( thread->keys );
+    thread->keys = nullptr;
+}
 // Gives up what belongs to the thread, and its reference to itself, and tells that it has ended.
 static void threadFinish( ZU_THREAD *thread )
 {
     ZU_OBJ *argument = thread->argument;
     thread->argument = nullptr;
     ZU_REF_RELEASE_OPT( argument );
-    ZU_DICT *keys = thread->keys;
-    thread->keys = nullptr;
-    ZU_REF_RELEASE( keys );
+    threadReleaseKeys( thread );
 
     ZU_SIGNAL *endSignal = zuSignalRetain( thread->endSignal ); // the thread may go ahead of it
     threadTerminate( thread );
@@ -224,6 +234,9 @@ ZU_STRING *zuThreadName( ZU_THREAD *thread )
 ZU_BOOL zu___ThreadTryFreeze( ZU_THREAD *thread )
 {
     ZU_ASSERT( thread );
+    if ( thread == current ) {
+        return ZU_FALSE; // who wants a thread still has something to do then
+    }
     // A thread does not get past its end while somebody else is inside the monitor, so the system's thread is there.
     zuMonitorEnter( thread->monitor );
     ZU_BOOL frozen = !thread->stateTerminated && zu___ThreadHandleTrySuspend( thread->handle );

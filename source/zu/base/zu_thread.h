@@ -62,7 +62,8 @@ ZU_API ZU_OBJ *zuThreadUnlatchArgument( void );
 ZU_API ZU_OBJ *zuThreadKey( ZU_OBJ *key );
 /// Tells whether the current thread has a value under `key`.
 ZU_API ZU_BOOL zuThreadHasKey( ZU_OBJ *key );
-/// Sets the current thread's value under `key`.
+/// Sets the current thread's value under `key`.  The values go with the thread, on the thread; what they set while they
+/// go, goes next.  At the end of an encapsulation nothing is the current thread by then.
 ZU_API void zuThreadSetKey( ZU_OBJ *key, ZU_OBJ *val );
 /// Removes the current thread's value under `key`; it need not be there.
 ZU_API void zuThreadDelKey( ZU_OBJ *key );
@@ -91,7 +92,7 @@ ZU_API void zu___ThreadEncapsulateBegin( ZU_OBJ *argument );
 /// Ends what zu___ThreadEncapsulateBegin began.
 ZU_API void zu___ThreadEncapsulateEnd( void );
 /// Stops `thread` for good wherever it is, also amid a change of something shared; for processes about to end.  Tells
-/// whether that worked; it does not on an encapsulated thread.
+/// whether that worked; it does not on an encapsulated thread, nor on the caller's own.
 ZU_API ZU_BOOL zu___ThreadTryFreeze( ZU_THREAD *thread );
 /// Encapsulates the caller and begins to count threads.
 ZU_API void zu___ThreadStartup( void );

@@ -57,7 +57,8 @@ ZU_API ZU_BOOL zuTimerScheduled( ZU_TIMER *timer );
 ZU_API ZU_BOOL zuTimerUnschedule( ZU_TIMER *timer );
 
 // For authors of classes and modules
-/// Returns a watchdog over the calling thread: when it fires, it stops the thread where it is, and aborts.
+/// Returns a watchdog over the calling thread: when it fires, it stops the thread where it is, and aborts.  Over the
+/// thread of the timers itself it only aborts, as soon as that comes to it.
 ZU_API ZU_TIMER *zu___TimerCreateAbort( void );
 /// Says whether `timer` still fires after its last release.  One that has lost its second of the calendar to another
 /// by then, or loses it later, aborts: nothing is left to fire it.
