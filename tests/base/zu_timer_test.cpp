@@ -2,6 +2,7 @@
 #include "zu_test_support.h"
 
 #include <atomic>
+#include <csignal>
 #include <functional>
 #include <numeric>
 #include <unistd.h>
@@ -293,6 +294,23 @@ TEST( Timer, ManyThreadsScheduleAndCancel )
         all += each.count;
     }
     EXPECT_EQ( all, THREADS * ROUNDS ) << "each was either cancelled or fired, once";
+}
+
+// What is sent to the process is for the program's threads: a signal that all of those block waits for them.
+TEST( Timer, LeavesSignalsToTheProgram )
+{
+    runRestarted( 0, [] {
+        for ( int number : { SIGTERM, SIGINT, SIGHUP, SIGUSR1, SIGCHLD, SIGRTMIN } ) {
+            sigset_t one;
+            sigemptyset( &one );
+            sigaddset( &one, number );
+            pthread_sigmask( SIG_BLOCK, &one, nullptr );
+            kill( getpid(), number );
+            int received = 0;
+            EXPECT_EQ( sigwait( &one, &received ), 0 );
+            EXPECT_EQ( received, number );
+        }
+    } );
 }
 
 TEST( TimerAborts, Misuse )

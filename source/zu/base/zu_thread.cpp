@@ -20,8 +20,7 @@ struct ZU_THREAD {
     ZU_OBJ *argument; // latched; null: none, or handed out.  For the thread alone.
     ZU_SIGNAL *endSignal;
     ZU___THREAD_HANDLE *handle; // null: encapsulated, or refused by the system
-    ZU_MONITOR *monitor;        // guards the next two
-    ZU_BOOL stateAborted;       // the system has refused the priority: the thread ends before its function
+    ZU_MONITOR *monitor;        // guards the next
     ZU_BOOL stateTerminated;    // ended, or never begun
     ZU_THREAD *previous;        // what the encapsulation has covered
     ZU_DICT *keys;              // for the thread alone
@@ -49,7 +48,6 @@ static ZU_THREAD *threadCreate( ZU_STRING *threadName, ZU_THREAD_FUNC threadFunc
     thread->endSignal = zuSignalCreate();
     thread->handle = nullptr;
     thread->monitor = zuMonitorCreate();
-    thread->stateAborted = ZU_FALSE;
     thread->stateTerminated = ZU_FALSE;
     thread->previous = nullptr;
     thread->keys = zuDictCreate();
@@ -139,15 +137,8 @@ static void threadEntry( void *argument )
     ZU_ASSERT( thread->threadFunc );
     current = thread;
     threadNameForDebuggers( thread );
-    zuMonitorEnter( thread->monitor );
-    if ( thread->stateAborted ) {
-        thread->stateTerminated = ZU_TRUE;
-        zuMonitorLeave( thread->monitor );
-    } else {
-        zuMonitorLeave( thread->monitor );
-        thread->threadFunc();
-        threadFinish( thread );
-    }
+    thread->threadFunc();
+    threadFinish( thread );
     current = nullptr;
 }
 
@@ -157,30 +148,35 @@ static void threadResume( ZU_THREAD *thread )
         zu___Abort( "failed to resume thread", __FILE__, __LINE__, nullptr );
     }
 }
-ZU_THREAD *zuThreadTrySpawn( ZU_STRING *threadName, ZU_THREAD_FUNC threadFunc, ZU_OBJ *argument,
-                             ZU_THREAD_PRIORITY prio )
+static ZU_THREAD *threadTrySpawn( ZU_STRING *threadName, ZU_THREAD_FUNC threadFunc, ZU_OBJ *argument,
+                                  ZU_THREAD_PRIORITY prio, ZU_BOOL deaf )
 {
-    ZU_ASSERT( threadName );
-    ZU_ASSERT( threadFunc );
-    ZU_ASSERT( ZU_THREAD_PRIORITY_OK( prio ) );
     ZU_THREAD *thread = threadCreate( threadName, threadFunc, argument, prio );
-    thread->handle = zu___ThreadHandleTryCreate( threadEntry, thread );
+    thread->handle = zu___ThreadHandleTryCreate( threadEntry, thread, deaf );
     if ( !thread->handle ) {
         thread->stateTerminated = ZU_TRUE;
         zuThreadRelease( thread );
         return nullptr;
     }
     zuThreadRetain( thread ); // for the new thread
-    if ( !zu___ThreadHandleTrySetPriority( thread->handle, prio ) ) {
-        // The thread ends at once and keeps its reference.
-        thread->stateAborted = ZU_TRUE;
-        threadResume( thread );
-        while ( !zu___ThreadHandleWait( thread->handle ) ) {}
-        zuThreadRelease( thread );
-        return nullptr;
-    }
+    zu___ThreadHandleSetPriority( thread->handle, prio );
     zuCounterIncrement( threadCounter );
     threadResume( thread );
+    return thread;
+}
+ZU_THREAD *zuThreadTrySpawn( ZU_STRING *threadName, ZU_THREAD_FUNC threadFunc, ZU_OBJ *argument,
+                             ZU_THREAD_PRIORITY prio )
+{
+    ZU_ASSERT( threadName );
+    ZU_ASSERT( threadFunc );
+    ZU_ASSERT( ZU_THREAD_PRIORITY_OK( prio ) );
+    return threadTrySpawn( threadName, threadFunc, argument, prio, ZU_FALSE );
+}
+ZU_THREAD *zu___ThreadTrySpawnDeaf( const char *threadName, ZU_THREAD_FUNC threadFunc, ZU_THREAD_PRIORITY prio )
+{
+    ZU_STRING *name = zuStringCreateFromCstr( threadName, -1 );
+    ZU_THREAD *thread = threadTrySpawn( name, threadFunc, nullptr, prio, ZU_TRUE );
+    zuStringRelease( name );
     return thread;
 }
 ZU_THREAD *zuThreadTrySpawnCstr( const char *threadName, ZU_INT threadNameLength, ZU_THREAD_FUNC threadFunc,

@@ -1,4 +1,4 @@
-// zu_thread_internal.h: what a platform must provide for ZU_THREAD.
+// zu_thread_internal.h: what a platform must provide for ZU_THREAD, and the library's own threads.
 #pragma once
 
 #include "zu/base/zu_thread.h"
@@ -9,11 +9,11 @@ ZU_BEGIN_DECLS
 typedef struct ZU___THREAD_HANDLE ZU___THREAD_HANDLE;
 
 // Makes a thread that will run `entry` with `argument`, and that does not begin before it is resumed.  Null if the
-// system refuses.
-ZU___THREAD_HANDLE *zu___ThreadHandleTryCreate( void ( *entry )( void *argument ), void *argument );
-// Sets the priority of a thread that has not been resumed.  False if the system refuses for another reason than a lack
-// of privilege.
-ZU_BOOL zu___ThreadHandleTrySetPriority( ZU___THREAD_HANDLE *handle, ZU_THREAD_PRIORITY prio );
+// system refuses.  A `deaf` thread never receives what the system sends to the process as a whole, such as the wish
+// that it end, not even before it begins: that is for the program's own threads.
+ZU___THREAD_HANDLE *zu___ThreadHandleTryCreate( void ( *entry )( void *argument ), void *argument, ZU_BOOL deaf );
+// Sets the priority of a thread that has not been resumed.  What the system refuses, the thread does without.
+void zu___ThreadHandleSetPriority( ZU___THREAD_HANDLE *handle, ZU_THREAD_PRIORITY prio );
 // Lets the thread begin.  Returns how often it had been kept from running: 1.
 ZU_INT zu___ThreadHandleResume( ZU___THREAD_HANDLE *handle );
 // Stops the thread, which does not end meanwhile, for good.  Tells whether that worked; with a null handle it does
@@ -25,9 +25,12 @@ ZU_BOOL zu___ThreadHandleWait( ZU___THREAD_HANDLE *handle );
 // Gives the handle up; nobody waits any more.  The thread runs on, and may be the caller.
 void zu___ThreadHandleClose( ZU___THREAD_HANDLE *handle );
 
-// Applies `prio` to the calling thread.  False if the system refuses for another reason than a lack of privilege.
-ZU_BOOL zu___ThreadApplyPriority( ZU_THREAD_PRIORITY prio );
+// Applies `prio` to the calling thread, as far as the system lets it.
+void zu___ThreadApplyPriority( ZU_THREAD_PRIORITY prio );
 // Names the calling thread for debuggers; what is too long for the system is cut.
 void zu___ThreadSetSystemName( const char *name );
+
+// As zuThreadTrySpawnCstr with a terminated name, for the library's own threads, which are deaf.
+ZU_THREAD *zu___ThreadTrySpawnDeaf( const char *threadName, ZU_THREAD_FUNC threadFunc, ZU_THREAD_PRIORITY prio );
 
 ZU_END_DECLS

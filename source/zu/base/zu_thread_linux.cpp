@@ -1,6 +1,5 @@
 #include "zu/base/zu_thread_internal.h"
 
-#include <cerrno>
 #include <cstring>
 #include <pthread.h>
 #include <sched.h>
@@ -14,30 +13,21 @@ static constexpr size_t NAME_BYTES = 16; // that the system keeps of a thread's 
 static constexpr int NICE[] = { 0, 10, 5, 0, -5, -10, -20 };
 static_assert( sizeof NICE / sizeof NICE[ 0 ] == ZU_THREAD_PRIORITY_CRITICAL + 1 );
 
-// Tells whether a call that failed did so for lack of a privilege.
-static bool threadNotPermitted()
-{
-    return errno == EPERM || errno == EACCES;
-}
-
-ZU_BOOL zu___ThreadApplyPriority( ZU_THREAD_PRIORITY prio )
+void zu___ThreadApplyPriority( ZU_THREAD_PRIORITY prio )
 {
     // A new thread comes with the policy and nice value of the one that has made it.
     int policy = sched_getscheduler( 0 );
     int wanted = prio == ZU_THREAD_PRIORITY_IDLE ? SCHED_IDLE : policy == SCHED_IDLE ? SCHED_OTHER : policy;
     if ( policy != wanted ) {
         struct sched_param param = {};
-        if ( sched_setscheduler( 0, wanted, &param ) != 0 && !threadNotPermitted() ) {
-            return ZU_FALSE;
-        }
+        sched_setscheduler( 0, wanted, &param );
     }
     // Both are numbers of tasks: that of the first thread, whose nice value is the process's, and the caller's own.
     int nice = getpriority( PRIO_PROCESS, (id_t)getpid() ) + NICE[ prio ];
     id_t self = (id_t)syscall( SYS_gettid );
-    if ( getpriority( PRIO_PROCESS, self ) != nice && setpriority( PRIO_PROCESS, self, nice ) != 0 ) {
-        return threadNotPermitted();
+    if ( getpriority( PRIO_PROCESS, self ) != nice ) {
+        setpriority( PRIO_PROCESS, self, nice );
     }
-    return ZU_TRUE;
 }
 
 void zu___ThreadSetSystemName( const char *name )

@@ -36,7 +36,46 @@ static void *threadRun( void *argument )
     return nullptr;
 }
 
-ZU___THREAD_HANDLE *zu___ThreadHandleTryCreate( void ( *entry )( void *argument ), void *argument )
+// Freezing.  A handler that never returns holds the thread wherever the signal meets it.
+static int threadFreezeSignal()
+{
+    return SIGRTMIN + 6; // away from those that runtimes take from either end
+}
+static void threadFreezeHandler( int )
+{
+    sigset_t all;
+    sigfillset( &all );
+    for ( ;; ) {
+        sigsuspend( &all );
+    }
+}
+
+// All signals but those that a thread's own doing raises, and the one that freezes it.
+static sigset_t threadDeafMask()
+{
+    sigset_t mask;
+    sigfillset( &mask );
+    const int heard[] = { SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGSYS, SIGABRT, threadFreezeSignal() };
+    for ( int signal : heard ) {
+        sigdelset( &mask, signal );
+    }
+    return mask;
+}
+// A thread begins with the mask of the one that makes it: there is no moment at which it hears something.
+static bool threadMake( ZU___THREAD_HANDLE *handle, bool deaf )
+{
+    sigset_t before;
+    if ( deaf ) {
+        sigset_t mask = threadDeafMask();
+        pthread_sigmask( SIG_BLOCK, &mask, &before );
+    }
+    bool made = pthread_create( &handle->thread, nullptr, threadRun, handle ) == 0;
+    if ( deaf ) {
+        pthread_sigmask( SIG_SETMASK, &before, nullptr );
+    }
+    return made;
+}
+ZU___THREAD_HANDLE *zu___ThreadHandleTryCreate( void ( *entry )( void *argument ), void *argument, ZU_BOOL deaf )
 {
     ZU___THREAD_HANDLE *handle = (ZU___THREAD_HANDLE *)zuMemAlloc( sizeof( ZU___THREAD_HANDLE ) );
     handle->entry = entry;
@@ -44,19 +83,18 @@ ZU___THREAD_HANDLE *zu___ThreadHandleTryCreate( void ( *entry )( void *argument 
     handle->prio = ZU_THREAD_PRIORITY_NORMAL;
     handle->gate = 0;
     handle->join = NOT_JOINED;
-    if ( pthread_create( &handle->thread, nullptr, threadRun, handle ) != 0 ) {
+    if ( !threadMake( handle, deaf ) ) {
         zuMemFree( handle );
         return nullptr;
     }
     return handle;
 }
-ZU_BOOL zu___ThreadHandleTrySetPriority( ZU___THREAD_HANDLE *handle, ZU_THREAD_PRIORITY prio )
+void zu___ThreadHandleSetPriority( ZU___THREAD_HANDLE *handle, ZU_THREAD_PRIORITY prio )
 {
     if ( !ZU_THREAD_PRIORITY_OK( prio ) ) {
         zu___Abort( "invalid thread priority", __FILE__, __LINE__, nullptr );
     }
     handle->prio = prio;
-    return ZU_TRUE;
 }
 ZU_INT zu___ThreadHandleResume( ZU___THREAD_HANDLE *handle )
 {
@@ -94,19 +132,6 @@ void zu___ThreadHandleClose( ZU___THREAD_HANDLE *handle )
     zuMemFree( handle );
 }
 
-// Freezing.  A handler that never returns holds the thread wherever the signal meets it.
-static int threadFreezeSignal()
-{
-    return SIGRTMIN + 6; // away from those that runtimes take from either end
-}
-static void threadFreezeHandler( int )
-{
-    sigset_t all;
-    sigfillset( &all );
-    for ( ;; ) {
-        sigsuspend( &all );
-    }
-}
 ZU_BOOL zu___ThreadHandleTrySuspend( ZU___THREAD_HANDLE *handle )
 {
     if ( !handle ) {

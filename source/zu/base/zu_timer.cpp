@@ -15,7 +15,7 @@
 #include "zu/base/zu_dict.h"
 #include "zu/base/zu_monitor.h"
 #include "zu/base/zu_priority_map.h"
-#include "zu/base/zu_thread.h"
+#include "zu/base/zu_thread_internal.h"
 #include "zu/base/zu_timestamp.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/runtime/zu_obj_internal.h"
@@ -394,7 +394,7 @@ void zu___TimerStartup( void )
     timerWakeUp = ZU_INT_MAX;
     timerBarrier = zuBarrierCreate( ZU_TRUE );
     timerThread =
-        zuThreadTrySpawnCstr( "zu___TimerThreadFunc()", -1, zu___TimerThreadFunc, nullptr, ZU_THREAD_PRIORITY_HIGHEST );
+        zu___ThreadTrySpawnDeaf( "zu___TimerThreadFunc()", zu___TimerThreadFunc, ZU_THREAD_PRIORITY_HIGHEST );
     ZU_ASSERT( timerThread );
 }
 void zu___TimerShutdown( void )
