@@ -393,8 +393,7 @@ void zu___TimerStartup( void )
     timerShutdown = false;
     timerWakeUp = ZU_INT_MAX;
     timerBarrier = zuBarrierCreate( ZU_TRUE );
-    timerThread =
-        zu___ThreadTrySpawnDeaf( "zu___TimerThreadFunc()", zu___TimerThreadFunc, ZU_THREAD_PRIORITY_HIGHEST );
+    timerThread = zu___ThreadTrySpawnDeaf( "zu___TimerThreadFunc()", zu___TimerThreadFunc, ZU_THREAD_PRIORITY_HIGHEST );
     ZU_ASSERT( timerThread );
 }
 void zu___TimerShutdown( void )
