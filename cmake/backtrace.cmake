@@ -22,8 +22,8 @@ if( ZU_WITH_BACKTRACE AND CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" )
             execute_process( COMMAND ${CMAKE_AR} x "${archive}"
                 WORKING_DIRECTORY ${objects_folder}/extracted RESULT_VARIABLE failure )
             if( NOT failure )
-                # The library walks stacks and prints by itself.
-                foreach( object atomic dwarf elf fileline mmap mmapio posix sort state )
+                # The library walks stacks, prints, and gets memory by itself.
+                foreach( object atomic dwarf elf fileline posix sort state )
                     if( EXISTS ${objects_folder}/extracted/${object}.o )
                         file( COPY_FILE ${objects_folder}/extracted/${object}.o ${objects_folder}/${object}.o
                             ONLY_IF_DIFFERENT )

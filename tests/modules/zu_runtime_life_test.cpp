@@ -3,8 +3,10 @@
 #include "zu_test_support.h"
 
 #include <dlfcn.h>
+#include <fstream>
 #include <sstream>
 #include <thread>
+#include <unistd.h>
 
 static std::string printed; // what the library has printed, in ASCII
 
@@ -80,7 +82,7 @@ TEST( RuntimeLife, FiveHundredTimes )
                           i % 5 ? "b" : nullptr, i % 7 ? "c" : nullptr );
         EXPECT_EQ( zuRuntimeVersionApplicationHasIdentifier(), i % 3 != 0 );
         zu::Ref<ZU_STORE> info = zu::adopt( zuRuntimeInfo() );
-        zu::Ref<ZU_STACK_TRACE> trace = zu::adopt( zuStackTraceCreate( 0, 1 ) );
+        zu::Ref<ZU_STACK_TRACE> trace = zu::adopt( zuStackTraceCreate( 0, i % 25 ? 0 : 1 ) ); // a slow start
         zuRuntimeSetUserInformationKey( string( "key" ).get(), info.get() );
         info = nullptr;
         trace = nullptr;
@@ -258,7 +260,39 @@ TEST( RuntimeModules, ShowInStackTraces )
     ASSERT_TRUE( load( "gauge" ) );
     takePrinted();
     zuModuleRunPersonality( module( "gauge" ), nullptr, nullptr );
+#ifdef ZU_TEST_BACKTRACE
     EXPECT_NE( takePrinted().find( "testPersonality" ), std::string::npos );
+#else
+    EXPECT_NE( takePrinted().find( "zuPrintStackTrace" ), std::string::npos ); // only what is exported has a name
+#endif
+}
+// The bytes of address space that the process has.
+static ZU_INT mapped()
+{
+    ZU_INT pages = 0;
+    std::ifstream( "/proc/self/statm" ) >> pages;
+    return pages * sysconf( _SC_PAGESIZE );
+}
+TEST( RuntimeModules, LeaveNoSymbolsBehind )
+{
+    Life life;
+    EXPECT_FALSE( load( "foreign" ) );
+    ZU_INT before = mapped();
+    for ( int i = 0; i < 10; i++ ) {
+        zu::Ref<ZU_STACK_TRACE> trace = zu::adopt( zuStackTraceCreate( 0, -1 ) );
+        EXPECT_GT( zuStackTraceLength( trace.get() ), 0 );
+        EXPECT_FALSE( load( "foreign" ) );
+    }
+    EXPECT_LT( mapped() - before, 10 * 1024 * 1024 );
+    zuPrintStackTrace();
+    life.stop();
+    EXPECT_LT( mapped() - before, 10 * 1024 * 1024 );
+}
+// While it is loaded, the module waits for a thread that takes a trace.
+TEST( RuntimeModules, TakeTracesAsTheyLoad )
+{
+    Life life;
+    EXPECT_TRUE( load( "tracing" ) );
 }
 TEST( RuntimeModulesAborts, StuckPastTheTimeout )
 {

@@ -2,6 +2,8 @@
 
 #include "zu/zu.hpp"
 
+#include <thread>
+
 // A sort of the module's own.  The personality stores one of its objects, or prints where it is called if there is no
 // place to store it.
 #ifdef TEST_SORT
@@ -21,6 +23,13 @@ static void *testPersonality( void *argument1, void *argument2 )
 }
 #else
 static void *( *const testPersonality )( void *, void * ) = nullptr;
+#endif
+
+#ifdef TEST_TRACING
+__attribute__( ( constructor ) ) static void testTrace()
+{
+    std::thread( [] { zuStackTraceRelease( zuStackTraceCreate( 0, -1 ) ); } ).join();
+}
 #endif
 
 // What the module's code sees of its own record, under the names that the library has too.

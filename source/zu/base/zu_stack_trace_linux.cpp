@@ -30,50 +30,35 @@ __attribute__( ( noinline ) ) void zu___StackTraceWalk( ZU___STACK_TRACE_FRAME_F
 
 #ifdef ZU___WITH_BACKTRACE
 
+#include "zu/base/zu_stack_trace_memory_internal.h"
+
 #include "backtrace/backtrace.h"
 
 #include <cstdlib>
 #include <cstring>
-#include <link.h>
 
 // A line's code is looked for back from an address this far at most, in bytes; lines have some ten.
 static constexpr uintptr_t LINE_OFFSET_MAX = 4096;
 
-// What the process has loaded at a time: how many files have come and gone up to then.
-struct STACK_TRACE_FILES {
-    unsigned long long added;
-    unsigned long long removed;
-};
-// The state knows the files that were loaded when it was made, and cannot be given back.  So it is kept when the engine
-// stops, and made anew only if files have come or gone since: however often the library starts and stops, there are no
-// more states than there were changes.
+// The state knows the files that were loaded when it was first asked.
 static backtrace_state *engineState = nullptr;
-static STACK_TRACE_FILES engineFiles;
 static char *engineName = nullptr; // the name that the last search has made readable, from malloc
 
-static int stackTraceReadFiles( struct dl_phdr_info *info, size_t, void *argument )
-{
-    *(STACK_TRACE_FILES *)argument = { info->dlpi_adds, info->dlpi_subs };
-    return 1; // the counts are the same with every file
-}
 static void stackTraceIgnoreError( void *, const char *, int )
 {
 }
 
 ZU_BOOL zu___StackTraceEngineStart( void )
 {
-    STACK_TRACE_FILES files = {};
-    dl_iterate_phdr( stackTraceReadFiles, &files );
-    if ( !engineState || files.added != engineFiles.added || files.removed != engineFiles.removed ) {
-        engineState = backtrace_create_state( nullptr, 0, stackTraceIgnoreError, nullptr );
-        engineFiles = files;
-    }
+    engineState = backtrace_create_state( nullptr, 0, stackTraceIgnoreError, nullptr );
     return engineState != nullptr;
 }
 void zu___StackTraceEngineStop( void )
 {
     free( engineName );
     engineName = nullptr;
+    engineState = nullptr;
+    zu___StackTraceMemoryRelease();
 }
 
 // Part of the C++ runtime, which is there if the program or one of its libraries needs it.
@@ -157,7 +142,7 @@ void zu___StackTraceEngineFind( uintptr_t address, ZU___STACK_TRACE_PLACE *place
 
 #else
 
-#include <dlfcn.h>
+#include <link.h>
 
 ZU_BOOL zu___StackTraceEngineStart( void )
 {
@@ -166,13 +151,110 @@ ZU_BOOL zu___StackTraceEngineStart( void )
 void zu___StackTraceEngineStop( void )
 {
 }
+
+// dladdr knows these names too, but waits for any loading of files to end: a trace by a thread that a constructor waits
+// for would never return.  Walking the loaded files waits for an instant only.  The formats are those of the System V
+// ABI (generic, chapter 5: dynamic section, symbol table, hash table) and of the GNU hash table.
+struct STACK_TRACE_SYMBOLS {
+    const ElfW( Sym ) * table;
+    const char *names;
+    const ElfW( Word ) * hash; // null: none
+    const uint32_t *gnuHash;
+};
+struct STACK_TRACE_SEARCH {
+    uintptr_t address;
+    ZU___STACK_TRACE_PLACE *place;
+};
+static bool stackTraceHoldsAddress( const dl_phdr_info *info, uintptr_t address )
+{
+    for ( int i = 0; i < info->dlpi_phnum; i++ ) {
+        const ElfW( Phdr ) &part = info->dlpi_phdr[ i ];
+        if ( part.p_type == PT_LOAD && address - ( info->dlpi_addr + part.p_vaddr ) < part.p_memsz ) {
+            return true;
+        }
+    }
+    return false;
+}
+static STACK_TRACE_SYMBOLS stackTraceReadDynamic( uintptr_t base, const ElfW( Dyn ) * entry )
+{
+    STACK_TRACE_SYMBOLS symbols = {};
+    for ( ; entry->d_tag != DT_NULL; entry++ ) {
+        // The loader has made addresses of most offsets, but not in files that it may not write to.
+        uintptr_t address = entry->d_un.d_ptr < base ? base + entry->d_un.d_ptr : entry->d_un.d_ptr;
+        switch ( entry->d_tag ) {
+        case DT_SYMTAB:
+            symbols.table = (const ElfW( Sym ) *)address;
+            break;
+        case DT_STRTAB:
+            symbols.names = (const char *)address;
+            break;
+        case DT_HASH:
+            symbols.hash = (const ElfW( Word ) *)address;
+            break;
+        case DT_GNU_HASH:
+            symbols.gnuHash = (const uint32_t *)address;
+            break;
+        default:
+            break;
+        }
+    }
+    return symbols;
+}
+// How many symbols there are.  The one table says so; in the other the last chain of the highest bucket ends there.
+static size_t stackTraceCountSymbols( const STACK_TRACE_SYMBOLS &symbols )
+{
+    if ( symbols.hash || !symbols.gnuHash ) {
+        return symbols.hash ? symbols.hash[ 1 ] : 0;
+    }
+    const uint32_t *header = symbols.gnuHash; // buckets, first symbol, words of the filter, its shift
+    const uint32_t *buckets = header + 4 + header[ 2 ] * ( sizeof( ElfW( Addr ) ) / sizeof( uint32_t ) );
+    const uint32_t *chains = buckets + header[ 0 ];
+    uint32_t last = 0;
+    for ( uint32_t i = 0; i < header[ 0 ]; i++ ) {
+        last = buckets[ i ] > last ? buckets[ i ] : last;
+    }
+    if ( last < header[ 1 ] ) {
+        return header[ 1 ];
+    }
+    while ( ( chains[ last - header[ 1 ] ] & 1 ) == 0 ) {
+        last++;
+    }
+    return (size_t)last + 1;
+}
+static void stackTraceFindSymbol( const STACK_TRACE_SYMBOLS &symbols, uintptr_t base, STACK_TRACE_SEARCH *search )
+{
+    for ( size_t i = stackTraceCountSymbols( symbols ); i > 0; i-- ) {
+        const ElfW( Sym ) &symbol = symbols.table[ i - 1 ];
+        uintptr_t begin = base + symbol.st_value;
+        if ( symbol.st_shndx != SHN_UNDEF && symbol.st_shndx != SHN_ABS && ELF64_ST_TYPE( symbol.st_info ) != STT_TLS &&
+             search->address - begin < symbol.st_size ) {
+            search->place->symbol = symbols.names + symbol.st_name;
+            search->place->symbolOffset = search->address + 1 - begin;
+        }
+    }
+}
+static int stackTraceSearchFile( dl_phdr_info *info, size_t, void *argument )
+{
+    STACK_TRACE_SEARCH *search = (STACK_TRACE_SEARCH *)argument;
+    if ( !stackTraceHoldsAddress( info, search->address ) ) {
+        return 0;
+    }
+    for ( int i = 0; i < info->dlpi_phnum; i++ ) {
+        if ( info->dlpi_phdr[ i ].p_type == PT_DYNAMIC ) {
+            const ElfW( Dyn ) *entry = (const ElfW( Dyn ) *)( info->dlpi_addr + info->dlpi_phdr[ i ].p_vaddr );
+            STACK_TRACE_SYMBOLS symbols = stackTraceReadDynamic( info->dlpi_addr, entry );
+            if ( symbols.table && symbols.names ) {
+                stackTraceFindSymbol( symbols, info->dlpi_addr, search );
+            }
+        }
+    }
+    return 1;
+}
 void zu___StackTraceEngineFind( uintptr_t address, ZU___STACK_TRACE_PLACE *place )
 {
-    Dl_info info;
-    if ( dladdr( (void *)( address - 1 ), &info ) && info.dli_sname ) {
-        place->symbol = info.dli_sname;
-        place->symbolOffset = address - (uintptr_t)info.dli_saddr;
-    }
+    // A call that never returns is the last of its function.
+    STACK_TRACE_SEARCH search = { address - 1, place };
+    dl_iterate_phdr( stackTraceSearchFile, &search );
 }
 
 #endif
