@@ -1,7 +1,8 @@
 // ZU_MONITOR: mutual exclusion of threads, a mutex.
 //
-// At most one thread is inside at a time; the others wait, at no cost.  A monitor is not re-entrant: a thread that
-// enters what it is inside of waits for itself.  Monitors are ordered by identity.
+// At most one thread is inside at a time; the others wait, at no cost.  Who comes by when it has just been left may
+// overtake those that wait, but none of them more than a few times.  A monitor is not re-entrant: a thread that enters
+// what it is inside of waits for itself.  Monitors are ordered by identity.
 #pragma once
 
 #include "zu/runtime/zu_obj.h"

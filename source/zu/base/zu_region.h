@@ -1,8 +1,9 @@
 // ZU_REGION: a reader/writer lock, which any number of threads share, or one has to itself.
 //
 // Neither mode is re-entrant, and a thread inside cannot change its mode.  Threads that enter in shared mode wait for
-// one that waits to enter exclusively, and those that have waited go ahead of the next such one, so that nobody is kept
-// out for ever.  Regions are ordered by identity.
+// one that waits to enter exclusively, and those that have waited go ahead of the next such one; threads that enter
+// exclusively overtake one that waits to a few times at most.  So nobody is kept out for long by those who come later.
+// Regions are ordered by identity.
 #pragma once
 
 #include "zu/runtime/zu_obj.h"

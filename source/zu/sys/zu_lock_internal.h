@@ -8,11 +8,13 @@ ZU_BEGIN_DECLS
 #define ZU___LOCK_FREE      UINT32_C( 0 ) // as in fresh static memory
 #define ZU___LOCK_HELD      UINT32_C( 1 )
 #define ZU___LOCK_CONTENDED UINT32_C( 2 ) // held, and somebody may be asleep
+#define ZU___LOCK_RESERVED  UINT32_C( 3 ) // held, and one that has lost often gets it next
+#define ZU___LOCK_PROMISED  UINT32_C( 4 ) // free for that one
 
 // Waits for a lock that was not free, and takes it.
 void zu___LockWait( ZU___LOCK *lock );
-// Wakes a sleeper of a lock that has just been freed.
-void zu___LockWake( ZU___LOCK *lock );
+// Frees a lock that somebody may sleep at, and wakes who gets it or may try.
+void zu___LockReleaseContended( ZU___LOCK *lock );
 
 // Nobody else knows the lock yet, and who makes it known orders this ahead.
 static inline void zu___LockInitializeInline( ZU___LOCK *lock )
@@ -34,9 +36,10 @@ static inline void zu___LockAcquireInline( ZU___LOCK *lock )
 }
 static inline void zu___LockReleaseInline( ZU___LOCK *lock )
 {
-    if ( ZU___UNLIKELY( __atomic_exchange_n( &lock->state, ZU___LOCK_FREE, __ATOMIC_RELEASE ) ==
-                        ZU___LOCK_CONTENDED ) ) {
-        zu___LockWake( lock );
+    uint32_t expected = ZU___LOCK_HELD;
+    if ( ZU___UNLIKELY( !__atomic_compare_exchange_n( &lock->state, &expected, ZU___LOCK_FREE, 0, __ATOMIC_RELEASE,
+                                                      __ATOMIC_RELAXED ) ) ) {
+        zu___LockReleaseContended( lock );
     }
 }
 

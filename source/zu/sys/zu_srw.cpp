@@ -5,11 +5,17 @@
 //     bits 40 to 59  writers that wait
 //     bit 60         phase, which turns over whenever waiting readers are let in
 //     bit 61         a writer holds the lock
+//     bit 62         the lock is reserved for one of the writers that wait
 //
 // A writer that leaves hands the lock to all readers that wait by then: their count moves over and the phase turns, by
 // which each knows that it is in.  The phase cannot turn again before they have left, so one bit is enough.  Otherwise
 // the lock becomes free and a waiting writer is woken; until that one has come and gone, new readers wait.  A million
 // threads are the limit of each count.
+//
+// Until the woken writer is there, others may come by and take the lock.  One that has lost ZU___WAIT_LOSSES_MAX times
+// reserves it while it is taken, if nobody has yet.  A reserved lock is closed to everybody else, but for the readers
+// that are let in ahead of any next writer, so that the one comes in as soon as it is free.  It sleeps on a word of its
+// own, and is what the next waking wakes.
 //
 // Sleepers look at the state between reading their gate and sleeping on it, and the gate moves after the state: either
 // the look shows the new state, or the gate has moved and there is no sleep.
@@ -25,6 +31,7 @@ static constexpr uint64_t READER_WAITING = READER << COUNT_BITS;
 static constexpr uint64_t WRITER_WAITING = READER_WAITING << COUNT_BITS;
 static constexpr uint64_t PHASE = WRITER_WAITING << COUNT_BITS;
 static constexpr uint64_t HELD = PHASE << 1;
+static constexpr uint64_t RESERVED = HELD << 1;
 
 static constexpr uint64_t READERS = READER * COUNT_MASK;
 static constexpr uint64_t READERS_WAITING = READER_WAITING * COUNT_MASK;
@@ -45,6 +52,10 @@ static bool srwOpenToReaders( uint64_t state )
 }
 static bool srwOpenToWriters( uint64_t state )
 {
+    return ( state & ( HELD | READERS | RESERVED ) ) == 0;
+}
+static bool srwOpenToReserver( uint64_t state )
+{
     return ( state & ( HELD | READERS ) ) == 0;
 }
 
@@ -59,8 +70,13 @@ static uint64_t srwSpin( ZU___SRW_LOCK *lock, bool ( *open )( uint64_t state ) )
     return state;
 }
 
-static void srwWakeWriter( ZU___SRW_LOCK *lock )
+// Wakes the writer whose turn it is by `state`, in which the lock has become free.
+static void srwWakeWriter( ZU___SRW_LOCK *lock, uint64_t state )
 {
+    if ( state & RESERVED ) {
+        zu___WaitWakeReserved( lock );
+        return;
+    }
     __atomic_add_fetch( &lock->writerGate, 1, __ATOMIC_RELEASE );
     zu___WaitWakeOne( &lock->writerGate );
 }
@@ -108,11 +124,37 @@ void zu___SrwLockReleaseShared( ZU___SRW_LOCK *lock )
 {
     uint64_t state = __atomic_sub_fetch( &lock->state, READER, __ATOMIC_RELEASE );
     if ( ZU___UNLIKELY( ( state & READERS ) == 0 && ( state & WRITERS_WAITING ) != 0 ) ) {
-        srwWakeWriter( lock );
+        srwWakeWriter( lock, state );
     }
 }
 
 // Exclusive mode
+
+// Reserves the lock for the caller, who waits; false if it is free or reserved.
+static bool srwTryReserve( ZU___SRW_LOCK *lock, uint64_t state )
+{
+    while ( !srwOpenToReserver( state ) && ( state & RESERVED ) == 0 ) {
+        if ( srwTryChange( lock, &state, state | RESERVED, __ATOMIC_RELAXED ) ) {
+            return true;
+        }
+    }
+    return false;
+}
+// Waits for the lock that the caller has reserved.
+static void srwWaitReserved( ZU___SRW_LOCK *lock )
+{
+    uint32_t *word = zu___WaitReservedWord( lock );
+    for ( ;; ) {
+        uint32_t seen = __atomic_load_n( word, __ATOMIC_ACQUIRE );
+        uint64_t state = srwLook( lock );
+        while ( srwOpenToReserver( state ) ) {
+            if ( srwTryChange( lock, &state, ( state - WRITER_WAITING - RESERVED ) | HELD, __ATOMIC_ACQUIRE ) ) {
+                return;
+            }
+        }
+        zu___WaitOnWord( word, seen, -1 );
+    }
+}
 static void srwWaitExclusive( ZU___SRW_LOCK *lock )
 {
     uint64_t state = srwSpin( lock, srwOpenToWriters );
@@ -125,13 +167,17 @@ static void srwWaitExclusive( ZU___SRW_LOCK *lock )
             break;
         }
     }
-    for ( ;; ) {
+    for ( int losses = 0;; losses++ ) {
         uint32_t gate = __atomic_load_n( &lock->writerGate, __ATOMIC_ACQUIRE );
         state = srwLook( lock );
         while ( srwOpenToWriters( state ) ) {
             if ( srwTryChange( lock, &state, ( state - WRITER_WAITING ) | HELD, __ATOMIC_ACQUIRE ) ) {
                 return;
             }
+        }
+        if ( losses >= ZU___WAIT_LOSSES_MAX && srwTryReserve( lock, state ) ) {
+            srwWaitReserved( lock );
+            return;
         }
         zu___WaitOnWord( &lock->writerGate, gate, -1 );
     }
@@ -159,7 +205,7 @@ void zu___SrwLockReleaseExclusive( ZU___SRW_LOCK *lock )
         __atomic_add_fetch( &lock->readerGate, 1, __ATOMIC_RELEASE );
         zu___WaitWakeAll( &lock->readerGate );
     } else if ( ZU___UNLIKELY( ( newState & WRITERS_WAITING ) != 0 ) ) {
-        srwWakeWriter( lock );
+        srwWakeWriter( lock, newState );
     }
 }
 

@@ -9,7 +9,8 @@ ZU_BEGIN_DECLS
 
 // Any number of threads hold the lock in shared mode, or one in exclusive mode.  Neither mode is recursive, nor does
 // one turn into the other.  A writer waits for the readers that are inside and goes ahead of those that come; the
-// readers that have waited for a writer go ahead of the next one: nobody starves.
+// readers that have waited for a writer go ahead of the next one; and a writer that others have overtaken a few times is
+// the next one: nobody starves.
 typedef struct ZU___SRW_LOCK {
     uint64_t state;      // who holds the lock and how many wait, as zu_srw.cpp tells
     uint32_t readerGate; // what waiting readers sleep on

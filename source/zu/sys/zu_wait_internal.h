@@ -18,6 +18,18 @@ ZU_BOOL zu___WaitOnWord( const uint32_t *word, uint32_t value, ZU_INT millisec )
 void zu___WaitWakeOne( const uint32_t *word );
 void zu___WaitWakeAll( const uint32_t *word );
 
+// A thread that has just been woken is slower than one that runs and comes by, and can lose a lock to such ones again and
+// again; with sections of a millisecond that took seconds.  One that has lost this often has the lock reserved: nobody
+// else gets it next.  Handing every lock on in order would have all wait for each thread to wake up; losing a few times
+// first costs no throughput that can be measured.
+#define ZU___WAIT_LOSSES_MAX 4
+
+// Returns the word that the thread sleeps on for which the lock at `lock` is reserved.  Other locks may share it: the
+// sleeper looks at its lock, and the word moves after that.
+uint32_t *zu___WaitReservedWord( const void *lock );
+// Moves that word and wakes who sleeps on it.
+void zu___WaitWakeReserved( const void *lock );
+
 // Who finds a lock taken looks at it for a while before it sleeps: sections are a few dozen instructions long, which is
 // less than a sleep costs.  The pause between two looks doubles from 1 to this number, so that looking hardly disturbs
 // the holder.
