@@ -5,6 +5,7 @@
 #include <dlfcn.h>
 #include <fstream>
 #include <sstream>
+#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 
@@ -252,6 +253,42 @@ TEST( RuntimeModules, WaitForTheirObjects )
     std::string text = takePrinted();
     EXPECT_LT( text.find( "plot end\n" ), text.find( "gauge free\n" ) );
     EXPECT_LT( text.find( "gauge free\n" ), text.find( "scale begin\n" ) );
+}
+static bool endsWell( pid_t child )
+{
+    int status = 0;
+    return waitpid( child, &status, 0 ) == child && status == 0;
+}
+TEST( RuntimeModules, AreNotWaitedForInAForkedChild )
+{
+    Life life;
+    ASSERT_TRUE( load( "gauge" ) );
+    ZU_OBJ *pin = createPin(); // for the child that of a thread that is gone
+    pid_t child = fork();
+    if ( child == 0 ) {
+        alarm( 30 ); // sooner than the time for objects is over
+        _exit( zuRuntimeShutdown() == 0 ? 0 : 1 );
+    }
+    EXPECT_TRUE( endsWell( child ) );
+    zuObjRelease( pin );
+}
+static bool printedInChild = false;
+static void forkingPrintFunction( const ZU_CHAR *, ZU_INT )
+{
+    pid_t child = fork();
+    if ( child == 0 ) {
+        alarm( 30 );
+        zuStringRelease( zuStringCreateFromAscii( "child", -1 ) );
+        _exit( 0 );
+    }
+    printedInChild = endsWell( child );
+}
+TEST( RuntimeLife, PrintFunctionsMayFork )
+{
+    zuRuntimeStartup( 0, -1, forkingPrintFunction, nullptr, nullptr, nullptr );
+    zuPrintCstr( "fork", -1 );
+    EXPECT_TRUE( printedInChild );
+    EXPECT_EQ( zuRuntimeShutdown(), 0 );
 }
 TEST( RuntimeModules, ShowInStackTraces )
 {

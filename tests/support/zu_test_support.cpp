@@ -96,7 +96,7 @@ std::string runProgram( const std::string &commandLine )
     return output;
 }
 
-// A forked process lacks the threads of the library, so that it cannot stop it; a new one runs the test by itself.
+// A forked process lacks the threads of the library, and has its flags; a new one runs the test by itself.
 void runRestarted( int64_t flags, const std::function<void()> &statement )
 {
     if ( getenv( RESTARTED_FLAGS ) ) {

@@ -2,6 +2,7 @@
 
 #include "zu/base/zu_barrier.h"
 
+#include "zu/base/zu_threading_fork_internal.h"
 #include "zu/base/zu_timestamp.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/sys/zu_srw_internal.h"
@@ -89,4 +90,11 @@ ZU_BOOL zuBarrierPassTimed( ZU_BARRIER *barrier, ZU_INT millisec )
     }
     zu___SrwLockReleaseShared( &barrier->srw );
     return open;
+}
+
+void zu___BarrierForkChild( ZU_BARRIER *barrier, ZU_BOOL open )
+{
+    zu___SrwLockInitialize( &barrier->srw );
+    zu___ConditionInitialize( &barrier->cond );
+    barrier->open = open;
 }

@@ -2,8 +2,7 @@
 
 #include "zu/base/zu_counter.h"
 
-#include "zu/base/zu_barrier.h"
-#include "zu/base/zu_monitor.h"
+#include "zu/base/zu_threading_fork_internal.h"
 #include "zu/runtime/zu_module.h"
 
 struct ZU_COUNTER {
@@ -79,4 +78,13 @@ ZU_BOOL zuCounterWaitZeroTimed( ZU_COUNTER *ctr, ZU_INT millisec )
 {
     ZU_ASSERT( ctr );
     return zuBarrierPassTimed( ctr->barrier, millisec );
+}
+
+void zu___CounterFork( ZU_COUNTER *ctr, ZU___FORK_STEP step, ZU_INT childValue )
+{
+    zu___MonitorFork( ctr->monitor, step );
+    if ( step == ZU___FORK_CHILD ) {
+        ctr->value = childValue;
+        zu___BarrierForkChild( ctr->barrier, childValue == 0 );
+    }
 }

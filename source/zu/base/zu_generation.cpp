@@ -4,6 +4,7 @@
 #include "zu/base/zu_generation_internal.h"
 
 #include "zu/base/zu_string_format.h"
+#include "zu/base/zu_threading_fork_internal.h"
 #include "zu/runtime/zu_module.h"
 
 static void generationFree( ZU_OBJ *thisObj );
@@ -27,6 +28,11 @@ void zu___GenerationShutdown( void )
 {
     ZU_REF_RELEASE( rootMonitor );
     ZU_REF_POISON( rootMonitor );
+}
+
+void zu___GenerationFork( ZU___FORK_STEP step )
+{
+    zu___MonitorFork( rootMonitor, step );
 }
 
 // Standard functions

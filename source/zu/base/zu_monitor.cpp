@@ -2,6 +2,7 @@
 
 #include "zu/base/zu_monitor.h"
 
+#include "zu/base/zu_threading_fork_internal.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/sys/zu_lock_internal.h"
 
@@ -42,4 +43,20 @@ void zuMonitorLeave( ZU_MONITOR *monitor )
     ZU_ASSERT( monitor->entered );
     monitor->entered = ZU_FALSE;
     zu___LockReleaseInline( &monitor->obj.lock );
+}
+
+void zu___MonitorFork( ZU_MONITOR *monitor, ZU___FORK_STEP step )
+{
+    switch ( step ) {
+    case ZU___FORK_PREPARE:
+        zuMonitorEnter( monitor );
+        break;
+    case ZU___FORK_PARENT:
+        zuMonitorLeave( monitor );
+        break;
+    case ZU___FORK_CHILD:
+        monitor->entered = ZU_FALSE;
+        zu___LockFork( &monitor->obj.lock, step );
+        break;
+    }
 }

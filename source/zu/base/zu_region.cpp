@@ -1,5 +1,6 @@
 #include "zu/base/zu_region.h"
 
+#include "zu/base/zu_threading_fork_internal.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/sys/zu_srw_internal.h"
 
@@ -49,5 +50,21 @@ void zuRegionLeave( ZU_REGION *region )
         zu___SrwLockReleaseExclusive( &region->srw );
     } else {
         zu___SrwLockReleaseShared( &region->srw );
+    }
+}
+
+void zu___RegionFork( ZU_REGION *region, ZU___FORK_STEP step )
+{
+    switch ( step ) {
+    case ZU___FORK_PREPARE:
+        zuRegionEnterExclusive( region );
+        break;
+    case ZU___FORK_PARENT:
+        zuRegionLeave( region );
+        break;
+    case ZU___FORK_CHILD:
+        region->exclusive = ZU_FALSE;
+        zu___SrwLockInitialize( &region->srw );
+        break;
     }
 }

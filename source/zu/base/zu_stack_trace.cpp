@@ -4,6 +4,7 @@
 #include "zu/base/zu_stack_trace.h"
 
 #include "zu/base/zu_stack_trace_internal.h"
+#include "zu/base/zu_threading_fork_internal.h"
 #include "zu/runtime/zu_module.h"
 
 #include <cinttypes>
@@ -53,6 +54,11 @@ void zu___StackTraceUpdateSymbols( void )
     zu___LockAcquire( &engineLock );
     stackTraceStopEngineLocked();
     zu___LockRelease( &engineLock );
+}
+
+void zu___StackTraceFork( ZU___FORK_STEP step )
+{
+    zu___LockFork( &engineLock, step );
 }
 
 // Creation

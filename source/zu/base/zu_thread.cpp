@@ -3,10 +3,9 @@
 
 #include "zu/base/zu_thread.h"
 
-#include "zu/base/zu_counter.h"
 #include "zu/base/zu_dict.h"
-#include "zu/base/zu_monitor.h"
 #include "zu/base/zu_thread_internal.h"
+#include "zu/base/zu_threading_fork_internal.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/sys/zu_mem.h"
 
@@ -28,6 +27,7 @@ struct ZU_THREAD {
 
 static thread_local ZU_THREAD *current __attribute__( ( tls_model( "initial-exec" ) ) ) = nullptr;
 static ZU_COUNTER *threadCounter = nullptr; // of all threads; null ahead of start-up and behind shut-down
+static bool threadForked = false;           // the counted threads are those of a forked child
 
 static void threadFree( ZU_OBJ *thisObj );
 static ZU_STRING *threadToString( ZU_OBJ *thisObj );
@@ -138,7 +138,10 @@ static void threadEntry( void *argument )
     current = thread;
     threadNameForDebuggers( thread );
     thread->threadFunc();
-    threadFinish( thread );
+    // Not if the function has forked, and has stopped the library in the child.
+    if ( current == thread ) {
+        threadFinish( thread );
+    }
     current = nullptr;
 }
 
@@ -203,6 +206,7 @@ void zuThreadJoin( ZU_THREAD *thread )
     ZU_THREAD *thisThread = current;
     ZU_ASSERT( thisThread );
     ZU_ASSERT( thisThread != thread );
+    ZU_ASSERT( !zu___ThreadHandleIsLost( thread->handle ) );
     while ( !zu___ThreadHandleWait( thread->handle ) ) {}
 }
 ZU_BOOL zuThreadEnd( ZU_THREAD *thread )
@@ -230,7 +234,7 @@ ZU_STRING *zuThreadName( ZU_THREAD *thread )
 ZU_BOOL zu___ThreadTryFreeze( ZU_THREAD *thread )
 {
     ZU_ASSERT( thread );
-    if ( thread == current ) {
+    if ( thread == current || zu___ThreadHandleIsLost( thread->handle ) ) {
         return ZU_FALSE; // who wants a thread still has something to do then
     }
     // A thread does not get past its end while somebody else is inside the monitor, so the system's thread is there.
@@ -325,16 +329,34 @@ void zu___ThreadStartup( void )
 {
     zu___ThreadEncapsulateBegin( nullptr );
     threadCounter = zuCounterCreate();
+    threadForked = false;
     zuCounterIncrement( threadCounter );
 }
 void zu___ThreadShutdown( void )
 {
-    zuCounterDecrement( threadCounter );
+    // A forked child may be that of a thread that is none to the library.
+    bool counted = !threadForked || current;
+    if ( counted ) {
+        zuCounterDecrement( threadCounter );
+    }
     zuCounterWaitZero( threadCounter );
     ZU_COUNTER *counter = threadCounter;
     threadCounter = nullptr;
     ZU_REF_RELEASE( counter );
-    zu___ThreadEncapsulateEnd();
+    if ( counted ) {
+        zu___ThreadEncapsulateEnd();
+    }
+}
+// The child has the caller only, whether that has started the library, was started by it, or is encapsulated.
+void zu___ThreadFork( ZU___FORK_STEP step )
+{
+    zu___CounterFork( threadCounter, step, current ? 1 : 0 );
+    if ( step == ZU___FORK_CHILD ) {
+        threadForked = true;
+        if ( current ) {
+            zu___MonitorFork( current->monitor, step );
+        }
+    }
 }
 
 // Waiting.  A sleeper waits on a signal of its own behind the caller's, which is none of its business otherwise.

@@ -22,6 +22,9 @@ ZU_BOOL zu___ThreadHandleTrySuspend( ZU___THREAD_HANDLE *handle );
 // Waits until the thread has ended; any number of threads may.  True if it has; false if waiting failed, as it does
 // after a while with a null handle.
 ZU_BOOL zu___ThreadHandleWait( ZU___THREAD_HANDLE *handle );
+// Whether the thread is one of the process that this one was forked from, and so does not exist here; a null handle's is
+// not.
+ZU_BOOL zu___ThreadHandleIsLost( ZU___THREAD_HANDLE *handle );
 // Gives the handle up; nobody waits any more.  The thread runs on, and may be the caller.
 void zu___ThreadHandleClose( ZU___THREAD_HANDLE *handle );
 

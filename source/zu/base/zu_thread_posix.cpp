@@ -17,6 +17,7 @@ enum THREAD_JOIN : uint32_t { NOT_JOINED, JOINING, JOINED };
 
 struct ZU___THREAD_HANDLE {
     pthread_t thread;
+    pid_t process; // that the thread belongs to
     void ( *entry )( void *argument );
     void *argument;
     ZU_THREAD_PRIORITY prio;
@@ -78,6 +79,7 @@ static bool threadMake( ZU___THREAD_HANDLE *handle, bool deaf )
 ZU___THREAD_HANDLE *zu___ThreadHandleTryCreate( void ( *entry )( void *argument ), void *argument, ZU_BOOL deaf )
 {
     ZU___THREAD_HANDLE *handle = (ZU___THREAD_HANDLE *)zuMemAlloc( sizeof( ZU___THREAD_HANDLE ) );
+    handle->process = getpid();
     handle->entry = entry;
     handle->argument = argument;
     handle->prio = ZU_THREAD_PRIORITY_NORMAL;
@@ -124,9 +126,13 @@ ZU_BOOL zu___ThreadHandleWait( ZU___THREAD_HANDLE *handle )
     }
     return join == JOINED;
 }
+ZU_BOOL zu___ThreadHandleIsLost( ZU___THREAD_HANDLE *handle )
+{
+    return handle && handle->process != getpid();
+}
 void zu___ThreadHandleClose( ZU___THREAD_HANDLE *handle )
 {
-    if ( __atomic_load_n( &handle->join, __ATOMIC_ACQUIRE ) != JOINED ) {
+    if ( !zu___ThreadHandleIsLost( handle ) && __atomic_load_n( &handle->join, __ATOMIC_ACQUIRE ) != JOINED ) {
         pthread_detach( handle->thread );
     }
     zuMemFree( handle );

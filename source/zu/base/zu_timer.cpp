@@ -13,9 +13,9 @@
 #include "zu/base/zu_timer.h"
 
 #include "zu/base/zu_dict.h"
-#include "zu/base/zu_monitor.h"
 #include "zu/base/zu_priority_map.h"
 #include "zu/base/zu_thread_internal.h"
+#include "zu/base/zu_threading_fork_internal.h"
 #include "zu/base/zu_timestamp.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/runtime/zu_obj_internal.h"
@@ -53,7 +53,7 @@ static ZU_DICT *timerAbsDict = nullptr;            // from times to closures
 static bool timerShutdown = false;
 static ZU_INT timerWakeUp = ZU_INT_MAX; // the timestamp that the thread sleeps to; the maximum also while it is awake
 static ZU_BARRIER *timerBarrier = nullptr; // open: look at the schedules again
-static ZU_THREAD *timerThread = nullptr;
+static ZU_THREAD *timerThread = nullptr;   // null in a forked child, where nothing fires
 
 static void timerClosureFree( ZU_OBJ *thisObj );
 static void timerFree( ZU_OBJ *thisObj );
@@ -242,6 +242,7 @@ static void timerDropOtherLocked( ZU___TIMER_CLOSURE *tcl )
 // Files the closure by a timestamp; tells whether the thread has to look at the schedules for that.
 static bool timerFileLocked( ZU___TIMER_CLOSURE *tcl, ZU_INT timestamp )
 {
+    ZU_ASSERT( timerThread );
     zuPriorityMapSet( &timerRelPrioMap, timestamp, &tcl->obj );
     __atomic_store_n( &tcl->sched, 1, __ATOMIC_RELEASE );
     tcl->schedRel = ZU_TRUE;
@@ -285,6 +286,7 @@ void zuTimerScheduleAtTime( ZU_TIMER *timer, ZU_TIME *at )
     ZU_ASSERT( timer );
     ZU_ASSERT( at );
     zuMonitorEnter( timerMonitor );
+    ZU_ASSERT( timerThread );
     timerDropScheduleLocked( timer->tcl );
     zuDictSetObjKey( &timerAbsDict, zuTimeObj( at ), &timer->tcl->obj );
     ZU_OBJ *first = zuDictValueAt( timerAbsDict, 0 );
@@ -396,7 +398,7 @@ void zu___TimerStartup( void )
     timerThread = zu___ThreadTrySpawnDeaf( "zu___TimerThreadFunc()", zu___TimerThreadFunc, ZU_THREAD_PRIORITY_HIGHEST );
     ZU_ASSERT( timerThread );
 }
-void zu___TimerShutdown( void )
+static void timerStopThread()
 {
     zuMonitorEnter( timerMonitor );
     timerShutdown = true;
@@ -407,6 +409,40 @@ void zu___TimerShutdown( void )
     ZU_ASSERT( !zuDictLength( timerAbsDict ) );
     ZU_REF_RELEASE( timerThread );
     ZU_REF_POISON( timerThread );
+}
+// Drops the schedules that a forked child has from its parent, whose timers they are.
+static void timerDropAll()
+{
+    while ( zuPriorityMapLength( timerRelPrioMap ) > 0 ) {
+        ZU___TIMER_CLOSURE *tcl = timerClosureFrom( zuPriorityMapValueAt( timerRelPrioMap, 0 ) );
+        zuMonitorEnter( timerMonitor );
+        timerDropScheduleLocked( tcl );
+        zuMonitorLeave( timerMonitor );
+        ZU_REF_RELEASE( tcl );
+    }
+    while ( zuDictLength( timerAbsDict ) > 0 ) {
+        ZU___TIMER_CLOSURE *tcl = timerClosureFrom( zuDictValueAt( timerAbsDict, 0 ) );
+        zuMonitorEnter( timerMonitor );
+        timerDropScheduleLocked( tcl );
+        zuMonitorLeave( timerMonitor );
+        ZU_REF_RELEASE( tcl );
+    }
+}
+// The thread of the timers, and what it holds, are nobody's in the child.
+void zu___TimerFork( ZU___FORK_STEP step )
+{
+    zu___MonitorFork( timerMonitor, step );
+    if ( step == ZU___FORK_CHILD ) {
+        timerThread = nullptr;
+    }
+}
+void zu___TimerShutdown( void )
+{
+    if ( timerThread ) {
+        timerStopThread();
+    } else {
+        timerDropAll();
+    }
     ZU_REF_RELEASE( timerBarrier );
     ZU_REF_POISON( timerBarrier );
     ZU_REF_RELEASE( timerAbsDict );

@@ -13,7 +13,8 @@
 // Any number of threads may schedule and unschedule one timer.  Scheduling takes the time to find the new place among
 // the scheduled timers, and to move what lies between it and the old one; unscheduling takes no lock.
 //
-// The last release of a timer drops its schedule.  All must be dropped or have fired before the library stops.
+// The last release of a timer drops its schedule.  All must be dropped or have fired before the library stops.  In a
+// forked child nothing fires, and scheduling aborts.
 #pragma once
 
 #include "zu/base/zu_alert.h"

@@ -34,6 +34,12 @@ void zu___ObjShutdown( void )
     zu___LockFinalize( &odbLock );
 }
 
+void zu___ObjFork( ZU___FORK_STEP step )
+{
+    zu___LockFork( &odbLock, step );
+    zu___LockFork( &logLock, step );
+}
+
 // The object database: the live objects of each sort, and the sorts with live objects of each module, in the order in
 // which they came.
 static void odbAppendObjectLocked( ZU_OBJ *obj )

@@ -5,6 +5,7 @@
 #include "zu/runtime/zu_obj.h"
 #include "zu/runtime/zu_sort.h"
 #include "zu/sys/zu_chars.h"
+#include "zu/sys/zu_fork_internal.h"
 #include "zu/sys/zu_unique.h"
 
 ZU_BEGIN_DECLS
@@ -31,6 +32,9 @@ static inline ZU_INT zu___ObjCompareInline( ZU_OBJ *objA, ZU_OBJ *objB )
     }
     return zuObjCompare( objA, objB );
 }
+
+// Holds the object database and the logs together over a fork.
+void zu___ObjFork( ZU___FORK_STEP step );
 
 // Declares as zu___ObjDbgSetAllocationSize does, for an object that nobody but the caller holds: nobody else can
 // declare at the same time, so that there is nothing to detect, and a store is enough.

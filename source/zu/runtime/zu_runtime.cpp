@@ -12,6 +12,7 @@
 #include "zu/base/zu_store.h"
 #include "zu/base/zu_string.h"
 #include "zu/base/zu_thread.h"
+#include "zu/base/zu_threading_fork_internal.h"
 #include "zu/base/zu_time.h"
 #include "zu/base/zu_timer.h"
 #include "zu/base/zu_timestamp.h"
@@ -60,6 +61,12 @@ ZU_DICT *zu___RuntimeModulesDict = nullptr;
 ZU_VECTOR *zu___RuntimeModulesVector = nullptr;
 ZU_DICT *zu___RuntimeLoadingDict = nullptr;
 ZU_INT zu___RuntimeExtsIndex = 0;
+ZU_BOOL zu___RuntimeForked = ZU_FALSE;
+
+// What a thread is inside of.  A program's code runs there, and may fork.
+static thread_local bool printing __attribute__( ( tls_model( "initial-exec" ) ) ) = false;
+static thread_local bool loading __attribute__( ( tls_model( "initial-exec" ) ) ) = false;
+static bool loadingAnywhere = false; // atomic
 
 // Start and stop
 //
@@ -149,6 +156,18 @@ static void runtimeUnregisterLastModule( ZU_MODULE *module )
     zuMonitorLeave( zu___RuntimeModulesMonitor );
     zuStringRelease( moduleName );
 }
+static void runtimeEnterLoading()
+{
+    zuMonitorEnter( zu___RuntimeLoadMonitor );
+    loading = true;
+    __atomic_store_n( &loadingAnywhere, true, __ATOMIC_RELAXED );
+}
+static void runtimeLeaveLoading()
+{
+    __atomic_store_n( &loadingAnywhere, false, __ATOMIC_RELAXED );
+    loading = false;
+    zuMonitorLeave( zu___RuntimeLoadMonitor );
+}
 static void runtimeStartModules()
 {
     zu___RuntimeLoadMonitor = zuMonitorCreate();
@@ -193,11 +212,37 @@ void zuRuntimeStartup( ZU_INT flags, ZU_INT optionalUnloadModuleTimeout, ZU_RUNT
         optionalUnloadModuleTimeout < 0 ? DEFAULT_UNLOAD_MODULE_TIMEOUT : optionalUnloadModuleTimeout;
     zu___LockInitialize( &zu___RuntimePrintLock );
     zu___RuntimePrintFunc = printFunc;
+    zu___RuntimeForked = ZU_FALSE;
     runtimeStartSubsystems( applicationIdentifier, applicationFriendlyName, applicationVersion );
     runtimeStartModules();
-    zuMonitorEnter( zu___RuntimeLoadMonitor );
+    zu___RuntimeForkStartup();
+    runtimeEnterLoading();
     runtimeLoadExtensionsLocked();
-    zuMonitorLeave( zu___RuntimeLoadMonitor );
+    runtimeLeaveLoading();
+}
+
+// The print function and the functions of modules run for as long as they like, so that a fork does not wait for them:
+// in the child the other threads are out of there, and a load that one of them has begun is forgotten.
+static void runtimeForkChild()
+{
+    zu___RuntimeForked = ZU_TRUE;
+    zu___LockFork( &zu___RuntimePrintLock, ZU___FORK_CHILD );
+    if ( printing ) {
+        zu___LockAcquire( &zu___RuntimePrintLock );
+    }
+    zu___MonitorFork( zu___RuntimeLoadMonitor, ZU___FORK_CHILD );
+    if ( loading ) {
+        zuMonitorEnter( zu___RuntimeLoadMonitor );
+    } else if ( __atomic_exchange_n( &loadingAnywhere, false, __ATOMIC_RELAXED ) ) {
+        zu___RuntimeLoadingDict = zuDictCreate(); // the old one may be half changed
+    }
+}
+void zu___RuntimeFork( ZU___FORK_STEP step )
+{
+    zu___MonitorFork( zu___RuntimeModulesMonitor, step );
+    if ( step == ZU___FORK_CHILD ) {
+        runtimeForkChild();
+    }
 }
 
 // Tells of objects that have outlived the library.  What is down cannot print, and so the bare library starts once
@@ -212,6 +257,7 @@ static void runtimeReportLeaks()
 ZU_INT zuRuntimeShutdown( void )
 {
     zuRuntimeUnloadAllModules();
+    zu___RuntimeForkShutdown();
     runtimeStopModules();
     runtimeStopSubsystems();
     if ( ( zu___RuntimeFlags & SNAPSHOT_FLAGS ) && __atomic_load_n( &zuModule()->sorts, __ATOMIC_ACQUIRE ) > 0 ) {
@@ -234,7 +280,9 @@ void zuRuntimePrint( const ZU_CHAR *chs, ZU_INT chsLength )
         return;
     }
     zu___LockAcquire( &zu___RuntimePrintLock );
+    printing = true;
     zu___RuntimePrintFunc( chs, chsLength );
+    printing = false;
     zu___LockRelease( &zu___RuntimePrintLock );
 }
 
@@ -304,13 +352,13 @@ static void runtimeLoadExtensionsLocked()
 ZU_BOOL zuRuntimeTryLoadModule( ZU_STRING *moduleName )
 {
     ZU_ASSERT( zuModuleNameOk( moduleName ) );
-    zuMonitorEnter( zu___RuntimeLoadMonitor );
+    runtimeEnterLoading();
     ZU_BOOL loaded = zu___RuntimeTryLoadModule( moduleName );
     if ( loaded ) {
         runtimeLoadExtensionsLocked();
     }
     zu___StackTraceUpdateSymbols();
-    zuMonitorLeave( zu___RuntimeLoadMonitor );
+    runtimeLeaveLoading();
     return loaded;
 }
 
@@ -320,7 +368,7 @@ ZU_BOOL zuRuntimeTryLoadModulesVector( ZU_VECTOR *moduleNames )
     ZU_ASSERT( moduleNames );
     ZU_ASSERT( zuVectorContainsOnly( moduleNames, zuStringSort() ) );
     ZU_BOOL loaded = ZU_TRUE;
-    zuMonitorEnter( zu___RuntimeLoadMonitor );
+    runtimeEnterLoading();
     for ( ZU_INT i = 0; loaded && i < zuVectorLength( moduleNames ); i++ ) {
         loaded = zu___RuntimeTryLoadModule( zuStringFrom( zuVectorBacking( moduleNames )[ i ] ) );
     }
@@ -328,7 +376,7 @@ ZU_BOOL zuRuntimeTryLoadModulesVector( ZU_VECTOR *moduleNames )
         runtimeLoadExtensionsLocked();
     }
     zu___StackTraceUpdateSymbols();
-    zuMonitorLeave( zu___RuntimeLoadMonitor );
+    runtimeLeaveLoading();
     return loaded;
 }
 // Blanks divide; several in a row, or at the ends, make no empty name.
@@ -386,10 +434,11 @@ ZU_VECTOR *zuRuntimeModulesVector( void )
 }
 
 // Unloading.  The wait is what active sorts are counted for: when a module has none left, no object lives whose free or
-// compare function is in its file.
+// compare function is in its file.  In a forked child nobody would release what threads of the parent held: there the
+// objects stay, and so do the files.
 static bool runtimeModuleIsActive( ZU_MODULE *module )
 {
-    return __atomic_load_n( &module->sorts, __ATOMIC_ACQUIRE ) > 0;
+    return __atomic_load_n( &module->sorts, __ATOMIC_ACQUIRE ) > 0 && !zu___RuntimeForked;
 }
 static void runtimeWaitForObjectsLocked( ZU_MODULE *module, bool *productReported )
 {
@@ -413,7 +462,7 @@ static void runtimeWaitForObjectsLocked( ZU_MODULE *module, bool *productReporte
 }
 void zuRuntimeUnloadAllModules( void )
 {
-    zuMonitorEnter( zu___RuntimeLoadMonitor );
+    runtimeEnterLoading();
     ZU_ASSERT( !zuDictLength( zu___RuntimeLoadingDict ) );
     for ( ZU_INT i = zuVectorLength( zu___RuntimeModulesVector ) - 1; i > 0; i-- ) {
         ZU_MODULE *module = runtimeModuleAt( i );
@@ -437,5 +486,5 @@ void zuRuntimeUnloadAllModules( void )
         runtimeUnregisterLastModule( module );
     }
     zu___RuntimeExtsIndex = 0;
-    zuMonitorLeave( zu___RuntimeLoadMonitor );
+    runtimeLeaveLoading();
 }

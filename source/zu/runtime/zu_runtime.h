@@ -1,7 +1,8 @@
 // zu_runtime.h: start and stop of the library, and the modules that a process has loaded.
 //
 // A program starts the library once, works with it from any number of threads, and stops it at the end.  Both run on
-// one thread, and nothing else may use the library meanwhile.  Stopped, it can be started again.
+// one thread, and nothing else may use the library meanwhile.  Stopped, it can be started again.  A forked child, which
+// has the forking thread alone, may go on to use values, and may stop the library; docs/threads.md tells what it may not.
 #pragma once
 
 #include "zu/base/zu_vector.h"

@@ -4,7 +4,7 @@
 #include "zu/base/zu_dict.h"
 #include "zu/base/zu_monitor.h"
 #include "zu/runtime/zu_runtime.h"
-#include "zu/sys/zu_lock.h"
+#include "zu/sys/zu_fork_internal.h"
 
 ZU_BEGIN_DECLS
 
@@ -27,6 +27,15 @@ extern ZU_DICT *zu___RuntimeModulesDict;     // loaded modules by name
 extern ZU_VECTOR *zu___RuntimeModulesVector; // loaded modules, each behind what it depends on; the library's own first
 extern ZU_DICT *zu___RuntimeLoadingDict;     // names of modules that are being loaded, each to itself
 extern ZU_INT zu___RuntimeExtsIndex;         // the first module in the vector whose extensions are still to be loaded
+
+// A fork: zu_fork_internal.h tells more.  The process is a forked child since the library has started: nobody is left who
+// would release what other threads held.
+extern ZU_BOOL zu___RuntimeForked;
+void zu___RuntimeFork( ZU___FORK_STEP step );
+void zu___RuntimeUserInformationFork( ZU___FORK_STEP step );
+// Forks are looked after from here on, and up to here.
+void zu___RuntimeForkStartup( void );
+void zu___RuntimeForkShutdown( void );
 
 // What each report begins with: 90 hyphens.
 #define ZU___RUNTIME_REPORT_LINE \

@@ -1,7 +1,8 @@
 #include "zu/runtime/zu_runtime_user_information.h"
 
 #include "zu/base/zu_dict.h"
-#include "zu/base/zu_region.h"
+#include "zu/base/zu_threading_fork_internal.h"
+#include "zu/runtime/zu_runtime_internal.h"
 
 static ZU_REGION *userInformationRegion = nullptr; // guards the dict
 static ZU_DICT *userInformationDict = nullptr;     // stores by keys
@@ -18,6 +19,11 @@ void zu___RuntimeUserInformationShutdown( void )
     ZU_REF_POISON( userInformationDict );
     ZU_REF_RELEASE( userInformationRegion );
     ZU_REF_POISON( userInformationRegion );
+}
+
+void zu___RuntimeUserInformationFork( ZU___FORK_STEP step )
+{
+    zu___RegionFork( userInformationRegion, step );
 }
 
 void zuRuntimeSetUserInformationKey( ZU_STRING *key, ZU_STORE *store )

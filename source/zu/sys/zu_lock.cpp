@@ -8,6 +8,7 @@
 
 #include "zu/sys/zu_lock_internal.h"
 
+#include "zu/sys/zu_fork_internal.h"
 #include "zu/sys/zu_wait_internal.h"
 
 static_assert( sizeof( ZU___LOCK ) == sizeof( void * ) );
@@ -96,4 +97,19 @@ void zu___LockAcquire( ZU___LOCK *lock )
 void zu___LockRelease( ZU___LOCK *lock )
 {
     zu___LockReleaseInline( lock );
+}
+
+void zu___LockFork( ZU___LOCK *lock, ZU___FORK_STEP step )
+{
+    switch ( step ) {
+    case ZU___FORK_PREPARE:
+        zu___LockAcquireInline( lock );
+        break;
+    case ZU___FORK_PARENT:
+        zu___LockReleaseInline( lock );
+        break;
+    case ZU___FORK_CHILD:
+        zu___LockInitializeInline( lock ); // it may be reserved for a thread that is not here
+        break;
+    }
 }

@@ -3,7 +3,7 @@
 
 #include "zu/sys/zu_unique.h"
 
-#include "zu/sys/zu_lock.h"
+#include "zu/sys/zu_fork_internal.h"
 #include "zu/sys/zu_mem.h"
 
 static constexpr ZU_INT ENLARGE = 4096; // numbers, each time that none is free
@@ -26,6 +26,11 @@ void zu___UniqueShutdown( void )
     uniFirstFree = ZU___UNIQUE_INVALID;
     uniList = nullptr;
     uniListSize = 0;
+}
+
+void zu___UniqueFork( ZU___FORK_STEP step )
+{
+    zu___LockFork( &uniLock, step );
 }
 
 static void uniqueEnlargeLocked()
