@@ -1,5 +1,25 @@
 // Creation and destruction take no lock while the object database is off: the header is set with plain stores, and the
 // sort's counter is the only shared word that is touched.
+//
+// What the atomic words of objects rest on:
+//
+// A retain count that has come to 0 stays there: to add a reference takes one, and there is none.  Each release but the
+// last one releases, in the sense of the memory model too, what its thread has done with the object, and the last one
+// acquires all that, since changes of one word that are read-modify-writes continue each other's release sequences.  So
+// zu___ObjFree and the free function run behind every other use, and read and write the object plainly.
+//
+// A sort's `objects` and a module's `sorts` serve those who wait for a module to be done (zuRuntimeUnloadAllModules).
+// An object is taken off the count when its free function has returned.  The release in that is acquired by whoever
+// takes the last one off, and by its own release from `sorts` by whoever reads 0 there: all free functions of the module
+// have ended before.
+//
+// The two counts are changed one after the other, so that `sorts` can lag behind: one thread takes the last object of a
+// sort off while another one creates the next.  But 0 is final, once a module's activity has ended: from then on objects
+// of a module are only created by who holds one.  If that is of the same sort, the sort's count does not come to 0
+// meanwhile; if it is of another, that one is in `sorts` for as long as it is held.  With the object database both steps
+// are under its lock.
+//
+// Creation publishes nothing.  Who hands a new object to another thread orders that by the way in which it does so.
 
 #include "zu/runtime/zu_obj.h"
 
@@ -73,7 +93,8 @@ static void odbUnlinkSortLocked( ZU_SORT *sort )
     sort->sortsNext = nullptr;
 }
 
-// Counts a new object, and its sort if that was not active; tells whether it does the latter.
+// Counts a new object, and its sort if that was not active; tells whether it does the latter.  No order is needed here;
+// as changes of the same words these stay full barriers like all others, which authors of classes are promised.
 static inline bool objCountUp( ZU_SORT *sort )
 {
     if ( __atomic_add_fetch( &sort->objects, 1, __ATOMIC_ACQ_REL ) != 1 || !sort->module ) {
@@ -82,7 +103,8 @@ static inline bool objCountUp( ZU_SORT *sort )
     __atomic_add_fetch( &sort->module->sorts, 1, __ATOMIC_ACQ_REL );
     return true;
 }
-// Takes a dead object off the count; tells whether the sort is one of a module, which is not active any more.
+// Takes a dead object off the count; tells whether the sort is one of a module, which is not active any more.  Releases
+// what the free function has done, and acquires what those of the sort's other objects have.
 static inline bool objCountDown( ZU_SORT *sort )
 {
     return __atomic_sub_fetch( &sort->objects, 1, __ATOMIC_ACQ_REL ) == 0 && sort->module;
@@ -160,6 +182,7 @@ static void objDestroy( ZU_OBJ *obj )
         sort->freeFunc( obj );
     }
     objFreeLog( obj );
+    // Plain: nobody else has the object to ask for its number.
     if ( obj->unique != ZU___UNIQUE_INVALID ) {
         zu___UniquePut( obj->unique );
     }
@@ -263,6 +286,8 @@ ZU_INT zu___ObjUnique( ZU_OBJ *thisObj )
     if ( thisObj->type != ZU___OBJ_TYPE_OBJECT ) {
         return ZU___UNIQUE_INVALID;
     }
+    // The number is all that is told by the word, which changes once: all threads agree on it, whatever they see of other
+    // words.  A number that was given back is only given out again behind the death of its object, by the allocator's lock.
     ZU_INT unique = __atomic_load_n( &thisObj->unique, __ATOMIC_ACQUIRE );
     if ( unique != ZU___UNIQUE_INVALID ) {
         return unique;
