@@ -311,6 +311,7 @@ ZU_STRING *zuFormatEncodeInt( ZU_INT value, ZU_INT base, ZU_INT minWidth, ZU_INT
 // Real numbers
 //
 // The digits are defined by arithmetic on doubles, each step rounded to a double, and are the same on every platform.
+// So the build keeps the compiler from fusing a product with a sum (-ffp-contract=off), which rounds once for both.
 //
 //     integer   `power` is the greatest power of the base that is not above the number, found by dividing the truncated
 //               number by the base until it is 0.  digit = trunc( rest / power ), rest -= digit * power,
@@ -324,8 +325,7 @@ ZU_STRING *zuFormatEncodeInt( ZU_INT value, ZU_INT base, ZU_INT minWidth, ZU_INT
 // to an integer n that it is below: with n * y a double too, x is an ulp or more below it, and the quotient more than
 // half an ulp below n.  So each truncated quotient is that of the integers.
 //
-// In the fraction, base * ( 1 - 2^-53 ) rounds below base for every base, so that the digit is always one of the base;
-// and no step has a sum that a compiler could fuse with its product.
+// In the fraction, base * ( 1 - 2^-53 ) rounds below base for every base, so that the digit is always one of the base.
 
 static_assert( FLT_EVAL_METHOD == 0, "each step must round to double" );
 
@@ -334,13 +334,6 @@ static constexpr double FRACTION_END = 4503599627370496.0; // 2^52: from here on
 static constexpr ZU_INT DEFAULT_PRECISION = 6;
 static constexpr ZU_CHAR NAN_TEXT[] = { 'N', 'A', 'N' };
 static constexpr ZU_CHAR INF_TEXT[] = { 'I', 'N', 'F' };
-
-// A product that is rounded before anything is added to it, also where the processor has an instruction for both.
-static double formatRoundedProduct( double a, double b )
-{
-    volatile double product = a * b;
-    return product;
-}
 
 // The integer part of a number: the count of its digits and, from EXACT_END on, the power of the base of the first.
 struct INTEGER_PART {
@@ -368,7 +361,7 @@ static void formatWriteLarge( ZU_CHAR *dest, double magnitude, INTEGER_PART part
     double power = part.power;
     for ( ZU_INT i = 0; i < part.digits; i++ ) {
         double digit = power >= 1.0 ? zuRealTrunc( rest / power ) : 0.0;
-        rest -= formatRoundedProduct( digit, power );
+        rest -= digit * power;
         power = zuRealTrunc( power / base );
         dest[ i ] = (uint8_t)alphabet[ (ZU_INT)std::fmin( std::fabs( digit ), base - 1.0 ) ];
     }
@@ -612,10 +605,10 @@ ZU_BOOL zuFormatTryDecodeRealChars( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT
         }
         double term = (double)( cursor.negative ? -digit : digit );
         if ( inFraction ) {
-            total += formatRoundedProduct( term, scale );
+            total += term * scale;
             scale /= realBase;
         } else {
-            total = formatRoundedProduct( realBase, total ) + term;
+            total = realBase * total + term;
         }
     }
     bool found = cursor.pos > digits;
