@@ -1,6 +1,5 @@
 #include "zu/runtime/zu_runtime.h"
 
-#include "zu/base/zu_barrier.h"
 #include "zu/base/zu_boxed_bool.h"
 #include "zu/base/zu_boxed_null.h"
 #include "zu/base/zu_buffer.h"
@@ -35,6 +34,7 @@
 #include "zu/runtime/zu_runtime_version.h"
 #include "zu/sys/zu_mem_internal.h"
 #include "zu/sys/zu_unique.h"
+#include "zu/sys/zu_wait_internal.h"
 #include "zu/tag/zu_tag_color.h"
 #include "zu/tag/zu_tag_match_type.h"
 #include "zu/tag/zu_tag_rewrite_operation_type.h"
@@ -440,12 +440,20 @@ static bool runtimeModuleIsActive( ZU_MODULE *module )
 {
     return __atomic_load_n( &module->sorts, __ATOMIC_ACQUIRE ) > 0 && !zu___RuntimeForked;
 }
+// Sleeps on a word that nobody wakes; the thread need not be the library's.
+static void runtimeSleep( ZU_INT millisec )
+{
+    static const uint32_t never = 0;
+    ZU_INT end = zuTimestamp() + millisec;
+    for ( ZU_INT left = millisec; left > 0; left = end - zuTimestamp() ) {
+        zu___WaitOnWord( &never, 0, left );
+    }
+}
 static void runtimeWaitForObjectsLocked( ZU_MODULE *module, bool *productReported )
 {
-    ZU_BARRIER *never = zuBarrierCreate( ZU_TRUE );
     ZU_INT msecs = 0;
     while ( runtimeModuleIsActive( module ) ) {
-        zuBarrierPassTimed( never, UNLOAD_STEP );
+        runtimeSleep( UNLOAD_STEP );
         msecs = zuIntAddSaturating( msecs, UNLOAD_STEP );
         if ( ( zu___RuntimeFlags & SNAPSHOT_FLAGS ) && msecs > UNLOAD_REPORT_INTERVAL ) {
             msecs = 0; // so that a diagnostic run stays alive to be looked into
@@ -458,7 +466,6 @@ static void runtimeWaitForObjectsLocked( ZU_MODULE *module, bool *productReporte
             zu___Abort( module->moduleRecord->name, __FILE__, __LINE__, "msecs <= zu___RuntimeUnloadModuleTimeout" );
         }
     }
-    zuBarrierRelease( never );
 }
 void zuRuntimeUnloadAllModules( void )
 {
