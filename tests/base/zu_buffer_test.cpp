@@ -1,5 +1,6 @@
 #include "zu/base/zu_buffer_internal.h"
 #include "zu/base/zu_string.h"
+#include "zu/runtime/zu_runtime_flags.h"
 #include "zu/sys/zu_mem.h"
 #include "zu_test_support.h"
 
@@ -456,6 +457,29 @@ TEST( Buffer, AnInsertionOutOfBothEndsIsMisplaced )
     expectAbort( "BIT_AT_BOUND( (*buf)->bitFspace )", [ & ] { zuBufferAppendZero( &misplaced, 0 ); } );
     expectAbort( "BIT_AT_BOUND( buf->bitFspace )", [ & ] { zuBufferDelLeading( &misplaced, 1 ); } );
     zuBufferRelease( misplaced );
+}
+
+// New memory is full of ones there: none of them may get into the content, or into the rest of its last byte.
+TEST( Buffer, WhatWasNeverWrittenIsNeverSeen )
+{
+    runRestarted( ZU_RUNTIME_FLAG_MEMORY_DEBUG, [] {
+        for ( ZU_INT bits = 0; bits < 8; bits++ ) {
+            for ( ZU_INT at : { 1, 2, 9, 60, 99 } ) { // 64 bytes come from the front room, ahead of a shorter head
+                ZU_BUFFER *buf = zuBufferCreate();
+                zuBufferAppendZero( &buf, 100 );
+                zuBufferBitAppendZero( &buf, 155 * 8 + bits );
+                zuBufferInsertZero( &buf, at, ( buf->bitBspace >> 3 ) + 64 );
+                EXPECT_EQ( bitsOf( buf ).find( '1' ), BITS::npos ) << bits << " at " << at;
+                EXPECT_EQ( zuBufferBacking( buf )[ buf->bitLength >> 3 ] & ( bits ? 0xFF : 0 ), 0 );
+                zuBufferRelease( buf );
+            }
+            ZU_BUFFER *buf = zuBufferCreateFromBits( 0, bits + 1 );
+            EXPECT_EQ( zuBufferBacking( buf )[ 0 ], 0 );
+            zuBufferBitPrependZero( &buf, 9 );
+            EXPECT_EQ( zuBufferBacking( buf )[ 1 ], 0 );
+            zuBufferRelease( buf );
+        }
+    } );
 }
 
 TEST( Buffer, NothingCopiesNothing )

@@ -374,6 +374,12 @@ static void bufferMakeRoomInside( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
         tail = head + ( atBit >> 3 );
         bitsMove( head - delta, head, atBit );
         bitsMove( tail + ( wholeBspace >> 3 ), tail, tailBits );
+        // So does what the content takes in that was room before: a part of the front room, where the head is shorter
+        // than what it moves by, and the bits behind a last byte that is not whole.
+        if ( delta > atBit >> 3 ) {
+            memset( head - delta + ( atBit >> 3 ), 0, delta - ( atBit >> 3 ) );
+        }
+        own->bytes[ storageBytes - 1 ] &= (uint8_t)( 0xFF << ( own->bitBspace & 7 ) );
         own->bitFspace -= delta;
         own->bitBspace &= 7;
     } else {
@@ -436,6 +442,12 @@ static inline void bufferMakeRoom( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
     bufferMakeWritable( buf );
     if ( ZU___UNLIKELY( !bufferTakeRoom( *buf, atBit, bitCount ) ) ) {
         bufferGetRoom( buf, atBit, bitCount );
+    }
+    // What has never been written does not leave the process with the last byte.
+    ZU_BUFFER *own = *buf;
+    if ( !BIT_AT_BOUND( own->bitLength ) ) {
+        uint8_t *last = bufferContent( own ) + ( own->bitLength >> 3 );
+        *last &= (uint8_t)( 0xFF << ( 8 - ( own->bitLength & 7 ) ) );
     }
 }
 
