@@ -423,6 +423,15 @@ TEST( String, ChangesThatChangeNothingAndThemselves )
     zuStringInsert( &zus, 1, zus );
     zuStringInsertOuter( &zus, 2, zus, 1, 2 );
     EXPECT_EQ( textOf( zus ), U"aaabbb" );
+    zuStringInsertChars( &zus, 1, zuStringBacking( zus ) + 3, 3 );
+    EXPECT_EQ( textOf( zus ), U"abbbaabbb" );
+    while ( zuStringLength( zus ) < 10000 ) { // each way leaves the old storage
+        zuStringAppendChars( &zus, zuStringBacking( zus ), zuStringLength( zus ) );
+        zuStringPrependChars( &zus, zuStringBacking( zus ), 9 );
+    }
+    for ( ZU_INT i = 0; i < zuStringLength( zus ); i++ ) {
+        EXPECT_EQ( zuStringCharAt( zus, i ), U"abbbaabbb"[ i % 9 ] ) << i;
+    }
     zuStringRelease( zus );
 }
 

@@ -470,6 +470,11 @@ TEST( Vector, HoldsItselfAsItStood )
               zuVectorPrependObjs( vec, objs, 2 );
           } },
         { "<1, 1>", []( ZU_VECTOR **vec ) { zuVectorSetObjAt( vec, 0, zuVectorBacking( *vec )[ 1 ] ); } },
+        { "<0, 1, 0, 1>",
+          []( ZU_VECTOR **vec ) {
+              zuVectorPrependObjs( vec, zuVectorBacking( *vec ), 1 );
+              zuVectorInsertObjs( vec, 1, zuVectorBacking( *vec ) + 2, 1 );
+          } },
     };
     for ( const auto &[ expected, change ] : rows ) {
         VECTOR vec = numbers( 2 );

@@ -43,6 +43,11 @@ struct zu___Slack {
     {
         return owner->*ELEMENTS + owner->fspace;
     }
+    // Tells whether the memory at `place` is that of an element in use.
+    static bool holds( OWNER *owner, const ELEMENT *place )
+    {
+        return (uintptr_t)place - (uintptr_t)first( owner ) < (uintptr_t)owner->length * sizeof( ELEMENT );
+    }
     static bool isInline( OWNER *owner )
     {
         return owner->*ELEMENTS == owner->*INLINE_ELEMENTS;

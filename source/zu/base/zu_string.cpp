@@ -9,6 +9,7 @@
 #include "zu/base/zu_string_internal.h"
 
 #include "zu/runtime/zu_module.h"
+#include "zu/runtime/zu_ref_internal.h"
 #include "zu/sys/zu_mem.h"
 
 #include <cstring>
@@ -268,11 +269,9 @@ void zuStringInsertInner( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src, ZU_INT o
     if ( count == 0 ) {
         return;
     }
-    // Inserted into itself, a string is held over the change: that forces the copy and keeps what is read in place.
-    ZU_STRING *held = src == *dest ? zuStringRetain( src ) : nullptr;
+    auto held = zu___HeldIf( src == *dest, src );
     ZU_CHAR *gap = stringOpenGap( dest, idx, count );
     STRING_SLACK::copy( gap, stringText( src ) + offset, count );
-    ZU_REF_RELEASE_OPT( held );
 }
 void zuStringInsert( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src )
 {
@@ -300,11 +299,9 @@ void zuStringInsertOuter( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src, ZU_INT o
     ZU_ASSERT( count >= 0 );
     ZU_ASSERT( ZU_INT_ADD_OK( offset, count ) );
     ZU_ASSERT( offset + count <= src->length );
-    // The first insertion may replace *dest, and with it the source.
-    ZU_STRING *held = src == *dest ? zuStringRetain( src ) : nullptr;
+    auto held = zu___HeldIf( src == *dest, src ); // the first insertion may replace *dest, and with it the source
     zuStringInsertInner( dest, idx, src, offset + count, src->length - offset - count );
     zuStringInsertInner( dest, idx, src, 0, offset );
-    ZU_REF_RELEASE_OPT( held );
 }
 void zuStringInsertChar( ZU_STRING **zus, ZU_INT idx, ZU_CHAR ch )
 {
@@ -334,25 +331,23 @@ void zuStringInsertChars( ZU_STRING **zus, ZU_INT idx, const ZU_CHAR *chs, ZU_IN
     if ( chsLength == 0 ) {
         return;
     }
+    auto held = zu___HeldIf( STRING_SLACK::holds( *zus, chs ), *zus );
     STRING_SLACK::copy( stringOpenGap( zus, idx, chsLength ), chs, chsLength );
-}
-// Inserts `src` and gives it up.
-static void stringInsertTaken( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src )
-{
-    zuStringInsert( dest, idx, src );
-    ZU_REF_RELEASE( src );
 }
 void zuStringInsertCstr( ZU_STRING **dest, ZU_INT idx, const char *src, ZU_INT srcLength )
 {
-    stringInsertTaken( dest, idx, zuStringCreateFromCstr( src, srcLength ) );
+    zu___Owned text( zuStringCreateFromCstr( src, srcLength ) );
+    zuStringInsert( dest, idx, text );
 }
 void zuStringInsertWcstr( ZU_STRING **dest, ZU_INT idx, const char16_t *src, ZU_INT srcLength )
 {
-    stringInsertTaken( dest, idx, zuStringCreateFromWcstr( src, srcLength ) );
+    zu___Owned text( zuStringCreateFromWcstr( src, srcLength ) );
+    zuStringInsert( dest, idx, text );
 }
 void zuStringInsertObj( ZU_STRING **dest, ZU_INT idx, ZU_OBJ *obj )
 {
-    stringInsertTaken( dest, idx, zuObjToString( obj ) );
+    zu___Owned text( zuObjToString( obj ) );
+    zuStringInsert( dest, idx, text );
 }
 
 // Appending: insertion behind the last code point.
@@ -596,14 +591,6 @@ void zuStringSetCharAt( ZU_STRING **zus, ZU_INT idx, ZU_CHAR ch )
     }
 }
 
-// Comparison with a text in another encoding makes a string of it, and gives that up.
-static ZU_BOOL stringTestTaken( ZU_BOOL ( *test )( ZU_STRING *, ZU_STRING * ), ZU_STRING *zus, ZU_STRING *other )
-{
-    ZU_BOOL result = test( zus, other );
-    ZU_REF_RELEASE( other );
-    return result;
-}
-
 // Comparison of the whole text
 static bool stringCharsEqual( const ZU_CHAR *a, const ZU_CHAR *b, ZU_INT count )
 {
@@ -624,12 +611,12 @@ ZU_BOOL zuStringEqualsChars( ZU_STRING *zus, const ZU_CHAR *chs, ZU_INT chsLen )
 ZU_BOOL zuStringEqualsCstr( ZU_STRING *zus, const char *src, ZU_INT srcLength )
 {
     ZU_ASSERT( zus );
-    return stringTestTaken( zuStringEquals, zus, zuStringCreateFromCstr( src, srcLength ) );
+    return zuStringEquals( zus, zu___Owned( zuStringCreateFromCstr( src, srcLength ) ) );
 }
 ZU_BOOL zuStringEqualsWcstr( ZU_STRING *zus, const char16_t *src, ZU_INT srcLength )
 {
     ZU_ASSERT( zus );
-    return stringTestTaken( zuStringEquals, zus, zuStringCreateFromWcstr( src, srcLength ) );
+    return zuStringEquals( zus, zu___Owned( zuStringCreateFromWcstr( src, srcLength ) ) );
 }
 
 // Beginning; zuStringBeginsWithChars does the work.
@@ -656,12 +643,12 @@ ZU_BOOL zuStringBeginsWithChars( ZU_STRING *zus, const ZU_CHAR *sub, ZU_INT subL
 ZU_BOOL zuStringBeginsWithCstr( ZU_STRING *zus, const char *sub, ZU_INT subLen )
 {
     ZU_ASSERT( zus );
-    return stringTestTaken( zuStringBeginsWith, zus, zuStringCreateFromCstr( sub, subLen ) );
+    return zuStringBeginsWith( zus, zu___Owned( zuStringCreateFromCstr( sub, subLen ) ) );
 }
 ZU_BOOL zuStringBeginsWithWcstr( ZU_STRING *zus, const char16_t *sub, ZU_INT subLen )
 {
     ZU_ASSERT( zus );
-    return stringTestTaken( zuStringBeginsWith, zus, zuStringCreateFromWcstr( sub, subLen ) );
+    return zuStringBeginsWith( zus, zu___Owned( zuStringCreateFromWcstr( sub, subLen ) ) );
 }
 
 // End; zuStringEndsWithChars does the work.
@@ -688,12 +675,12 @@ ZU_BOOL zuStringEndsWithChars( ZU_STRING *zus, const ZU_CHAR *sub, ZU_INT subLen
 ZU_BOOL zuStringEndsWithCstr( ZU_STRING *zus, const char *sub, ZU_INT subLen )
 {
     ZU_ASSERT( zus );
-    return stringTestTaken( zuStringEndsWith, zus, zuStringCreateFromCstr( sub, subLen ) );
+    return zuStringEndsWith( zus, zu___Owned( zuStringCreateFromCstr( sub, subLen ) ) );
 }
 ZU_BOOL zuStringEndsWithWcstr( ZU_STRING *zus, const char16_t *sub, ZU_INT subLen )
 {
     ZU_ASSERT( zus );
-    return stringTestTaken( zuStringEndsWith, zus, zuStringCreateFromWcstr( sub, subLen ) );
+    return zuStringEndsWith( zus, zu___Owned( zuStringCreateFromWcstr( sub, subLen ) ) );
 }
 
 // Conversion: one run of the converter to measure, one to fill an array of just that size.

@@ -74,8 +74,8 @@ ZU_API ZU_STRING *zuStringCreateFromWcstr( const char16_t *src, ZU_INT srcLength
 //     InsertObj       the text that zuObjToString makes of `obj`
 //
 // go in ahead of position `idx`, 0 to the length; Append forms put them at the end, Prepend forms at the front.  A
-// position or a range outside aborts.  `src` may be the changed string itself, and is read as it stood before the call;
-// an array must not lie in it.
+// position or a range outside aborts.  `src` may be the changed string itself, and an array a part of its backing:
+// what is read is as it stood before the call.
 /// Inserts all of `src`.
 ZU_API void zuStringInsert( ZU_STRING **dest, ZU_INT idx, ZU_STRING *src );
 /// Inserts the `count` code points of `src` from `offset` on.

@@ -4,7 +4,7 @@
 //
 // Positions and counts are checked where they enter.  A vector that anybody else holds is never changed: an insertion
 // builds its successor in one step, so that each item is retained once, and every other change works on a copy.  A
-// release can run any code, so that a slot never holds a reference that is being released.
+// release can run any code, so that what a change takes out is released when the vector is right again.
 
 #include "zu/base/zu_vector.h"
 
@@ -16,6 +16,7 @@
 #include "zu/base/zu_string_format.h"
 #include "zu/base/zu_vector_internal.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/runtime/zu_ref_internal.h"
 
 using VECTOR_SLACK =
     zu___Slack<ZU_VECTOR, ZU_OBJ *, ZU___VECTOR_INLINE_ITEMS, &ZU_VECTOR::items, &ZU_VECTOR::inlineItems>;
@@ -121,23 +122,18 @@ static void vectorRetainItems( ZU_OBJ **dest, ZU_OBJ *const *src, ZU_INT count )
     }
 }
 
-// Releases the references in `count` slots, from the first to the last.
-static void vectorReleaseItems( ZU_OBJ **items, ZU_INT count )
-{
-    for ( ZU_INT i = 0; i < count; i++ ) {
-        ZU_OBJ *item = items[ i ];
-        items[ i ] = nullptr;
-        ZU_REF_RELEASE( item );
-    }
-}
-
 // Standard functions
 static void vectorFree( ZU_OBJ *thisObj )
 {
     ZU_VECTOR *vec = zuVectorFrom( thisObj );
     ZU_ASSERT( vec );
     ZU_ASSERT( vec->items );
-    vectorReleaseItems( vectorFirst( vec ), vec->length );
+    ZU_OBJ **items = vectorFirst( vec );
+    for ( ZU_INT i = 0; i < vec->length; i++ ) {
+        ZU_OBJ *item = items[ i ];
+        items[ i ] = nullptr;
+        ZU_REF_RELEASE( item );
+    }
     VECTOR_SLACK::finalize( vec );
 }
 static ZU_INT vectorCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
@@ -386,11 +382,9 @@ void zuVectorInsertInner( ZU_VECTOR **vec, ZU_INT idx, ZU_VECTOR *src, ZU_INT of
     if ( count == 0 ) {
         return;
     }
-    // Inserted into itself, a vector is held over the change: that forces the copy and keeps what is read in place.
-    ZU_VECTOR *held = src == *vec ? zuVectorRetain( src ) : nullptr;
+    auto held = zu___HeldIf( src == *vec, src );
     vectorInsertItems( vec, idx, count,
                        [ = ]( ZU_OBJ **gap ) { vectorRetainItems( gap, vectorFirst( src ) + offset, count ); } );
-    ZU_REF_RELEASE_OPT( held );
 }
 void zuVectorInsert( ZU_VECTOR **vec, ZU_INT idx, ZU_VECTOR *src )
 {
@@ -414,11 +408,9 @@ void zuVectorInsertOuter( ZU_VECTOR **vec, ZU_INT idx, ZU_VECTOR *src, ZU_INT of
 {
     VECTOR_ASSERT_POSITION( vec, idx );
     VECTOR_ASSERT_SOURCE_RANGE( src, offset, count );
-    // The first insertion may replace *vec, and with it the source.
-    ZU_VECTOR *held = src == *vec ? zuVectorRetain( src ) : nullptr;
+    auto held = zu___HeldIf( src == *vec, src ); // the first insertion may replace *vec, and with it the source
     zuVectorInsertInner( vec, idx, src, offset + count, src->length - offset - count );
     zuVectorInsertInner( vec, idx, src, 0, offset );
-    ZU_REF_RELEASE_OPT( held );
 }
 void zuVectorInsertObj( ZU_VECTOR **vec, ZU_INT idx, ZU_OBJ *src )
 {
@@ -431,17 +423,16 @@ void zuVectorInsertObjs( ZU_VECTOR **vec, ZU_INT idx, ZU_OBJ *const *src, ZU_INT
     VECTOR_ASSERT_POSITION( vec, idx );
     ZU_ASSERT( src || count == 0 );
     ZU_ASSERT( count >= 0 );
-    bool holdsItself = false;
+    bool isOwn = VECTOR_SLACK::holds( *vec, src ); // or one of the objects is the vector
     for ( ZU_INT i = count; i > 0; i-- ) {
         ZU_ASSERT( src[i-1] );
-        holdsItself |= src[ i - 1 ] == zuVectorObj( *vec );
+        isOwn |= src[ i - 1 ] == zuVectorObj( *vec );
     }
     if ( count == 0 ) {
         return;
     }
-    ZU_VECTOR *held = holdsItself ? zuVectorRetain( *vec ) : nullptr;
+    auto held = zu___HeldIf( isOwn, *vec );
     vectorInsertItems( vec, idx, count, [ = ]( ZU_OBJ **gap ) { vectorRetainItems( gap, src, count ); } );
-    ZU_REF_RELEASE_OPT( held );
 }
 
 // Inserts an object that was made for it.
@@ -809,7 +800,8 @@ void zuVectorDelInner( ZU_VECTOR **vec, ZU_INT offset, ZU_INT count )
     vectorUnshare( vec );
     ZU_VECTOR *own = *vec;
     ZU_OBJ **range = vectorFirst( own ) + offset;
-    vectorReleaseItems( range, count );
+    zu___Taken taken;
+    taken.add( range, count );
     if ( offset == 0 ) {
         own->fspace += count;
     } else {
@@ -844,8 +836,9 @@ void zuVectorDelOuter( ZU_VECTOR **vec, ZU_INT offset, ZU_INT count )
     vectorUnshare( vec );
     ZU_VECTOR *own = *vec;
     ZU_INT tailLength = own->length - offset - count;
-    vectorReleaseItems( vectorFirst( own ), offset );
-    vectorReleaseItems( vectorFirst( own ) + offset + count, tailLength );
+    zu___Taken taken;
+    taken.add( vectorFirst( own ), offset );
+    taken.add( vectorFirst( own ) + offset + count, tailLength );
     own->fspace += offset;
     own->bspace += tailLength;
     own->length = count;
@@ -931,10 +924,10 @@ void zuVectorStringize( ZU_VECTOR **vec )
     }
     vectorUnshare( vec );
     ZU_OBJ **items = vectorFirst( *vec );
+    zu___Taken taken;
+    taken.add( items, ( *vec )->length );
     for ( ZU_INT i = 0; i < ( *vec )->length; i++ ) {
-        ZU_OBJ *item = items[ i ];
-        items[ i ] = zuStringObj( zuObjToString( item ) );
-        ZU_REF_RELEASE( item );
+        items[ i ] = zuStringObj( zuObjToString( items[ i ] ) );
     }
 }
 

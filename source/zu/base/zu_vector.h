@@ -81,8 +81,8 @@ ZU_API ZU_VECTOR *zuVectorCreateFromObjsUse( ZU_OBJ **src, ZU_INT count );
 //     InsertStringFormatWcstr  a new string made by a format in UTF-16
 //
 // go in ahead of position `idx`, 0 to the length; Append forms put them at the end, Prepend forms at the front.  `src`
-// may be the changed vector itself, as source or as item, and is read as it stood before the call.  Lengths of text may
-// be -1: terminated.  A position or range outside aborts, and so does null.
+// may be the changed vector itself, as source or as item, or a part of its backing, and is read as it stood before the
+// call.  Lengths of text may be -1: terminated.  A position or range outside aborts, and so does null.
 /// Inserts all of `src`.
 ZU_API void zuVectorInsert( ZU_VECTOR **vec, ZU_INT idx, ZU_VECTOR *src );
 /// Inserts the `count` items of `src` from `offset` on.
