@@ -16,6 +16,7 @@
 #include "zu/base/zu_vector.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/runtime/zu_obj_internal.h"
+#include "zu/runtime/zu_ref_internal.h"
 #include "zu/sys/zu_mem.h"
 #include "zu/sys/zu_real.h"
 
@@ -66,6 +67,12 @@ static inline void dictReleasePair( ZU___DICT_PAIR pair )
 {
     ZU_REF_RELEASE( pair.key );
     ZU_REF_RELEASE( pair.val );
+}
+// Takes the references of a pair out of its dict.
+static inline void dictTakePair( zu___Taken *taken, ZU___DICT_PAIR pair )
+{
+    taken->add( pair.key );
+    taken->add( pair.val );
 }
 
 // Notes the sort of a key that comes in.
@@ -655,17 +662,11 @@ static ZU_INT dictIndexOfObj( ZU_DICT *dict, ZU_OBJ *key )
 }
 static ZU_INT dictIndexOfBool( ZU_DICT *dict, ZU_BOOL key )
 {
-    ZU_BOXED_BOOL *boxed = zuBoxedBoolCreate( key );
-    ZU_INT idx = dictIndexOfObj( dict, zuBoxedBoolObj( boxed ) );
-    ZU_REF_RELEASE( boxed );
-    return idx;
+    return dictIndexOfObj( dict, zu___Owned( zuBoxedBoolObj( zuBoxedBoolCreate( key ) ) ) );
 }
 static ZU_INT dictIndexOfNull( ZU_DICT *dict )
 {
-    ZU_BOXED_NULL *boxed = zuBoxedNullCreate();
-    ZU_INT idx = dictIndexOfObj( dict, zuBoxedNullObj( boxed ) );
-    ZU_REF_RELEASE( boxed );
-    return idx;
+    return dictIndexOfObj( dict, zu___Owned( zuBoxedNullObj( zuBoxedNullCreate() ) ) );
 }
 ZU_INT zu___DictIndexOfChars( ZU_DICT *dict, const ZU_CHAR *chars, ZU_INT length )
 {
@@ -895,27 +896,21 @@ void zuDictSetObjKey( ZU_DICT **dict, ZU_OBJ *key, ZU_OBJ *value )
         *zu___DictMakeRoom( *dict, place.idx, 1 ) = pair;
     }
 }
-// Sets a key that the caller has made, and gives it up.
-static void dictSetUse( ZU_DICT **dict, ZU_OBJ *key, ZU_OBJ *value )
-{
-    zuDictSetObjKey( dict, key, value );
-    ZU_REF_RELEASE( key );
-}
 void zuDictSetBoolKey( ZU_DICT **dict, ZU_BOOL key, ZU_OBJ *value )
 {
-    dictSetUse( dict, zuBoxedBoolObj( zuBoxedBoolCreate( key ) ), value );
+    zuDictSetObjKey( dict, zu___Owned( zuBoxedBoolObj( zuBoxedBoolCreate( key ) ) ), value );
 }
 void zuDictSetIntKey( ZU_DICT **dict, ZU_INT key, ZU_OBJ *value )
 {
-    dictSetUse( dict, zuBoxedIntObj( zuBoxedIntCreate( key ) ), value );
+    zuDictSetObjKey( dict, zu___Owned( zuBoxedIntObj( zuBoxedIntCreate( key ) ) ), value );
 }
 void zuDictSetRealKey( ZU_DICT **dict, double key, ZU_OBJ *value )
 {
-    dictSetUse( dict, zuBoxedRealObj( zuBoxedRealCreate( key ) ), value );
+    zuDictSetObjKey( dict, zu___Owned( zuBoxedRealObj( zuBoxedRealCreate( key ) ) ), value );
 }
 void zuDictSetNullKey( ZU_DICT **dict, ZU_OBJ *value )
 {
-    dictSetUse( dict, zuBoxedNullObj( zuBoxedNullCreate() ), value );
+    zuDictSetObjKey( dict, zu___Owned( zuBoxedNullObj( zuBoxedNullCreate() ) ), value );
 }
 void zuDictSetStringKey( ZU_DICT **dict, ZU_STRING *key, ZU_OBJ *value )
 {
@@ -923,11 +918,11 @@ void zuDictSetStringKey( ZU_DICT **dict, ZU_STRING *key, ZU_OBJ *value )
 }
 void zuDictSetStringKeyCstr( ZU_DICT **dict, const char *src, ZU_INT srcLength, ZU_OBJ *value )
 {
-    dictSetUse( dict, zuStringObj( zuStringCreateFromCstr( src, srcLength ) ), value );
+    zuDictSetObjKey( dict, zu___Owned( zuStringObj( zuStringCreateFromCstr( src, srcLength ) ) ), value );
 }
 void zuDictSetStringKeyWcstr( ZU_DICT **dict, const char16_t *src, ZU_INT srcLength, ZU_OBJ *value )
 {
-    dictSetUse( dict, zuStringObj( zuStringCreateFromWcstr( src, srcLength ) ), value );
+    zuDictSetObjKey( dict, zu___Owned( zuStringObj( zuStringCreateFromWcstr( src, srcLength ) ) ), value );
 }
 void zuDictSetSortKey( ZU_DICT **dict, ZU_SORT *key, ZU_OBJ *value )
 {
@@ -1017,8 +1012,9 @@ void zu___DictClear( ZU_DICT **dict )
         return;
     }
     ZU_DICT *own = *dict;
+    zu___Taken taken;
     for ( ZU_INT i = 0; i < own->length; i++ ) {
-        dictReleasePair( std::exchange( own->items[ i ], { nullptr, nullptr } ) );
+        dictTakePair( &taken, std::exchange( own->items[ i ], { nullptr, nullptr } ) );
     }
     own->length = 0;
 }
@@ -1041,21 +1037,21 @@ void zuDictDelValue( ZU_DICT **dict, ZU_OBJ *value, ZU_BOOL useCompare )
     if ( ( *dict )->length == 0 ) {
         return;
     }
-    zuObjRetain( value ); // ahead of the copy: it may be the dict itself
+    zu___Owned held( zuObjRetain( value ) ); // ahead of the copy: it may be the dict itself
     dictUnshare( dict );
+    zu___Taken taken;
     ZU___DICT_PAIR *items = ( *dict )->items;
     ZU_INT length = ( *dict )->length;
     ZU_INT kept = 0;
     for ( ZU_INT i = 0; i < length; i++ ) {
         ZU___DICT_PAIR pair = items[ i ];
         if ( pair.val == value || ( useCompare && zu___ObjCompareInline( pair.val, value ) == 0 ) ) {
-            dictReleasePair( pair );
+            dictTakePair( &taken, pair );
         } else {
             items[ kept++ ] = pair;
         }
     }
     dictCut( dict, kept, dictCompactAlloc( ( *dict )->alloc, kept ) );
-    ZU_REF_RELEASE( value );
 }
 void zuDictInclude( ZU_DICT **dest, ZU_DICT *src, ZU_BOOL overwrite )
 {
@@ -1065,8 +1061,9 @@ void zuDictInclude( ZU_DICT **dest, ZU_DICT *src, ZU_BOOL overwrite )
     if ( src->length == 0 ) {
         return;
     }
-    ZU_DICT *held = zuDictRetain( src ); // it may be *dest
+    zu___Owned held( zuDictRetain( src ) ); // it may be *dest
     dictUnshare( dest );
+    zu___Taken taken;
     ZU_DICT *own = *dest;
 
     // Where each new key belongs among the present ones, -1 for a key that is there already
@@ -1087,8 +1084,8 @@ void zuDictInclude( ZU_DICT **dest, ZU_DICT *src, ZU_BOOL overwrite )
             length++;
             alloc = dictGrownAlloc( alloc, length );
         } else if ( overwrite ) {
-            dictReleasePair(
-                std::exchange( own->items[ place.idx ], { zuObjRetain( pair.key ), zuObjRetain( pair.val ) } ) );
+            dictTakePair( &taken, std::exchange( own->items[ place.idx ],
+                                                 { zuObjRetain( pair.key ), zuObjRetain( pair.val ) } ) );
         }
     }
 
@@ -1110,7 +1107,6 @@ void zuDictInclude( ZU_DICT **dest, ZU_DICT *src, ZU_BOOL overwrite )
     if ( places != local ) {
         zuMemFree( places );
     }
-    ZU_REF_RELEASE( held );
 }
 void zuDictExclude( ZU_DICT **dest, ZU_DICT *src )
 {
@@ -1125,6 +1121,7 @@ void zuDictExclude( ZU_DICT **dest, ZU_DICT *src )
         return;
     }
     // The pairs behind each removed one move ahead when the next is found.
+    zu___Taken taken;
     ZU_INT length = ( *dest )->length;
     ZU_INT left = length;
     ZU_INT alloc = ( *dest )->alloc;
@@ -1146,7 +1143,7 @@ void zuDictExclude( ZU_DICT **dest, ZU_DICT *src )
             run = place.idx + 1;
             left--;
             alloc = dictCompactAlloc( alloc, left );
-            dictReleasePair( pair );
+            dictTakePair( &taken, pair );
         }
     }
     if ( left < length ) {

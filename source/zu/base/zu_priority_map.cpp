@@ -9,6 +9,7 @@
 #include "zu/base/zu_dict_internal.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/runtime/zu_obj_internal.h"
+#include "zu/runtime/zu_ref_internal.h"
 
 #include <cstring>
 
@@ -121,13 +122,8 @@ ZU_INT zuPriorityMapIndexOf( ZU_PRIORITY_MAP *map, ZU_OBJ *obj )
 {
     ZU_ASSERT( map );
     ZU_ASSERT( obj );
-    ZU_OBJ *entry = zuDictObjKey( map->objDict, obj );
-    if ( !entry ) {
-        return -1;
-    }
-    ZU_INT idx = zuDictIndexOfObjKey( map->entryDict, entry );
-    ZU_REF_RELEASE( entry );
-    return idx;
+    zu___Owned entry( zuDictObjKey( map->objDict, obj ) );
+    return entry ? zuDictIndexOfObjKey( map->entryDict, entry ) : -1;
 }
 
 // Access by position
@@ -139,10 +135,7 @@ ZU_INT zuPriorityMapLength( ZU_PRIORITY_MAP *map )
 ZU_INT zuPriorityMapPriorityAt( ZU_PRIORITY_MAP *map, ZU_INT idx )
 {
     ZU_ASSERT( map );
-    ZU_OBJ *entry = zuDictKeyAt( map->entryDict, idx );
-    ZU_INT priority = priorityMapEntryFrom( entry )->priority;
-    ZU_REF_RELEASE( entry );
-    return priority;
+    return priorityMapEntryFrom( zu___Owned( zuDictKeyAt( map->entryDict, idx ) ) )->priority;
 }
 ZU_OBJ *zuPriorityMapValueAt( ZU_PRIORITY_MAP *map, ZU_INT idx )
 {
@@ -251,9 +244,9 @@ void zuPriorityMapSet( ZU_PRIORITY_MAP **map, ZU_INT priority, ZU_OBJ *obj )
     ZU_ASSERT( map );
     ZU_ASSERT( *map );
     ZU_ASSERT( obj );
-    // Held meanwhile: if it is the map itself, that forces the copy, which might else be its end.
-    ZU_OBJ *held = obj == zuPriorityMapObj( *map ) ? zuObjRetain( obj ) : nullptr;
+    auto held = zu___HeldIf( obj == zuPriorityMapObj( *map ), obj );
     priorityMapUnshare( map );
+    zu___Taken taken;
     ZU_PRIORITY_MAP *own = *map;
     ZU_INT idx = zuDictIndexOfObjKey( own->objDict, obj );
     ZU___PRIORITY_MAP_ENTRY *old = idx != -1 ? priorityMapEntryFrom( own->objDict->items[ idx ].val ) : nullptr;
@@ -261,17 +254,14 @@ void zuPriorityMapSet( ZU_PRIORITY_MAP **map, ZU_INT priority, ZU_OBJ *obj )
         old && ( old->priority == priority || ( old->value == obj && priorityMapTryMove( own, old, priority ) ) );
     if ( !done ) {
         if ( old ) {
-            zuObjRetain( &old->obj );
+            taken.add( zuObjRetain( &old->obj ) ); // which holds the object too
             zuDictDelAt( &own->objDict, idx );
             priorityMapDelEntry( own, &old->obj );
-            ZU_REF_RELEASE( old );
         }
-        ZU___PRIORITY_MAP_ENTRY *entry = priorityMapEntryCreate( priority, obj );
+        zu___Owned entry( priorityMapEntryCreate( priority, obj ) );
         zuDictSetObjKey( &own->entryDict, &entry->obj, obj );
         zuDictSetObjKey( &own->objDict, obj, &entry->obj );
-        ZU_REF_RELEASE( entry );
     }
-    ZU_REF_RELEASE_OPT( held );
 }
 void zuPriorityMapDel( ZU_PRIORITY_MAP **map, ZU_OBJ *obj )
 {
@@ -282,21 +272,19 @@ void zuPriorityMapDel( ZU_PRIORITY_MAP **map, ZU_OBJ *obj )
     if ( idx == -1 ) {
         return;
     }
-    ZU_OBJ *entry = zuDictValueAt( ( *map )->objDict, idx );
+    zu___Owned entry( zuDictValueAt( ( *map )->objDict, idx ) );
     priorityMapUnshare( map );
     zuDictDelAt( &( *map )->objDict, idx );
     priorityMapDelEntry( *map, entry );
-    ZU_REF_RELEASE( entry );
 }
 void zuPriorityMapDelAt( ZU_PRIORITY_MAP **map, ZU_INT idx )
 {
     ZU_ASSERT( map );
     ZU_ASSERT( *map );
     priorityMapUnshare( map );
-    ZU_OBJ *obj = zuDictValueAt( ( *map )->entryDict, idx );
+    zu___Owned obj( zuDictValueAt( ( *map )->entryDict, idx ) );
     zuDictDelAt( &( *map )->entryDict, idx );
     zuDictDelObjKey( &( *map )->objDict, obj );
-    ZU_REF_RELEASE( obj );
 }
 void zuPriorityMapClear( ZU_PRIORITY_MAP **map )
 {

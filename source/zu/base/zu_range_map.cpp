@@ -6,6 +6,7 @@
 
 #include "zu/base/zu_string_format.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/runtime/zu_ref_internal.h"
 #include "zu/sys/zu_mem.h"
 
 #include <cstring>
@@ -72,14 +73,14 @@ static void rangeMapCompact( ZU_RANGE_MAP *map )
 }
 
 // Removes the `count` ranges from `idx` on.
-static void rangeMapRemove( ZU_RANGE_MAP *map, ZU_INT idx, ZU_INT count )
+static void rangeMapRemove( ZU_RANGE_MAP *map, ZU_INT idx, ZU_INT count, zu___Taken *taken )
 {
     if ( count == 0 ) {
         return;
     }
     RANGE *gone = map->ranges + idx;
     for ( ZU_INT i = 0; i < count; i++ ) {
-        ZU_REF_RELEASE( gone[ i ].value );
+        taken->add( gone[ i ].value );
     }
     memmove( gone, gone + count, (size_t)( map->length - idx - count ) * sizeof( RANGE ) );
     map->length -= count;
@@ -193,7 +194,7 @@ static bool rangeMapCollapses( const RANGE &first, const RANGE &second )
 }
 
 // Collapses the ranges from those that abut with the one at `idx` on.
-static void rangeMapCollapseFrom( ZU_RANGE_MAP *map, ZU_INT idx )
+static void rangeMapCollapseFrom( ZU_RANGE_MAP *map, ZU_INT idx, zu___Taken *taken )
 {
     RANGE *ranges = map->ranges;
     while ( idx > 0 && rangeMapAbut( ranges[ idx - 1 ], ranges[ idx ] ) ) {
@@ -203,7 +204,7 @@ static void rangeMapCollapseFrom( ZU_RANGE_MAP *map, ZU_INT idx )
     for ( ZU_INT i = idx + 1; i < map->length; i++ ) {
         if ( rangeMapCollapses( ranges[ last ], ranges[ i ] ) ) {
             ranges[ last ].endingKey = ranges[ i ].endingKey;
-            ZU_REF_RELEASE( ranges[ i ].value );
+            taken->add( ranges[ i ].value );
         } else {
             last++;
             ranges[ last ] = ranges[ i ];
@@ -240,7 +241,8 @@ void zuRangeMapCollapse( ZU_RANGE_MAP **map )
     for ( ZU_INT i = 1; i < ( *map )->length; i++ ) {
         if ( rangeMapCollapses( ranges[ i - 1 ], ranges[ i ] ) ) {
             rangeMapUnshare( map );
-            rangeMapCollapseFrom( *map, 0 );
+            zu___Taken taken;
+            rangeMapCollapseFrom( *map, 0, &taken );
             return;
         }
     }
@@ -344,6 +346,7 @@ void zuRangeMapSetRangeKey( ZU_RANGE_MAP **map, ZU_INT startingKey, ZU_INT endin
     // Retained first: if it is the map itself, that forces the copy.
     const RANGE range = { startingKey, endingKey, zuObjRetain( value ) };
     rangeMapUnshare( map );
+    zu___Taken taken;
     ZU_RANGE_MAP *own = *map;
     ZU_INT idx = 0;
     if ( own->length == 0 || startingKey > own->ranges[ own->length - 1 ].endingKey ) {
@@ -359,14 +362,13 @@ void zuRangeMapSetRangeKey( ZU_RANGE_MAP **map, ZU_INT startingKey, ZU_INT endin
         if ( covered == 0 ) {
             *rangeMapMakeRoom( own, idx, 1 ) = range;
         } else {
-            ZU_OBJ *old = own->ranges[ idx ].value;
+            taken.add( own->ranges[ idx ].value );
             own->ranges[ idx ] = range;
-            ZU_REF_RELEASE( old );
-            rangeMapRemove( own, idx + 1, covered - 1 );
+            rangeMapRemove( own, idx + 1, covered - 1, &taken );
         }
     }
     if ( own->autoCollapse ) {
-        rangeMapCollapseFrom( own, idx );
+        rangeMapCollapseFrom( own, idx, &taken );
     }
 }
 void zuRangeMapSetIntKey( ZU_RANGE_MAP **map, ZU_INT key, ZU_OBJ *value )
@@ -389,7 +391,8 @@ void zuRangeMapDelRangeKey( ZU_RANGE_MAP **map, ZU_INT startingKey, ZU_INT endin
         return;
     }
     ZU_INT covered = rangeMapIsolate( *map, &idx, startingKey, endingKey );
-    rangeMapRemove( *map, idx, covered );
+    zu___Taken taken;
+    rangeMapRemove( *map, idx, covered, &taken );
 }
 void zuRangeMapDelIntKey( ZU_RANGE_MAP **map, ZU_INT key )
 {

@@ -1,0 +1,118 @@
+// What holds for containers of every class.
+
+#include "zu/zu.hpp"
+#include "zu_test_support.h"
+
+#include <vector>
+
+// An object that looks at a container when it dies.
+typedef struct WITNESS WITNESS;
+struct WITNESS {
+    ZU_OBJ obj;
+    ZU_INT number;
+};
+static ZU_OBJ *watched = nullptr;
+static std::vector<std::string> seen;
+
+static std::string toStd( ZU_OBJ *obj )
+{
+    zu::Ref<ZU_STRING> text = zu::adopt( zuObjToString( obj ) );
+    return std::string( zuStringBacking( text.get() ), zuStringBacking( text.get() ) + zuStringLength( text.get() ) );
+}
+static void witnessFree( ZU_OBJ * )
+{
+    if ( watched ) {
+        seen.push_back( toStd( watched ) );
+    }
+}
+static ZU_INT witnessCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
+{
+    return ( (WITNESS *)thisObj )->number - ( (WITNESS *)thatObj )->number;
+}
+static ZU_STRING *witnessToString( ZU_OBJ *thisObj )
+{
+    return zuStringCreateFromFormatCstr( "w%i", -1, ( (WITNESS *)thisObj )->number );
+}
+static ZU_SORT zu___sort_WITNESS =
+    ZU___SORT_INITIALIZER( "WITNESS", nullptr, witnessFree, witnessCompare, witnessToString );
+
+static zu::Ref<ZU_OBJ> witness( ZU_INT number )
+{
+    ZU_OBJ *obj = zu___ObjCreate( sizeof( WITNESS ), &zu___sort_WITNESS );
+    ( (WITNESS *)obj )->number = number;
+    return zu::adopt( obj );
+}
+
+// Containers of witnesses, two of each two neighbours equal
+static ZU_OBJ *makeDict()
+{
+    ZU_DICT *dict = zuDictCreate();
+    for ( ZU_INT i = 0; i < 40; i++ ) {
+        zuDictSetIntKey( &dict, i, witness( i / 2 ).get() );
+    }
+    return zuDictObj( dict );
+}
+static ZU_OBJ *makeVector()
+{
+    ZU_VECTOR *vec = zuVectorCreate();
+    for ( ZU_INT i = 0; i < 40; i++ ) {
+        zuVectorPush( &vec, witness( i / 2 ).get() );
+    }
+    return zuVectorObj( vec );
+}
+static ZU_OBJ *makeRangeMap()
+{
+    ZU_RANGE_MAP *map = zuRangeMapCreate();
+    for ( ZU_INT i = 0; i < 40; i++ ) {
+        zuRangeMapSetIntKey( &map, i, witness( i / 2 ).get() );
+    }
+    return zuRangeMapObj( map );
+}
+
+// What dies by a change finds the container as the change leaves it.
+TEST( Containers, AreRightWhenTheirObjectsDie )
+{
+    static const struct {
+        const char *name;
+        ZU_OBJ *( *make )();
+        size_t deaths;
+        void ( *change )( void *container );
+    } ROWS[] = {
+        { "dict, value", makeDict, 2,
+          []( void *dict ) { zuDictDelValue( (ZU_DICT **)dict, witness( 3 ).get(), ZU_TRUE ); } },
+        { "dict, exclude", makeDict, 39,
+          []( void *dict ) {
+              zu::Ref<ZU_DICT> other = zu::adopt( zuDictCreate() );
+              for ( ZU_INT i = 1; i < 40; i++ ) {
+                  zuDictSetIntKey( other.inOut(), i, zu::adopt( zuBoxedNullObj( zuBoxedNullCreate() ) ).get() );
+              }
+              zuDictExclude( (ZU_DICT **)dict, other.get() );
+          } },
+        { "dict, include", makeDict, 40,
+          []( void *dict ) {
+              zuDictInclude( (ZU_DICT **)dict, zu::adopt( zuDictFrom( makeDict() ) ).get(), ZU_TRUE );
+          } },
+        { "dict, clear", makeDict, 40, []( void *dict ) { zu___DictClear( (ZU_DICT **)dict ); } },
+        { "vector, inner", makeVector, 20, []( void *vec ) { zuVectorDelInner( (ZU_VECTOR **)vec, 7, 20 ); } },
+        { "vector, outer", makeVector, 20, []( void *vec ) { zuVectorDelOuter( (ZU_VECTOR **)vec, 7, 20 ); } },
+        { "vector, texts", makeVector, 40, []( void *vec ) { zuVectorStringize( (ZU_VECTOR **)vec ); } },
+        { "range map, del", makeRangeMap, 20,
+          []( void *map ) { zuRangeMapDelRangeKey( (ZU_RANGE_MAP **)map, 7, 26 ); } },
+        { "range map, set", makeRangeMap, 20,
+          []( void *map ) { zuRangeMapSetRangeKey( (ZU_RANGE_MAP **)map, 7, 26, witness( 7 ).get() ); } },
+        { "range map, collapse", makeRangeMap, 20, []( void *map ) { zuRangeMapCollapse( (ZU_RANGE_MAP **)map ); } },
+    };
+    for ( const auto &row : ROWS ) {
+        SCOPED_TRACE( row.name );
+        ZU_OBJ *container = row.make();
+        seen.clear();
+        watched = container;
+        row.change( &container );
+        watched = nullptr;
+        EXPECT_GE( seen.size(), row.deaths ); // those that the change brought along may be among them
+        for ( const std::string &text : seen ) {
+            EXPECT_EQ( text, toStd( container ) );
+        }
+        zuObjRelease( container );
+    }
+}
