@@ -116,3 +116,29 @@ TEST( Containers, AreRightWhenTheirObjectsDie )
         zuObjRelease( container );
     }
 }
+
+// Whoever decodes data has as much nesting as the data says.
+TEST( Containers, AreComparedAndPrintedHoweverDeep )
+{
+    runOnSmallStack( [] {
+        static constexpr ZU_INT DEPTH = 1000000;
+        zu::Ref<ZU_OBJ> levels[ 3 ]; // the last, the one in it, and the one in that
+        levels[ 0 ] = zu::adopt( zuVectorObj( zuVectorCreate() ) );
+        for ( ZU_INT i = 1; i <= DEPTH; i++ ) {
+            levels[ 2 ] = levels[ 1 ];
+            levels[ 1 ] = levels[ 0 ];
+            if ( i % 2 == 1 ) {
+                zu::Ref<ZU_DICT> dict = zu::adopt( zuDictCreate() );
+                zuDictSetIntKey( dict.inOut(), 7, levels[ 1 ].get() );
+                levels[ 0 ] = zu::share( zuDictObj( dict.get() ) );
+            } else {
+                levels[ 0 ] = zu::adopt( zuVectorObj( zuVectorCreateFromObj( levels[ 1 ].get() ) ) );
+            }
+        }
+        EXPECT_EQ( zuObjCompare( levels[ 0 ].get(), levels[ 2 ].get() ), 1 ) << "in the end the length decides";
+        EXPECT_EQ( zuObjCompare( levels[ 2 ].get(), levels[ 0 ].get() ), -1 );
+        std::string text = toStd( levels[ 0 ].get() );
+        EXPECT_EQ( text.size(), ( DEPTH + 1 ) * 2 + DEPTH );
+        EXPECT_EQ( text.substr( 0, 9 ), "<{7=<{7=<" );
+    } );
+}

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <map>
-#include <pthread.h>
 #include <random>
 #include <vector>
 
@@ -434,7 +433,7 @@ static STORE makeChain( int depth, ZU_INT value )
     }
     return chain;
 }
-static void *mergeDeepStores( void * )
+static void mergeDeepStores()
 {
     STORE store = makeChain( 10000, 1 );
     EXPECT_TRUE( zuStoreEquals( store.get(), makeChain( 10000, 1 ).get() ) );
@@ -448,17 +447,10 @@ static void *mergeDeepStores( void * )
     }
     EXPECT_EQ( levels, 20000 );
     EXPECT_EQ( both, 10000 );
-    return nullptr;
 }
 TEST( Store, TakesDeepStoresOnASmallStack )
 {
-    pthread_attr_t attributes;
-    pthread_attr_init( &attributes );
-    pthread_attr_setstacksize( &attributes, 128 * 1024 );
-    pthread_t thread;
-    ASSERT_EQ( pthread_create( &thread, &attributes, mergeDeepStores, nullptr ), 0 );
-    pthread_join( thread, nullptr );
-    pthread_attr_destroy( &attributes );
+    runOnSmallStack( mergeDeepStores );
 }
 
 TEST( StoreAborts, Arguments )

@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <atomic>
 #include <functional>
-#include <pthread.h>
 #include <random>
 #include <string>
 #include <vector>
@@ -240,22 +239,6 @@ TEST( Obj, ThreadsShareReferences )
     EXPECT_EQ( freed, ROUNDS );
     EXPECT_EQ( zuSortObjects( testNodeSort() ), 0 );
     EXPECT_EQ( testModule.sorts, 0u );
-}
-
-// Runs `body` on a thread with as much stack as the library must make do with.
-static void runOnSmallStack( const std::function<void()> &body )
-{
-    pthread_attr_t attributes;
-    pthread_t thread;
-    pthread_attr_init( &attributes );
-    ASSERT_EQ( pthread_attr_setstacksize( &attributes, 128 * 1024 ), 0 );
-    auto run = []( void *argument ) -> void * {
-        ( *(const std::function<void()> *)argument )();
-        return nullptr;
-    };
-    ASSERT_EQ( pthread_create( &thread, &attributes, run, const_cast<std::function<void()> *>( &body ) ), 0 );
-    pthread_join( thread, nullptr );
-    pthread_attr_destroy( &attributes );
 }
 
 TEST( Obj, DeepGraphsGoInOneRelease )

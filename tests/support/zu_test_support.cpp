@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <pthread.h>
 #include <random>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -82,6 +83,21 @@ void runThreads( int count, const std::function<void( int )> &body )
     for ( std::thread &thread : threads ) {
         thread.join();
     }
+}
+
+void runOnSmallStack( const std::function<void()> &body )
+{
+    pthread_attr_t attributes;
+    pthread_t thread;
+    pthread_attr_init( &attributes );
+    ASSERT_EQ( pthread_attr_setstacksize( &attributes, 128 * 1024 ), 0 );
+    auto run = []( void *argument ) -> void * {
+        ( *(const std::function<void()> *)argument )();
+        return nullptr;
+    };
+    ASSERT_EQ( pthread_create( &thread, &attributes, run, const_cast<std::function<void()> *>( &body ) ), 0 );
+    pthread_join( thread, nullptr );
+    pthread_attr_destroy( &attributes );
 }
 
 std::string runProgram( const std::string &commandLine )

@@ -13,6 +13,9 @@ void expectAbort( const char *expression, const std::function< void() > &stateme
 // Runs `body` in `count` threads that begin together and tell themselves apart by 0 to count - 1; waits for them all.
 void runThreads( int count, const std::function<void( int )> &body );
 
+// Runs `body` on a thread with as much stack as the library must make do with.
+void runOnSmallStack( const std::function<void()> &body );
+
 // Runs a program and returns its standard output; a failure to run it, or its failing, fails the test.
 std::string runProgram( const std::string &commandLine );
 

@@ -12,6 +12,7 @@
 #include "zu/base/zu_boxed_int.h"
 #include "zu/base/zu_boxed_null.h"
 #include "zu/base/zu_boxed_real.h"
+#include "zu/base/zu_nested_internal.h"
 #include "zu/base/zu_string_internal.h"
 #include "zu/base/zu_vector.h"
 #include "zu/runtime/zu_module.h"
@@ -195,47 +196,19 @@ static void dictFree( ZU_OBJ *thisObj )
     }
     ZU_REF_POISON( dict->items );
 }
-static ZU_INT dictCompareOpt( ZU_OBJ *objA, ZU_OBJ *objB )
-{
-    if ( objA && objB ) {
-        return zu___ObjCompareInline( objA, objB );
-    }
-    return ( objA != nullptr ) - ( objB != nullptr );
-}
 static ZU_INT dictCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
 {
     ZU_DICT *dictA = zuDictFrom( thisObj );
     ZU_DICT *dictB = zuDictFrom( thatObj );
     ZU_ASSERT( dictA );
     ZU_ASSERT( dictB );
-    ZU_INT common = zuIntMin( dictA->length, dictB->length );
-    for ( ZU_INT i = 0; i < common; i++ ) {
-        ZU_INT order = dictCompareOpt( dictA->items[ i ].key, dictB->items[ i ].key );
-        if ( order == 0 ) {
-            order = dictCompareOpt( dictA->items[ i ].val, dictB->items[ i ].val );
-        }
-        if ( order != 0 ) {
-            return order;
-        }
-    }
-    return ( dictA->length > dictB->length ) - ( dictA->length < dictB->length );
+    return zu___NestedCompare( thisObj, thatObj );
 }
 static ZU_STRING *dictToString( ZU_OBJ *thisObj )
 {
     ZU_DICT *dict = zuDictFrom( thisObj );
     ZU_ASSERT( dict );
-    ZU_STRING *text = zuStringCreate();
-    zuStringAppendChar( &text, '{' );
-    for ( ZU_INT i = 0; i < dict->length; i++ ) {
-        if ( i > 0 ) {
-            zuStringAppendCstr( &text, ", ", 2 );
-        }
-        zuStringAppendObj( &text, dict->items[ i ].key );
-        zuStringAppendChar( &text, '=' );
-        zuStringAppendObj( &text, dict->items[ i ].val );
-    }
-    zuStringAppendChar( &text, '}' );
-    return text;
+    return zu___NestedToString( thisObj );
 }
 
 // Creation

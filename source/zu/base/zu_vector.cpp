@@ -12,6 +12,7 @@
 #include "zu/base/zu_boxed_int.h"
 #include "zu/base/zu_boxed_null.h"
 #include "zu/base/zu_boxed_real.h"
+#include "zu/base/zu_nested_internal.h"
 #include "zu/base/zu_slack_internal.h"
 #include "zu/base/zu_string_format.h"
 #include "zu/base/zu_vector_internal.h"
@@ -142,34 +143,13 @@ static ZU_INT vectorCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
     ZU_VECTOR *vecB = zuVectorFrom( thatObj );
     ZU_ASSERT( vecA );
     ZU_ASSERT( vecB );
-    ZU_OBJ *const *itemsA = vectorFirst( vecA );
-    ZU_OBJ *const *itemsB = vectorFirst( vecB );
-    ZU_INT common = zuIntMin( vecA->length, vecB->length );
-    for ( ZU_INT i = 0; i < common; i++ ) {
-        ZU_OBJ *itemA = itemsA[ i ];
-        ZU_OBJ *itemB = itemsB[ i ];
-        ZU_INT order = itemA && itemB ? zuObjCompare( itemA, itemB ) : ( itemA != nullptr ) - ( itemB != nullptr );
-        if ( order != 0 ) {
-            return order;
-        }
-    }
-    return ( vecA->length > vecB->length ) - ( vecA->length < vecB->length );
+    return zu___NestedCompare( thisObj, thatObj );
 }
 static ZU_STRING *vectorToString( ZU_OBJ *thisObj )
 {
     ZU_VECTOR *vec = zuVectorFrom( thisObj );
     ZU_ASSERT( vec );
-    ZU_STRING *text = zuStringCreate();
-    zuStringAppendChar( &text, '<' );
-    for ( ZU_INT i = 0; i < vec->length; i++ ) {
-        if ( i > 0 ) {
-            zuStringAppendChar( &text, ',' );
-            zuStringAppendChar( &text, ' ' );
-        }
-        zuStringAppendObj( &text, vectorFirst( vec )[ i ] );
-    }
-    zuStringAppendChar( &text, '>' );
-    return text;
+    return zu___NestedToString( thisObj );
 }
 
 // Inspection
