@@ -193,24 +193,29 @@ static bool rangeMapCollapses( const RANGE &first, const RANGE &second )
     return rangeMapAbut( first, second ) && zuObjCompare( first.value, second.value ) == 0;
 }
 
-// Collapses the ranges from those that abut with the one at `idx` on.
-static void rangeMapCollapseFrom( ZU_RANGE_MAP *map, ZU_INT idx, zu___Taken *taken )
+// Collapses the ranges from the one at `first` on, none of which collapse behind the one at `changed`, and so neither
+// do those behind the first that stays as it is there.
+static void rangeMapCollapseFrom( ZU_RANGE_MAP *map, ZU_INT first, ZU_INT changed, zu___Taken *taken )
 {
     RANGE *ranges = map->ranges;
-    while ( idx > 0 && rangeMapAbut( ranges[ idx - 1 ], ranges[ idx ] ) ) {
-        idx--;
-    }
-    ZU_INT last = idx; // the range that the next one may become part of
-    for ( ZU_INT i = idx + 1; i < map->length; i++ ) {
+    ZU_INT last = first; // the range that the next one may become part of
+    ZU_INT i = first + 1;
+    for ( ; i < map->length; i++ ) {
         if ( rangeMapCollapses( ranges[ last ], ranges[ i ] ) ) {
             ranges[ last ].endingKey = ranges[ i ].endingKey;
             taken->add( ranges[ i ].value );
+        } else if ( i > changed ) {
+            break;
         } else {
             last++;
             ranges[ last ] = ranges[ i ];
         }
     }
-    map->length = last + 1;
+    ZU_INT gone = i - ( last + 1 );
+    if ( gone > 0 ) {
+        memmove( ranges + last + 1, ranges + i, (size_t)( map->length - i ) * sizeof( RANGE ) );
+        map->length -= gone;
+    }
     rangeMapCompact( map );
 }
 
@@ -242,7 +247,7 @@ void zuRangeMapCollapse( ZU_RANGE_MAP **map )
         if ( rangeMapCollapses( ranges[ i - 1 ], ranges[ i ] ) ) {
             rangeMapUnshare( map );
             zu___Taken taken;
-            rangeMapCollapseFrom( *map, 0, &taken );
+            rangeMapCollapseFrom( *map, 0, ( *map )->length, &taken );
             return;
         }
     }
@@ -368,7 +373,8 @@ void zuRangeMapSetRangeKey( ZU_RANGE_MAP **map, ZU_INT startingKey, ZU_INT endin
         }
     }
     if ( own->autoCollapse ) {
-        rangeMapCollapseFrom( own, idx, &taken );
+        ZU_INT first = idx > 0 && rangeMapAbut( own->ranges[ idx - 1 ], own->ranges[ idx ] ) ? idx - 1 : idx;
+        rangeMapCollapseFrom( own, first, idx, &taken );
     }
 }
 void zuRangeMapSetIntKey( ZU_RANGE_MAP **map, ZU_INT key, ZU_OBJ *value )
