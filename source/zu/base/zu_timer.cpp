@@ -19,6 +19,7 @@
 #include "zu/base/zu_timestamp.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/runtime/zu_obj_internal.h"
+#include "zu/runtime/zu_ref_internal.h"
 
 // How far ahead of a time of the calendar the looks come closer, in seconds, and how long the thread sleeps between
 // them.
@@ -38,8 +39,9 @@ struct ZU___TIMER_CLOSURE {
     ZU_OBJ *evt;
     ZU_THREAD *abortThread;
     uint32_t sched;   // 1: the timer is to fire; atomic
-    ZU_BOOL schedAbs; // filed in timerAbsDict; guarded by timerMonitor, as is the next
+    ZU_BOOL schedAbs; // filed in timerAbsDict; guarded by timerMonitor, as are the next two
     ZU_BOOL schedRel; // filed in timerRelPrioMap
+    ZU_TIME *at;      // its time in timerAbsDict, where a later timer may have taken the place; null if not schedAbs
 };
 struct ZU_TIMER {
     ZU_OBJ obj;
@@ -131,6 +133,7 @@ static ZU_TIMER *timerCreate()
     tcl->sched = 0;
     tcl->schedAbs = ZU_FALSE;
     tcl->schedRel = ZU_FALSE;
+    tcl->at = nullptr;
     ZU_TIMER *timer = (ZU_TIMER *)zu___ObjCreate( sizeof( ZU_TIMER ), &zu___sort_ZU_TIMER );
     timer->tcl = tcl;
     timer->linger = ZU_FALSE;
@@ -182,19 +185,25 @@ ZU_TIMER *zu___TimerCreateAbort( void )
 }
 
 // Schedules; the caller is inside timerMonitor
+static bool timerIsAtLocked( ZU___TIMER_CLOSURE *tcl, ZU_INT idx )
+{
+    zu___Owned check( zuDictValueAt( timerAbsDict, idx ) );
+    ZU_ASSERT( check );
+    return check == &tcl->obj;
+}
+static void timerLeaveCalendarLocked( ZU___TIMER_CLOSURE *tcl )
+{
+    tcl->schedAbs = ZU_FALSE;
+    ZU_REF_RELEASE( tcl->at );
+    tcl->at = nullptr;
+}
 static void timerDropByTimeLocked( ZU___TIMER_CLOSURE *tcl )
 {
-    ZU_INT length = zuDictLength( timerAbsDict );
-    for ( ZU_INT i = 0; i < length; i++ ) {
-        ZU_OBJ *check = zuDictValueAt( timerAbsDict, i );
-        ZU_ASSERT( check );
-        bool found = check == &tcl->obj;
-        zuObjRelease( check );
-        if ( found ) {
-            zuDictDelAt( &timerAbsDict, i );
-            return;
-        }
+    ZU_INT idx = zuDictIndexOfObjKey( timerAbsDict, zuTimeObj( tcl->at ) );
+    if ( idx >= 0 && timerIsAtLocked( tcl, idx ) ) {
+        zuDictDelAt( &timerAbsDict, idx );
     }
+    timerLeaveCalendarLocked( tcl );
 }
 // A closure that is filed has a reference in its schedule, which may be the last but the caller's.
 static void timerDropScheduleLocked( ZU___TIMER_CLOSURE *tcl )
@@ -208,7 +217,6 @@ static void timerDropScheduleLocked( ZU___TIMER_CLOSURE *tcl )
         tcl->schedRel = ZU_FALSE;
         zuPriorityMapDel( &timerRelPrioMap, &tcl->obj );
     } else {
-        tcl->schedAbs = ZU_FALSE;
         timerDropByTimeLocked( tcl );
     }
 }
@@ -289,11 +297,10 @@ void zuTimerScheduleAtTime( ZU_TIMER *timer, ZU_TIME *at )
     ZU_ASSERT( timerThread );
     timerDropScheduleLocked( timer->tcl );
     zuDictSetObjKey( &timerAbsDict, zuTimeObj( at ), &timer->tcl->obj );
-    ZU_OBJ *first = zuDictValueAt( timerAbsDict, 0 );
-    bool isFirst = first == &timer->tcl->obj;
-    zuObjRelease( first );
+    bool isFirst = timerIsAtLocked( timer->tcl, 0 );
     __atomic_store_n( &timer->tcl->sched, 1, __ATOMIC_RELEASE );
     timer->tcl->schedAbs = ZU_TRUE;
+    timer->tcl->at = zuTimeRetain( at );
     zuMonitorLeave( timerMonitor );
     if ( isFirst ) {
         zuBarrierUnblock( timerBarrier );
@@ -358,7 +365,7 @@ static ZU_INT timerFireAbsolute( ZU_TIME **now )
         }
         ZU___TIMER_CLOSURE *tcl = timerClosureFrom( zuDictValueAt( timerAbsDict, 0 ) );
         zuDictDelAt( &timerAbsDict, 0 );
-        tcl->schedAbs = ZU_FALSE;
+        timerLeaveCalendarLocked( tcl );
         timerFireTaken( tcl );
     }
     return ZU_INT_MAX;
