@@ -1,4 +1,5 @@
-// UTF-8 to code points and back: the whole text in one call, into an array that is there.
+// UTF-8 to code points and back: the whole text in one call, into an array that is there; and the same for the narrow
+// encoding of the environment, which travels through UTF-16.
 //
 // GLib's functions make their array themselves.  ICU is asked twice, for code points ("icu") and for its own UTF-16
 // ("icu16").  "std" is a plain widening or narrowing of as many units, which no decoder can be faster than.
@@ -18,12 +19,13 @@
 #endif
 
 // Decoding
+template <auto CONVERT>
 static void zuDecode( benchmark::State &state, const BENCHMARK_TEXT &text )
 {
     std::vector<ZU_CHAR> dest( text.utf8.size() );
     for ( auto _ : state ) {
         benchmark::DoNotOptimize(
-            zuCharsConvertFromUtf8( dest.data(), (ZU_INT)dest.size(), text.utf8.data(), (ZU_INT)text.utf8.size() ) );
+            CONVERT( dest.data(), (ZU_INT)dest.size(), text.utf8.data(), (ZU_INT)text.utf8.size() ) );
         benchmark::ClobberMemory();
     }
 }
@@ -57,12 +59,13 @@ static void iconvDecode( benchmark::State &state, const BENCHMARK_TEXT &text )
 }
 
 // Encoding
+template <auto CONVERT>
 static void zuEncode( benchmark::State &state, const BENCHMARK_TEXT &text )
 {
     std::string dest( text.utf8.size(), 0 );
     for ( auto _ : state ) {
-        benchmark::DoNotOptimize( zuCharsConvertToUtf8( dest.data(), (ZU_INT)dest.size(), text.chars.data(),
-                                                        (ZU_INT)text.chars.size(), ZU_FALSE ) );
+        benchmark::DoNotOptimize(
+            CONVERT( dest.data(), (ZU_INT)dest.size(), text.chars.data(), (ZU_INT)text.chars.size(), ZU_FALSE ) );
         benchmark::ClobberMemory();
     }
 }
@@ -176,10 +179,12 @@ static void qtString( benchmark::State &state, const BENCHMARK_TEXT &text )
 
 int main( int argc, char **argv )
 {
-    benchmarkOnTexts( "Utf8/decode", "zu", zuDecode );
+    benchmarkOnTexts( "Utf8/decode", "zu", zuDecode<zuCharsConvertFromUtf8> );
+    benchmarkOnTexts( "Narrow/decode", "zu", zuDecode<zuCharsConvertFromCstr> );
+    benchmarkOnTexts( "Narrow/encode", "zu", zuEncode<zuCharsConvertToCstr> );
     benchmarkOnTexts( "Utf8/decode", "std", stdDecode );
     benchmarkOnTexts( "Utf8/decode", "iconv", iconvDecode );
-    benchmarkOnTexts( "Utf8/encode", "zu", zuEncode );
+    benchmarkOnTexts( "Utf8/encode", "zu", zuEncode<zuCharsConvertToUtf8> );
     benchmarkOnTexts( "Utf8/encode", "std", stdEncode );
     benchmarkOnTexts( "Utf8/encode", "iconv", iconvEncode );
     benchmarkOnTexts( "Utf8/string", "zu", zuString );

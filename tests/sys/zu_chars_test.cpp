@@ -326,6 +326,25 @@ TEST( CharsNarrow, BrokenSequencesAreReplaced )
         const std::u32string wanted = row.chars;
         expectMeasuringCopyFrom( Bytes( row.bytes ), zuCharsConvertFromCstr, Chars( wanted.begin(), wanted.end() ) );
     }
+    // The same amid sound text of any length
+    uint64_t seed = testSeed();
+    SCOPED_TRACE( seed );
+    std::mt19937_64 random( seed );
+    Bytes bytes;
+    Chars chars;
+    for ( int i = 0; i < 300; i++ ) {
+        Bytes sound = encodedUtf8( joined( encodedWide( randomText( random, random() % ( i % 3 ? 20 : 700 ) ) ) ) );
+        Units units = encodedWide( decodedUtf8( sound ) );
+        const auto &row = ROWS[ random() % std::size( ROWS ) ];
+        const std::u32string wanted = row.chars;
+        bytes += sound + row.bytes;
+        chars.insert( chars.end(), units.begin(), units.end() );
+        chars.insert( chars.end(), wanted.begin(), wanted.end() );
+    }
+    Chars dest( chars.size() );
+    EXPECT_EQ( zuCharsConvertFromCstr( nullptr, 0, bytes.data(), (ZU_INT)bytes.size() ), (ZU_INT)chars.size() );
+    zuCharsConvertFromCstr( dest.data(), (ZU_INT)dest.size(), bytes.data(), (ZU_INT)bytes.size() );
+    EXPECT_EQ( dest, chars );
 }
 
 TEST( Chars, SanitizeJoinsPairsAndDropsTheRest )

@@ -8,13 +8,16 @@ ZU_BEGIN_DECLS
 
 // Both are measuring copies like those of zu_chars.h, without a terminator: they return the number of units that the
 // whole result needs and store as many as fit.  `dest` may be null if `destLength` is 0.  The encoding extends ASCII.
+// Narrow text travels through UTF-16 both ways, or comes out as if it had: a platform whose own functions speak UTF-16
+// uses them and zuCharsConvertFromWcstr or zuCharsConvertToWcstr, one that knows the encoding spares the detour.
 
-// Converts narrow text to UTF-16; what cannot be read becomes U+FFFD.  A result of 0 for text that is not empty says
-// that the platform failed.
-ZU_INT zu___CharsEcsToWide( char16_t *dest, ZU_INT destLength, const char *src, ZU_INT srcLength );
+// Converts narrow text to UTF-16, and stores each unit as an element; what cannot be read becomes U+FFFD.  A result of
+// 0 for text that is not empty says that the platform failed.
+ZU_INT zu___CharsEcsToUnits( ZU_CHAR *dest, ZU_INT destLength, const char *src, ZU_INT srcLength );
 
-// Converts UTF-16 to narrow text; what the encoding lacks is replaced.  A failure of the platform yields 0.
-ZU_INT zu___CharsEcsFromWide( char *dest, ZU_INT destLength, const char16_t *src, ZU_INT srcLength );
+// Converts elements to narrow text: two surrogates in a row that make a pair are one character, and 0, what is above
+// 0x10FFFF, other surrogates and what the encoding lacks are replaced.  A failure of the platform yields 0.
+ZU_INT zu___CharsEcsFromChars( char *dest, ZU_INT destLength, const ZU_CHAR *src, ZU_INT srcLength );
 
 // The conditions that all functions from a text share, in the order in which they are told.
 #define ZU___CHARS_ASSERT_FROM( dest, destLength, src, srcLength ) \
