@@ -389,8 +389,9 @@ TEST( Buffer, LengthsAndSpace )
 
 TEST( Buffer, StaleBitsAreNeverSeen )
 {
-    ZU_BUFFER *a = zuBufferCreateFromBits( 0x55F, 11 );
+    ZU_BUFFER *a = zuBufferCreateFromBits( 0xABE0, 16 );
     ZU_BUFFER *b = zuBufferCreateFromBits( 0xABFF, 16 );
+    zuBufferBitDelTrailing( &a, 5 );
     zuBufferBitDelTrailing( &b, 5 );
     EXPECT_NE( zuBufferBacking( a )[ 1 ], zuBufferBacking( b )[ 1 ] );
     EXPECT_TRUE( zuBufferEquals( a, b ) );
