@@ -12,13 +12,12 @@
 #include <cstdlib>
 #include <cstring>
 
-static constexpr ZU_INT LENGTH_MAX = 4000; // lines; a deeper stack is cut
-static constexpr size_t LINE_SIZE = 4096;  // bytes of a line with its terminator; a longer one is cut
+static constexpr size_t LINE_SIZE = 4096; // bytes of a line with its terminator; a longer one is cut
 
 struct ZU_STACK_TRACE {
     ZU_OBJ obj;
     char **symbols;       // the lines, owned, each terminated; null if there is none
-    ZU_INT symbolsLength; // 0 to LENGTH_MAX
+    ZU_INT symbolsLength; // 0 to ZU___STACK_TRACE_LENGTH_MAX
 };
 
 static void stackTraceFree( ZU_OBJ *thisObj );
@@ -63,7 +62,8 @@ void zu___StackTraceFork( ZU___FORK_STEP step )
 
 // Creation
 struct STACK_TRACE_WALK {
-    char **lines; // LENGTH_MAX of them
+    ZU_STACK_TRACE *st;
+    char **lines; // ZU___STACK_TRACE_LENGTH_MAX of them
     ZU_INT length;
     ZU_INT lengthMax;
     ZU_INT skip;  // functions still to be passed over
@@ -105,6 +105,21 @@ static ZU_BOOL stackTraceAddFrame( uintptr_t address, void *closure )
     walk->lines[ walk->length++ ] = line;
     return ZU_TRUE;
 }
+// Creates an empty trace and takes the engine for what is to come in; tells whether anything can.
+static bool stackTraceBegin( STACK_TRACE_WALK *walk )
+{
+    walk->st = (ZU_STACK_TRACE *)zu___ObjCreate( sizeof( ZU_STACK_TRACE ), zuStackTraceSort() );
+    walk->st->symbols = nullptr;
+    walk->st->symbolsLength = 0;
+    zu___LockAcquire( &engineLock );
+    if ( walk->lengthMax == 0 || ( !engineUp && !zu___StackTraceEngineStart() ) ) {
+        return false;
+    }
+    engineUp = true;
+    walk->lines = (char **)malloc( (size_t)ZU___STACK_TRACE_LENGTH_MAX * sizeof( char * ) );
+    walk->buffer = (char *)malloc( LINE_SIZE );
+    return walk->lines && walk->buffer;
+}
 // Gives back what the lines have left free of the array, and tells how much memory the trace keeps.
 static void stackTraceAdoptLines( ZU_STACK_TRACE *st, STACK_TRACE_WALK *walk )
 {
@@ -122,30 +137,34 @@ static void stackTraceAdoptLines( ZU_STACK_TRACE *st, STACK_TRACE_WALK *walk )
     }
     zu___ObjDbgSetAllocationSize( &st->obj, (ZU_INT)size );
 }
+static ZU_STACK_TRACE *stackTraceEnd( STACK_TRACE_WALK *walk )
+{
+    zu___LockRelease( &engineLock );
+    free( walk->buffer );
+    stackTraceAdoptLines( walk->st, walk );
+    return walk->st;
+}
 
 ZU_STACK_TRACE *zuStackTraceCreate( ZU_INT skip, ZU_INT maxLength )
 {
     ZU_ASSERT( skip >= 0 );
     ZU_ASSERT( maxLength >= -1 );
-    ZU_STACK_TRACE *st = (ZU_STACK_TRACE *)zu___ObjCreate( sizeof( ZU_STACK_TRACE ), zuStackTraceSort() );
-    st->symbols = nullptr;
-    st->symbolsLength = 0;
     STACK_TRACE_WALK walk = {};
-    walk.lengthMax = maxLength < 0 || maxLength > LENGTH_MAX ? LENGTH_MAX : maxLength;
+    walk.lengthMax = maxLength < 0 || maxLength > ZU___STACK_TRACE_LENGTH_MAX ? ZU___STACK_TRACE_LENGTH_MAX : maxLength;
     walk.skip = skip;
-    zu___LockAcquire( &engineLock );
-    if ( walk.lengthMax > 0 && ( engineUp || zu___StackTraceEngineStart() ) ) {
-        engineUp = true;
-        walk.lines = (char **)malloc( (size_t)LENGTH_MAX * sizeof( char * ) );
-        walk.buffer = (char *)malloc( LINE_SIZE );
-        if ( walk.lines && walk.buffer ) {
-            zu___StackTraceWalk( stackTraceAddFrame, &walk );
-        }
-        free( walk.buffer );
+    if ( stackTraceBegin( &walk ) ) {
+        zu___StackTraceWalk( stackTraceAddFrame, &walk );
     }
-    zu___LockRelease( &engineLock );
-    stackTraceAdoptLines( st, &walk );
-    return st;
+    return stackTraceEnd( &walk );
+}
+ZU_STACK_TRACE *zu___StackTraceCreateFromAddresses( const uintptr_t *addresses, ZU_INT count )
+{
+    STACK_TRACE_WALK walk = {};
+    walk.lengthMax = ZU___STACK_TRACE_LENGTH_MAX;
+    if ( stackTraceBegin( &walk ) ) {
+        for ( ZU_INT i = 0; i < count && stackTraceAddFrame( addresses[ i ], &walk ); i++ ) {}
+    }
+    return stackTraceEnd( &walk );
 }
 static void stackTraceFree( ZU_OBJ *thisObj )
 {

@@ -1,6 +1,6 @@
-// zu_stack_trace_internal.h: what a platform must provide for ZU_STACK_TRACE.
+// zu_stack_trace_internal.h: stack traces made of addresses, and what a platform must provide for ZU_STACK_TRACE.
 //
-// All calls but the walk are made under the lock of the symbol engine, one at a time.  Memory may be short when they
+// All calls of the platform but the walk are made under the lock of the symbol engine, one at a time.  Memory may be short when they
 // are made: nothing aborts, and what cannot be had is left out.
 #pragma once
 
@@ -16,6 +16,12 @@ typedef struct ZU___STACK_TRACE_PLACE {
     unsigned long line;       // counted from 1
     unsigned long lineOffset; // of the address in the code of the line
 } ZU___STACK_TRACE_PLACE;
+
+// Lines of a trace at most; a deeper stack is cut.
+#define ZU___STACK_TRACE_LENGTH_MAX ( (ZU_INT)4000 )
+
+// Returns a trace made of what a walk has found, from the innermost function on.
+ZU_STACK_TRACE *zu___StackTraceCreateFromAddresses( const uintptr_t *addresses, ZU_INT count );
 
 // Receives the address where a function will go on; false ends the walk.
 typedef ZU_BOOL ( *ZU___STACK_TRACE_FRAME_FUNC )( uintptr_t address, void *closure );
