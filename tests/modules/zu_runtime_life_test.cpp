@@ -2,6 +2,7 @@
 
 #include "zu_test_support.h"
 
+#include <atomic>
 #include <dlfcn.h>
 #include <fstream>
 #include <sstream>
@@ -10,10 +11,16 @@
 #include <unistd.h>
 
 static std::string printed; // what the library has printed, in ASCII
+static std::atomic<bool> pinReported{ false };
 
 static void printFunction( const ZU_CHAR *chs, ZU_INT chsLength )
 {
-    printed.append( chs, chs + chsLength );
+    std::string text( chs, chs + chsLength );
+    printed += text;
+    if ( text == "TEST_PIN (2)\n" ) {
+        pinReported = true;
+        pinReported.notify_all();
+    }
 }
 static std::string takePrinted()
 {
@@ -108,33 +115,59 @@ TEST( RuntimeLife, PrintsNothingOnceStopped )
     zuRuntimePrint( (const ZU_CHAR *)U"b", 1 );
     EXPECT_EQ( takePrinted(), "a" );
 }
-TEST( RuntimeLife, ReportsTheProductAheadOfLeaks )
+static const std::string REPORT_LINE = std::string( 90, '-' ) + "\n";
+
+static std::string productReport()
 {
+    const ZU___MODULE_RECORD &record = zu___module_record;
+    std::stringstream report;
+    report << REPORT_LINE << "Product   : " << record.productName << "\nFriendly  : " << record.productFriendlyName
+           << "\nVersion   : " << record.productVersionMajor << "." << record.productVersionMinor << "."
+           << record.productVersionRelease << "\nOS        : " << zu___RuntimeOsFriendlyNameCstr( zuRuntimeOs() )
+           << "\nHardware  : " << zu___RuntimeHardwareFriendlyNameCstr( zuRuntimeHardware() )
+           << "\nVariant   : " << zu___RuntimeVariantFriendlyNameCstr( zuRuntimeVariant() )
+           << "\nBuild Time: " << record.productBuildTime << "\n";
+    return report.str();
+}
+TEST( RuntimeLife, ReportsLeaks )
+{
+    const ZU_INT sorts = ZU_RUNTIME_FLAG_SNAPSHOT_SORT, objects = ZU_RUNTIME_FLAG_SNAPSHOT_OBJECT,
+                 texts = ZU_RUNTIME_FLAG_SNAPSHOT_OBJECT_TOSTRING, logs = ZU_RUNTIME_FLAG_SNAPSHOT_OBJECT_LOG;
     ZU_STRING *leak;
-    ZU_INT flags = ZU_RUNTIME_FLAG_OBJECT_DATABASE;
+    ZU_OBJ *others[ 2 ];
     {
-        Life quiet( flags );
-        leak = zuStringCreateFromAscii( "leak", -1 );
+        Life quiet( ZU_RUNTIME_FLAG_OBJECT_DATABASE );
+        leak = zuStringRetain( zuStringCreateFromAscii( "leak", -1 ) );
+        others[ 0 ] = zuBarrierObj( zuBarrierCreate( ZU_TRUE ) );
+        others[ 1 ] = zuBarrierObj( zuBarrierCreate( ZU_TRUE ) );
+        zu___ObjLogAppend( others[ 0 ], string( "raised" ).get() );
+        zu___ObjLogAppend( others[ 0 ], string( "" ).get() );
     }
     EXPECT_EQ( takePrinted(), "" );
-    EXPECT_EQ( zuModule()->sorts, 1u );
-    flags |= ZU_RUNTIME_FLAG_SNAPSHOT_SORT;
-    Life reporting( flags );
-    EXPECT_EQ( zuRuntimeFlags(), flags );
-    reporting.stop();
-    const ZU___MODULE_RECORD &record = zu___module_record;
-    std::stringstream expected;
-    expected << std::string( 90, '-' ) << "\nProduct   : " << record.productName
-             << "\nFriendly  : " << record.productFriendlyName << "\nVersion   : " << record.productVersionMajor << "."
-             << record.productVersionMinor << "." << record.productVersionRelease
-             << "\nOS        : " << zu___RuntimeOsFriendlyNameCstr( zuRuntimeOs() )
-             << "\nHardware  : " << zu___RuntimeHardwareFriendlyNameCstr( zuRuntimeHardware() )
-             << "\nVariant   : " << zu___RuntimeVariantFriendlyNameCstr( zuRuntimeVariant() )
-             << "\nBuild Time: " << record.productBuildTime << "\n";
-    EXPECT_EQ( takePrinted().substr( 0, expected.str().size() ), expected.str() );
+    EXPECT_EQ( zuModule()->sorts, 2u );
+    const std::string sortLines = "ZU_STRING  1\nZU_BARRIER 2\n";
+    const struct {
+        ZU_INT flags;
+        std::string text;
+    } ROWS[] = {
+        { sorts, sortLines },
+        { objects, "ZU_STRING (2)\nZU_BARRIER (1)\nZU_BARRIER (1)\n" },
+        { sorts | objects | texts, sortLines + "\nZU_STRING (2) \"leak\"\nZU_BARRIER (1)\nZU_BARRIER (1)\n" },
+        { objects | logs, "ZU_STRING (2)\nZU_BARRIER (1)\n\traised\n\t\nZU_BARRIER (1)\n" },
+    };
+    for ( const auto &row : ROWS ) {
+        Life reporting( ZU_RUNTIME_FLAG_OBJECT_DATABASE | row.flags );
+        EXPECT_EQ( zuRuntimeFlags(), ZU_RUNTIME_FLAG_OBJECT_DATABASE | row.flags );
+        reporting.stop();
+        EXPECT_EQ( takePrinted(), productReport() + REPORT_LINE + row.text );
+        EXPECT_EQ( zuModule()->sorts, 2u );
+    }
     {
-        Life again( ZU_RUNTIME_FLAG_OBJECT_DATABASE ); // which the object is in
+        Life again( ZU_RUNTIME_FLAG_OBJECT_DATABASE ); // which the objects are in
         zuStringRelease( leak );
+        zuStringRelease( leak );
+        zuObjRelease( others[ 0 ] );
+        zuObjRelease( others[ 1 ] );
     }
     EXPECT_EQ( zuModule()->sorts, 0u );
 }
@@ -289,6 +322,28 @@ TEST( RuntimeLife, PrintFunctionsMayFork )
     zuPrintCstr( "fork", -1 );
     EXPECT_TRUE( printedInChild );
     EXPECT_EQ( zuRuntimeShutdown(), 0 );
+}
+// The report comes after ten seconds; a time-out of as much never comes then.
+TEST( RuntimeModules, AreReportedWhenStuck )
+{
+    Life life( IMPLICIT | ZU_RUNTIME_FLAG_OBJECT_DATABASE | ZU_RUNTIME_FLAG_SNAPSHOT_SORT |
+                   ZU_RUNTIME_FLAG_SNAPSHOT_OBJECT,
+               10000 );
+    ASSERT_TRUE( load( "gauge" ) );
+    ZU_OBJ *pin = createPin();
+    zuObjRetain( pin );
+    takePrinted();
+    pinReported = false;
+    std::thread other( [ & ] {
+        pinReported.wait( false );
+        zuObjRelease( pin );
+        zuObjRelease( pin );
+    } );
+    zuRuntimeUnloadAllModules();
+    other.join();
+    const std::string report = productReport() + REPORT_LINE + "TEST_PIN 1\n\nTEST_PIN (2)\n";
+    EXPECT_EQ( takePrinted(), "plot prepare\nscale prepare\nunit prepare\nplot begin\nplot end\n" + report +
+                                  "gauge free\nscale begin\nscale end\nunit begin\nunit end\n" );
 }
 TEST( RuntimeModules, ShowInStackTraces )
 {

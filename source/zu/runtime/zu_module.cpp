@@ -3,6 +3,7 @@
 #include "zu/base/zu_string.h"
 #include "zu/runtime/zu_identity.h"
 #include "zu/runtime/zu_module_internal.h"
+#include "zu/runtime/zu_obj_internal.h"
 #include "zu/runtime/zu_runtime_version.h"
 
 #include <cstring>
@@ -137,6 +138,38 @@ void *zuModuleRunPersonality( ZU_MODULE *module, void *argument1, void *argument
 {
     ZU_ASSERT( module );
     return module->personalityFunc( argument1, argument2 );
+}
+
+// Snapshots
+ZU_VECTOR *zuModuleSnapshotSorts( ZU_MODULE *module )
+{
+    ZU_ASSERT( module );
+    if ( !zu___ObjOdbEnabled() ) {
+        return nullptr;
+    }
+    ZU_VECTOR *vec = zu___ObjSnapshotCreate();
+    zu___ObjOdbLock();
+    for ( ZU_SORT *sort = module->sortsFirst; sort; sort = sort->sortsNext ) {
+        zu___ObjSnapshotAppendLocked( vec, zuSortObj( sort ) );
+    }
+    zu___ObjOdbUnlock();
+    return vec;
+}
+ZU_VECTOR *zuModuleSnapshotObjects( ZU_MODULE *module )
+{
+    ZU_ASSERT( module );
+    if ( !zu___ObjOdbEnabled() ) {
+        return nullptr;
+    }
+    ZU_VECTOR *vec = zu___ObjSnapshotCreate();
+    zu___ObjOdbLock();
+    for ( ZU_SORT *sort = module->sortsFirst; sort; sort = sort->sortsNext ) {
+        for ( ZU_OBJ *obj = sort->objectsFirst; obj; obj = obj->objectsNext ) {
+            zu___ObjSnapshotAppendLocked( vec, obj );
+        }
+    }
+    zu___ObjOdbUnlock();
+    return vec;
 }
 
 // Lists of names in a record

@@ -28,6 +28,11 @@ ZU_API ZU_BOOL zuModuleHasPersonality( ZU_MODULE *module );
 /// Lets the module act as a main program and returns what it returns.  The two arguments mean what module and caller
 /// have agreed on.  The module must have a personality; that is not checked.
 ZU_API void *zuModuleRunPersonality( ZU_MODULE *module, void *argument1, void *argument2 );
+/// Returns a new vector of the module's sorts that have live objects, in the order in which they came to have some;
+/// null unless the process keeps the object database.
+ZU_API ZU_VECTOR *zuModuleSnapshotSorts( ZU_MODULE *module );
+/// Returns a new vector of the live objects of all these sorts, as zuSortSnapshot does for one.
+ZU_API ZU_VECTOR *zuModuleSnapshotObjects( ZU_MODULE *module );
 
 // For authors of classes and modules
 //

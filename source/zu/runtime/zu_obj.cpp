@@ -20,10 +20,18 @@
 // are under its lock.
 //
 // Creation publishes nothing.  Who hands a new object to another thread orders that by the way in which it does so.
+//
+// An origin is kept as addresses, and becomes text only when somebody reads the log.  As text it would be some 20 KiB
+// and some hundred microseconds an object, which no test suite bears; so it is a word a function and a walk.  Files are
+// not unloaded once they have served, so that addresses keep their meaning.
 
 #include "zu/runtime/zu_obj.h"
 
+#include "zu/base/zu_buffer.h"
+#include "zu/base/zu_dict.h"
+#include "zu/base/zu_stack_trace_internal.h"
 #include "zu/base/zu_string_format.h"
+#include "zu/base/zu_vector_internal.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/runtime/zu_obj_internal.h"
 #include "zu/runtime/zu_runtime_internal.h"
@@ -38,17 +46,20 @@
 
 // Start-up
 static bool odbEnabled = false;
-static ZU___LOCK odbLock; // guards the chains of objects and of active sorts
-static ZU___LOCK logLock; // guards all logs
+static bool originEnabled = false; // only with the database
+static ZU___LOCK odbLock;          // guards the chains of objects and of active sorts
+static ZU___LOCK logLock;          // guards all logs
 
 void zu___ObjStartup( void )
 {
     zu___LockInitialize( &odbLock );
     zu___LockInitialize( &logLock );
     odbEnabled = ( zu___RuntimeFlags & ZU_RUNTIME_FLAG_OBJECT_DATABASE ) != 0;
+    originEnabled = ( zu___RuntimeFlags & ZU_RUNTIME_FLAG_OBJECT_ORIGIN ) != 0;
 }
 void zu___ObjShutdown( void )
 {
+    originEnabled = false;
     odbEnabled = false;
     zu___LockFinalize( &logLock );
     zu___LockFinalize( &odbLock );
@@ -138,6 +149,203 @@ static inline bool objCountDown( ZU_SORT *sort )
     zu___LockRelease( &odbLock );
 }
 
+ZU_BOOL zu___ObjOdbEnabled( void )
+{
+    return odbEnabled;
+}
+void zu___ObjOdbLock( void )
+{
+    ZU_ASSERT( odbEnabled );
+    zu___LockAcquire( &odbLock );
+}
+void zu___ObjOdbUnlock( void )
+{
+    ZU_ASSERT( odbEnabled );
+    zu___LockRelease( &odbLock );
+}
+
+// Snapshots.  Under the lock no object may be created, so the vector is private from the beginning, and its storage
+// alone grows.
+ZU_VECTOR *zu___ObjSnapshotCreate( void )
+{
+    ZU_VECTOR *empty = zuVectorCreate();
+    ZU_VECTOR *vec = zuVectorCreateFrom( empty );
+    zuVectorRelease( empty );
+    return vec;
+}
+// Adds a reference unless the last one has gone, which another thread may give up at this moment.
+static bool objTryRetain( ZU_OBJ *obj )
+{
+    ZU___RETAIN_COUNT count = ZU___RETAIN_COUNT_VALUE( obj->retainCount );
+    while ( count > 0 && !__atomic_compare_exchange_n( &obj->retainCount, &count, count + 1, true, __ATOMIC_ACQ_REL,
+                                                       __ATOMIC_ACQUIRE ) ) {}
+    return count > 0;
+}
+void zu___ObjSnapshotAppendLocked( ZU_VECTOR *vec, ZU_OBJ *obj )
+{
+    if ( obj != &vec->obj && objTryRetain( obj ) ) {
+        *zu___VectorMakeRoom( vec, vec->length, 1 ) = obj;
+    }
+}
+
+// Logs.  Texts are made ahead of the lock, so that to-string functions may create objects and write to logs themselves.
+struct OBJ_LOG_CHAIN {
+    ZU___OBJ_LOG_ENTRY *first;
+    ZU___OBJ_LOG_ENTRY *last;
+};
+static void objLogChainAppend( OBJ_LOG_CHAIN *chain, ZU___OBJ_LOG_ENTRY *entry )
+{
+    ( chain->last ? chain->last->next : chain->first ) = entry;
+    chain->last = entry;
+}
+static void objLogLink( ZU_OBJ *obj, OBJ_LOG_CHAIN chain )
+{
+    zu___LockAcquire( &logLock );
+    ( obj->logLast ? obj->logLast->next : obj->logFirst ) = chain.first;
+    obj->logLast = chain.last;
+    zu___LockRelease( &logLock );
+}
+static ZU___OBJ_LOG_ENTRY *objLogRead( ZU___OBJ_LOG_ENTRY *const *link )
+{
+    zu___LockAcquire( &logLock );
+    ZU___OBJ_LOG_ENTRY *entry = *link;
+    zu___LockRelease( &logLock );
+    return entry;
+}
+// Creates an entry with copies of `count` elements behind it, to which its field `elements` points; null for none.
+template <typename ELEMENT>
+static ZU___OBJ_LOG_ENTRY *objLogEntryCreate( ELEMENT *ZU___OBJ_LOG_ENTRY::*elements, const ELEMENT *src, ZU_INT count )
+{
+    static_assert( sizeof( ZU___OBJ_LOG_ENTRY ) % alignof( ELEMENT ) == 0 );
+    ZU_INT size = (ZU_INT)sizeof( ZU___OBJ_LOG_ENTRY ) + count * (ZU_INT)sizeof( ELEMENT );
+    ZU___OBJ_LOG_ENTRY *entry = (ZU___OBJ_LOG_ENTRY *)zuMemAlloc( size );
+    *entry = { count, nullptr, nullptr, nullptr };
+    if ( count > 0 ) {
+        entry->*elements = (ELEMENT *)( entry + 1 );
+        zuMemCopyN( entry->*elements, src, count, sizeof( ELEMENT ) );
+    }
+    return entry;
+}
+static void objLogFree( ZU_OBJ *obj )
+{
+    for ( ZU___OBJ_LOG_ENTRY *entry = obj->logFirst; entry; ) {
+        ZU___OBJ_LOG_ENTRY *next = entry->next;
+        zuMemFree( entry );
+        entry = next;
+    }
+}
+
+ZU_VECTOR *zu___ObjLog( ZU_OBJ *thisObj )
+{
+    ZU_ASSERT( thisObj );
+    ZU___OBJ_LOG_ENTRY *entry = objLogRead( &thisObj->logFirst );
+    if ( !entry ) {
+        return nullptr;
+    }
+    ZU_VECTOR *vec = zuVectorCreate();
+    for ( ; entry; entry = objLogRead( &entry->next ) ) {
+        if ( entry->origin ) {
+            ZU_STACK_TRACE *st = zu___StackTraceCreateFromAddresses( entry->origin, entry->length );
+            ZU_VECTOR *lines = zuStackTraceVector( st );
+            zuVectorAppend( &vec, lines );
+            zuVectorRelease( lines );
+            zuStackTraceRelease( st );
+            zuVectorAppendStringCstr( &vec, "", 0 );
+        } else {
+            ZU_STRING *line = zuStringCreateFromCharsCopy( entry->chars, entry->length );
+            zuVectorAppendString( &vec, line );
+            zuStringRelease( line );
+        }
+    }
+    return vec;
+}
+void zu___ObjLogAppend( ZU_OBJ *thisObj, ZU_STRING *logMessage )
+{
+    ZU_ASSERT( logMessage );
+    ZU_VECTOR *vec = zuVectorCreateFromObj( zuStringObj( logMessage ) );
+    zu___ObjLogAppendVector( thisObj, vec );
+    zuVectorRelease( vec );
+}
+void zu___ObjLogAppendVector( ZU_OBJ *thisObj, ZU_VECTOR *vec )
+{
+    ZU_ASSERT( thisObj );
+    ZU_ASSERT( vec );
+    OBJ_LOG_CHAIN chain = {};
+    for ( ZU_INT i = 0; i < zuVectorLength( vec ); i++ ) {
+        ZU_STRING *line = zuObjToString( zuVectorBacking( vec )[ i ] );
+        objLogChainAppend(
+            &chain, objLogEntryCreate( &ZU___OBJ_LOG_ENTRY::chars, zuStringBacking( line ), zuStringLength( line ) ) );
+        zuStringRelease( line );
+    }
+    if ( chain.first ) {
+        objLogLink( thisObj, chain );
+    }
+}
+void zu___ObjLogAppendCallStack( ZU_OBJ *thisObj, ZU_INT skip, ZU_INT depth )
+{
+    ZU_ASSERT( thisObj );
+    ZU_ASSERT( skip >= 0 );
+    ZU_ASSERT( ZU_INT_ADD_OK( skip, 1 ) );
+    ZU_STACK_TRACE *st = zuStackTraceCreate( skip + 1, depth );
+    ZU_VECTOR *lines = zuStackTraceVector( st );
+    zuVectorAppendStringCstr( &lines, "", 0 );
+    zu___ObjLogAppendVector( thisObj, lines );
+    zuVectorRelease( lines );
+    zuStackTraceRelease( st );
+}
+
+// Origins.  Those of the classes that traces and logs are made of would say little, and are not kept.
+static bool objHasOrigin( ZU_SORT *sort )
+{
+    return sort != zuStringSort() && sort != zuVectorSort() && sort != zuDictSort() && sort != zuBufferSort() &&
+           sort != zuStackTraceSort();
+}
+struct OBJ_ORIGIN_WALK {
+    ZU_INT skip;          // functions still to be passed over
+    ZU_INT count;         // addresses found
+    ZU_INT capacity;      // addresses that there is room for
+    uintptr_t *addresses; // near, or an array of zuMemAllocN
+    uintptr_t near[ 256 ];
+};
+static ZU_BOOL objOriginAdd( uintptr_t address, void *closure )
+{
+    OBJ_ORIGIN_WALK *walk = (OBJ_ORIGIN_WALK *)closure;
+    if ( walk->skip > 0 ) {
+        walk->skip--;
+        return ZU_TRUE;
+    }
+    if ( walk->count == ZU___STACK_TRACE_LENGTH_MAX ) {
+        return ZU_FALSE;
+    }
+    if ( walk->count == walk->capacity ) {
+        uintptr_t *old = walk->addresses;
+        walk->capacity *= 2;
+        walk->addresses = (uintptr_t *)zuMemAllocN( walk->capacity, sizeof( uintptr_t ) );
+        zuMemCopyN( walk->addresses, old, walk->count, sizeof( uintptr_t ) );
+        if ( old != walk->near ) {
+            zuMemFree( old );
+        }
+    }
+    walk->addresses[ walk->count++ ] = address;
+    return ZU_TRUE;
+}
+// Writes to the log where the object comes from: who has called zu___ObjCreate.  Not inlined, since its frame is
+// counted.
+[[gnu::noinline]] static void objLogOrigin( ZU_OBJ *obj )
+{
+    OBJ_ORIGIN_WALK walk;
+    walk.skip = 2; // this function and zu___ObjCreate
+    walk.count = 0;
+    walk.capacity = sizeof walk.near / sizeof walk.near[ 0 ];
+    walk.addresses = walk.near;
+    zu___StackTraceWalk( objOriginAdd, &walk );
+    ZU___OBJ_LOG_ENTRY *entry = objLogEntryCreate( &ZU___OBJ_LOG_ENTRY::origin, walk.addresses, walk.count );
+    objLogLink( obj, { entry, entry } );
+    if ( walk.addresses != walk.near ) {
+        zuMemFree( walk.addresses );
+    }
+}
+
 // Life
 ZU_OBJ *zu___ObjCreate( ZU_INT size, ZU_SORT *sort )
 {
@@ -158,20 +366,13 @@ ZU_OBJ *zu___ObjCreate( ZU_INT size, ZU_SORT *sort )
 
     if ( ZU___UNLIKELY( odbEnabled ) ) {
         odbEnter( result );
+        if ( originEnabled && objHasOrigin( sort ) ) {
+            objLogOrigin( result );
+        }
     } else {
         objCountUp( sort );
     }
     return result;
-}
-
-static void objFreeLog( ZU_OBJ *obj )
-{
-    for ( ZU___OBJ_LOG_ENTRY *entry = obj->logFirst; entry; ) {
-        ZU___OBJ_LOG_ENTRY *next = entry->next;
-        zuMemFree( entry->chars );
-        zuMemFree( entry );
-        entry = next;
-    }
 }
 
 // Destroys an object that is in no chain any more.
@@ -181,7 +382,7 @@ static void objDestroy( ZU_OBJ *obj )
     if ( sort->freeFunc ) {
         sort->freeFunc( obj );
     }
-    objFreeLog( obj );
+    objLogFree( obj );
     // Plain: nobody else has the object to ask for its number.
     if ( obj->unique != ZU___UNIQUE_INVALID ) {
         zu___UniquePut( obj->unique );

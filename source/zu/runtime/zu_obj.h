@@ -22,6 +22,7 @@ ZU_BEGIN_DECLS
 typedef struct ZU_OBJ ZU_OBJ;
 typedef struct ZU_SORT ZU_SORT;
 typedef struct ZU_STRING ZU_STRING;
+typedef struct ZU_VECTOR ZU_VECTOR;
 typedef struct ZU___OBJ_LOG_ENTRY ZU___OBJ_LOG_ENTRY;
 typedef uint32_t ZU___RETAIN_COUNT;
 
@@ -142,6 +143,29 @@ ZU_API ZU_INT zu___ObjDbgAllocationSize( ZU_OBJ *thisObj );
 ZU_API void zu___ObjDbgSetAllocationSize( ZU_OBJ *thisObj, ZU_INT size );
 /// Declares `count` elements of `size` bytes.
 ZU_API void zu___ObjDbgSetAllocationSizeN( ZU_OBJ *thisObj, ZU_INT count, ZU_INT size );
+
+// Logs: lines of text that an object carries until it dies, for whoever looks for what keeps it alive.  An object that
+// is created under ZU_RUNTIME_FLAG_OBJECT_ORIGIN begins with the lines of a stack trace, from the function that created
+// it outwards, and an empty one; strings, vectors, dicts, buffers and stack traces do not.
+/// Returns the lines as a new vector of strings; null if there are none.
+ZU_API ZU_VECTOR *zu___ObjLog( ZU_OBJ *thisObj );
+/// Appends `logMessage` as one line.
+ZU_API void zu___ObjLogAppend( ZU_OBJ *thisObj, ZU_STRING *logMessage );
+/// Appends a line for each element of `vec`, its text; lines of other threads do not come in between.
+ZU_API void zu___ObjLogAppendVector( ZU_OBJ *thisObj, ZU_VECTOR *vec );
+/// Appends the lines of a stack trace and an empty one.  The trace leaves out the innermost `skip` functions, of which
+/// the first is this one, and has at most `depth` lines, -1: no limit.
+ZU_API void zu___ObjLogAppendCallStack( ZU_OBJ *thisObj, ZU_INT skip, ZU_INT depth );
+
+// The object database, kept with ZU_RUNTIME_FLAG_OBJECT_DATABASE: which objects of a sort live, and which sorts of a
+// module have such
+/// Tells whether it is kept.
+ZU_API ZU_BOOL zu___ObjOdbEnabled( void );
+/// Keeps the chains of objects and sorts as they are until zu___ObjOdbUnlock; aborts if they are not kept.  Meanwhile
+/// the caller must neither create nor release objects.
+ZU_API void zu___ObjOdbLock( void );
+/// Ends what zu___ObjOdbLock began.
+ZU_API void zu___ObjOdbUnlock( void );
 
 /// Reads the runtime flags that concern objects, and makes the locks of the object database and of the logs ready.
 ZU_API void zu___ObjStartup( void );

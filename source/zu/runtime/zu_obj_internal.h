@@ -10,12 +10,20 @@
 
 ZU_BEGIN_DECLS
 
-// A line of an object's log.  It holds characters, not a string: a log refers to no object and keeps none alive.
+// A line of an object's log, or the origin of the object, which stands for a line of each function and an empty one.
+// It holds characters, not a string: a log refers to no object and keeps none alive.
 struct ZU___OBJ_LOG_ENTRY {
-    ZU_INT length;  // code points
-    ZU_CHAR *chars; // null if the line is empty
+    ZU_INT length;     // code points, or addresses
+    ZU_CHAR *chars;    // behind the entry; null if the line is empty, or there is an origin
+    uintptr_t *origin; // behind the entry: where each function goes on that was being called, the innermost first
     ZU___OBJ_LOG_ENTRY *next;
 };
+
+// Snapshots are taken in three steps: a vector that nobody else has, then, between zu___ObjOdbLock and
+// zu___ObjOdbUnlock, its objects, one by one.
+ZU_VECTOR *zu___ObjSnapshotCreate( void );
+// Appends an object with a reference of its own, unless it is dying already, or is the snapshot itself.
+void zu___ObjSnapshotAppendLocked( ZU_VECTOR *vec, ZU_OBJ *obj );
 
 // As zuObjCompare.  Two objects of one class, as nearly all keys are, take no detour to its order or to their numbers.
 static inline ZU_INT zu___ObjCompareInline( ZU_OBJ *objA, ZU_OBJ *objB )

@@ -249,9 +249,11 @@ void zu___RuntimeFork( ZU___FORK_STEP step )
 // more.
 static void runtimeReportLeaks()
 {
+    ZU_INT flags = zu___RuntimeFlags;
     zu___RuntimeFlags = ZU_RUNTIME_FLAG_MINIMAL;
     runtimeStartSubsystems( nullptr, nullptr, nullptr );
     zu___RuntimePrintProductReport();
+    zu___RuntimePrintLeakReport( zuModule(), flags );
     runtimeStopSubsystems();
 }
 ZU_INT zuRuntimeShutdown( void )
@@ -433,6 +435,31 @@ ZU_VECTOR *zuRuntimeModulesVector( void )
     return vec;
 }
 
+// Snapshots
+static ZU_VECTOR *runtimeSnapshot( ZU_VECTOR *( *snapshotModule )( ZU_MODULE *module ) )
+{
+    if ( !zu___ObjOdbEnabled() ) {
+        return nullptr;
+    }
+    ZU_VECTOR *modules = zuRuntimeModulesVector();
+    ZU_VECTOR *vec = zuVectorCreate();
+    for ( ZU_INT i = 0; i < zuVectorLength( modules ); i++ ) {
+        ZU_VECTOR *part = snapshotModule( zuModuleFrom( zuVectorBacking( modules )[ i ] ) );
+        zuVectorAppend( &vec, part );
+        zuVectorRelease( part );
+    }
+    zuVectorRelease( modules );
+    return vec;
+}
+ZU_VECTOR *zuRuntimeSnapshotObjects( void )
+{
+    return runtimeSnapshot( zuModuleSnapshotObjects );
+}
+ZU_VECTOR *zuRuntimeSnapshotSorts( void )
+{
+    return runtimeSnapshot( zuModuleSnapshotSorts );
+}
+
 // Unloading.  The wait is what active sorts are counted for: when a module has none left, no object lives whose free or
 // compare function is in its file.  In a forked child nobody would release what threads of the parent held: there the
 // objects stay, and so do the files.
@@ -461,6 +488,7 @@ static void runtimeWaitForObjectsLocked( ZU_MODULE *module, bool *productReporte
                 zu___RuntimePrintProductReport();
                 *productReported = true;
             }
+            zu___RuntimePrintModuleReport( module, zu___RuntimeFlags );
         }
         if ( msecs > zu___RuntimeUnloadModuleTimeout && runtimeModuleIsActive( module ) ) {
             zu___Abort( module->moduleRecord->name, __FILE__, __LINE__, "msecs <= zu___RuntimeUnloadModuleTimeout" );

@@ -28,7 +28,7 @@ ZU_API void zuRuntimeStartup( ZU_INT flags, ZU_INT optionalUnloadModuleTimeout, 
 /// Unloads all modules, stops the library and returns 0.
 ///
 /// If objects of the library are left, and one of the flags ZU_RUNTIME_FLAG_SNAPSHOT_... is set, a report of them is
-/// printed.
+/// printed, for which the bare library starts and stops once more.
 ZU_API ZU_INT zuRuntimeShutdown( void );
 /// Returns the flags of the process, normalized; 0 while the library is stopped.
 ZU_API ZU_INT zuRuntimeFlags( void );
@@ -67,6 +67,13 @@ ZU_API ZU_BOOL zuRuntimeTryLoadModulesVector( ZU_VECTOR *moduleNames );
 /// at start-up aborts, with its name as the message.  With one of the flags ZU_RUNTIME_FLAG_SNAPSHOT_... it is reported
 /// every ten seconds instead, and a time of ten seconds or more never ends.
 ZU_API void zuRuntimeUnloadAllModules( void );
+
+// Snapshots, for whoever looks for what is still alive; null unless the process keeps the object database
+/// Returns a new vector of the live objects of all loaded modules, one module after the other, as
+/// zuModuleSnapshotObjects does for one.
+ZU_API ZU_VECTOR *zuRuntimeSnapshotObjects( void );
+/// Returns a new vector of the sorts that have live objects, likewise.
+ZU_API ZU_VECTOR *zuRuntimeSnapshotSorts( void );
 
 // For authors of classes and modules
 

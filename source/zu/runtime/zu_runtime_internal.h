@@ -43,5 +43,10 @@ void zu___RuntimeForkShutdown( void );
 
 // Prints which product this is; ahead of reports on modules that refuse to unload and on leaks.
 void zu___RuntimePrintProductReport( void );
+// Prints what lives of a module's sorts, as far as the ZU_RUNTIME_FLAG_SNAPSHOT_... flags among `flags` ask for it.
+void zu___RuntimePrintModuleReport( ZU_MODULE *module, ZU_INT flags );
+// Prints what has outlived the library that kept the database, which is not kept now: of the bare library that prints
+// there is nothing in the chains.
+void zu___RuntimePrintLeakReport( ZU_MODULE *module, ZU_INT flags );
 
 ZU_END_DECLS

@@ -2,6 +2,7 @@
 
 #include "zu/base/zu_name.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/runtime/zu_obj_internal.h"
 
 #include <cstring>
 
@@ -64,4 +65,19 @@ ZU_INT zuSortObjects( ZU_SORT *sort )
 {
     ZU_ASSERT( sort );
     return __atomic_load_n( &sort->objects, __ATOMIC_ACQUIRE );
+}
+
+ZU_VECTOR *zuSortSnapshot( ZU_SORT *sort )
+{
+    ZU_ASSERT( sort );
+    if ( !zu___ObjOdbEnabled() ) {
+        return nullptr;
+    }
+    ZU_VECTOR *vec = zu___ObjSnapshotCreate();
+    zu___ObjOdbLock();
+    for ( ZU_OBJ *obj = sort->objectsFirst; obj; obj = obj->objectsNext ) {
+        zu___ObjSnapshotAppendLocked( vec, obj );
+    }
+    zu___ObjOdbUnlock();
+    return vec;
 }

@@ -1,0 +1,307 @@
+#include "zu/base/zu_stack_trace_internal.h"
+#include "zu/runtime/zu_runtime_internal.h"
+#include "zu_runtime_test_support.h"
+
+#include <algorithm>
+#include <atomic>
+#include <random>
+#include <sstream>
+#include <utility>
+#include <vector>
+
+static const ZU_INT DATABASE = ZU_RUNTIME_FLAG_OBJECT_DATABASE;
+
+static ZU___MODULE_RECORD testRecord = {
+    ZU___MODULE_RECORD_VERSION, ZU___MODULE_ANY_PRODUCT, "light", "", "1.0", "", ""
+};
+static ZU_MODULE testModule = {
+    ZU___OBJ_STATIC_INITIALIZER( ZU___OBJ_TYPE_MODULE ), &testRecord, {}, {}, {}, {}, {}, 0, {}, {}
+};
+
+// A lamp prints, and writes to its own log whenever it does; a wire does neither.
+struct TEST_LAMP {
+    ZU_OBJ obj;
+    std::atomic<int> *freed;
+};
+ZU_STDFUNCS_DECLARE( TEST_LAMP, testLamp )
+static void lampFree( ZU_OBJ *thisObj );
+static ZU_STRING *lampToString( ZU_OBJ *thisObj );
+static ZU_SORT zu___sort_TEST_LAMP = ZU___SORT_INITIALIZER( "TEST_LAMP", &testModule, lampFree, nullptr, lampToString );
+ZU___STDFUNCS( TEST_LAMP, testLamp )
+static ZU_SORT zu___sort_TEST_WIRE_OF_COPPER =
+    ZU___SORT_INITIALIZER( "TEST_WIRE_OF_COPPER", &testModule, nullptr, nullptr, nullptr );
+
+static std::atomic<int> lampsFreed{ 0 };
+
+[[gnu::noinline]] static TEST_LAMP *lampCreate()
+{
+    TEST_LAMP *lamp = (TEST_LAMP *)zu___ObjCreate( sizeof( TEST_LAMP ), testLampSort() );
+    lamp->freed = &lampsFreed;
+    return lamp;
+}
+static void lampFree( ZU_OBJ *thisObj )
+{
+    ( *testLampFrom( thisObj )->freed )++;
+}
+static ZU_STRING *lampToString( ZU_OBJ *thisObj )
+{
+    zu___ObjLogAppend( thisObj, string( "printed" ).get() );
+    return zuStringCreateFromAscii( "lit", -1 );
+}
+static ZU_OBJ *wireCreate()
+{
+    return zu___ObjCreate( sizeof( ZU_OBJ ), &zu___sort_TEST_WIRE_OF_COPPER );
+}
+
+static std::vector<std::string> linesOf( ZU_VECTOR *vec )
+{
+    std::vector<std::string> lines;
+    for ( ZU_INT i = 0; vec && i < zuVectorLength( vec ); i++ ) {
+        lines.push_back( textOf( zuStringFrom( zuVectorObjAt( vec, i ) ) ) );
+    }
+    ZU_REF_RELEASE_OPT( vec );
+    return lines;
+}
+static std::vector<std::string> logOf( ZU_OBJ *obj )
+{
+    return linesOf( zu___ObjLog( obj ) );
+}
+using Lines = std::vector<std::string>;
+
+// Database and snapshots
+TEST( ObjDatabase, OffThereAreNoSnapshots )
+{
+    runRestarted( 0, [] {
+        EXPECT_FALSE( zu___ObjOdbEnabled() );
+        EXPECT_EQ( zuSortSnapshot( zuStringSort() ), nullptr );
+        EXPECT_TRUE( !zuModuleSnapshotSorts( zuModule() ) && !zuModuleSnapshotObjects( zuModule() ) );
+        EXPECT_TRUE( !zuRuntimeSnapshotSorts() && !zuRuntimeSnapshotObjects() );
+        expectAbort( "odbEnabled", [] { zu___ObjOdbLock(); } );
+        expectAbort( "odbEnabled", [] { zu___ObjOdbUnlock(); } );
+    } );
+}
+// A snapshot has what lives, in the order of creation, and keeps it alive.
+TEST( ObjDatabase, SnapshotsHaveWhatLives )
+{
+    uint64_t seed = testSeed();
+    SCOPED_TRACE( seed );
+    runRestarted( DATABASE, [ & ] {
+        std::mt19937_64 random( seed );
+        std::vector<ZU_OBJ *> lamps, wires;
+        ZU_VECTOR *held = nullptr;
+        for ( int step = 0; step < 500; step++ ) {
+            std::vector<ZU_OBJ *> &kind = random() % 2 ? lamps : wires;
+            if ( kind.size() < random() % 100 ) {
+                kind.push_back( &kind == &lamps ? &lampCreate()->obj : wireCreate() );
+            } else if ( !kind.empty() ) {
+                auto which = kind.begin() + (ptrdiff_t)( random() % kind.size() );
+                ASSERT_EQ( ZU_REF_RETAIN_COUNT( *which ), 2u ) << "the last snapshot has the other reference";
+                zuObjRelease( *which );
+                kind.erase( which );
+            }
+            ZU_REF_RELEASE_OPT( held );
+            ZU_VECTOR *sorts = zuModuleSnapshotSorts( &testModule ), *objects = zuModuleSnapshotObjects( &testModule );
+            ASSERT_EQ( zuVectorLength( sorts ), !lamps.empty() + !wires.empty() );
+            std::vector<ZU_OBJ *> expected;
+            for ( ZU_INT i = 0; i < zuVectorLength( sorts ); i++ ) {
+                bool isLamps = zuVectorBacking( sorts )[ i ] == zuSortObj( testLampSort() );
+                expected.insert( expected.end(), ( isLamps ? lamps : wires ).begin(),
+                                 ( isLamps ? lamps : wires ).end() );
+            }
+            ZU_OBJ *const *items = zuVectorBacking( objects );
+            ASSERT_EQ( std::vector<ZU_OBJ *>( items, items + zuVectorLength( objects ) ), expected );
+            zuVectorRelease( sorts );
+            held = objects;
+        }
+        ZU_REF_RELEASE_OPT( held );
+        lamps.insert( lamps.end(), wires.begin(), wires.end() );
+        for ( ZU_OBJ *obj : lamps ) {
+            ASSERT_EQ( ZU_REF_RETAIN_COUNT( obj ), 1u );
+            zuObjRelease( obj );
+        }
+
+        zu::Ref<ZU_VECTOR> first = zu::adopt( zuSortSnapshot( zuVectorSort() ) );
+        zu::Ref<ZU_VECTOR> second = zu::adopt( zuRuntimeSnapshotObjects() );
+        EXPECT_FALSE( zuVectorHasObj( first.get(), zuVectorObj( first.get() ), ZU_FALSE ) );
+        EXPECT_TRUE( zuVectorHasObj( second.get(), zuVectorObj( first.get() ), ZU_FALSE ) );
+        EXPECT_FALSE( zuVectorHasObj( second.get(), zuVectorObj( second.get() ), ZU_FALSE ) );
+        zu::Ref<ZU_VECTOR> sorts = zu::adopt( zuRuntimeSnapshotSorts() );
+        EXPECT_TRUE( zuVectorHasObj( sorts.get(), zuSortObj( zuMonitorSort() ), ZU_FALSE ) );
+    } );
+}
+// An object that dies while a snapshot is taken is either in it and lives on, or it is not.
+TEST( ObjDatabase, SnapshotsWhileObjectsComeAndGo )
+{
+    runRestarted( DATABASE, [] {
+        static constexpr int ROUNDS = 3000;
+        lampsFreed = 0;
+        std::atomic<int> busy{ 2 };
+        runThreads( 4, [ & ]( int thread ) {
+            if ( thread < 2 ) {
+                for ( int i = 0; i < ROUNDS; i++ ) {
+                    testLampRelease( lampCreate() );
+                }
+                busy--;
+            }
+            while ( busy > 0 ) {
+                zuVectorRelease( thread == 2 ? zuSortSnapshot( testLampSort() ) : zuRuntimeSnapshotObjects() );
+                zuVectorRelease( zuModuleSnapshotObjects( &testModule ) );
+            }
+        } );
+        EXPECT_EQ( lampsFreed, 2 * ROUNDS );
+        EXPECT_TRUE( !testModule.sortsFirst && testModule.sorts == 0 );
+    } );
+}
+
+// Logs
+TEST( ObjLog, HasLinesInTheirOrder )
+{
+    runRestarted( 0, [] {
+        TEST_LAMP *lamp = lampCreate();
+        EXPECT_EQ( zu___ObjLog( &lamp->obj ), nullptr );
+        zu::Ref<ZU_VECTOR> lines = zu::adopt( zuVectorCreate() );
+        zu___ObjLogAppendVector( &lamp->obj, lines.get() );
+        EXPECT_EQ( zu___ObjLog( &lamp->obj ), nullptr );
+        zu___ObjLogAppend( &lamp->obj, string( "" ).get() );
+        zu___ObjLogAppend( &lamp->obj, string( "κόσμε 🙂" ).get() );
+        EXPECT_EQ( logOf( &lamp->obj ), ( Lines{ "", "κόσμε 🙂" } ) );
+        zuVectorAppendInt( lines.inOut(), 7 );
+        zuVectorAppendObj( lines.inOut(), &lamp->obj ); // whose text writes to the same log
+        zu___ObjLogAppendVector( &lamp->obj, lines.get() );
+        EXPECT_EQ( logOf( &lamp->obj ), ( Lines{ "", "κόσμε 🙂", "printed", "7", "lit" } ) );
+        lines = nullptr;
+        testLampRelease( lamp );
+    } );
+}
+TEST( ObjLog, KeepsTogetherWhatCameTogether )
+{
+    ZU_OBJ *wire = zu___ObjCreate( sizeof( ZU_OBJ ), &zu___sort_TEST_WIRE_OF_COPPER );
+    size_t ahead = logOf( wire ).size(); // the origin, where that is kept
+    runThreads( 3, [ & ]( int thread ) {
+        zu::Ref<ZU_VECTOR> block = zu::adopt( zuVectorCreate() );
+        for ( ZU_INT i = 0; i < 3; i++ ) {
+            zuVectorAppendInt( block.inOut(), 10 * thread + i );
+        }
+        for ( int i = 0; i < 200; i++ ) {
+            zu___ObjLogAppendVector( wire, block.get() );
+            if ( i % 20 == 0 ) {
+                ZU_REF_RELEASE_OPT( zu___ObjLog( wire ) );
+            }
+        }
+    } );
+    Lines lines = logOf( wire );
+    ASSERT_EQ( lines.size(), ahead + 3 * 3 * 200 );
+    for ( size_t i = ahead; i < lines.size(); i++ ) {
+        ASSERT_EQ( std::stoul( lines[ i ] ) % 10, ( i - ahead ) % 3 );
+    }
+    zuObjRelease( wire );
+}
+
+// Origins
+static Lines afterFirst( Lines lines )
+{
+    lines.erase( lines.begin() );
+    return lines;
+}
+// Calls itself `depth` times, and compares what the object's origin and a trace have of that.
+[[gnu::noinline]] static int expectOrigin( int depth )
+{
+    if ( depth > 0 ) {
+        return expectOrigin( depth - 1 ) + 1;
+    }
+    ZU_OBJ *wire = zu___ObjCreate( sizeof( ZU_OBJ ), &zu___sort_TEST_WIRE_OF_COPPER );
+    ZU_STACK_TRACE *st = zuStackTraceCreate( 1, -1 );
+    Lines trace = linesOf( zuStackTraceVector( st ) ), origin = logOf( wire );
+    trace.push_back( "" );
+    EXPECT_EQ( afterFirst( origin ), afterFirst( trace ) ) << "what has called this function";
+#ifdef ZU_TEST_BACKTRACE
+    EXPECT_NE( origin[ 0 ].find( "expectOrigin" ), std::string::npos ) << origin[ 0 ];
+#endif
+    zuStackTraceRelease( st );
+    zuObjRelease( wire );
+    return 0;
+}
+TEST( ObjLog, BeginsWithTheOrigin )
+{
+    runRestarted( DATABASE | ZU_RUNTIME_FLAG_OBJECT_ORIGIN, [] {
+        EXPECT_EQ( expectOrigin( 0 ) + expectOrigin( 300 ) + expectOrigin( 5000 ), 5300 );
+        zu::Ref<ZU_STACK_TRACE> st = zu::adopt( zuStackTraceCreate( 0, 1 ) );
+        zu::Ref<ZU_VECTOR> vec = zu::adopt( zuStackTraceVector( st.get() ) );
+        zu::Ref<ZU_DICT> dict = zu::adopt( zuDictCreate() );
+        zu::Ref<ZU_BUFFER> buffer = zu::adopt( zuBufferCreateFromBits( 1, 1 ) );
+        zuDictSetStringKey( dict.inOut(), string( "a" ).get(), zuBufferObj( buffer.get() ) );
+        for ( ZU_OBJ *obj : { zuStackTraceObj( st.get() ), zuVectorObj( vec.get() ), zuDictObj( dict.get() ),
+                              zuBufferObj( buffer.get() ), zuVectorBacking( vec.get() )[ 0 ] } ) {
+            EXPECT_EQ( zu___ObjLog( obj ), nullptr ) << zuObjSort( obj )->name;
+        }
+    } );
+}
+TEST( ObjLog, TakesCallStacks )
+{
+    runRestarted( 0, [] {
+        ZU_OBJ *wire = wireCreate();
+        zu___ObjLogAppendCallStack( wire, 0, 2 );
+        zu___ObjLogAppendCallStack( wire, 1, 0 );
+        zu___ObjLogAppendCallStack( wire, 1, -1 );
+        Lines lines = logOf( wire );
+        ASSERT_GT( lines.size(), 6u );
+        EXPECT_TRUE( lines[ 2 ].empty() && lines[ 3 ].empty() && lines.back().empty() );
+#ifdef ZU_TEST_BACKTRACE
+        EXPECT_NE( lines[ 0 ].find( "zu___ObjLogAppendCallStack" ), std::string::npos ) << lines[ 0 ];
+        EXPECT_EQ( lines[ 4 ].find( "zu___ObjLogAppendCallStack" ), std::string::npos ) << lines[ 4 ];
+#endif
+        zuObjRelease( wire );
+    } );
+}
+
+// The report on a module
+static std::string reported;
+
+static std::string reportOf( ZU_INT flags )
+{
+    zu___RuntimePrintFunc = []( const ZU_CHAR *chs, ZU_INT chsLength ) { reported.append( chs, chs + chsLength ); };
+    zu___RuntimePrintModuleReport( &testModule, flags );
+    return std::exchange( reported, "" );
+}
+TEST( ObjDatabase, ReportsOnAModule )
+{
+    runRestarted( DATABASE, [] {
+        const std::string line = std::string( 90, '-' ) + "\n";
+        TEST_LAMP *lamp = lampCreate();
+        ZU_OBJ *wires[] = { wireCreate(), wireCreate() };
+        zuObjRetain( wires[ 1 ] );
+        zu___ObjLogAppend( wires[ 0 ], string( "laid" ).get() );
+        zu___ObjLogAppend( wires[ 0 ], string( "" ).get() );
+        const ZU_INT sorts = ZU_RUNTIME_FLAG_SNAPSHOT_SORT, objects = ZU_RUNTIME_FLAG_SNAPSHOT_OBJECT,
+                     texts = ZU_RUNTIME_FLAG_SNAPSHOT_OBJECT_TOSTRING, logs = ZU_RUNTIME_FLAG_SNAPSHOT_OBJECT_LOG;
+        const std::string sortLines = "TEST_LAMP           1\nTEST_WIRE_OF_COPPER 2\n";
+        const std::string wireLines = "TEST_WIRE_OF_COPPER (1)\nTEST_WIRE_OF_COPPER (2)\n";
+        EXPECT_EQ( reportOf( 0 ), line );
+        EXPECT_EQ( reportOf( sorts ), line + sortLines );
+        EXPECT_EQ( reportOf( objects ), line + "TEST_LAMP (1)\n" + wireLines );
+        EXPECT_EQ( reportOf( sorts | objects | texts ), line + sortLines + "\nTEST_LAMP (1) lit\n" + wireLines );
+        EXPECT_EQ( reportOf( objects | logs ), line + "TEST_LAMP (1)\n\tprinted\nTEST_WIRE_OF_COPPER (1)\n\tlaid\n\t\n"
+                                                      "TEST_WIRE_OF_COPPER (2)\n" );
+        testLampRelease( lamp );
+        EXPECT_EQ( reportOf( sorts ), line + "TEST_WIRE_OF_COPPER 2\n" );
+        zuObjRelease( wires[ 0 ] );
+        zuObjRelease( wires[ 1 ] );
+        zuObjRelease( wires[ 1 ] );
+        EXPECT_EQ( reportOf( sorts | objects ), line + "\n" );
+    } );
+}
+
+TEST( ObjDiagnosticsAborts, ByTheirArguments )
+{
+    ZU_OBJ *wire = wireCreate();
+    zu::Ref<ZU_VECTOR> vec = zu::adopt( zuVectorCreate() );
+    expectAbort( "thisObj", [] { zu___ObjLog( nullptr ); } );
+    expectAbort( "logMessage", [ & ] { zu___ObjLogAppend( wire, nullptr ); } );
+    expectAbort( "thisObj", [ & ] { zu___ObjLogAppendVector( nullptr, vec.get() ); } );
+    expectAbort( "vec", [ & ] { zu___ObjLogAppendVector( wire, nullptr ); } );
+    expectAbort( "thisObj", [] { zu___ObjLogAppendCallStack( nullptr, -1, 0 ); } );
+    expectAbort( "skip >= 0", [ & ] { zu___ObjLogAppendCallStack( wire, -1, 0 ); } );
+    expectAbort( "ZU_INT_ADD_OK( skip, 1 )", [ & ] { zu___ObjLogAppendCallStack( wire, ZU_INT_MAX, 0 ); } );
+    expectAbort( "maxLength >= -1", [ & ] { zu___ObjLogAppendCallStack( wire, 0, -2 ); } );
+    zuObjRelease( wire );
+}
