@@ -2,15 +2,23 @@
 
 #include "zu/zu.h"
 
+#include <cstdio>
 #include <cstdlib>
+
+// Where reports of the library go, which ask for flags that print.
+static void printToErrors( const ZU_CHAR *chs, ZU_INT chsLength )
+{
+    std::string text( chs, chs + chsLength ); // such reports are in ASCII, or not to be compared
+    fwrite( text.data(), 1, text.size(), stderr );
+}
 
 // The library runs for the whole of an executable; at its end no object may be left.
 class LibraryEnvironment : public testing::Environment {
 public:
     void SetUp() override
     {
-        const char *flags = getenv( RESTARTED_FLAGS );
-        zuRuntimeStartup( flags ? strtoll( flags, nullptr, 10 ) : 0, -1, nullptr, "zu-test", "Tests of zu", "1.0" );
+        zuRuntimeStartup( startFlags(), -1, getenv( COMMON_FLAGS ) ? printToErrors : nullptr, "zu-test", "Tests of zu",
+                          "1.0" );
     }
     void TearDown() override
     {

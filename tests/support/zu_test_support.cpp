@@ -126,6 +126,13 @@ void runRestarted( int64_t flags, const std::function<void()> &statement )
     runProgram( command );
 }
 
+int64_t startFlags()
+{
+    const char *flags = getenv( RESTARTED_FLAGS );
+    flags = flags ? flags : getenv( COMMON_FLAGS );
+    return flags ? strtoll( flags, nullptr, 0 ) : 0;
+}
+
 uint64_t testSeed()
 {
     const char *seed = getenv( "ZU_TEST_SEED" );

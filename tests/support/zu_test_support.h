@@ -29,3 +29,8 @@ uint64_t testSeed();
 
 // The environment variable with the flags of such a process.
 inline constexpr const char *RESTARTED_FLAGS = "ZU_TEST_RESTARTED_FLAGS";
+// The environment variable with flags to run all other tests under, such as 0x3f8 for all diagnostics.  What the library
+// prints goes to the standard error then.
+inline constexpr const char *COMMON_FLAGS = "ZU_TEST_FLAGS";
+// The flags that the library is to be started with: of such a process, or else of all others.
+int64_t startFlags();
