@@ -83,6 +83,7 @@
 #include "zu/io/zu_string_char_sink.h"
 #include "zu/io/zu_string_char_source.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/runtime/zu_module_check.h"
 #include "zu/runtime/zu_module_version.h"
 #include "zu/runtime/zu_obj.h"
 #include "zu/runtime/zu_runtime.h"

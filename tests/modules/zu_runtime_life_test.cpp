@@ -1,5 +1,6 @@
 #include "zu/zu.hpp"
 
+#include "zu_test_module.h"
 #include "zu_test_support.h"
 
 #include <atomic>
@@ -246,8 +247,7 @@ TEST( RuntimeModules, TellWhyTheyAreRefused )
     } ROWS[] = {
         { "absent", "[zu___RuntimePlatformLoadModule()] dlopen(): null, dlerror(): ", "zu" },
         { "nothing", "[zu___RuntimePlatformLoadModule()] dlsym(): null, dlerror(): ", "zu" },
-        { "foreign", "[zu___RuntimePlatformLoadModule()] zu___ModuleCheckCompatibility(): false\n", "zu" },
-        { "misnamed", "[zu___RuntimePlatformLoadModule()] module name invalid\n", "zu" },
+        { "null", "[zu___RuntimePlatformLoadModule()] zuModuleFrom(): null\n", "zu" },
         { "unwilling", "unwilling load\n", "zu" },
         { "needy",
           "[zu___RuntimeTryLoadModule()] module: unit\nunit load\n[zu___RuntimeTryLoadModule()] module: absent\n",
@@ -266,6 +266,54 @@ TEST( RuntimeModules, TellWhyTheyAreRefused )
     takePrinted();
     life.stop();
     EXPECT_EQ( takePrinted(), "unit prepare\n[zuRuntimeUnloadAllModules()] module: unit\nunit begin\nunit end\n" );
+}
+static std::string check( const std::string &fn )
+{
+    zu::Ref<ZU_STRING> misfit = zu::adopt( zuModuleCheckFile( string( fn.c_str() ).get() ) );
+    ZU_INT length = misfit ? zuStringLength( misfit.get() ) : 0;
+    const ZU_CHAR *chs = misfit ? zuStringBacking( misfit.get() ) : nullptr;
+    return std::string( chs, chs + length );
+}
+static std::string fileOf( const std::string &name )
+{
+    return zu___module_record.productName + ( "-" + name + ".so" );
+}
+TEST( RuntimeModules, MustFitIntoTheProcess )
+{
+    static const char *const MISFITS[] = {
+#define TEST_MISFIT( change, text ) text,
+#include "zu_test_module_misfits.h"
+    };
+    Life life( IMPLICIT | ZU_RUNTIME_FLAG_MODULE_DEBUG );
+    for ( size_t i = 0; i < std::size( MISFITS ); i++ ) {
+        SCOPED_TRACE( MISFITS[ i ] );
+        setenv( TEST_MISFIT_VARIABLE, std::to_string( i ).c_str(), 1 );
+        EXPECT_EQ( check( fileOf( "changing" ) ), MISFITS[ i ] );
+        takePrinted();
+        EXPECT_FALSE( load( "changing" ) );
+        EXPECT_EQ( takePrinted(),
+                   "[zu___RuntimeTryLoadModule()] module: changing\n[zu___RuntimePlatformLoadModule()] " +
+                       std::string( i + 1 < std::size( MISFITS ) ? "zu___ModuleCheckCompatibility(): false\n"
+                                                                 : "module name invalid\n" ) );
+    }
+    unsetenv( TEST_MISFIT_VARIABLE );
+    EXPECT_EQ( check( fileOf( "changing" ) ), "" );
+    EXPECT_TRUE( load( "changing" ) );
+}
+TEST( RuntimeModules, CanBeCheckedWithoutLoading )
+{
+    Life life;
+    EXPECT_EQ( check( fileOf( "gauge" ) ), "" );
+    EXPECT_EQ( check( fileOf( "absent" ) ).find( "dlopen(): null, dlerror(): " ), 0u );
+    EXPECT_EQ( check( fileOf( "nothing" ) ).find( "dlsym(): null, dlerror(): " ), 0u );
+    EXPECT_EQ( check( fileOf( "null" ) ), "module: null" );
+    EXPECT_EQ( check( fileOf( "sort" ) ), "module: no module object" );
+    for ( const std::string &fn :
+          { std::string( "gauge.so" ), fileOf( "" ), fileOf( "A" ), fileOf( "gauge" ) + ".1", fileOf( "x/gauge" ) } ) {
+        EXPECT_EQ( check( fn ), "file name: not of the form " + fileOf( "<module>" ) ) << fn;
+    }
+    EXPECT_EQ( loaded(), "zu" );
+    EXPECT_EQ( takePrinted(), "" );
 }
 TEST( RuntimeModules, WaitForTheirObjects )
 {

@@ -16,6 +16,9 @@
 #define TEST_PRODUCT ZU___MODULE_ANY_PRODUCT
 #endif
 
+// The environment variable with the number of the line of zu_test_module_misfits.h that is made true of a module.
+#define TEST_MISFIT_VARIABLE "ZU_TEST_MISFIT"
+
 #define TEST_NAME          ZU___STRINGIFY( TEST_MODULE )
 #define TEST_PRINT( what ) zuPrintCstr( TEST_NAME " " what "\n", -1 )
 
@@ -23,4 +26,6 @@
 #define TEST_JOINED( a, b ) TEST_PASTED( a, b )
 #define TEST_OBJECT         TEST_JOINED( TEST_DEFINED_AS, ___module )
 
+#ifdef TEST_MODULE
 ZU___MODULE_DECLARE( TEST_DEFINED_AS )
+#endif

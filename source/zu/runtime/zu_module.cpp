@@ -141,35 +141,29 @@ void *zuModuleRunPersonality( ZU_MODULE *module, void *argument1, void *argument
 }
 
 // Snapshots
-ZU_VECTOR *zuModuleSnapshotSorts( ZU_MODULE *module )
+static ZU_VECTOR *moduleSnapshot( ZU_MODULE *module, void ( *appendSortLocked )( ZU_VECTOR *vec, ZU_SORT *sort ) )
 {
-    ZU_ASSERT( module );
     if ( !zu___ObjOdbEnabled() ) {
         return nullptr;
     }
     ZU_VECTOR *vec = zu___ObjSnapshotCreate();
     zu___ObjOdbLock();
     for ( ZU_SORT *sort = module->sortsFirst; sort; sort = sort->sortsNext ) {
-        zu___ObjSnapshotAppendLocked( vec, zuSortObj( sort ) );
+        appendSortLocked( vec, sort );
     }
     zu___ObjOdbUnlock();
     return vec;
 }
+ZU_VECTOR *zuModuleSnapshotSorts( ZU_MODULE *module )
+{
+    ZU_ASSERT( module );
+    return moduleSnapshot(
+        module, []( ZU_VECTOR *vec, ZU_SORT *sort ) { zu___ObjSnapshotAppendLocked( vec, zuSortObj( sort ) ); } );
+}
 ZU_VECTOR *zuModuleSnapshotObjects( ZU_MODULE *module )
 {
     ZU_ASSERT( module );
-    if ( !zu___ObjOdbEnabled() ) {
-        return nullptr;
-    }
-    ZU_VECTOR *vec = zu___ObjSnapshotCreate();
-    zu___ObjOdbLock();
-    for ( ZU_SORT *sort = module->sortsFirst; sort; sort = sort->sortsNext ) {
-        for ( ZU_OBJ *obj = sort->objectsFirst; obj; obj = obj->objectsNext ) {
-            zu___ObjSnapshotAppendLocked( vec, obj );
-        }
-    }
-    zu___ObjOdbUnlock();
-    return vec;
+    return moduleSnapshot( module, zu___ObjSnapshotAppendSortLocked );
 }
 
 // Lists of names in a record
@@ -184,12 +178,18 @@ ZU_STRING *zu___ModuleNextName( const char **rest )
     return zuStringCreateFromCstr( begin, blank ? blank - begin : -1 );
 }
 
-// Compatibility: one function for each group of fields, all of them asked in the order of the record
+// Compatibility: one function for each group of fields, all of them asked in the order of the record.  Each returns the
+// condition that fails, null if none does.
 
-static bool moduleCheckHeader( ZU_MODULE *module )
+static const char *moduleMisfitOfHeader( ZU_MODULE *module )
 {
-    return module->obj.type == ZU___OBJ_TYPE_MODULE && !module->obj.sort && module->moduleRecord &&
-           module->moduleRecord->recordVersion == ZU___MODULE_RECORD_VERSION;
+    if ( module->obj.type != ZU___OBJ_TYPE_MODULE || module->obj.sort ) {
+        return "module: no module object";
+    }
+    if ( !module->moduleRecord ) {
+        return "moduleRecord: missing";
+    }
+    return module->moduleRecord->recordVersion == ZU___MODULE_RECORD_VERSION ? nullptr : "recordVersion: not 2";
 }
 // Whether a text is absent, or that of the process.
 static bool moduleCheckProductText( const char *text, const char *processText )
@@ -201,31 +201,55 @@ static bool moduleCheckProductNumber( ZU_INT number, ZU_INT processNumber )
     return number == ZU___MODULE_ANY_NUMBER || number == processNumber;
 }
 // The name, and the version, which may be left open from the right only.
-static bool moduleCheckProductVersion( const ZU___MODULE_RECORD *record )
+static const char *moduleMisfitOfProductVersion( const ZU___MODULE_RECORD *record )
 {
-    if ( !moduleCheckProductText( record->productName, zu___RuntimeVersionProductNameCstr() ) ) {
-        return false;
-    }
     bool anyMajor = record->productVersionMajor == ZU___MODULE_ANY_NUMBER;
     bool anyMinor = record->productVersionMinor == ZU___MODULE_ANY_NUMBER;
     bool anyRelease = record->productVersionRelease == ZU___MODULE_ANY_NUMBER;
-    if ( ( !record->productName && !anyMajor ) || ( anyMajor && !anyMinor ) || ( anyMinor && !anyRelease ) ) {
-        return false;
+    if ( !moduleCheckProductText( record->productName, zu___RuntimeVersionProductNameCstr() ) ) {
+        return "productName: not the process's";
     }
-    return moduleCheckProductNumber( record->productVersionMajor, zuRuntimeVersionProductVersionMajor() ) &&
-           moduleCheckProductNumber( record->productVersionMinor, zuRuntimeVersionProductVersionMinor() ) &&
-           moduleCheckProductNumber( record->productVersionRelease, zuRuntimeVersionProductVersionRelease() );
+    if ( !record->productName && !( anyMajor && anyMinor && anyRelease ) ) {
+        return "productVersionMajor, Minor, Release: given without productName";
+    }
+    if ( anyMajor && !( anyMinor && anyRelease ) ) {
+        return "productVersionMinor, Release: given without productVersionMajor";
+    }
+    if ( anyMinor && !anyRelease ) {
+        return "productVersionRelease: given without productVersionMinor";
+    }
+    if ( !moduleCheckProductNumber( record->productVersionMajor, zuRuntimeVersionProductVersionMajor() ) ) {
+        return "productVersionMajor: not the process's";
+    }
+    if ( !moduleCheckProductNumber( record->productVersionMinor, zuRuntimeVersionProductVersionMinor() ) ) {
+        return "productVersionMinor: not the process's";
+    }
+    if ( !moduleCheckProductNumber( record->productVersionRelease, zuRuntimeVersionProductVersionRelease() ) ) {
+        return "productVersionRelease: not the process's";
+    }
+    return nullptr;
 }
-static bool moduleCheckProductTexts( const ZU___MODULE_RECORD *record )
+static const char *moduleMisfitOfProductTexts( const ZU___MODULE_RECORD *record )
 {
     if ( !record->productName ) {
-        return !record->productFriendlyName && !record->productBuildTime && !record->productVendorName &&
-               !record->productCopyright;
+        return record->productFriendlyName || record->productBuildTime || record->productVendorName ||
+                       record->productCopyright
+                   ? "productFriendlyName, BuildTime, VendorName, Copyright: given without productName"
+                   : nullptr;
     }
-    return moduleCheckProductText( record->productFriendlyName, zu___RuntimeVersionProductFriendlyNameCstr() ) &&
-           moduleCheckProductText( record->productBuildTime, zu___RuntimeVersionProductBuildTimeCstr() ) &&
-           moduleCheckProductText( record->productVendorName, zu___RuntimeVersionProductVendorNameCstr() ) &&
-           moduleCheckProductText( record->productCopyright, zu___RuntimeVersionProductCopyrightCstr() );
+    if ( !moduleCheckProductText( record->productFriendlyName, zu___RuntimeVersionProductFriendlyNameCstr() ) ) {
+        return "productFriendlyName: not the process's";
+    }
+    if ( !moduleCheckProductText( record->productBuildTime, zu___RuntimeVersionProductBuildTimeCstr() ) ) {
+        return "productBuildTime: not the process's";
+    }
+    if ( !moduleCheckProductText( record->productVendorName, zu___RuntimeVersionProductVendorNameCstr() ) ) {
+        return "productVendorName: not the process's";
+    }
+    if ( !moduleCheckProductText( record->productCopyright, zu___RuntimeVersionProductCopyrightCstr() ) ) {
+        return "productCopyright: not the process's";
+    }
+    return nullptr;
 }
 static bool moduleCheckVersion( const char *version )
 {
@@ -250,14 +274,34 @@ static bool moduleCheckNames( const char *names )
     }
     return ok;
 }
+static const char *moduleMisfitOfModule( const ZU___MODULE_RECORD *record )
+{
+    if ( !moduleCheckName( record->name ) ) {
+        return "name: no module name";
+    }
+    if ( !record->description ) {
+        return "description: missing";
+    }
+    if ( !moduleCheckVersion( record->version ) ) {
+        return "version: no module version";
+    }
+    if ( !moduleCheckNames( record->deps ) ) {
+        return "deps: no list of module names";
+    }
+    if ( !moduleCheckNames( record->exts ) ) {
+        return "exts: no list of module names";
+    }
+    return nullptr;
+}
+const char *zu___ModuleMisfit( ZU_MODULE *module )
+{
+    const char *misfit = moduleMisfitOfHeader( module );
+    misfit = misfit ? misfit : moduleMisfitOfProductVersion( module->moduleRecord );
+    misfit = misfit ? misfit : moduleMisfitOfProductTexts( module->moduleRecord );
+    return misfit ? misfit : moduleMisfitOfModule( module->moduleRecord );
+}
 ZU_BOOL zu___ModuleCheckCompatibility( ZU_MODULE *module )
 {
     ZU_ASSERT( module );
-    if ( !moduleCheckHeader( module ) ) {
-        return ZU_FALSE;
-    }
-    const ZU___MODULE_RECORD *record = module->moduleRecord;
-    return moduleCheckProductVersion( record ) && moduleCheckProductTexts( record ) &&
-           moduleCheckName( record->name ) && record->description && moduleCheckVersion( record->version ) &&
-           moduleCheckNames( record->deps ) && moduleCheckNames( record->exts );
+    return !zu___ModuleMisfit( module );
 }

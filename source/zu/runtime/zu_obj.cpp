@@ -187,6 +187,12 @@ void zu___ObjSnapshotAppendLocked( ZU_VECTOR *vec, ZU_OBJ *obj )
         *zu___VectorMakeRoom( vec, vec->length, 1 ) = obj;
     }
 }
+void zu___ObjSnapshotAppendSortLocked( ZU_VECTOR *vec, ZU_SORT *sort )
+{
+    for ( ZU_OBJ *obj = sort->objectsFirst; obj; obj = obj->objectsNext ) {
+        zu___ObjSnapshotAppendLocked( vec, obj );
+    }
+}
 
 // Logs.  Texts are made ahead of the lock, so that to-string functions may create objects and write to logs themselves.
 struct OBJ_LOG_CHAIN {

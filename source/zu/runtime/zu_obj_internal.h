@@ -24,6 +24,8 @@ struct ZU___OBJ_LOG_ENTRY {
 ZU_VECTOR *zu___ObjSnapshotCreate( void );
 // Appends an object with a reference of its own, unless it is dying already, or is the snapshot itself.
 void zu___ObjSnapshotAppendLocked( ZU_VECTOR *vec, ZU_OBJ *obj );
+// Appends all objects of a sort, likewise.
+void zu___ObjSnapshotAppendSortLocked( ZU_VECTOR *vec, ZU_SORT *sort );
 
 // As zuObjCompare.  Two objects of one class, as nearly all keys are, take no detour to its order or to their numbers.
 static inline ZU_INT zu___ObjCompareInline( ZU_OBJ *objA, ZU_OBJ *objB )

@@ -5,22 +5,39 @@
 #include "zu/runtime/zu_runtime_version.h"
 #include "zu/sys/zu_mem.h"
 
-#define LOAD_MODULE "[zu___RuntimePlatformLoadModule()] "
+// The steps that loading and checking share
+void *zu___RuntimePlatformOpenModuleFile( ZU_STRING *fileName )
+{
+    char *fileNameCstr = zuStringConvertToCstr( fileName, ZU_TRUE, nullptr );
+    void *file = zu___RuntimePlatformOpenFile( fileNameCstr );
+    zuMemFree( fileNameCstr );
+    return file;
+}
+bool zu___RuntimePlatformFindModuleObject( void *file, ZU_STRING *moduleName, ZU_OBJ **obj )
+{
+    ZU_STRING *symbol = zuStringCreateFromFormatCstr( "%s___module", -1, moduleName );
+    char *symbolCstr = zuStringConvertToCstr( symbol, ZU_TRUE, nullptr );
+    void *address = nullptr;
+    bool found = zu___RuntimePlatformFindSymbol( file, symbolCstr, &address );
+    *obj = (ZU_OBJ *)address;
+    zuMemFree( symbolCstr );
+    zuStringRelease( symbol );
+    return found;
+}
+ZU_STRING *zu___RuntimePlatformCallFailure( const char *call )
+{
+    return zuStringCreateFromFormatCstr( "%lc(): null, %lc(): %lc", -1, call, zu___RuntimePlatformNames.errorCall,
+                                         zu___RuntimePlatformError() );
+}
+bool zu___RuntimePlatformModuleIsNamed( ZU_MODULE *module, ZU_STRING *moduleName )
+{
+    ZU_STRING *ownName = zuModuleName( module );
+    bool same = zuStringEquals( ownName, moduleName );
+    zuStringRelease( ownName );
+    return same;
+}
 
-// Tells why a module is not loaded.
-static void platformPrintFailure( const char *failure )
-{
-    if ( zu___RuntimeFlags & ZU_RUNTIME_FLAG_MODULE_DEBUG ) {
-        zuPrintFormatCstr( LOAD_MODULE "%lc\n", -1, failure );
-    }
-}
-static void platformPrintCallFailure( const char *call )
-{
-    if ( zu___RuntimeFlags & ZU_RUNTIME_FLAG_MODULE_DEBUG ) {
-        zuPrintFormatCstr( LOAD_MODULE "%lc(): null, %lc(): %lc\n", -1, call, zu___RuntimePlatformNames.errorCall,
-                           zu___RuntimePlatformError() );
-    }
-}
+// Loading
 
 // Returns the name of a module's file; null if the process does not know where its files are.
 static ZU_STRING *platformModuleFileName( ZU_STRING *moduleName )
@@ -31,37 +48,32 @@ static ZU_STRING *platformModuleFileName( ZU_STRING *moduleName )
     return zuStringCreateFromFormatCstr( "%~s-%s%lc", -1, zuRuntimeVersionProductName(), moduleName,
                                          zu___RuntimePlatformNames.fileEnding );
 }
-
-// Whether the module fits into the process and is the one that was asked for.
-static bool platformCheckModule( ZU_MODULE *module, ZU_STRING *moduleName )
+// Stores the module that a file exports, or returns why none will do.
+static ZU_STRING *platformFindModule( void *file, ZU_STRING *moduleName, ZU_MODULE **module )
 {
-    if ( !zu___ModuleCheckCompatibility( module ) ) {
-        platformPrintFailure( "zu___ModuleCheckCompatibility(): false" );
-        return false;
+    ZU_OBJ *obj;
+    if ( !zu___RuntimePlatformFindModuleObject( file, moduleName, &obj ) ) {
+        return zu___RuntimePlatformCallFailure( zu___RuntimePlatformNames.findCall );
     }
-    ZU_STRING *ownName = zuModuleName( module );
-    bool same = zuStringEquals( ownName, moduleName );
-    zuStringRelease( ownName );
-    if ( !same ) {
-        platformPrintFailure( "module name invalid" );
+    *module = zuModuleFrom( obj );
+    if ( !*module ) {
+        return zuStringCreateFromAscii( "zuModuleFrom(): null", -1 );
     }
-    return same;
+    if ( !zu___ModuleCheckCompatibility( *module ) ) {
+        return zuStringCreateFromAscii( "zu___ModuleCheckCompatibility(): false", -1 );
+    }
+    if ( !zu___RuntimePlatformModuleIsNamed( *module, moduleName ) ) {
+        return zuStringCreateFromAscii( "module name invalid", -1 );
+    }
+    return nullptr;
 }
-// Returns the module that a file exports, null if it exports none that will do.
-static ZU_MODULE *platformFindModule( void *file, ZU_STRING *moduleName )
+// Prints why a module is not loaded, and takes that over.
+static void platformPrintFailure( ZU_STRING *failure )
 {
-    ZU_STRING *symbol = zuStringCreateFromFormatCstr( "%s___module", -1, moduleName );
-    char *symbolCstr = zuStringConvertToCstr( symbol, ZU_TRUE, nullptr );
-    void *address = nullptr;
-    ZU_MODULE *module = nullptr;
-    if ( !zu___RuntimePlatformFindSymbol( file, symbolCstr, &address ) ) {
-        platformPrintCallFailure( zu___RuntimePlatformNames.findCall );
-    } else {
-        module = zuModuleFrom( (ZU_OBJ *)address );
+    if ( zu___RuntimeFlags & ZU_RUNTIME_FLAG_MODULE_DEBUG ) {
+        zuPrintFormatCstr( "[zu___RuntimePlatformLoadModule()] %s\n", -1, failure );
     }
-    zuMemFree( symbolCstr );
-    zuStringRelease( symbol );
-    return module && platformCheckModule( module, moduleName ) ? module : nullptr;
+    zuStringRelease( failure );
 }
 ZU_MODULE *zu___RuntimePlatformLoadModule( ZU_STRING *moduleName )
 {
@@ -70,17 +82,18 @@ ZU_MODULE *zu___RuntimePlatformLoadModule( ZU_STRING *moduleName )
     if ( !fileName ) {
         return nullptr;
     }
-    char *fileNameCstr = zuStringConvertToCstr( fileName, ZU_TRUE, nullptr );
+    void *file = zu___RuntimePlatformOpenModuleFile( fileName );
     zuStringRelease( fileName );
-    void *file = zu___RuntimePlatformOpenFile( fileNameCstr );
-    zuMemFree( fileNameCstr );
     if ( !file ) {
-        platformPrintCallFailure( zu___RuntimePlatformNames.openCall );
+        platformPrintFailure( zu___RuntimePlatformCallFailure( zu___RuntimePlatformNames.openCall ) );
         return nullptr;
     }
-    ZU_MODULE *module = platformFindModule( file, moduleName );
-    if ( !module ) {
+    ZU_MODULE *module = nullptr;
+    ZU_STRING *failure = platformFindModule( file, moduleName, &module );
+    if ( failure ) {
+        platformPrintFailure( failure );
         zu___RuntimePlatformCloseFile( file );
+        return nullptr;
     }
     return module;
 }

@@ -75,9 +75,7 @@ ZU_VECTOR *zuSortSnapshot( ZU_SORT *sort )
     }
     ZU_VECTOR *vec = zu___ObjSnapshotCreate();
     zu___ObjOdbLock();
-    for ( ZU_OBJ *obj = sort->objectsFirst; obj; obj = obj->objectsNext ) {
-        zu___ObjSnapshotAppendLocked( vec, obj );
-    }
+    zu___ObjSnapshotAppendSortLocked( vec, sort );
     zu___ObjOdbUnlock();
     return vec;
 }
