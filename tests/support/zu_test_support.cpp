@@ -108,7 +108,7 @@ std::string runProgram( const std::string &commandLine )
         return "";
     }
     std::string output = readAll( program );
-    EXPECT_EQ( pclose( program ), 0 ) << commandLine;
+    EXPECT_EQ( pclose( program ), 0 ) << commandLine << "\n" << output;
     return output;
 }
 
