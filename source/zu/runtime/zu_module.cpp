@@ -141,29 +141,38 @@ void *zuModuleRunPersonality( ZU_MODULE *module, void *argument1, void *argument
 }
 
 // Snapshots
-static ZU_VECTOR *moduleSnapshot( ZU_MODULE *module, void ( *appendSortLocked )( ZU_VECTOR *vec, ZU_SORT *sort ) )
+void zu___ModuleSnapshotAppendSortsLocked( ZU___OBJ_SNAPSHOT *snapshot, ZU_MODULE *module )
+{
+    for ( ZU_SORT *sort = module->sortsFirst; sort; sort = sort->sortsNext ) {
+        zu___ObjSnapshotAppendLocked( snapshot, zuSortObj( sort ) );
+    }
+}
+void zu___ModuleSnapshotAppendObjectsLocked( ZU___OBJ_SNAPSHOT *snapshot, ZU_MODULE *module )
+{
+    for ( ZU_SORT *sort = module->sortsFirst; sort; sort = sort->sortsNext ) {
+        zu___ObjSnapshotAppendSortLocked( snapshot, sort );
+    }
+}
+static ZU_VECTOR *moduleSnapshot( ZU_MODULE *module, void ( *appendLocked )( ZU___OBJ_SNAPSHOT *, ZU_MODULE * ) )
 {
     if ( !zu___ObjOdbEnabled() ) {
         return nullptr;
     }
-    ZU_VECTOR *vec = zu___ObjSnapshotCreate();
+    ZU___OBJ_SNAPSHOT snapshot = {};
     zu___ObjOdbLock();
-    for ( ZU_SORT *sort = module->sortsFirst; sort; sort = sort->sortsNext ) {
-        appendSortLocked( vec, sort );
-    }
+    appendLocked( &snapshot, module );
     zu___ObjOdbUnlock();
-    return vec;
+    return zu___ObjSnapshotVector( &snapshot );
 }
 ZU_VECTOR *zuModuleSnapshotSorts( ZU_MODULE *module )
 {
     ZU_ASSERT( module );
-    return moduleSnapshot(
-        module, []( ZU_VECTOR *vec, ZU_SORT *sort ) { zu___ObjSnapshotAppendLocked( vec, zuSortObj( sort ) ); } );
+    return moduleSnapshot( module, zu___ModuleSnapshotAppendSortsLocked );
 }
 ZU_VECTOR *zuModuleSnapshotObjects( ZU_MODULE *module )
 {
     ZU_ASSERT( module );
-    return moduleSnapshot( module, zu___ObjSnapshotAppendSortLocked );
+    return moduleSnapshot( module, zu___ModuleSnapshotAppendObjectsLocked );
 }
 
 // Lists of names in a record

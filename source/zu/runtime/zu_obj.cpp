@@ -31,7 +31,7 @@
 #include "zu/base/zu_dict.h"
 #include "zu/base/zu_stack_trace_internal.h"
 #include "zu/base/zu_string_format.h"
-#include "zu/base/zu_vector_internal.h"
+#include "zu/base/zu_vector.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/runtime/zu_obj_internal.h"
 #include "zu/runtime/zu_runtime_internal.h"
@@ -43,6 +43,8 @@
 // Stores `newValue` if the word still holds `oldValue`; returns what it held.
 #define ZU___ATOMIC_INT_COMPARE_EXCHANGE( word, oldValue, newValue ) \
     __sync_val_compare_and_swap( ( word ), ( oldValue ), ( newValue ) )
+
+static constexpr ZU_INT SNAPSHOT_CAPACITY = 256; // objects that a snapshot begins with room for
 
 // Start-up
 static bool odbEnabled = false;
@@ -164,15 +166,9 @@ void zu___ObjOdbUnlock( void )
     zu___LockRelease( &odbLock );
 }
 
-// Snapshots.  Under the lock no object may be created, so the vector is private from the beginning, and its storage
-// alone grows.
-ZU_VECTOR *zu___ObjSnapshotCreate( void )
-{
-    ZU_VECTOR *empty = zuVectorCreate();
-    ZU_VECTOR *vec = zuVectorCreateFrom( empty );
-    zuVectorRelease( empty );
-    return vec;
-}
+// Snapshots.  Under the lock no object may be created, and a vector that were there already would be in the chains, for
+// other snapshots to share.  So they collect into an array, which then becomes a vector.
+
 // Adds a reference unless the last one has gone, which another thread may give up at this moment.
 static bool objTryRetain( ZU_OBJ *obj )
 {
@@ -181,17 +177,29 @@ static bool objTryRetain( ZU_OBJ *obj )
                                                        __ATOMIC_ACQUIRE ) ) {}
     return count > 0;
 }
-void zu___ObjSnapshotAppendLocked( ZU_VECTOR *vec, ZU_OBJ *obj )
+void zu___ObjSnapshotAppendLocked( ZU___OBJ_SNAPSHOT *snapshot, ZU_OBJ *obj )
 {
-    if ( obj != &vec->obj && objTryRetain( obj ) ) {
-        *zu___VectorMakeRoom( vec, vec->length, 1 ) = obj;
+    if ( !objTryRetain( obj ) ) {
+        return;
     }
+    if ( snapshot->count == snapshot->capacity ) {
+        ZU_OBJ **old = snapshot->objs;
+        snapshot->capacity += snapshot->capacity + SNAPSHOT_CAPACITY;
+        snapshot->objs = (ZU_OBJ **)zuMemAllocN( snapshot->capacity, sizeof( ZU_OBJ * ) );
+        zuMemCopyN( snapshot->objs, old, snapshot->count, sizeof( ZU_OBJ * ) );
+        zuMemFree( old );
+    }
+    snapshot->objs[ snapshot->count++ ] = obj;
 }
-void zu___ObjSnapshotAppendSortLocked( ZU_VECTOR *vec, ZU_SORT *sort )
+void zu___ObjSnapshotAppendSortLocked( ZU___OBJ_SNAPSHOT *snapshot, ZU_SORT *sort )
 {
     for ( ZU_OBJ *obj = sort->objectsFirst; obj; obj = obj->objectsNext ) {
-        zu___ObjSnapshotAppendLocked( vec, obj );
+        zu___ObjSnapshotAppendLocked( snapshot, obj );
     }
+}
+ZU_VECTOR *zu___ObjSnapshotVector( ZU___OBJ_SNAPSHOT *snapshot )
+{
+    return snapshot->count > 0 ? zuVectorCreateFromObjsUse( snapshot->objs, snapshot->count ) : zuVectorCreate();
 }
 
 // Logs.  Texts are made ahead of the lock, so that to-string functions may create objects and write to logs themselves.

@@ -19,13 +19,21 @@ struct ZU___OBJ_LOG_ENTRY {
     ZU___OBJ_LOG_ENTRY *next;
 };
 
-// Snapshots are taken in three steps: a vector that nobody else has, then, between zu___ObjOdbLock and
-// zu___ObjOdbUnlock, its objects, one by one.
-ZU_VECTOR *zu___ObjSnapshotCreate( void );
-// Appends an object with a reference of its own, unless it is dying already, or is the snapshot itself.
-void zu___ObjSnapshotAppendLocked( ZU_VECTOR *vec, ZU_OBJ *obj );
-// Appends all objects of a sort, likewise.
-void zu___ObjSnapshotAppendSortLocked( ZU_VECTOR *vec, ZU_SORT *sort );
+// A snapshot on the way: zeroed, it is filled between zu___ObjOdbLock and zu___ObjOdbUnlock, and becomes a vector then.
+typedef struct ZU___OBJ_SNAPSHOT {
+    ZU_OBJ **objs; // with a reference each; of zuMemAllocN, null if there are none
+    ZU_INT count;
+    ZU_INT capacity;
+} ZU___OBJ_SNAPSHOT;
+// Appends an object, unless it is dying already.
+void zu___ObjSnapshotAppendLocked( ZU___OBJ_SNAPSHOT *snapshot, ZU_OBJ *obj );
+// Appends all objects of a sort.
+void zu___ObjSnapshotAppendSortLocked( ZU___OBJ_SNAPSHOT *snapshot, ZU_SORT *sort );
+// Appends the active sorts of a module, or all their objects.
+void zu___ModuleSnapshotAppendSortsLocked( ZU___OBJ_SNAPSHOT *snapshot, ZU_MODULE *module );
+void zu___ModuleSnapshotAppendObjectsLocked( ZU___OBJ_SNAPSHOT *snapshot, ZU_MODULE *module );
+// Returns a new vector of what has been collected, and takes it over.
+ZU_VECTOR *zu___ObjSnapshotVector( ZU___OBJ_SNAPSHOT *snapshot );
 
 // As zuObjCompare.  Two objects of one class, as nearly all keys are, take no detour to its order or to their numbers.
 static inline ZU_INT zu___ObjCompareInline( ZU_OBJ *objA, ZU_OBJ *objB )

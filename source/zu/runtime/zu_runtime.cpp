@@ -23,7 +23,7 @@
 #include "zu/io/zu_nlf_flags.h"
 #include "zu/io/zu_print.h"
 #include "zu/runtime/zu_module_internal.h"
-#include "zu/runtime/zu_obj.h"
+#include "zu/runtime/zu_obj_internal.h"
 #include "zu/runtime/zu_runtime_computer_info.h"
 #include "zu/runtime/zu_runtime_computer_name.h"
 #include "zu/runtime/zu_runtime_hardware.h"
@@ -436,28 +436,28 @@ ZU_VECTOR *zuRuntimeModulesVector( void )
 }
 
 // Snapshots
-static ZU_VECTOR *runtimeSnapshot( ZU_VECTOR *( *snapshotModule )( ZU_MODULE *module ) )
+static ZU_VECTOR *runtimeSnapshot( void ( *appendLocked )( ZU___OBJ_SNAPSHOT *, ZU_MODULE * ) )
 {
     if ( !zu___ObjOdbEnabled() ) {
         return nullptr;
     }
     ZU_VECTOR *modules = zuRuntimeModulesVector();
-    ZU_VECTOR *vec = zuVectorCreate();
+    ZU___OBJ_SNAPSHOT snapshot = {};
+    zu___ObjOdbLock();
     for ( ZU_INT i = 0; i < zuVectorLength( modules ); i++ ) {
-        ZU_VECTOR *part = snapshotModule( zuModuleFrom( zuVectorBacking( modules )[ i ] ) );
-        zuVectorAppend( &vec, part );
-        zuVectorRelease( part );
+        appendLocked( &snapshot, zuModuleFrom( zuVectorBacking( modules )[ i ] ) );
     }
+    zu___ObjOdbUnlock();
     zuVectorRelease( modules );
-    return vec;
+    return zu___ObjSnapshotVector( &snapshot );
 }
 ZU_VECTOR *zuRuntimeSnapshotObjects( void )
 {
-    return runtimeSnapshot( zuModuleSnapshotObjects );
+    return runtimeSnapshot( zu___ModuleSnapshotAppendObjectsLocked );
 }
 ZU_VECTOR *zuRuntimeSnapshotSorts( void )
 {
-    return runtimeSnapshot( zuModuleSnapshotSorts );
+    return runtimeSnapshot( zu___ModuleSnapshotAppendSortsLocked );
 }
 
 // Unloading.  The wait is what active sorts are counted for: when a module has none left, no object lives whose free or

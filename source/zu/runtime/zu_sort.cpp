@@ -73,9 +73,9 @@ ZU_VECTOR *zuSortSnapshot( ZU_SORT *sort )
     if ( !zu___ObjOdbEnabled() ) {
         return nullptr;
     }
-    ZU_VECTOR *vec = zu___ObjSnapshotCreate();
+    ZU___OBJ_SNAPSHOT snapshot = {};
     zu___ObjOdbLock();
-    zu___ObjSnapshotAppendSortLocked( vec, sort );
+    zu___ObjSnapshotAppendSortLocked( &snapshot, sort );
     zu___ObjOdbUnlock();
-    return vec;
+    return zu___ObjSnapshotVector( &snapshot );
 }

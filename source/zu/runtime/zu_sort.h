@@ -21,8 +21,10 @@ ZU_API ZU_BOOL zuSortHasModule( ZU_SORT *sort );
 /// Returns the number of live objects of the sort.
 ZU_API ZU_INT zuSortObjects( ZU_SORT *sort );
 /// Returns a new vector of the sort's live objects, oldest first and itself not among them; null unless the process
-/// keeps the object database.  The vector keeps them alive.  An object that another thread is just creating may be
-/// among them, and is not to be touched beyond its header.
+/// keeps the object database.  The vector keeps them alive.
+///
+/// For quiet moments: an object that another thread is just creating may be among them, and is not to be touched beyond
+/// its header; and a thread that is just changing a value which nobody else held can abort over the reference to it.
 ZU_API ZU_VECTOR *zuSortSnapshot( ZU_SORT *sort );
 
 // For authors of classes and modules
