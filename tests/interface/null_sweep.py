@@ -28,6 +28,7 @@ EXCEPTIONS = [
     (r"zu___ThreadEncapsulateBegin", "!zuThreadEncapsulated()"),
     # Other names in the text, or another parameter first.
     (r"zuNlfFlagsFromString", "flags"),
+    (r"zuTimezone(Iana|Windows).*", "key"),
     (r"zuString(Insert|Prepend)Obj", "thisObj"),
     (r"zuStringEqualsCaseFold(C|Wc)str", "zusA"),
     # The format is made ahead of the rest; the empty one has no conversion for a first argument.
