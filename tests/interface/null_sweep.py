@@ -30,6 +30,7 @@ EXCEPTIONS = [
     (r"zuNlfFlagsFromString", "flags"),
     (r"zuTimezone(Iana|Windows).*", "key"),
     (r"zuString(Insert|Prepend)Obj", "thisObj"),
+    (r"zu___ObjLogAppend", "logMessage"),
     (r"zuStringEqualsCaseFold(C|Wc)str", "zusA"),
     # The format is made ahead of the rest; the empty one has no conversion for a first argument.
     (r"zu((Store|String|Vector(Insert|Prepend|Set)).*|(Debug)?Print)Format(At)?", "fmt"),
