@@ -154,8 +154,34 @@ static void appendMegabyte( benchmark::State &state )
     }
     state.SetBytesProcessed( state.iterations() * MEGABYTE );
 }
+// A long content that comes off the front piece by piece, and one that is put together there
+template <typename BYTES>
+static void consume( benchmark::State &state )
+{
+    for ( auto _ : state ) {
+        BYTES bytes;
+        bytes.append( source, MEGABYTE );
+        for ( ZU_INT left = MEGABYTE; left > 0; left -= 256 ) {
+            bytes.strip( 256 );
+        }
+        benchmark::DoNotOptimize( bytes.data() );
+    }
+}
+template <typename BYTES>
+static void prepend( benchmark::State &state )
+{
+    for ( auto _ : state ) {
+        BYTES bytes;
+        for ( ZU_INT count = 0; count < MEGABYTE; count += 64 ) {
+            bytes.prepend( source + count, 64 );
+        }
+        benchmark::DoNotOptimize( bytes.data() );
+    }
+}
 #define CONTESTANT( type, name )                                                                              \
     BENCHMARK_TEMPLATE( headers, type )->Name( "Buffer/headers/" name )->Arg( 64 )->Arg( 1400 )->Arg( 9000 ); \
+    BENCHMARK_TEMPLATE( consume, type )->Name( "Buffer/consume/" name )->Unit( benchmark::kMillisecond );     \
+    BENCHMARK_TEMPLATE( prepend, type )->Name( "Buffer/prepend/" name )->Unit( benchmark::kMillisecond );     \
     BENCHMARK_TEMPLATE( appendMegabyte, type )->Name( "Buffer/appendMegabyte/" name )
 CONTESTANT( zuBytes, "zu" );
 CONTESTANT( stdBytes, "std" );

@@ -2,6 +2,11 @@
 // ends: whole bytes at either end come and go without moving the others.  Everything else is one copy of bits, which
 // works on words wherever source and destination stand.
 //
+// How large the storage is goes with the contract, and by constants.  If it were exchanged or its content moved whenever
+// that says so, whoever takes a long content off the front piece by piece, or puts it together there, would move the
+// whole for each piece.  So it lies in a block that is larger, by a reserve in proportion to the content, and mostly
+// moves within that by moving its bounds alone.
+//
 // All lengths inside are unsigned and in bits; the public forms check what comes from outside, convert it and hand it
 // to one function for each kind of operand.  A buffer that anybody else holds, and one on foreign memory, is exchanged
 // for a copy before its content changes.
@@ -25,7 +30,8 @@ typedef ZU___INT_UNSIGNED UINT;
 // Free room that a deletion leaves: twice what new storage has.
 static constexpr UINT FSPACE_MAX = 2 * ZU_BUFFER_FSPACE;
 static constexpr UINT BSPACE_MAX = 2 * ZU_BUFFER_BSPACE;
-static constexpr UINT CAPACITY_MAX = 3; // times the storage: what a deletion leaves of the block
+static constexpr UINT CAPACITY_MAX = 3;    // times the storage: what a deletion leaves of the block
+static constexpr UINT RESERVE_DIVISOR = 2; // of the content: what a block that is too small grows by
 static_assert( BIT_AT_BOUND( ZU_BUFFER_FSPACE ) && BIT_AT_BOUND( ZU_BUFFER_BSPACE ) );
 
 static ZU_BUFFER *emptyBuffer = nullptr; // shared by everybody who holds an empty buffer
@@ -46,6 +52,7 @@ static ZU_BUFFER *bufferCreateEmpty()
     buf->bitFspace = 0;
     buf->bitBspace = 0;
     buf->bytes = nullptr;
+    buf->block = nullptr;
     buf->capacity = 0;
     buf->ref = nullptr;
     return buf;
@@ -205,20 +212,49 @@ static UINT bufferStorageSize( UINT used, UINT room )
     ZU_ASSERT( ZU___INT_UNSIGNED_TO_ZU_INT_CONV_OK( sizeBits ) );
     return sizeBytes;
 }
-static void bufferResizeBlock( ZU_BUFFER *buf, UINT capacity )
+// Exchanges the block for one of `capacity` bytes, and moves the storage to `storageAt` in it, with the content from
+// byte `at` of that on.
+static void bufferExchangeBlock( ZU_BUFFER *buf, UINT capacity, UINT storageAt, UINT at )
 {
+    uint8_t *block = (uint8_t *)zuMemAlloc( (ZU_INT)capacity );
+    bitsMove( block + storageAt + at, bufferContent( buf ), buf->bitLength );
+    zuMemFree( buf->block );
+    buf->block = block;
     buf->capacity = capacity;
-    buf->bytes = (uint8_t *)zuMemRealloc( buf->bytes, (ZU_INT)capacity );
+    buf->bytes = block + storageAt;
 }
-// Exchanges the storage for one of `sizeBytes`.  How large it is goes with the contract and is what is reported; the
-// block that it lies in grows by a reserve in proportion to the content, so that who appends little by little does not
-// copy everything each time.
-static void bufferResizeStorage( ZU_BUFFER *buf, UINT sizeBytes )
+// Grows the block at its end to `capacity` bytes.
+static void bufferGrowBlock( ZU_BUFFER *buf, UINT capacity )
 {
-    if ( sizeBytes > buf->capacity ) {
-        bufferResizeBlock( buf, sizeBytes + ( buf->bitLength >> 4 ) );
-    } else if ( sizeBytes < buf->capacity / CAPACITY_MAX ) {
-        bufferResizeBlock( buf, sizeBytes );
+    UINT storageAt = (UINT)( buf->bytes - buf->block );
+    buf->block = (uint8_t *)zuMemRealloc( buf->block, (ZU_INT)capacity );
+    buf->capacity = capacity;
+    buf->bytes = buf->block + storageAt;
+}
+// Lays the storage anew, with `sizeBytes` in all and the content from byte `at` of it on; the caller sets the rooms.
+// Nothing moves if the block has room around the content; otherwise so much is gained that moving all of it pays.
+[[gnu::noinline]] static void bufferPlace( ZU_BUFFER *buf, UINT sizeBytes, UINT at )
+{
+    UINT contentBytes = ( buf->bitLength + 7 ) >> 3;
+    UINT reserve = contentBytes / RESERVE_DIVISOR;
+    UINT ahead = (UINT)( bufferContent( buf ) - buf->block ); // bytes of the block ahead of the content
+    bool frontFits = ahead >= at;
+    bool shrinks = BYTES_TO_BITS( sizeBytes ) < buf->bitFspace + buf->bitLength + buf->bitBspace;
+    if ( shrinks && sizeBytes < buf->capacity / CAPACITY_MAX ) {
+        bufferExchangeBlock( buf, sizeBytes, 0, at );
+    } else if ( frontFits && buf->capacity - ahead >= sizeBytes - at ) {
+        buf->bytes = bufferContent( buf ) - at;
+    } else if ( buf->capacity >= sizeBytes + ( shrinks ? 0 : reserve ) ) {
+        // Whoever comes to one end of the block starts again, not quite at the other: not every user of both is a queue.
+        UINT spare = buf->capacity - sizeBytes;
+        uint8_t *bytes = buf->block + ( frontFits ? spare / 4 : spare - spare / 4 );
+        bitsMove( bytes + at, bufferContent( buf ), buf->bitLength );
+        buf->bytes = bytes;
+    } else if ( frontFits ) {
+        buf->bytes = bufferContent( buf ) - at;
+        bufferGrowBlock( buf, ahead - at + sizeBytes + reserve );
+    } else {
+        bufferExchangeBlock( buf, reserve + sizeBytes, reserve, at );
     }
     zu___ObjDbgSetAllocationSize( &buf->obj, (ZU_INT)sizeBytes );
 }
@@ -252,20 +288,19 @@ static inline void bufferMakeWritable( ZU_BUFFER **buf )
 [[gnu::noinline]] static void bufferShrinkStorage( ZU_BUFFER *buf )
 {
     if ( buf->bitLength == 0 ) {
-        zuMemFree( buf->bytes );
+        zuMemFree( buf->block );
         zu___ObjDbgSetAllocationSize( &buf->obj, 0 );
         buf->bitFspace = 0;
         buf->bitBspace = 0;
         buf->bytes = nullptr;
+        buf->block = nullptr;
         buf->capacity = 0;
         return;
     }
     UINT sizeBytes = bufferStorageSize( buf->bitLength, ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE );
-    // The old storage holds the content there in any case: more than the new front room was free.
-    bitsMove( buf->bytes + ( ZU_BUFFER_FSPACE >> 3 ), bufferContent( buf ), buf->bitLength );
+    bufferPlace( buf, sizeBytes, ZU_BUFFER_FSPACE >> 3 );
     buf->bitFspace = ZU_BUFFER_FSPACE;
     buf->bitBspace = BYTES_TO_BITS( sizeBytes ) - buf->bitLength - ZU_BUFFER_FSPACE;
-    bufferResizeStorage( buf, sizeBytes );
 }
 // Gives back storage that a deletion has made superfluous; the content may move.
 static inline void bufferTrim( ZU_BUFFER *buf )
@@ -288,7 +323,8 @@ static void bufferMakeFirstRoom( ZU_BUFFER **buf, UINT bitCount )
     ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE + (*buf)->bitLength, bitCount ) );
     UINT sizeBytes = bufferStorageSize( bitCount, ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE );
     ZU_BUFFER *own = *buf;
-    own->bytes = (uint8_t *)zuMemAlloc( (ZU_INT)sizeBytes );
+    own->block = (uint8_t *)zuMemAlloc( (ZU_INT)sizeBytes );
+    own->bytes = own->block;
     own->capacity = sizeBytes;
     zu___ObjDbgSetAllocationSize( &own->obj, (ZU_INT)sizeBytes );
     own->bitLength = bitCount;
@@ -305,8 +341,9 @@ static void bufferRebuild( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
     bufferMakeFirstRoom( &tmp, own->bitLength + bitCount );
     bitsCopy( bufferContent( tmp ), 0, bufferContent( own ), 0, atBit );
     bitsCopy( bufferContent( tmp ), atBit + bitCount, bufferContent( own ), atBit, own->bitLength - atBit );
-    zuMemFree( own->bytes );
+    zuMemFree( own->block );
     own->bytes = tmp->bytes;
+    own->block = tmp->block;
     own->capacity = tmp->capacity;
     own->bitLength = tmp->bitLength;
     own->bitFspace = tmp->bitFspace;
@@ -314,6 +351,7 @@ static void bufferRebuild( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
     zu___ObjDbgSetAllocationSize( &own->obj, zu___ObjDbgAllocationSize( &tmp->obj ) );
     zu___ObjDbgSetAllocationSize( &tmp->obj, 0 );
     tmp->bytes = nullptr;
+    tmp->block = nullptr;
     ZU_REF_RELEASE( tmp );
 }
 
@@ -322,14 +360,13 @@ static void bufferMakeRoomAtFront( ZU_BUFFER **buf, UINT bitCount )
 {
     ZU_BUFFER *own = *buf;
     if ( bitCount <= own->bitFspace + own->bitBspace ) {
-        bitsMove( own->bytes + ( bitCount >> 3 ), bufferContent( own ), own->bitLength );
+        bufferPlace( own, ( own->bitFspace + own->bitLength + own->bitBspace ) >> 3, bitCount >> 3 );
         own->bitBspace = own->bitBspace + own->bitFspace - bitCount;
         own->bitFspace = 0;
     } else {
         ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE + (*buf)->bitLength, bitCount ) );
         UINT sizeBytes = bufferStorageSize( own->bitLength + bitCount, ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE );
-        bufferResizeStorage( own, sizeBytes );
-        bitsMove( own->bytes + ( ( bitCount + ZU_BUFFER_FSPACE ) >> 3 ), bufferContent( own ), own->bitLength );
+        bufferPlace( own, sizeBytes, ( bitCount + ZU_BUFFER_FSPACE ) >> 3 );
         own->bitBspace = BYTES_TO_BITS( sizeBytes ) - own->bitLength - bitCount - ZU_BUFFER_FSPACE;
         own->bitFspace = ZU_BUFFER_FSPACE;
     }
@@ -344,7 +381,7 @@ static void bufferMakeRoomAtEnd( ZU_BUFFER **buf, UINT bitCount )
     ZU_BUFFER *own = *buf;
     UINT used = own->bitFspace + own->bitLength + bitCount;
     UINT sizeBytes = bufferStorageSize( used, ZU_BUFFER_BSPACE );
-    bufferResizeStorage( own, sizeBytes );
+    bufferPlace( own, sizeBytes, own->bitFspace >> 3 );
     own->bitBspace = BYTES_TO_BITS( sizeBytes ) - used;
     own->bitLength += bitCount;
 }
@@ -366,8 +403,9 @@ static void bufferMakeRoomInside( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
         UINT delta = ( bitCount - wholeBspace ) >> 3; // bytes
         UINT storageBytes = ( own->bitFspace + own->bitLength + own->bitBspace ) >> 3;
         UINT endBytes = storageBytes + ( ( 7 * delta + 7 ) >> 3 );
-        if ( endBytes > own->capacity ) {
-            bufferResizeBlock( own, endBytes );
+        UINT endInBlock = (UINT)( own->bytes - own->block ) + endBytes;
+        if ( endInBlock > own->capacity ) {
+            bufferGrowBlock( own, endInBlock );
         }
         memset( own->bytes + storageBytes, 0, endBytes - storageBytes );
         uint8_t *head = bufferContent( own );
@@ -385,14 +423,11 @@ static void bufferMakeRoomInside( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
     } else {
         ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE + (*buf)->bitLength, bitCount ) );
         UINT sizeBytes = bufferStorageSize( own->bitLength + bitCount, ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE );
-        bufferResizeStorage( own, sizeBytes );
-        // More goes in than the front room was, so that the tail moves back, out of the way of the head.
-        uint8_t *head = bufferContent( own );
-        uint8_t *newHead = own->bytes + ( ZU_BUFFER_FSPACE >> 3 );
-        bitsMove( newHead + ( ( atBit + bitCount ) >> 3 ), head + ( atBit >> 3 ), tailBits );
-        bitsMove( newHead, head, atBit );
+        bufferPlace( own, sizeBytes, ZU_BUFFER_FSPACE >> 3 );
         own->bitBspace = BYTES_TO_BITS( sizeBytes ) - own->bitLength - bitCount - ZU_BUFFER_FSPACE;
         own->bitFspace = ZU_BUFFER_FSPACE;
+        tail = bufferContent( own ) + ( atBit >> 3 );
+        bitsMove( tail + ( bitCount >> 3 ), tail, tailBits );
     }
     own->bitLength += bitCount;
 }
@@ -459,7 +494,7 @@ static void bufferFree( ZU_OBJ *thisObj )
     if ( buf->ref ) {
         ZU_REF_RELEASE( buf->ref );
     } else {
-        zuMemFree( buf->bytes );
+        zuMemFree( buf->block );
         zu___ObjDbgSetAllocationSize( thisObj, 0 );
     }
     ZU_REF_POISON( buf->ref );
@@ -778,6 +813,7 @@ ZU_BUFFER *zuBufferCreateFromBytesUse( uint8_t *bytes, ZU_INT byteCount )
     ZU_ASSERT( ZU___INT_UNSIGNED_TO_ZU_INT_CONV_OK( BYTES_TO_BITS( byteCount ) ) );
     ZU_BUFFER *buf = bufferCreateEmpty();
     buf->bytes = bytes;
+    buf->block = bytes;
     buf->capacity = (UINT)byteCount;
     buf->bitLength = BYTES_TO_BITS( byteCount );
     zu___ObjDbgSetAllocationSize( &buf->obj, byteCount );
