@@ -7,25 +7,20 @@
 // whole for each piece.  So it lies in a block that is larger, by a reserve in proportion to the content, and mostly
 // moves within that by moving its bounds alone.
 //
-// All lengths inside are unsigned and in bits; the public forms check what comes from outside, convert it and hand it
-// to one function for each kind of operand.  A buffer that anybody else holds, and one on foreign memory, is exchanged
+// All lengths inside are unsigned and in bits; the public forms, most of them in zu_buffer_forms.cpp, check what comes
+// from outside, convert it and hand it to one function for each kind of operand.  A buffer that anybody else holds, and one on foreign memory, is exchanged
 // for a copy before its content changes.
 
 #include "zu/base/zu_buffer_internal.h"
 
 #include "zu/base/zu_string_internal.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/runtime/zu_ref_internal.h"
 #include "zu/sys/zu_mem.h"
 
 #include <cstring>
-#include <type_traits>
 
 typedef ZU___INT_UNSIGNED UINT;
-
-#define BIT_AT_BOUND( x )     ( ( (x)&7 ) == 0 )
-#define BYTES_TO_BITS( x )    ( (ZU___INT_UNSIGNED)(x)*8 )
-#define BITS_TO_BITS( x )     ( (ZU___INT_UNSIGNED)( x ) )
-#define BYTES_TO_BITS_OK( x ) ( (ZU___INT_UNSIGNED)( x ) <= 0x1FFFFFFFFFFFFFFF )
 
 // Free room that a deletion leaves: twice what new storage has.
 static constexpr UINT FSPACE_MAX = 2 * ZU_BUFFER_FSPACE;
@@ -585,194 +580,117 @@ const uint8_t *zuBufferBitBacking( ZU_BUFFER *buf )
     return zuBufferBacking( buf );
 }
 
-// What every form checks first, in the order of its arguments; a number of bytes and one of bits have texts of their
-// own.
-#define BUFFER_ASSERT_HOLDER( buf ) \
-    do {                            \
-        ZU_ASSERT( buf );           \
-        ZU_ASSERT( *buf );          \
-    } while ( 0 )
-#define BUFFER_ASSERT_BYTES( byteCount )            \
-    do {                                            \
-        ZU_ASSERT( byteCount >= 0 );                \
-        ZU_ASSERT( BYTES_TO_BITS_OK( byteCount ) ); \
-    } while ( 0 )
-#define BUFFER_ASSERT_BITS( bitCount )                                  \
-    do {                                                                \
-        ZU_ASSERT( ZU___INT_UNSIGNED_FROM_ZU_INT_CONV_OK( bitCount ) ); \
-    } while ( 0 )
+// Insertion and overwriting: one function of each for each kind of operand.  `put` writes the operand into a content that
+// has the place for it.  An operand that is read from the buffer itself has that held.
+template <typename PUT>
+static inline void bufferInsert( ZU_BUFFER **buf, UINT bitIdx, UINT bitCount, bool readsItself, PUT put )
+{
+    auto held = zu___HeldIf( readsItself, *buf );
+    bufferMakeRoom( buf, bitIdx, bitCount );
+    put( bufferContent( *buf ) );
+}
+template <typename PUT>
+static inline void bufferWrite( ZU_BUFFER **buf, UINT bitCount, bool readsItself, PUT put )
+{
+    if ( bitCount == 0 ) {
+        return;
+    }
+    auto held = zu___HeldIf( readsItself, *buf );
+    bufferMakeWritable( buf );
+    put( bufferContent( *buf ) );
+}
 
-// Operands: what insertion and overwriting put in.  Each tells its length in bits, and puts itself in a place that has
-// it.  One that reads a buffer has that as `src`.
+// Asserts that the range is in `src`.
+#define BUFFER_ASSERT_RANGE( src, bitOffset, bitCount )               \
+    do {                                                              \
+        ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitOffset, bitCount ) ); \
+        ZU_ASSERT( bitOffset + bitCount <= src->bitLength );          \
+    } while ( 0 )
+// Asserts that the `bitCount` bits from `bitIdx` on are in `*buf`.
+#define BUFFER_ASSERT_PLACE( buf, bitIdx, bitCount )               \
+    do {                                                           \
+        ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, bitCount ) ); \
+        ZU_ASSERT( bitIdx + bitCount <= (*buf)->bitLength );       \
+    } while ( 0 )
 
 // A range of a buffer
-struct RANGE_OPERAND {
-    ZU_BUFFER *src;
-    UINT bitOffset;
-    UINT bitCount;
-
-    UINT length() const
-    {
-        return bitCount;
-    }
-    void put( uint8_t *bytes, UINT bitIdx ) const
-    {
-        bitsCopy( bytes, bitIdx, bufferContent( src ), bitOffset, bitCount );
-    }
-};
-
-// Where the last bits of a buffer begin
-static inline UINT bufferTrailingOffset( ZU_BUFFER *src, UINT bitCount )
+void zu___BufferInsertRange( ZU_BUFFER **buf, UINT bitIdx, ZU_BUFFER *src, UINT bitOffset, UINT bitCount )
 {
-    ZU_ASSERT( bitCount <= src->bitLength );
-    return src->bitLength - bitCount;
+    BUFFER_ASSERT_RANGE( src, bitOffset, bitCount );
+    bufferInsert( buf, bitIdx, bitCount, src == *buf,
+                  [ = ]( uint8_t *bytes ) { bitsCopy( bytes, bitIdx, bufferContent( src ), bitOffset, bitCount ); } );
+}
+void zu___BufferWriteRange( ZU_BUFFER **buf, UINT bitIdx, ZU_BUFFER *src, UINT bitOffset, UINT bitCount )
+{
+    BUFFER_ASSERT_RANGE( src, bitOffset, bitCount );
+    BUFFER_ASSERT_PLACE( buf, bitIdx, bitCount );
+    bufferWrite( buf, bitCount, src == *buf,
+                 [ = ]( uint8_t *bytes ) { bitsCopy( bytes, bitIdx, bufferContent( src ), bitOffset, bitCount ); } );
 }
 
 // A buffer without a range
-struct OUTER_OPERAND {
-    ZU_BUFFER *src;
-    UINT bitOffset;
-    UINT bitCount;
-
-    UINT length() const
-    {
-        return src->bitLength - bitCount;
-    }
-    void put( uint8_t *bytes, UINT bitIdx ) const
-    {
-        UINT behind = bitOffset + bitCount;
-        bitsCopy( bytes, bitIdx, bufferContent( src ), 0, bitOffset );
-        bitsCopy( bytes, bitIdx + bitOffset, bufferContent( src ), behind, src->bitLength - behind );
-    }
-};
-
-// The low bits of a number
-struct BITS_OPERAND {
-    uint64_t bits;
-    UINT bitCount;
-
-    UINT length() const
-    {
-        return bitCount;
-    }
-    void put( uint8_t *bytes, UINT bitIdx ) const
-    {
-        bitsPut( bytes, bitIdx, bits, bitCount );
-    }
-};
-
-// Memory
-struct BYTES_OPERAND {
-    const uint8_t *memory;
-    UINT byteCount;
-
-    UINT length() const
-    {
-        return BYTES_TO_BITS( byteCount );
-    }
-    void put( uint8_t *bytes, UINT bitIdx ) const
-    {
-        bitsCopy( bytes, bitIdx, memory, 0, BYTES_TO_BITS( byteCount ) );
-    }
-};
-
-// Equal bits: those of 0x00 or of 0xFF
-struct FILL_OPERAND {
-    UINT bitCount;
-    uint8_t value;
-
-    UINT length() const
-    {
-        return bitCount;
-    }
-    void put( uint8_t *bytes, UINT bitIdx ) const
-    {
-        bitsFill( bytes, bitIdx, bitCount, value );
-    }
-};
-
-// What the length lacks to whole bytes
-static inline UINT bufferMissingBits( ZU_BUFFER *buf )
+static inline void bufferPutOuter( uint8_t *bytes, UINT bitIdx, ZU_BUFFER *src, UINT bitOffset, UINT bitCount )
 {
-    return ( 8 - ( buf->bitLength & 7 ) ) & 7;
+    UINT behind = bitOffset + bitCount;
+    bitsCopy( bytes, bitIdx, bufferContent( src ), 0, bitOffset );
+    bitsCopy( bytes, bitIdx + bitOffset, bufferContent( src ), behind, src->bitLength - behind );
 }
-
-// Aborts unless there is what the operand takes.
-template <typename OPERAND>
-static inline void bufferAssertTaken( const OPERAND &operand )
+void zu___BufferInsertOuter( ZU_BUFFER **buf, UINT bitIdx, ZU_BUFFER *src, UINT bitOffset, UINT bitCount )
 {
-    if constexpr ( requires { operand.src; } ) {
-        ZU_BUFFER *src = operand.src;
-        UINT bitOffset = operand.bitOffset;
-        UINT bitCount = operand.bitCount;
-        ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitOffset, bitCount ) );
-        ZU_ASSERT( bitOffset + bitCount <= src->bitLength );
-    }
+    BUFFER_ASSERT_RANGE( src, bitOffset, bitCount );
+    bufferInsert( buf, bitIdx, src->bitLength - bitCount, src == *buf,
+                  [ = ]( uint8_t *bytes ) { bufferPutOuter( bytes, bitIdx, src, bitOffset, bitCount ); } );
 }
-static inline void bufferAssertTaken( const BITS_OPERAND &operand )
+void zu___BufferWriteOuter( ZU_BUFFER **buf, UINT bitIdx, ZU_BUFFER *src, UINT bitOffset, UINT bitCount )
 {
-    UINT bitCount = operand.bitCount;
-    ZU_ASSERT( bitCount <= ZU_INT_BITS );
-}
-
-// Aborts unless there is what the operand overwrites.
-template <typename OPERAND>
-static inline void bufferAssertPlace( ZU_BUFFER **buf, UINT bitIdx, const OPERAND &operand )
-{
-    UINT bitCount = operand.bitCount;
-    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, bitCount ) );
-    ZU_ASSERT( bitIdx + bitCount <= (*buf)->bitLength );
-}
-static inline void bufferAssertPlace( ZU_BUFFER **buf, UINT bitIdx, const OUTER_OPERAND &operand )
-{
-    ZU_BUFFER *src = operand.src;
-    UINT bitCount = operand.bitCount;
+    BUFFER_ASSERT_RANGE( src, bitOffset, bitCount );
     ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, src->bitLength - bitCount ) );
     ZU_ASSERT( bitIdx + (src->bitLength - bitCount) <= (*buf)->bitLength );
+    bufferWrite( buf, src->bitLength - bitCount, src == *buf,
+                 [ = ]( uint8_t *bytes ) { bufferPutOuter( bytes, bitIdx, src, bitOffset, bitCount ); } );
 }
-static inline void bufferAssertPlace( ZU_BUFFER **buf, UINT bitIdx, const BYTES_OPERAND &operand )
+
+// The low bits of a number
+void zu___BufferInsertBits( ZU_BUFFER **buf, UINT bitIdx, uint64_t bits, UINT bitCount )
 {
-    UINT byteCount = operand.byteCount;
+    ZU_ASSERT( bitCount <= ZU_INT_BITS );
+    bufferInsert( buf, bitIdx, bitCount, false, [ = ]( uint8_t *bytes ) { bitsPut( bytes, bitIdx, bits, bitCount ); } );
+}
+void zu___BufferWriteBits( ZU_BUFFER **buf, UINT bitIdx, uint64_t bits, UINT bitCount )
+{
+    ZU_ASSERT( bitCount <= ZU_INT_BITS );
+    BUFFER_ASSERT_PLACE( buf, bitIdx, bitCount );
+    bufferWrite( buf, bitCount, false, [ = ]( uint8_t *bytes ) { bitsPut( bytes, bitIdx, bits, bitCount ); } );
+}
+
+// Memory
+static inline bool bufferHolds( ZU_BUFFER *buf, const uint8_t *memory )
+{
+    return (uintptr_t)memory - (uintptr_t)bufferContent( buf ) < ( buf->bitLength + 7 ) >> 3;
+}
+void zu___BufferInsertBytes( ZU_BUFFER **buf, UINT bitIdx, const uint8_t *memory, UINT byteCount )
+{
+    bufferInsert( buf, bitIdx, BYTES_TO_BITS( byteCount ), bufferHolds( *buf, memory ),
+                  [ = ]( uint8_t *bytes ) { bitsCopy( bytes, bitIdx, memory, 0, BYTES_TO_BITS( byteCount ) ); } );
+}
+void zu___BufferWriteBytes( ZU_BUFFER **buf, UINT bitIdx, const uint8_t *memory, UINT byteCount )
+{
     ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, BYTES_TO_BITS( byteCount ) ) );
     ZU_ASSERT( bitIdx + BYTES_TO_BITS( byteCount ) <= (*buf)->bitLength );
+    bufferWrite( buf, BYTES_TO_BITS( byteCount ), bufferHolds( *buf, memory ),
+                 [ = ]( uint8_t *bytes ) { bitsCopy( bytes, bitIdx, memory, 0, BYTES_TO_BITS( byteCount ) ); } );
 }
 
-// A buffer that is put into itself is held over the change: that forces the copy and keeps what is read in place.
-template <typename OPERAND>
-static inline ZU_BUFFER *bufferHoldIfRead( ZU_BUFFER *buf, const OPERAND &operand )
+// Equal bits
+void zu___BufferInsertFill( ZU_BUFFER **buf, UINT bitIdx, UINT bitCount, uint8_t value )
 {
-    if constexpr ( requires { operand.src; } ) {
-        return operand.src == buf ? zuBufferRetain( buf ) : nullptr;
-    }
-    return nullptr;
+    bufferInsert( buf, bitIdx, bitCount, false,
+                  [ = ]( uint8_t *bytes ) { bitsFill( bytes, bitIdx, bitCount, value ); } );
 }
-
-// Insertion and overwriting, in bits.  An operand that fits in two registers goes in those; a larger one would be
-// written in parts and copied as a whole at once, which a processor waits for.
-template <typename OPERAND>
-using PASSED = std::conditional_t<sizeof( OPERAND ) <= 16, OPERAND, const OPERAND &>;
-
-template <typename OPERAND>
-static void bufferInsert( ZU_BUFFER **buf, UINT bitIdx, PASSED<OPERAND> operand )
+void zu___BufferWriteFill( ZU_BUFFER **buf, UINT bitIdx, UINT bitCount, uint8_t value )
 {
-    bufferAssertTaken( operand );
-    ZU_BUFFER *held = bufferHoldIfRead( *buf, operand );
-    bufferMakeRoom( buf, bitIdx, operand.length() );
-    operand.put( bufferContent( *buf ), bitIdx );
-    ZU_REF_RELEASE_OPT( held );
-}
-template <typename OPERAND>
-static void bufferWrite( ZU_BUFFER **buf, UINT bitIdx, PASSED<OPERAND> operand )
-{
-    bufferAssertTaken( operand );
-    bufferAssertPlace( buf, bitIdx, operand );
-    if ( operand.length() == 0 ) {
-        return;
-    }
-    ZU_BUFFER *held = bufferHoldIfRead( *buf, operand );
-    bufferMakeWritable( buf );
-    operand.put( bufferContent( *buf ), bitIdx );
-    ZU_REF_RELEASE_OPT( held );
+    BUFFER_ASSERT_PLACE( buf, bitIdx, bitCount );
+    bufferWrite( buf, bitCount, false, [ = ]( uint8_t *bytes ) { bitsFill( bytes, bitIdx, bitCount, value ); } );
 }
 
 // Creation
@@ -784,14 +702,14 @@ ZU_BUFFER *zuBufferCreateFrom( ZU_BUFFER *src )
 {
     ZU_ASSERT( src );
     ZU_BUFFER *buf = bufferCreateEmpty();
-    bufferInsert<RANGE_OPERAND>( &buf, 0, { src, 0, src->bitLength } );
+    zu___BufferInsertRange( &buf, 0, src, 0, src->bitLength );
     return buf;
 }
 ZU_BUFFER *zuBufferCreateFromBits( ZU_INT bits, ZU_INT bitCount )
 {
     BUFFER_ASSERT_BITS( bitCount );
     ZU_BUFFER *buf = bufferCreateEmpty();
-    bufferInsert<BITS_OPERAND>( &buf, 0, { (uint64_t)bits, (UINT)bitCount } );
+    zu___BufferInsertBits( &buf, 0, (uint64_t)bits, (UINT)bitCount );
     return buf;
 }
 ZU_BUFFER *zuBufferCreateFromByte( uint8_t byte )
@@ -803,7 +721,7 @@ ZU_BUFFER *zuBufferCreateFromBytesCopy( const uint8_t *bytes, ZU_INT byteCount )
     BUFFER_ASSERT_BYTES( byteCount );
     ZU_ASSERT( bytes || !byteCount );
     ZU_BUFFER *buf = bufferCreateEmpty();
-    bufferInsert<BYTES_OPERAND>( &buf, 0, { bytes, (UINT)byteCount } );
+    zu___BufferInsertBytes( &buf, 0, bytes, (UINT)byteCount );
     return buf;
 }
 ZU_BUFFER *zuBufferCreateFromBytesUse( uint8_t *bytes, ZU_INT byteCount )
@@ -832,101 +750,13 @@ ZU_BUFFER *zuBufferCreateFromBytesUseWithRef( const uint8_t *bytes, ZU_INT byteC
     return buf;
 }
 
-// The grid: each operand appended, prepended, inserted and written, in units of bytes and of bits.  All of these
-// functions check their arguments, make the operand and hand it on; for Inner in bytes, BUFFER_WRITE_FORM gives
-//
-//     void zuBufferWriteInner( ZU_BUFFER **buf, ZU_INT byteIdx, ZU_BUFFER *src, ZU_INT byteOffset, ZU_INT byteCount )
-//     {
-//         BUFFER_ASSERT_HOLDER( buf );
-//         BUFFER_ASSERT_BYTES( byteIdx );
-//         ZU_ASSERT( src );
-//         BUFFER_ASSERT_BYTES( byteOffset );
-//         BUFFER_ASSERT_BYTES( byteCount );
-//         bufferWrite<RANGE_OPERAND>( buf, BYTES_TO_BITS( byteIdx ),
-//                                     { src, BYTES_TO_BITS( byteOffset ), BYTES_TO_BITS( byteCount ) } );
-//     }
-#define BUFFER_PARAMS( ... ) __VA_OPT__(, ) __VA_ARGS__
-// clang-format off
-#define BUFFER_FIELDS( ... ) { __VA_ARGS__ }
-#define BUFFER_INSERT_FORMS( Form, UNITS, idx, Operand, params, checks, OPERAND, fields )    \
-    void zuBuffer##Form##Append##Operand( ZU_BUFFER **buf BUFFER_PARAMS params )             \
-    {                                                                                        \
-        BUFFER_ASSERT_HOLDER( buf );                                                         \
-        checks;                                                                              \
-        bufferInsert<OPERAND>( buf, ( *buf )->bitLength, BUFFER_FIELDS fields );             \
-    }                                                                                        \
-    void zuBuffer##Form##Prepend##Operand( ZU_BUFFER **buf BUFFER_PARAMS params )            \
-    {                                                                                        \
-        BUFFER_ASSERT_HOLDER( buf );                                                         \
-        checks;                                                                              \
-        bufferInsert<OPERAND>( buf, 0, BUFFER_FIELDS fields );                               \
-    }                                                                                        \
-    void zuBuffer##Form##Insert##Operand( ZU_BUFFER **buf, ZU_INT idx BUFFER_PARAMS params ) \
-    {                                                                                        \
-        BUFFER_ASSERT_HOLDER( buf );                                                         \
-        BUFFER_ASSERT_##UNITS( idx );                                                        \
-        checks;                                                                              \
-        bufferInsert<OPERAND>( buf, UNITS##_TO_BITS( idx ), BUFFER_FIELDS fields );          \
-    }
-#define BUFFER_WRITE_FORM( Form, UNITS, idx, Operand, params, checks, OPERAND, fields )      \
-    void zuBuffer##Form##Write##Operand( ZU_BUFFER **buf, ZU_INT idx BUFFER_PARAMS params )  \
-    {                                                                                        \
-        BUFFER_ASSERT_HOLDER( buf );                                                         \
-        BUFFER_ASSERT_##UNITS( idx );                                                        \
-        checks;                                                                              \
-        bufferWrite<OPERAND>( buf, UNITS##_TO_BITS( idx ), BUFFER_FIELDS fields );           \
-    }
-#define BUFFER_FORMS( ... )            \
-    BUFFER_INSERT_FORMS( __VA_ARGS__ ) \
-    BUFFER_WRITE_FORM( __VA_ARGS__ )
-
-// In each row: the operand's name and parameters, what they are checked for, and the fields that they make.
-#define BUFFER_GRID( Form, UNITS, idx, offset, count )                                                       \
-    BUFFER_FORMS( Form, UNITS, idx, , ( ZU_BUFFER *src ),                                                    \
-                  ZU_ASSERT( src ),                                                                          \
-                  RANGE_OPERAND, ( src, 0, src->bitLength ) )                                                \
-    BUFFER_FORMS( Form, UNITS, idx, Inner, ( ZU_BUFFER *src, ZU_INT offset, ZU_INT count ),                  \
-                  ZU_ASSERT( src ); BUFFER_ASSERT_##UNITS( offset ); BUFFER_ASSERT_##UNITS( count ),         \
-                  RANGE_OPERAND, ( src, UNITS##_TO_BITS( offset ), UNITS##_TO_BITS( count ) ) )              \
-    BUFFER_FORMS( Form, UNITS, idx, Outer, ( ZU_BUFFER *src, ZU_INT offset, ZU_INT count ),                  \
-                  ZU_ASSERT( src ); BUFFER_ASSERT_##UNITS( offset ); BUFFER_ASSERT_##UNITS( count ),         \
-                  OUTER_OPERAND, ( src, UNITS##_TO_BITS( offset ), UNITS##_TO_BITS( count ) ) )              \
-    BUFFER_FORMS( Form, UNITS, idx, Leading, ( ZU_BUFFER *src, ZU_INT count ),                               \
-                  ZU_ASSERT( src ); BUFFER_ASSERT_##UNITS( count ),                                          \
-                  RANGE_OPERAND, ( src, 0, UNITS##_TO_BITS( count ) ) )                                      \
-    BUFFER_FORMS( Form, UNITS, idx, Trailing, ( ZU_BUFFER *src, ZU_INT count ),                              \
-                  ZU_ASSERT( src ); BUFFER_ASSERT_##UNITS( count ),                                          \
-                  RANGE_OPERAND,                                                                             \
-                  ( src, bufferTrailingOffset( src, UNITS##_TO_BITS( count ) ), UNITS##_TO_BITS( count ) ) ) \
-    BUFFER_FORMS( Form, UNITS, idx, Bits, ( ZU_INT bits, ZU_INT bitCount ),                                  \
-                  BUFFER_ASSERT_BITS( bitCount ),                                                            \
-                  BITS_OPERAND, ( (uint64_t)bits, (UINT)bitCount ) )                                         \
-    BUFFER_FORMS( Form, UNITS, idx, Byte, ( uint8_t byte ),                                                  \
-                  ,                                                                                          \
-                  BITS_OPERAND, ( byte, 8 ) )                                                                \
-    BUFFER_FORMS( Form, UNITS, idx, Bytes, ( const uint8_t *bytes, ZU_INT byteCount ),                       \
-                  BUFFER_ASSERT_BYTES( byteCount ); ZU_ASSERT( bytes || !byteCount ),                        \
-                  BYTES_OPERAND, ( bytes, (UINT)byteCount ) )                                                \
-    BUFFER_FORMS( Form, UNITS, idx, Zero, ( ZU_INT count ),                                                  \
-                  BUFFER_ASSERT_##UNITS( count ),                                                            \
-                  FILL_OPERAND, ( UNITS##_TO_BITS( count ), 0x00 ) )                                         \
-    BUFFER_FORMS( Form, UNITS, idx, One, ( ZU_INT count ),                                                   \
-                  BUFFER_ASSERT_##UNITS( count ),                                                            \
-                  FILL_OPERAND, ( UNITS##_TO_BITS( count ), 0xFF ) )                                         \
-    BUFFER_INSERT_FORMS( Form, UNITS, idx, Alignment, (),                                                    \
-                         ,                                                                                   \
-                         FILL_OPERAND, ( bufferMissingBits( *buf ), 0x00 ) )
-BUFFER_GRID( , BYTES, byteIdx, byteOffset, byteCount )
-BUFFER_GRID( Bit, BITS, bitIdx, bitOffset, bitCount )
-// clang-format on
-
 // Reading
 static ZU_BUFFER *bufferRead( ZU_BUFFER *buf, UINT bitIdx, UINT bitCount )
 {
     ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, bitCount ) );
     ZU_ASSERT( bitIdx + bitCount <= buf->bitLength );
     ZU_BUFFER *range = bufferCreateEmpty();
-    bufferInsert<RANGE_OPERAND>( &range, 0, { buf, bitIdx, bitCount } );
+    zu___BufferInsertRange( &range, 0, buf, bitIdx, bitCount );
     return range;
 }
 static uint64_t bufferReadBits( ZU_BUFFER *buf, UINT bitIdx, UINT bitCount )
@@ -1028,8 +858,8 @@ static void bufferDelInner( ZU_BUFFER **buf, UINT bitOffset, UINT bitCount )
         ( *buf )->bitBspace += bitCount;
     } else {
         ZU_BUFFER *rest = bufferCreateEmpty();
-        bufferInsert<RANGE_OPERAND>( &rest, 0, { *buf, 0, bitOffset } );
-        bufferInsert<RANGE_OPERAND>( &rest, bitOffset, { *buf, behind, behindCount } );
+        zu___BufferInsertRange( &rest, 0, *buf, 0, bitOffset );
+        zu___BufferInsertRange( &rest, bitOffset, *buf, behind, behindCount );
         bufferReplace( buf, rest );
         return;
     }

@@ -73,15 +73,14 @@ ZU_API ZU_BUFFER *zuBufferCreateFromBytesUseWithRef( const uint8_t *bytes, ZU_IN
 //     Trailing   the last units of `src`
 //     Bits       the low `bitCount` bits of a number, at most 64
 //     Byte       one byte
-//     Bytes      a range of memory outside the changed buffer, `byteCount` bytes in both forms; null only if there are
-//                none
+//     Bytes      a range of memory, `byteCount` bytes in both forms; null only if there are none
 //     Zero       zero bits
 //     One        one bits
 //     Alignment  as many zero bits as the length of the whole buffer lacks to whole bytes, if any
 //
 // are what Append forms put at the end, Prepend forms at the front, and Insert forms ahead of a position, 0 to the
 // length; Write forms overwrite what stands from a position on, which must be there.  `src` may be the changed buffer
-// itself, and is read as it stood before the call.  Putting in nothing copies nothing.
+// itself, and memory a part of its backing: what is read is as it stood before the call.  Putting in nothing copies nothing.
 
 /// Appends all of `src`.
 ZU_API void zuBufferAppend( ZU_BUFFER **buf, ZU_BUFFER *src );

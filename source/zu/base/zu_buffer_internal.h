@@ -2,8 +2,13 @@
 #pragma once
 
 #include "zu/base/zu_buffer.h"
+#include "zu/sys/zu_abort.h"
 
 ZU_BEGIN_DECLS
+
+#define BIT_AT_BOUND( x )     ( ( (x)&7 ) == 0 )
+#define BYTES_TO_BITS( x )    ( (ZU___INT_UNSIGNED)(x)*8 )
+#define BYTES_TO_BITS_OK( x ) ( (ZU___INT_UNSIGNED)( x ) <= 0x1FFFFFFFFFFFFFFF )
 
 // The content is the `bitLength` bits of `bytes` from bit `bitFspace` on; `bitBspace` free bits follow, and the three
 // together are the storage.  Whatever the low bits of a last byte hold that belong to no content, nothing depends on
@@ -18,5 +23,52 @@ struct ZU_BUFFER {
     ZU___INT_UNSIGNED capacity; // bytes that the block has
     ZU_OBJ *ref;                // keeps foreign storage, which is never written, resized or freed; null: it is ours
 };
+
+// What every form checks first, in the order of its arguments; a number of bytes and one of bits have texts of their
+// own.
+#define BUFFER_ASSERT_HOLDER( buf ) \
+    do {                            \
+        ZU_ASSERT( buf );           \
+        ZU_ASSERT( *buf );          \
+    } while ( 0 )
+#define BUFFER_ASSERT_BYTES( byteCount )            \
+    do {                                            \
+        ZU_ASSERT( byteCount >= 0 );                \
+        ZU_ASSERT( BYTES_TO_BITS_OK( byteCount ) ); \
+    } while ( 0 )
+#define BUFFER_ASSERT_BITS( bitCount )                                  \
+    do {                                                                \
+        ZU_ASSERT( ZU___INT_UNSIGNED_FROM_ZU_INT_CONV_OK( bitCount ) ); \
+    } while ( 0 )
+// Asserts that `src` has as many bits at its end.
+#define BUFFER_ASSERT_TRAILING( src, bits ) \
+    ZU___ASSERT_AS( ( bits ) <= ( src )->bitLength, "bitCount <= src->bitLength" )
+
+// Insert an operand ahead of bit `bitIdx`, or overwrite what stands from there on: a range of `src`, `src` without a
+// range, the low `bitCount` bits of a number, `byteCount` bytes of memory, or bits that are all as in `value`, 0x00 or
+// 0xFF.  They abort on a range that `src` lacks and on a place that `*buf` lacks; `src` and memory may be the buffer's
+// own.
+void zu___BufferInsertRange( ZU_BUFFER **buf, ZU___INT_UNSIGNED bitIdx, ZU_BUFFER *src, ZU___INT_UNSIGNED bitOffset,
+                             ZU___INT_UNSIGNED bitCount );
+void zu___BufferInsertOuter( ZU_BUFFER **buf, ZU___INT_UNSIGNED bitIdx, ZU_BUFFER *src, ZU___INT_UNSIGNED bitOffset,
+                             ZU___INT_UNSIGNED bitCount );
+void zu___BufferInsertBits( ZU_BUFFER **buf, ZU___INT_UNSIGNED bitIdx, uint64_t bits, ZU___INT_UNSIGNED bitCount );
+void zu___BufferInsertBytes( ZU_BUFFER **buf, ZU___INT_UNSIGNED bitIdx, const uint8_t *memory,
+                             ZU___INT_UNSIGNED byteCount );
+void zu___BufferInsertFill( ZU_BUFFER **buf, ZU___INT_UNSIGNED bitIdx, ZU___INT_UNSIGNED bitCount, uint8_t value );
+void zu___BufferWriteRange( ZU_BUFFER **buf, ZU___INT_UNSIGNED bitIdx, ZU_BUFFER *src, ZU___INT_UNSIGNED bitOffset,
+                            ZU___INT_UNSIGNED bitCount );
+void zu___BufferWriteOuter( ZU_BUFFER **buf, ZU___INT_UNSIGNED bitIdx, ZU_BUFFER *src, ZU___INT_UNSIGNED bitOffset,
+                            ZU___INT_UNSIGNED bitCount );
+void zu___BufferWriteBits( ZU_BUFFER **buf, ZU___INT_UNSIGNED bitIdx, uint64_t bits, ZU___INT_UNSIGNED bitCount );
+void zu___BufferWriteBytes( ZU_BUFFER **buf, ZU___INT_UNSIGNED bitIdx, const uint8_t *memory,
+                            ZU___INT_UNSIGNED byteCount );
+void zu___BufferWriteFill( ZU_BUFFER **buf, ZU___INT_UNSIGNED bitIdx, ZU___INT_UNSIGNED bitCount, uint8_t value );
+
+// Returns the bits that the length lacks to whole bytes.
+static inline ZU___INT_UNSIGNED zu___BufferMissingBits( ZU_BUFFER *buf )
+{
+    return ( 8 - ( buf->bitLength & 7 ) ) & 7;
+}
 
 ZU_END_DECLS

@@ -1,25 +1,15 @@
 // Three dicts: the addresses in use, each mapped to itself, the values and the sub-stores.  The first is what gives
 // addresses positions; the others stay apart from it, so that a copy of the store can share those that do not change.
 //
-// Each operation is written once, and its seven forms hand on to that; where text is only to be found, it is not made a
-// string.
+// Each operation is written once, and its forms, in zu_store_forms.cpp, hand on to that.
 
-#include "zu/base/zu_store.h"
+#include "zu/base/zu_store_internal.h"
 
 #include "zu/base/zu_dict_internal.h"
 #include "zu/base/zu_format.h"
-#include "zu/base/zu_string_format.h"
-#include "zu/base/zu_string_internal.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/runtime/zu_ref_internal.h"
 #include "zu/sys/zu_mem.h"
-
-// The keys of `addresses` are those of `values` and of `stores`, and all are strings that zuStoreAddressOk accepts.
-struct ZU_STORE {
-    ZU_OBJ obj;
-    ZU_DICT *addresses; // to the same strings
-    ZU_DICT *values;    // to ZU_STRING
-    ZU_DICT *stores;    // to ZU_STORE
-};
 
 static void storeFree( ZU_OBJ *thisObj );
 static ZU_INT storeCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj );
@@ -36,83 +26,6 @@ void zu___StoreShutdown( void )
 }
 
 // Addresses
-namespace {
-
-// An address to look for.
-struct STORE_KEY {
-    const ZU_CHAR *chars; // null if the caller has given a null address
-    ZU_INT length;
-
-    explicit STORE_KEY( ZU_STRING *address )
-        : chars( address ? address->chars + address->fspace : nullptr ), length( address ? address->length : 0 )
-    {
-    }
-    STORE_KEY( const ZU_CHAR *addressChars, ZU_INT addressLength ) : chars( addressChars ), length( addressLength )
-    {
-    }
-    explicit operator bool() const
-    {
-        return chars != nullptr;
-    }
-};
-
-// Takes over the address that a form has made, and gives it up at the end of the statement or block.
-class STORE_ADDRESS {
-public:
-    explicit STORE_ADDRESS( ZU_STRING *taken ) : address( taken )
-    {
-    }
-    STORE_ADDRESS( const STORE_ADDRESS & ) = delete;
-    STORE_ADDRESS &operator=( const STORE_ADDRESS & ) = delete;
-    ~STORE_ADDRESS()
-    {
-        ZU_REF_RELEASE( address );
-    }
-    operator ZU_STRING *() const
-    {
-        return address;
-    }
-    operator STORE_KEY() const
-    {
-        return STORE_KEY( address );
-    }
-
-private:
-    ZU_STRING *address;
-};
-
-// Converts an address to look for; only one that is too long for the stack becomes a string.
-class STORE_TEXT {
-public:
-    STORE_TEXT( const char *address, ZU_INT addressLength )
-        : length( zuCharsConvertFromCstr( chars, ROOM, address, addressLength ) ),
-          string( length > ROOM ? zuStringCreateFromCstr( address, addressLength ) : nullptr )
-    {
-    }
-    STORE_TEXT( const char16_t *address, ZU_INT addressLength )
-        : length( zuCharsConvertFromWcstr( chars, ROOM, address, addressLength ) ),
-          string( length > ROOM ? zuStringCreateFromWcstr( address, addressLength ) : nullptr )
-    {
-    }
-    STORE_TEXT( const STORE_TEXT & ) = delete;
-    STORE_TEXT &operator=( const STORE_TEXT & ) = delete;
-    ~STORE_TEXT()
-    {
-        ZU_REF_RELEASE_OPT( string );
-    }
-    operator STORE_KEY() const
-    {
-        return string ? STORE_KEY( string ) : STORE_KEY( chars, length );
-    }
-
-private:
-    static constexpr ZU_INT ROOM = 64;
-    ZU_CHAR chars[ ROOM ];
-    ZU_INT length;
-    ZU_STRING *string; // null: in `chars`
-};
-
-} // namespace
 
 // The characters of addresses, as bits of two words.
 struct STORE_CHARS {
@@ -130,9 +43,9 @@ static inline bool storeCharOk( ZU_CHAR ch )
 {
     return ch < 128 && ( ADDRESS_CHARS.bits[ ch / 64 ] >> ch % 64 & 1 );
 }
-static ZU_BOOL zuStoreAddressOk( STORE_KEY address )
+static ZU_BOOL storeAddressOk( ZU___STORE_KEY address )
 {
-    ZU_ASSERT( address );
+    ZU___ASSERT_AS( address.chars, "address" );
     for ( ZU_INT i = 0; i < address.length; i++ ) {
         if ( !storeCharOk( address.chars[ i ] ) ) {
             return ZU_FALSE;
@@ -142,117 +55,9 @@ static ZU_BOOL zuStoreAddressOk( STORE_KEY address )
 }
 ZU_BOOL zuStoreAddressOk( ZU_STRING *address )
 {
-    return zuStoreAddressOk( STORE_KEY( address ) );
+    return storeAddressOk( ZU___STORE_KEY( address ) );
 }
-
-// Forms
-//
-// Each operation is written once: one that only looks an address up as a function that takes a STORE_KEY, one that
-// changes a store as the form that takes a string.  The macros define the other forms, which get the address and hand
-// on; no function could open the arguments of its caller.  The last argument of a macro is the type of what is read,
-// ahead of the address, or set, behind it, and may be missing.
-//
-//     STORE_READING_FORMS( ZU_BOOL, zuStoreValueInt, storeScanValue, ZU_INT )
-//     STORE_CHANGING_FORMS( zuStoreSetValueInt, ZU_INT )
-//
-// define among others
-//
-//     ZU_BOOL zuStoreValueIntCstr( ZU_STORE *store, ZU_INT *value, const char *address, ZU_INT addressLength )
-//     {
-//         return storeScanValue( store, value, STORE_TEXT( address, addressLength ) );
-//     }
-//     void zuStoreSetValueIntFormat( ZU_STORE **store, ZU_STRING *fmt, ZU_INT item, ... )
-//     {
-//         STORE_FORMAT_ADDRESS( address, item, zuStringCreateFromFormatArgList( fmt, args ) );
-//         zuStoreSetValueInt( store, address, item );
-//     }
-
-// Declares `address` and makes it by `create` of the `args` behind the parameter `last`.
-#define STORE_FORMAT_ADDRESS( address, last, create ) \
-    va_list args;                                     \
-    va_start( args, last );                           \
-    STORE_ADDRESS address( create );                  \
-    va_end( args )
-
-#define STORE_FIRST( first, ... ) first
-
-// All forms of an operation that looks an address up, but At.
-#define STORE_KEY_FORMS( RESULT, name, perform, ... )                                                                 \
-    RESULT name( ZU_STORE *store, __VA_OPT__( __VA_ARGS__ *value, ) ZU_STRING *address )                              \
-    {                                                                                                                 \
-        return perform( store, __VA_OPT__( value, ) STORE_KEY( address ) );                                           \
-    }                                                                                                                 \
-    RESULT name##Cstr( ZU_STORE *store, __VA_OPT__( __VA_ARGS__ *value, ) const char *address, ZU_INT addressLength ) \
-    {                                                                                                                 \
-        return perform( store, __VA_OPT__( value, ) STORE_TEXT( address, addressLength ) );                           \
-    }                                                                                                                 \
-    RESULT name##Wcstr( ZU_STORE *store, __VA_OPT__( __VA_ARGS__ *value, ) const char16_t *address,                   \
-                        ZU_INT addressLength )                                                                        \
-    {                                                                                                                 \
-        return perform( store, __VA_OPT__( value, ) STORE_TEXT( address, addressLength ) );                           \
-    }                                                                                                                 \
-    RESULT name##Format( ZU_STORE *store, __VA_OPT__( __VA_ARGS__ *value, ) ZU_STRING *fmt, ... )                     \
-    {                                                                                                                 \
-        STORE_FORMAT_ADDRESS( address, fmt, zuStringCreateFromFormatArgList( fmt, args ) );                           \
-        return perform( store, __VA_OPT__( value, ) address );                                                        \
-    }                                                                                                                 \
-    RESULT name##FormatCstr( ZU_STORE *store, __VA_OPT__( __VA_ARGS__ *value, ) const char *fmt, ZU_INT fmtLength,    \
-                             ... )                                                                                    \
-    {                                                                                                                 \
-        STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );      \
-        return perform( store, __VA_OPT__( value, ) address );                                                        \
-    }                                                                                                                 \
-    RESULT name##FormatWcstr( ZU_STORE *store, __VA_OPT__( __VA_ARGS__ *value, ) const char16_t *fmt,                 \
-                              ZU_INT fmtLength, ... )                                                                 \
-    {                                                                                                                 \
-        STORE_FORMAT_ADDRESS( address, fmtLength, zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );     \
-        return perform( store, __VA_OPT__( value, ) address );                                                        \
-    }
-
-// All forms of an operation that looks an address up.
-#define STORE_READING_FORMS( RESULT, name, perform, ... )                                              \
-    STORE_KEY_FORMS( RESULT, name, perform, __VA_ARGS__ )                                              \
-    RESULT name##At( ZU_STORE *store, __VA_OPT__( __VA_ARGS__ *value, ) ZU_INT idx )                   \
-    {                                                                                                  \
-        return perform( store, __VA_OPT__( value, ) STORE_ADDRESS( zuStoreAddressAt( store, idx ) ) ); \
-    }
-
-// The forms of an operation that changes a store, but the one that takes a string.
-#define STORE_CHANGING_FORMS( name, ... )                                                                             \
-    void name##At( ZU_STORE **store, ZU_INT idx __VA_OPT__(, __VA_ARGS__ item ) )                                     \
-    {                                                                                                                 \
-        ZU_ASSERT( store );                                                                                           \
-        ZU_ASSERT( *store );                                                                                          \
-        name( store, STORE_ADDRESS( zuStoreAddressAt( *store, idx ) ) __VA_OPT__(, item ) );                          \
-    }                                                                                                                 \
-    void name##Cstr( ZU_STORE **store, const char *address, ZU_INT addressLength __VA_OPT__(, __VA_ARGS__ item ) )    \
-    {                                                                                                                 \
-        name( store, STORE_ADDRESS( zuStringCreateFromCstr( address, addressLength ) ) __VA_OPT__(, item ) );         \
-    }                                                                                                                 \
-    void name##Wcstr( ZU_STORE **store, const char16_t *address,                                                      \
-                      ZU_INT addressLength __VA_OPT__(, __VA_ARGS__ item ) )                                          \
-    {                                                                                                                 \
-        name( store, STORE_ADDRESS( zuStringCreateFromWcstr( address, addressLength ) ) __VA_OPT__(, item ) );        \
-    }                                                                                                                 \
-    void name##Format( ZU_STORE **store, ZU_STRING *fmt __VA_OPT__(, __VA_ARGS__ item ), ... )                        \
-    {                                                                                                                 \
-        STORE_FORMAT_ADDRESS( address, STORE_FIRST( __VA_OPT__( item, ) fmt, ),                                       \
-                              zuStringCreateFromFormatArgList( fmt, args ) );                                         \
-        name( store, address __VA_OPT__(, item ) );                                                                   \
-    }                                                                                                                 \
-    void name##FormatCstr( ZU_STORE **store, const char *fmt, ZU_INT fmtLength __VA_OPT__(, __VA_ARGS__ item ), ... ) \
-    {                                                                                                                 \
-        STORE_FORMAT_ADDRESS( address, STORE_FIRST( __VA_OPT__( item, ) fmtLength, ),                                 \
-                              zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );                          \
-        name( store, address __VA_OPT__(, item ) );                                                                   \
-    }                                                                                                                 \
-    void name##FormatWcstr( ZU_STORE **store, const char16_t *fmt, ZU_INT fmtLength __VA_OPT__(, __VA_ARGS__ item ),  \
-                            ... )                                                                                     \
-    {                                                                                                                 \
-        STORE_FORMAT_ADDRESS( address, STORE_FIRST( __VA_OPT__( item, ) fmtLength, ),                                 \
-                              zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );                         \
-        name( store, address __VA_OPT__(, item ) );                                                                   \
-    }
+#define STORE_ASSERT_ADDRESS( address ) ZU___ASSERT_AS( storeAddressOk( address ), "zuStoreAddressOk( address)" )
 
 // Creation
 static ZU_STORE *storeCreateOfDicts( ZU_DICT *addresses, ZU_DICT *values, ZU_DICT *stores )
@@ -429,7 +234,7 @@ void zuStoreMerge( ZU_STORE **store, ZU_STORE *other )
     ZU_ASSERT( *store );
     ZU_ASSERT( other );
     // Merged with itself, a store is held over the change.
-    ZU_STORE *held = other == *store ? zuStoreRetain( other ) : nullptr;
+    auto held = zu___HeldIf( other == *store, other );
     storeUnshare( store );
     STORE_WALK *merge = storeBeginMerge( nullptr, *store, other );
     while ( merge ) {
@@ -437,23 +242,22 @@ void zuStoreMerge( ZU_STORE **store, ZU_STORE *other )
         ZU_STORE *takenOther = storeTakeNextMerged( merge, &taken );
         merge = takenOther ? storeBeginMerge( merge, taken, takenOther ) : storeEndMerge( merge );
     }
-    ZU_REF_RELEASE_OPT( held );
 }
 
 // Values and sub-stores
 
 // Return what is at an address, without a reference for the caller; null if there is nothing.
-static ZU_STRING *storeValueNoRetain( ZU_STORE *store, STORE_KEY address )
+static ZU_STRING *storeValueNoRetain( ZU_STORE *store, ZU___STORE_KEY address )
 {
     ZU_ASSERT( store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
+    STORE_ASSERT_ADDRESS( address );
     ZU_INT idx = zu___DictIndexOfChars( store->values, address.chars, address.length );
     return idx < 0 ? nullptr : (ZU_STRING *)store->values->items[ idx ].val; // which costs no asking for the sort
 }
-static ZU_STORE *storeStoreNoRetain( ZU_STORE *store, STORE_KEY address )
+static ZU_STORE *storeStoreNoRetain( ZU_STORE *store, ZU___STORE_KEY address )
 {
     ZU_ASSERT( store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
+    STORE_ASSERT_ADDRESS( address );
     ZU_INT idx = zu___DictIndexOfChars( store->stores, address.chars, address.length );
     return idx < 0 ? nullptr : zuStoreFrom( store->stores->items[ idx ].val );
 }
@@ -466,88 +270,78 @@ static void storeDel( ZU_STORE *own, ZU_DICT **kind, ZU_DICT *remaining, ZU_STRI
     }
 }
 
-static ZU_BOOL storeHasAddress( ZU_STORE *store, STORE_KEY address )
+ZU_BOOL zu___StoreHasAddress( ZU_STORE *store, ZU___STORE_KEY address )
 {
     ZU_ASSERT( store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
+    STORE_ASSERT_ADDRESS( address );
     return zu___DictIndexOfChars( store->addresses, address.chars, address.length ) >= 0;
 }
-STORE_KEY_FORMS( ZU_BOOL, zuStoreHasAddress, storeHasAddress )
 
 // Values
-static ZU_BOOL storeHasValue( ZU_STORE *store, STORE_KEY address )
+ZU_BOOL zu___StoreHasValue( ZU_STORE *store, ZU___STORE_KEY address )
 {
     return storeValueNoRetain( store, address ) != nullptr;
 }
-STORE_READING_FORMS( ZU_BOOL, zuStoreHasValue, storeHasValue )
 
-static ZU_STRING *storeValue( ZU_STORE *store, STORE_KEY address )
+ZU_STRING *zu___StoreValue( ZU_STORE *store, ZU___STORE_KEY address )
 {
     ZU_STRING *value = storeValueNoRetain( store, address );
     return value ? zuStringRetain( value ) : nullptr;
 }
-STORE_READING_FORMS( ZU_STRING *, zuStoreValue, storeValue )
 
 void zuStoreSetValue( ZU_STORE **store, ZU_STRING *address, ZU_STRING *value )
 {
     ZU_ASSERT( store );
     ZU_ASSERT( *store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
+    STORE_ASSERT_ADDRESS( ZU___STORE_KEY( address ) );
     ZU_ASSERT( value );
     storeUnshare( store );
     zuDictSetStringKey( &( *store )->addresses, address, zuStringObj( address ) );
     zuDictSetStringKey( &( *store )->values, address, zuStringObj( value ) );
 }
-STORE_CHANGING_FORMS( zuStoreSetValue, ZU_STRING * )
 
 void zuStoreDelValue( ZU_STORE **store, ZU_STRING *address )
 {
     ZU_ASSERT( store );
     ZU_ASSERT( *store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
+    STORE_ASSERT_ADDRESS( ZU___STORE_KEY( address ) );
     storeUnshare( store );
     storeDel( *store, &( *store )->values, ( *store )->stores, address );
 }
-STORE_CHANGING_FORMS( zuStoreDelValue )
 
 // Sub-stores
-static ZU_BOOL storeHasStore( ZU_STORE *store, STORE_KEY address )
+ZU_BOOL zu___StoreHasStore( ZU_STORE *store, ZU___STORE_KEY address )
 {
     return storeStoreNoRetain( store, address ) != nullptr;
 }
-STORE_READING_FORMS( ZU_BOOL, zuStoreHasStore, storeHasStore )
 
-static ZU_STORE *storeStore( ZU_STORE *store, STORE_KEY address )
+ZU_STORE *zu___StoreStore( ZU_STORE *store, ZU___STORE_KEY address )
 {
     ZU_STORE *found = storeStoreNoRetain( store, address );
     return found ? zuStoreRetain( found ) : nullptr;
 }
-STORE_READING_FORMS( ZU_STORE *, zuStoreStore, storeStore )
 
 void zuStoreSetStore( ZU_STORE **store, ZU_STRING *address, ZU_STORE *other )
 {
     ZU_ASSERT( store );
     ZU_ASSERT( *store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
+    STORE_ASSERT_ADDRESS( ZU___STORE_KEY( address ) );
     ZU_ASSERT( other );
     // Set into itself, a store is held over the change: that makes a new node of it, with the old one below.
-    ZU_STORE *held = other == *store ? zuStoreRetain( other ) : nullptr;
+    auto held = zu___HeldIf( other == *store, other );
     storeUnshare( store );
     zuDictSetStringKey( &( *store )->addresses, address, zuStringObj( address ) );
     zuDictSetStringKey( &( *store )->stores, address, zuStoreObj( other ) );
-    ZU_REF_RELEASE_OPT( held );
 }
-STORE_CHANGING_FORMS( zuStoreSetStore, ZU_STORE * )
 
 void zuStoreDelStore( ZU_STORE **store, ZU_STRING *address )
 {
     ZU_ASSERT( store );
     ZU_ASSERT( *store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
+    STORE_ASSERT_ADDRESS( ZU___STORE_KEY( address ) );
     storeUnshare( store );
     storeDel( *store, &( *store )->stores, ( *store )->values, address );
 }
-STORE_CHANGING_FORMS( zuStoreDelStore )
 
 // Typed values.  Reading scans the text on every call, testing is reading for nobody, and setting sets a text.
 
@@ -565,7 +359,7 @@ static ZU_BOOL storeScan( ZU_STRING *text, double *value, ZU_INT *consumed )
     return zuFormatTryDecodeRealChars( text->chars + text->fspace, text->length, -1, value, consumed );
 }
 template <typename T>
-static ZU_BOOL storeScanValue( ZU_STORE *store, T *value, STORE_KEY address )
+static ZU_BOOL storeScanValue( ZU_STORE *store, T *value, ZU___STORE_KEY address )
 {
     ZU_STRING *text = storeValueNoRetain( store, address );
     T scanned = 0;
@@ -576,17 +370,30 @@ static ZU_BOOL storeScanValue( ZU_STORE *store, T *value, STORE_KEY address )
     }
     return ok;
 }
-template <typename T>
-static ZU_BOOL storeHasValueOf( ZU_STORE *store, STORE_KEY address )
+ZU_BOOL zu___StoreValueBool( ZU_STORE *store, ZU_BOOL *value, ZU___STORE_KEY address )
 {
-    return storeScanValue<T>( store, nullptr, address );
+    return storeScanValue( store, value, address );
 }
-STORE_READING_FORMS( ZU_BOOL, zuStoreHasValueBool, storeHasValueOf<ZU_BOOL> )
-STORE_READING_FORMS( ZU_BOOL, zuStoreHasValueInt, storeHasValueOf<ZU_INT> )
-STORE_READING_FORMS( ZU_BOOL, zuStoreHasValueReal, storeHasValueOf<double> )
-STORE_READING_FORMS( ZU_BOOL, zuStoreValueBool, storeScanValue, ZU_BOOL )
-STORE_READING_FORMS( ZU_BOOL, zuStoreValueInt, storeScanValue, ZU_INT )
-STORE_READING_FORMS( ZU_BOOL, zuStoreValueReal, storeScanValue, double )
+ZU_BOOL zu___StoreValueInt( ZU_STORE *store, ZU_INT *value, ZU___STORE_KEY address )
+{
+    return storeScanValue( store, value, address );
+}
+ZU_BOOL zu___StoreValueReal( ZU_STORE *store, double *value, ZU___STORE_KEY address )
+{
+    return storeScanValue( store, value, address );
+}
+ZU_BOOL zu___StoreHasValueBool( ZU_STORE *store, ZU___STORE_KEY address )
+{
+    return zu___StoreValueBool( store, nullptr, address );
+}
+ZU_BOOL zu___StoreHasValueInt( ZU_STORE *store, ZU___STORE_KEY address )
+{
+    return zu___StoreValueInt( store, nullptr, address );
+}
+ZU_BOOL zu___StoreHasValueReal( ZU_STORE *store, ZU___STORE_KEY address )
+{
+    return zu___StoreValueReal( store, nullptr, address );
+}
 
 static ZU_STRING *storePrint( ZU_BOOL value )
 {
@@ -605,10 +412,9 @@ static void storePrintValue( ZU_STORE **store, ZU_STRING *address, T value )
 {
     ZU_ASSERT( store );
     ZU_ASSERT( *store );
-    ZU_ASSERT( zuStoreAddressOk( address) );
-    ZU_STRING *text = storePrint( value );
+    STORE_ASSERT_ADDRESS( ZU___STORE_KEY( address ) );
+    zu___Owned text( storePrint( value ) );
     zuStoreSetValue( store, address, text );
-    ZU_REF_RELEASE( text );
 }
 void zuStoreSetValueBool( ZU_STORE **store, ZU_STRING *address, ZU_BOOL value )
 {
@@ -622,6 +428,3 @@ void zuStoreSetValueReal( ZU_STORE **store, ZU_STRING *address, double value )
 {
     storePrintValue( store, address, value );
 }
-STORE_CHANGING_FORMS( zuStoreSetValueBool, ZU_BOOL )
-STORE_CHANGING_FORMS( zuStoreSetValueInt, ZU_INT )
-STORE_CHANGING_FORMS( zuStoreSetValueReal, double )

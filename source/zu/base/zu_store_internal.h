@@ -1,0 +1,72 @@
+// zu_store_internal.h: the inside of ZU_STORE, for the files that share it.
+#pragma once
+
+#include "zu/base/zu_dict.h"
+#include "zu/base/zu_store.h"
+#include "zu/base/zu_string_internal.h"
+
+// The keys of `addresses` are those of `values` and of `stores`, and all are strings that zuStoreAddressOk accepts.
+struct ZU_STORE {
+    ZU_OBJ obj;
+    ZU_DICT *addresses; // to the same strings
+    ZU_DICT *values;    // to ZU_STRING
+    ZU_DICT *stores;    // to ZU_STORE
+};
+
+// An address to look for.
+struct ZU___STORE_KEY {
+    const ZU_CHAR *chars; // null if the caller has given a null address
+    ZU_INT length;
+
+    explicit ZU___STORE_KEY( ZU_STRING *address )
+        : chars( address ? address->chars + address->fspace : nullptr ), length( address ? address->length : 0 )
+    {
+    }
+    ZU___STORE_KEY( const ZU_CHAR *addressChars, ZU_INT addressLength ) : chars( addressChars ), length( addressLength )
+    {
+    }
+};
+
+// Converts an address to look for; only one that is too long for the stack becomes a string.
+class ZU___STORE_TEXT {
+public:
+    ZU___STORE_TEXT( const char *address, ZU_INT addressLength )
+        : length( zuCharsConvertFromCstr( chars, ROOM, address, addressLength ) ),
+          string( length > ROOM ? zuStringCreateFromCstr( address, addressLength ) : nullptr )
+    {
+    }
+    ZU___STORE_TEXT( const char16_t *address, ZU_INT addressLength )
+        : length( zuCharsConvertFromWcstr( chars, ROOM, address, addressLength ) ),
+          string( length > ROOM ? zuStringCreateFromWcstr( address, addressLength ) : nullptr )
+    {
+    }
+    ZU___STORE_TEXT( const ZU___STORE_TEXT & ) = delete;
+    ZU___STORE_TEXT &operator=( const ZU___STORE_TEXT & ) = delete;
+    ~ZU___STORE_TEXT()
+    {
+        ZU_REF_RELEASE_OPT( string );
+    }
+    operator ZU___STORE_KEY() const
+    {
+        return string ? ZU___STORE_KEY( string ) : ZU___STORE_KEY( chars, length );
+    }
+
+private:
+    static constexpr ZU_INT ROOM = 64;
+    ZU_CHAR chars[ ROOM ];
+    ZU_INT length;
+    ZU_STRING *string; // null: in `chars`
+};
+
+// The operations that look an address up.  They abort on a null store and an address that none can have.
+ZU_BOOL zu___StoreHasAddress( ZU_STORE *store, ZU___STORE_KEY address );
+ZU_BOOL zu___StoreHasValue( ZU_STORE *store, ZU___STORE_KEY address );
+ZU_STRING *zu___StoreValue( ZU_STORE *store, ZU___STORE_KEY address );
+ZU_BOOL zu___StoreHasStore( ZU_STORE *store, ZU___STORE_KEY address );
+ZU_STORE *zu___StoreStore( ZU_STORE *store, ZU___STORE_KEY address );
+ZU_BOOL zu___StoreHasValueBool( ZU_STORE *store, ZU___STORE_KEY address );
+ZU_BOOL zu___StoreHasValueInt( ZU_STORE *store, ZU___STORE_KEY address );
+ZU_BOOL zu___StoreHasValueReal( ZU_STORE *store, ZU___STORE_KEY address );
+ZU_BOOL zu___StoreValueBool( ZU_STORE *store, ZU_BOOL *value, ZU___STORE_KEY address );
+ZU_BOOL zu___StoreValueInt( ZU_STORE *store, ZU_INT *value, ZU___STORE_KEY address );
+ZU_BOOL zu___StoreValueReal( ZU_STORE *store, double *value, ZU___STORE_KEY address );
