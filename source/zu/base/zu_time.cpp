@@ -173,11 +173,9 @@ static int timeBreakDown( TIME_FIELDS *fields, const ZU_INT *seconds )
 }
 static TIME_FIELDS timeFieldsNow()
 {
-    // A report of the failure names the step alike on every platform.
-    static constexpr auto *_gmtime64_s = timeBreakDown;
     TIME_FIELDS timeFields;
     ZU_INT ltime = zu___TimeWallClock();
-    ZU_ASSERT( 0 == _gmtime64_s( &timeFields, &ltime ) );
+    ZU___ASSERT_AS( timeBreakDown( &timeFields, &ltime ) == 0, "0 == _gmtime64_s( &timeFields, &ltime )" );
     return timeFields;
 }
 

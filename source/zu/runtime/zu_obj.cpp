@@ -435,8 +435,9 @@ void zu___ObjFree( ZU_OBJ *thisObj )
     if ( thisObj->type != ZU___OBJ_TYPE_OBJECT ) {
         return;
     }
-    ZU_ASSERT( thisObj->type != ZU___OBJ_TYPE_OBJECT || ZU___RETAIN_COUNT_VALUE( thisObj->retainCount ) == 0 );
-    ZU_ASSERT( thisObj->type != ZU___OBJ_TYPE_OBJECT || thisObj->sort );
+    ZU___ASSERT_AS( ZU___RETAIN_COUNT_VALUE( thisObj->retainCount ) == 0,
+                    "thisObj->type != ZU___OBJ_TYPE_OBJECT || ZU___RETAIN_COUNT_VALUE( thisObj->retainCount ) == 0" );
+    ZU___ASSERT_AS( thisObj->sort, "thisObj->type != ZU___OBJ_TYPE_OBJECT || thisObj->sort" );
     if ( ZU___UNLIKELY( odbEnabled ) ) {
         odbLeave( thisObj );
     }
@@ -597,7 +598,8 @@ void zu___ObjDbgSetAllocationSize( ZU_OBJ *thisObj, ZU_INT size )
     ZU_ASSERT( thisObj );
     ZU_ASSERT( size >= 0 );
     ZU_INT old = zu___ObjDbgAllocationSize( thisObj );
-    ZU_ASSERT( old == ZU___ATOMIC_INT_COMPARE_EXCHANGE( &thisObj->dbgAllocationSize, old, size ) );
+    ZU_INT found = ZU___ATOMIC_INT_COMPARE_EXCHANGE( &thisObj->dbgAllocationSize, old, size );
+    ZU___ASSERT_AS( old == found, "old == ZU___ATOMIC_INT_COMPARE_EXCHANGE( &thisObj->dbgAllocationSize, old, size )" );
 }
 void zu___ObjDbgSetAllocationSizeN( ZU_OBJ *thisObj, ZU_INT count, ZU_INT size )
 {
