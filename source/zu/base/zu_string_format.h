@@ -8,6 +8,9 @@
 // decimal numbers, blanks behind them are skipped, or "*", which takes a ZU_INT from the arguments ahead of the value.
 // A format without any conversion aborts, and so do unknown names; text that may lack one goes through "%s".
 //
+// A format is a part of the program and must never come from outside: it decides which arguments are read, and as
+// what, and how much memory the text takes, such as 4 GB for "%999999999i".
+//
 //     name  arguments         result
 //     b     ZU_BOOL           "true" or "false"
 //     c     ZU_CHAR           the code point

@@ -1,7 +1,8 @@
 // zu_string_normalize.h: strings in normalization forms, and clean code points.
 //
-// A string that is as it shall be already is left alone, and stays shared; normalizing an empty one gives the shared
-// empty string.
+// A string that a quick look finds to be as it shall be already is left alone, and stays shared.  One that holds
+// characters of which only the ones around them decide is normalized, and may be replaced by an equal object.
+// Normalizing an empty one gives the shared empty string.
 #pragma once
 
 #include "zu/base/zu_string.h"

@@ -25,8 +25,9 @@ ZU_API ZU_CHAR_SINK *zu___CharsetUtf8CharSinkCreate( ZU_BYTE_SINK *byteSink, ZU_
 /// Returns a new source that decodes from `byteSource`.
 ZU_API ZU_CHAR_SOURCE *zu___CharsetUtf8CharSourceCreate( ZU_BYTE_SOURCE *byteSource, ZU_CHARSET_FLAGS flags );
 
-// UTF-16.  A sink writes of each unit the bits 0 to 7, and 0 for the other byte: only characters up to U+00FF arrive as
-// they are.  That is the contract of these sinks.  No value is invalid to them.  A source delivers each unit as a
+// UTF-16.  A sink writes of each unit the bits 0 to 7, and for the other byte the bits 16 to 23 in place of 8 to 15,
+// which a unit of 16 bits has not: that byte is 0, and only characters up to U+00FF arrive as they are.  That is the
+// contract of these sinks.  No value is invalid to them.  A source delivers each unit as a
 // character, so surrogate pairs stay two; invalid is an odd byte at the end.
 //
 // Without BE or LE in the name a sink is little-endian, and a source is so unless the input begins with a byte order

@@ -19,10 +19,14 @@ ZU_API ZU_BOOL zuCharSourceEnd( ZU_CHAR_SOURCE *cs );
 /// Tells whether a read has failed.
 ZU_API ZU_BOOL zuCharSourceError( ZU_CHAR_SOURCE *cs );
 /// Appends up to `maxCharCount` code points to `*zus` and returns their number; 0 once the input has ended.  The
-/// backend is asked for 1024 code points at a time.
+/// backend is asked for 1024 code points at a time.  Reading one at a time may never end; see zuCharSourceReadChars.
 ZU_API ZU_INT zuCharSourceRead( ZU_CHAR_SOURCE *cs, ZU_STRING **zus, ZU_INT maxCharCount );
 /// Reads up to `maxCharCount` code points to `chars`, which may be null for 0, and returns their number.  The backend
 /// is asked once, for all of them; also for none, and also at the end of the input, which may have grown since.
+///
+/// A decoder whose input is cut off within a character delivers one U+FFFD for that at each call, for the rest stays.
+/// Whoever reads one code point at a time has thus read as many as were asked for, and never comes to the end: ask for
+/// more, for two at least, and the call that brings fewer is the last.
 ZU_API ZU_INT zuCharSourceReadChars( ZU_CHAR_SOURCE *cs, ZU_CHAR *chars, ZU_INT maxCharCount );
 
 // For authors of classes and modules

@@ -15,6 +15,8 @@
 //     zuDebugPrintFormatWcstrArgList  text by the same and a cursor
 //     zuDebugPrintLines               each element of a vector, by a call with its text
 //     zuDebugPrintStackTrace          a stack trace, whose first line is this function, on the print function
+//
+// A format must never come from outside; text from there goes through "%s".
 #pragma once
 
 #include "zu/base/zu_stack_trace.h"

@@ -14,6 +14,8 @@
 //     zuPrintFormatWcstrArgList  text by the same and a cursor
 //     zuPrintLines               each element of a vector, by a call with its text
 //     zuPrintStackTrace          a stack trace, whose first line is this function, by a call for each line
+//
+// A format must never come from outside; text from there goes through "%s".
 #pragma once
 
 #include "zu/base/zu_stack_trace.h"

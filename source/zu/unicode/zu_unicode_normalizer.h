@@ -7,8 +7,9 @@
 //
 // Surrogate pairs are joined; lone surrogates and values above 0x10FFFF vanish, and nothing that is written aborts.
 // Memory is bounded: of marks without end, a starter and those behind it are let go 4096 at a time, and are ordered
-// only within such a piece.  The rest of a text is normalized as the standard says, with one exception: in C forms
-// U+11A7 behind a Hangul syllable without a final consonant vanishes.
+// only within such a piece.  The rest of a text is normalized as the standard says, with two exceptions in C forms:
+// U+11A7 behind a Hangul syllable without a final consonant vanishes; and behind a starter that the limit has let go, the
+// first mark may be lost: what a later character composes to with that starter takes the place of the mark.
 //
 // A normalizer is used by one thread at a time.
 #pragma once
