@@ -5,7 +5,6 @@ usage: zu_convert_test.py ZU [unittest options]
 import os
 import pathlib
 import re
-import resource
 import subprocess
 import sys
 import tempfile
@@ -117,22 +116,6 @@ class Convert(unittest.TestCase):
         lines = run("--list").stdout.decode().splitlines()
         self.assertEqual(len(lines), 51)
         self.assertTrue(any(line.split()[:3] == ["UTF-8", "65001", "cp65001"] for line in lines))
-
-    def test_memory_does_not_grow(self):
-        with tempfile.TemporaryDirectory() as folder:
-            sizes = []
-            for megabytes in [1, 30]:
-                path = pathlib.Path(folder) / "text"
-                # In pieces, since a child begins with the memory of its parent.
-                piece = "Zażółć gęślą jaźń\n".encode() * 1000
-                with path.open("wb") as file:
-                    while file.tell() < megabytes * 1_000_000:
-                        file.write(piece)
-                before = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss
-                self.expect(b"", "--from", "utf-8", "--to", "iso-8859-2", path, "/dev/null", data=b"")
-                sizes.append((before, resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss))
-            # The largest child so far: only a run that holds the whole text would raise it by megabytes.
-            self.assertLess(sizes[1][1] - sizes[1][0], 10_000)
 
 
 if __name__ == "__main__":
