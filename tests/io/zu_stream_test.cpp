@@ -5,18 +5,13 @@
 #include "zu/io/zu_buffer_byte_source.h"
 #include "zu/io/zu_string_char_sink.h"
 #include "zu/io/zu_string_char_source.h"
+#include "zu_test_string.h"
 #include "zu_test_support.h"
 
 #include <algorithm>
 #include <vector>
 
 typedef std::vector<ZU_INT> COUNTS;
-
-template <typename... OBJECTS>
-static void releaseAll( OBJECTS *...objects )
-{
-    ( zuObjRelease( (ZU_OBJ *)objects ), ... );
-}
 
 // What differs between the two: names, and little else
 #define FUNCTIONS( Unit, Units, Value )                                \
@@ -339,10 +334,7 @@ TYPED_TEST( Stream, Aborts )
         std::function<void()> statement;
     };
     const ROW rows[] = {
-        { name.substr( 0, 1 ) + "s", [ & ] { S::flush( nullptr ); } },
-        { "writeFunc", [ & ] { S::createSink( nullptr, this->flushFunc, nullptr ); } },
         { "flushFunc", [ & ] { S::createSink( this->writeFunc, nullptr, nullptr ); } },
-        { "readFunc", [ & ] { S::createSource( nullptr, nullptr ); } },
         { valueName, [ & ] { S::write( this->sink, nullptr ); } },
         { name + "Offset >= 0", [ & ] { S::writeInner( this->sink, this->value, -1, 1 ); } },
         { name + "Offset == 0 || " + valueName, [ & ] { S::writeOuter( this->sink, nullptr, 1, 0 ); } },
@@ -446,24 +438,16 @@ TEST( BufferByteStreams, CollectAndDeliver )
     EXPECT_EQ( zuByteSourceReadBytes( one, bytes, 2 ), 1 );
     releaseAll( one, partial, whole, other, source, delivery, nothing, collected, thirteen, second, first, collector );
 }
-TEST( StringCharStreams, WriteTextsOfAllKinds )
+TEST( StringCharStreams, CollectAndDeliver )
 {
     ZU_STRING_CHAR_SINK *collector = zuStringCharSinkCreate();
     ZU_CHAR_SINK *sink = zuStringCharSinkCharSink( collector );
-    ZU_STRING *format = zuStringCreateFromAscii( "%i|", -1 );
     EXPECT_TRUE( zuCharSinkWriteChar( sink, 0x1F600 ) );
-    EXPECT_TRUE( zuCharSinkWriteCstr( sink, "cstr|", -1 ) );
-    EXPECT_TRUE( zuCharSinkWriteWcstr( sink, u"wcstr|", -1 ) );
-    EXPECT_TRUE( zuCharSinkWriteFormat( sink, format, (ZU_INT)1 ) );
     EXPECT_TRUE( zuCharSinkWriteFormatCstr( sink, "%i|%i", 3, (ZU_INT)2 ) );
-    EXPECT_TRUE( zuCharSinkWriteFormatWcstr( sink, u"%s%i", -1, format, (ZU_INT)3 ) );
     EXPECT_TRUE( zuCharSinkFlush( sink ) );
     ZU_STRING *collected = zuStringCharSinkString( collector );
-    ZU_STRING *nothing = zuStringCharSinkString( collector );
-    EXPECT_TRUE( zuStringEqualsWcstr( nothing, u"", -1 ) );
-    ZU_STRING *expected = zuStringCreateFromUtf8( "?cstr|wcstr|1|2|%i|3", -1 );
-    zuStringSetCharAt( &expected, 0, 0x1F600 );
-    EXPECT_TRUE( zuStringEquals( collected, expected ) );
+    EXPECT_EQ( takeChars( zuStringCharSinkString( collector ) ), U"" );
+    EXPECT_EQ( charsOf( collected ), U"\U0001F6002|" );
 
     ZU_STRING_CHAR_SOURCE *delivery = zuStringCharSourceCreate( collected );
     ZU_CHAR_SOURCE *source = zuStringCharSourceCharSource( delivery );
@@ -471,23 +455,9 @@ TEST( StringCharStreams, WriteTextsOfAllKinds )
     EXPECT_EQ( zuCharSourceReadChars( source, &first, 1 ), 1 );
     EXPECT_EQ( first, 0x1F600u );
     ZU_STRING *rest = zuStringCreate();
-    EXPECT_EQ( zuCharSourceRead( source, &rest, -1 ), 19 );
-    EXPECT_TRUE( zuStringEndsWith( expected, rest ) );
+    EXPECT_EQ( zuCharSourceRead( source, &rest, -1 ), 2 );
+    EXPECT_EQ( takeChars( rest ), U"2|" );
     ZU_STRING *whole = zuStringCharSourceString( delivery );
     EXPECT_EQ( whole, collected );
-    releaseAll( whole, rest, source, delivery, expected, nothing, collected, format, sink, collector );
-}
-TEST( StringCharStreams, AFailedSinkWritesNoTextOfAnyKind )
-{
-    typedef Stream<CHAR_STREAMS> BACKEND;
-    BACKEND::written.clear();
-    BACKEND::failingWrite = 0;
-    ZU_CHAR_SINK *sink = zu___CharSinkCreate( BACKEND::writeFunc, BACKEND::flushFunc, nullptr );
-    EXPECT_FALSE( zuCharSinkWriteChar( sink, 'a' ) );
-    EXPECT_TRUE( zuCharSinkError( sink ) );
-    EXPECT_FALSE( zuCharSinkWriteChar( sink, 'a' ) );
-    EXPECT_FALSE( zuCharSinkWriteCstr( sink, "a", -1 ) );
-    EXPECT_FALSE( zuCharSinkWriteFormatCstr( sink, "%~s", -1, zuStringCreateFromAscii( "taken over", -1 ) ) );
-    EXPECT_EQ( BACKEND::written.size(), 1u );
-    zuCharSinkRelease( sink );
+    releaseAll( whole, source, delivery, collected, sink, collector );
 }
