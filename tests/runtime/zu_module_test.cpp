@@ -1,13 +1,14 @@
-#include "zu_runtime_test_support.h"
+#include "zu_test_string.h"
+#include "zu_test_support.h"
 
 TEST( Module, OfTheLibrary )
 {
     ZU_MODULE *module = zuModule();
     EXPECT_EQ( module, &zu___module );
-    EXPECT_EQ( textOf( zuModuleName( module ) ), "zu" );
-    EXPECT_EQ( textOf( zuModuleToString( module ) ), "zu" );
-    EXPECT_EQ( textOf( zuModuleDescription( module ) ), zu___module_record.description );
-    EXPECT_EQ( textOf( zuModuleVersionToString( zu::adopt( zuModuleVersion( module ) ).get() ) ), "0.0" );
+    EXPECT_EQ( takeText( zuModuleName( module ) ), "zu" );
+    EXPECT_EQ( takeText( zuModuleToString( module ) ), "zu" );
+    EXPECT_EQ( takeText( zuModuleDescription( module ) ), zu___module_record.description );
+    EXPECT_EQ( takeText( zuModuleVersionToString( zu::adopt( zuModuleVersion( module ) ).get() ) ), "0.0" );
     EXPECT_FALSE( zuModuleHasPersonality( module ) );
     EXPECT_EQ( std::string( zu___module_version_string ).find( "###RQ_VERSION### zelkaratr-" ), 0u );
 }
@@ -138,7 +139,6 @@ TEST( Module, OrderedByName )
 TEST( ModuleAborts, ByItsArguments )
 {
     Candidate candidate;
-    expectAbort( "moduleName", [] { zuModuleNameOk( nullptr ); } );
     candidate.record.version = "one";
     expectAbort( "ver", [ & ] { zuModuleVersion( &candidate.module ); } );
     candidate.module.moduleRecord = nullptr;
@@ -170,7 +170,7 @@ TEST( ModuleVersion, Texts )
     for ( const auto &row : ROWS ) {
         zu::Ref<ZU_MODULE_VERSION> version = create( row.source );
         ASSERT_TRUE( version ) << row.source;
-        EXPECT_EQ( textOf( zuModuleVersionToString( version.get() ) ), row.text );
+        EXPECT_EQ( takeText( zuModuleVersionToString( version.get() ) ), row.text );
     }
     for ( const char *source : { "9223372036854775#808.0", "0.9223372036854776", "0.9223372036854775#808",
                                  "99999999999999999999.0", "", "1", "1.", ".1", "1.2.3", "1#1000.0", "1#.0", "#1.0",
@@ -217,6 +217,4 @@ TEST( ModuleVersionAborts, OutsideTheLimits )
         const ZU_INT( &n )[ 4 ] = row.numbers;
         expectAbort( row.expression, [ & ] { zuModuleVersionCreate( n[ 0 ], n[ 1 ], n[ 2 ], n[ 3 ] ); } );
     }
-    expectAbort( "zus", [] { zuModuleVersionTryCreateFromString( nullptr ); } );
-    expectAbort( "ver", [] { zuModuleVersionCompatibility( nullptr ); } );
 }

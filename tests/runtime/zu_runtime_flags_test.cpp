@@ -1,4 +1,5 @@
-#include "zu_runtime_test_support.h"
+#include "zu_test_string.h"
+#include "zu_test_support.h"
 
 // What each flag needs to be kept beside itself.
 static const struct {
@@ -39,12 +40,12 @@ TEST( RuntimeFlags, Names )
 {
     for ( const auto &row : FLAGS ) {
         ZU_INT flags = row.flag | row.needs;
-        std::string text = textOf( zuRuntimeFlagsToString( flags ) );
+        std::string text = takeText( zuRuntimeFlagsToString( flags ) );
         EXPECT_EQ( text.substr( text.rfind( '|' ) + 1 ), row.name );
         EXPECT_EQ( zuRuntimeFlagsFromString( string( text ).get() ), flags ) << row.name;
         EXPECT_EQ( zuRuntimeFlagsFromString( string( row.name ).get() ), row.needs ? 0 : row.flag ) << row.name;
     }
-    EXPECT_EQ( textOf( zuRuntimeFlagsToString( 0x0004 ) ), "" );
-    EXPECT_EQ( textOf( zuRuntimeFlagsToString( 0x0003 ) ), "ZU_RUNTIME_FLAG_MINIMAL" );
+    EXPECT_EQ( takeText( zuRuntimeFlagsToString( 0x0004 ) ), "" );
+    EXPECT_EQ( takeText( zuRuntimeFlagsToString( 0x0003 ) ), "ZU_RUNTIME_FLAG_MINIMAL" );
     EXPECT_EQ( zuRuntimeFlagsFromString( string( " 0x12 |x| ZU_RUNTIME_FLAG_SNAPSHOT_SORT" ).get() ), 0x52 );
 }

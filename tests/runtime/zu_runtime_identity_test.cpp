@@ -1,12 +1,13 @@
-#include "zu_runtime_test_support.h"
+#include "zu_test_string.h"
+#include "zu_test_support.h"
 
 #include <sstream>
 
 // What zuRuntimeInfo does not tell, beside its test below
 TEST( RuntimeVersion, OfProductAndApplication )
 {
-    EXPECT_EQ( textOf( zuRuntimeVersionProductVendorName() ), zu___module_record.productVendorName );
-    EXPECT_EQ( textOf( zuRuntimeVersionProductCopyright() ), zu___module_record.productCopyright );
+    EXPECT_EQ( takeText( zuRuntimeVersionProductVendorName() ), zu___module_record.productVendorName );
+    EXPECT_EQ( takeText( zuRuntimeVersionProductCopyright() ), zu___module_record.productCopyright );
     EXPECT_STREQ( zu___RuntimeVersionProductBuildTimeCstr(), zu___module_record.productBuildTime );
     EXPECT_TRUE( zuRuntimeVersionApplicationHasIdentifier() );
     EXPECT_TRUE( zuRuntimeVersionApplicationHasFriendlyName() );
@@ -45,7 +46,6 @@ TEST( RuntimeValidate, Tables )
           zuRuntimeValidateProductVersion,
           { "4.10.30", "0.0.0", "0x10.2:11.007", " 1.2 .3", "9223372036854775807.0.0" },
           { "", "4.10", "4.10.30.1", "4.-1.0", "4..0", ".1.2", "1.2.", "1.2.3a", "1,2,3", "9223372036854775808.0.0" } },
-        { "name", zuRuntimeValidateModuleName, {}, {} }, // for its null; it is tested with modules
     };
     for ( const auto &row : ROWS ) {
         for ( const std::string &text : row.good ) {
@@ -54,7 +54,6 @@ TEST( RuntimeValidate, Tables )
         for ( const std::string &text : row.bad ) {
             EXPECT_FALSE( row.validate( string( text ).get() ) ) << row.parameter << ": " << text;
         }
-        expectAbort( row.parameter, [ & ] { row.validate( nullptr ); } );
     }
 }
 
@@ -98,11 +97,11 @@ TEST( RuntimeIdentity, Texts )
             EXPECT_EQ( family.fromString( string( " " + name ).get() ), value ) << name;
             EXPECT_EQ( family.fromString( string( std::to_string( value ) ).get() ), value ) << name;
             EXPECT_EQ( family.fromString( string( identifier ).get() ), -1 ) << name;
-            EXPECT_EQ( textOf( family.toString( value ) ), name );
+            EXPECT_EQ( takeText( family.toString( value ) ), name );
             EXPECT_EQ( family.fromIdentifier( string( identifier ).get() ), value ) << name;
             EXPECT_EQ( family.fromIdentifier( string( identifier + "0" ).get() ), -1 ) << name;
-            EXPECT_EQ( textOf( family.toIdentifier( value ) ), identifier );
-            EXPECT_EQ( textOf( family.friendlyName( value ) ), friendlyName );
+            EXPECT_EQ( takeText( family.toIdentifier( value ) ), identifier );
+            EXPECT_EQ( takeText( family.friendlyName( value ) ), friendlyName );
             EXPECT_EQ( family.friendlyNameCstr( value ), friendlyName );
         }
         EXPECT_EQ( family.fromString( string( std::to_string( count ) ).get() ), -1 ) << family.prefix;
@@ -110,45 +109,33 @@ TEST( RuntimeIdentity, Texts )
         // The stamp of the library is written by the build, and has the names for human readers in it.
         EXPECT_NE( std::string( zu___module_version_string ).find( family.friendlyNameCstr( family.ofThisBuild() ) ),
                    std::string::npos );
-        for ( ZU_INT value : { (ZU_INT)-1, count } ) {
-            expectAbort( family.assertion, [ & ] { family.toString( value ); } );
-            expectAbort( family.assertion, [ & ] { family.toIdentifier( value ); } );
-            expectAbort( family.assertion, [ & ] { family.friendlyName( value ); } );
-            expectAbort( family.assertion, [ & ] { family.friendlyNameCstr( value ); } );
-        }
-        expectAbort( "zus", [ & ] { family.fromString( nullptr ); } );
-        expectAbort( "identifier", [ & ] { family.fromIdentifier( nullptr ); } );
+        expectAbort( family.assertion, [ & ] { family.toString( -1 ); } );
+        expectAbort( family.assertion, [ & ] { family.toIdentifier( count ); } );
+        expectAbort( family.assertion, [ & ] { family.friendlyName( count ); } );
     }
 }
 TEST( RuntimeIdentity, FamiliesAndHardware )
 {
-    // A row for each system: whether it is of the Windows, Debian, RHEL, Linux and Unix families; the hardware that it
-    // supports; whether packages have names for hardware.
-    static const struct {
-        const char *families;
-        const char *hardware;
-        bool named;
-    } SYSTEMS[] = {
-        { "W", "11.....", false },  { "DLU", "111111.", true }, { "DLU", "111111.", true }, { "DLU", "111111.", true },
-        { "DLU", "1111111", true }, { "DLU", "11.....", true }, { "DLU", "11.....", true }, { "DLU", "11.....", true },
-        { "RLU", ".1.....", true }, { "RLU", ".1.....", true }, { "U", ".......", false },
-    };
-    static const char *const PLATFORM_NAMES[] = { "i386", "amd64", "armhf", "armhf", "armhf", "arm64", "riscv64" };
-    for ( ZU_INT os = 0; os < (ZU_INT)std::size( SYSTEMS ); os++ ) {
-        const auto &row = SYSTEMS[ os ];
-        std::string families;
-        families += zuRuntimeOsIsWindows( os ) ? "W" : "";
-        families += zuRuntimeOsIsDebian( os ) ? "D" : "";
-        families += zuRuntimeOsIsRhel( os ) ? "R" : "";
-        families += zuRuntimeOsIsLinux( os ) ? "L" : "";
-        families += zuRuntimeOsIsUnix( os ) ? "U" : "";
-        EXPECT_EQ( families, row.families ) << os;
-        for ( ZU_INT hw = 0; hw < (ZU_INT)std::size( PLATFORM_NAMES ); hw++ ) {
-            EXPECT_EQ( zuRuntimeOsSupportsHardware( os, hw ), row.hardware[ hw ] == '1' ) << os << " " << hw;
-            EXPECT_EQ( zuRuntimeOsHasHardwarePlatformName( os, hw ), row.named ) << os << " " << hw;
-            EXPECT_EQ( textOf( zuRuntimeOsHardwarePlatformName( os, hw ) ), row.named ? PLATFORM_NAMES[ hw ] : "" );
+    // For each system: whether it is of the Windows, Debian, RHEL, Linux and Unix families; how many kinds of hardware it
+    // supports, of those in order; whether packages have names for hardware.
+    std::string systems;
+    for ( ZU_INT os = 0; ZU_RUNTIME_OS_OK( os ); os++ ) {
+        systems += zuRuntimeOsIsWindows( os ) ? "W" : "";
+        systems += zuRuntimeOsIsDebian( os ) ? "D" : "";
+        systems += zuRuntimeOsIsRhel( os ) ? "R" : "";
+        systems += zuRuntimeOsIsLinux( os ) ? "L" : "";
+        systems += zuRuntimeOsIsUnix( os ) ? "U" : "";
+        for ( ZU_INT hw = 0; ZU_RUNTIME_HARDWARE_OK( hw ); hw++ ) {
+            systems += zuRuntimeOsSupportsHardware( os, hw ) ? std::to_string( hw ) : "";
         }
+        systems += zuRuntimeOsHasHardwarePlatformName( os, 1 ) ? "! " : " ";
     }
+    EXPECT_EQ( systems, "W01 DLU012345! DLU012345! DLU012345! DLU0123456! DLU01! DLU01! DLU01! RLU1! RLU1! U " );
+    std::string names;
+    for ( ZU_INT hw = 0; ZU_RUNTIME_HARDWARE_OK( hw ); hw++ ) {
+        names += takeText( zuRuntimeOsHardwarePlatformName( ZU_RUNTIME_OS_DEBIAN_12, hw ) ) + " ";
+    }
+    EXPECT_EQ( names, "i386 amd64 armhf armhf armhf arm64 riscv64 " );
     std::string processors;
     for ( ZU_INT hw = 0; ZU_RUNTIME_HARDWARE_OK( hw ); hw++ ) {
         processors += zuRuntimeHardwareIsIntel( hw ) ? "I" : "";
@@ -169,10 +156,10 @@ TEST( RuntimeComputer, AsTheSystemTells )
     std::string node = runProgram( "uname -n" );
     node.pop_back(); // the line end
     EXPECT_EQ( zuRuntimeHasComputerName(), node.size() <= 15 );
-    EXPECT_EQ( textOf( zuRuntimeComputerName() ), node.size() <= 15 ? node : "" );
+    EXPECT_EQ( takeText( zuRuntimeComputerName() ), node.size() <= 15 ? node : "" );
     EXPECT_TRUE( zuRuntimeHasOperatingSystemInfo() );
     std::string system = runProgram( "( . /etc/os-release; echo \"$PRETTY_NAME ($(uname -r))\" )" );
-    EXPECT_EQ( textOf( zuRuntimeOperatingSystemInfo() ) + "\n", system );
+    EXPECT_EQ( takeText( zuRuntimeOperatingSystemInfo() ) + "\n", system );
     ASSERT_EQ( zuRuntimeHasCpuInfo(), zuRuntimeHardwareIsIntel( zuRuntimeHardware() ) );
     if ( zuRuntimeHasCpuInfo() ) {
         // The kernel asks the processor, too.  It adds the extended family, if there is one, to the base family of 15.
@@ -180,7 +167,7 @@ TEST( RuntimeComputer, AsTheSystemTells )
             runProgram( "awk -F': *' '/^vendor_id/ { v = $2 } /^cpu family/ { f = $2 } /^model[ \\t]*:/ { m = $2 } "
                         "END { printf \"%s, family:%x, model:%x, cores:\", v, f < 15 ? f : ( f - 15 ) * 16 + 15, m }' "
                         "/proc/cpuinfo; printf %s \"$(getconf _NPROCESSORS_ONLN)\"" );
-        std::string info = textOf( zuRuntimeCpuInfo() );
+        std::string info = takeText( zuRuntimeCpuInfo() );
         EXPECT_EQ( info.substr( 0, expected.size() ), expected );
         EXPECT_TRUE( info.size() == expected.size() || info.find( ", base:" ) == expected.size() ) << info;
     }
@@ -207,7 +194,7 @@ TEST( RuntimeUserInformation, IsAListInTheOrderOfKeys )
     EXPECT_EQ( zuStoreLength( list.get() ), 11 );
     for ( const auto &[ address, key ] : { std::pair( "00", "a" ), { "02", "d" }, { "10", "l" } } ) {
         zu::Ref<ZU_STORE> entry = zu::adopt( zuStoreStoreCstr( list.get(), address, -1 ) );
-        EXPECT_EQ( textOf( zuStoreValueCstr( entry.get(), "key", -1 ) ), key );
+        EXPECT_EQ( takeText( zuStoreValueCstr( entry.get(), "key", -1 ) ), key );
         EXPECT_EQ( zu::adopt( zuStoreStoreCstr( entry.get(), "store", -1 ) ).get(), store.get() );
     }
     for ( char key = 'a'; key <= 'l'; key++ ) {
@@ -215,11 +202,7 @@ TEST( RuntimeUserInformation, IsAListInTheOrderOfKeys )
     }
     EXPECT_EQ( zuStoreLength( zu::adopt( zuRuntimeUserInformation() ).get() ), 0 );
 
-    expectAbort( "key", [ & ] { zuRuntimeSetUserInformationKey( nullptr, store.get() ); } );
     expectAbort( "store", [] { zuRuntimeSetUserInformationKey( string( "a" ).get(), nullptr ); } );
-    expectAbort( "key", [] { zuRuntimeDelUserInformationKey( nullptr ); } );
-    expectAbort( "key", [] { zuRuntimeHasUserInformationKey( nullptr ); } );
-    expectAbort( "key", [] { zuRuntimeUserInformationKey( nullptr ); } );
 }
 
 TEST( RuntimeInfo, HasWhatTheFunctionsTell )
@@ -227,9 +210,9 @@ TEST( RuntimeInfo, HasWhatTheFunctionsTell )
     zu::Ref<ZU_STORE> info = zu::adopt( zuRuntimeInfo() );
     const ZU___MODULE_RECORD &record = zu___module_record;
     const std::pair<const char *, std::string> expected[] = {
-        { "os", textOf( zuRuntimeOsFriendlyName( zuRuntimeOs() ) ) },
-        { "hardware", textOf( zuRuntimeHardwareFriendlyName( zuRuntimeHardware() ) ) },
-        { "variant", textOf( zuRuntimeVariantFriendlyName( zuRuntimeVariant() ) ) },
+        { "os", takeText( zuRuntimeOsFriendlyName( zuRuntimeOs() ) ) },
+        { "hardware", takeText( zuRuntimeHardwareFriendlyName( zuRuntimeHardware() ) ) },
+        { "variant", takeText( zuRuntimeVariantFriendlyName( zuRuntimeVariant() ) ) },
         { "product", record.productName },
         { "friendlyName", record.productFriendlyName },
         { "version", std::to_string( record.productVersionMajor ) + "." + std::to_string( record.productVersionMinor ) +
@@ -242,13 +225,13 @@ TEST( RuntimeInfo, HasWhatTheFunctionsTell )
         { "applicationIdentifier", "zu-test" },
         { "applicationFriendlyName", "Tests of zu" },
         { "applicationVersion", "1.0" },
-        { "operatingSystemInfo", textOf( zuRuntimeOperatingSystemInfo() ) },
-        { "startTime", textOf( zuTimeToString( zu::adopt( zu___TimeStarted() ).get() ) ) },
-        { "computerName", textOf( zuRuntimeComputerName() ) },
-        { "cpuInfo", textOf( zuRuntimeCpuInfo() ) },
+        { "operatingSystemInfo", takeText( zuRuntimeOperatingSystemInfo() ) },
+        { "startTime", takeText( zuTimeToString( zu::adopt( zu___TimeStarted() ).get() ) ) },
+        { "computerName", takeText( zuRuntimeComputerName() ) },
+        { "cpuInfo", takeText( zuRuntimeCpuInfo() ) },
     };
     for ( const auto &[ address, value ] : expected ) {
-        EXPECT_EQ( textOf( zuStoreValueCstr( info.get(), address, -1 ) ), value ) << address;
+        EXPECT_EQ( takeText( zuStoreValueCstr( info.get(), address, -1 ) ), value ) << address;
     }
     EXPECT_EQ( zuStoreLength( info.get() ),
                (ZU_INT)std::size( expected ) - !zuRuntimeHasComputerName() - !zuRuntimeHasCpuInfo() );
