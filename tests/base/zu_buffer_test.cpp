@@ -534,7 +534,6 @@ TEST( BufferAborts, Arguments )
         std::function<void()> statement;
     };
     const ROW rows[] = {
-        { "buf", [ & ] { zuBufferAppendByte( nullptr, 0 ); } },
         { "*buf", [ & ] { zuBufferBitAppendZero( &null, 1 ); } },
         { "src", [ & ] { zuBufferInsert( &buf, 0, nullptr ); } },
         { "byteIdx >= 0", [ & ] { zuBufferWriteByte( &buf, -1, 0 ); } },
@@ -558,7 +557,6 @@ TEST( BufferAborts, Arguments )
         { "bitIdx + BYTES_TO_BITS( byteCount ) <= (*buf)->bitLength",
           [ & ] { zuBufferWriteBytes( &buf, 1, (const uint8_t *)"", 1 ); } },
         { "bytes || !byteCount", [ & ] { zuBufferAppendBytes( &buf, nullptr, 1 ); } },
-        { "ref", [ & ] { zuBufferCreateFromBytesUseWithRef( nullptr, 0, nullptr ); } },
         { "bitIdx + bitCount <= buf->bitLength", [ & ] { zuBufferReadByte( buf, 1 ); } },
         { "bitOffset + bitCount <= (*buf)->bitLength", [ & ] { zuBufferBitDelInner( &buf, 1, 13 ); } },
         { "bitCount <= (*buf)->bitLength", [ & ] { zuBufferDelTrailing( &buf, 2 ); } },

@@ -1,6 +1,6 @@
 #include "zu/base/zu_dict_internal.h"
 
-#include "zu/zu.hpp"
+#include "zu_test_string.h"
 #include "zu_test_support.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@ static OBJ boxed( ZU_INT value )
 }
 static OBJ text( const std::string &chars )
 {
-    return zu::adopt( zuStringObj( zuStringCreateFromCstr( chars.c_str(), -1 ) ) );
+    return zu::adopt( zuStringObj( string( chars ).release() ) );
 }
 static bool isEmptyDict( ZU_DICT *dict )
 {
@@ -32,14 +32,6 @@ static DICT dictOf( const std::string &keys )
         zuDictSetStringKeyCstr( dict.inOut(), &keys[ i ], 1, boxed( (ZU_INT)i ).get() );
     }
     return dict;
-}
-static std::string toStd( ZU_OBJ *obj )
-{
-    zu::Ref<ZU_STRING> printed = zu::adopt( zuObjToString( obj ) );
-    char *chars = zuStringConvertToUtf8( printed.get(), ZU_TRUE, nullptr );
-    std::string result = chars;
-    zuMemFree( chars );
-    return result;
 }
 
 // A dict as a map of the very objects, changed pair by pair, with the storage that this leads to.
@@ -399,64 +391,39 @@ TEST( Dict, FindsStringsInAnyOrder )
     }
 }
 
-// Each kind of key: an object for it, and its own functions.
-struct KEY_FORM {
-    const char *name;
-    OBJ key;
-    std::function<ZU_OBJ *( ZU_DICT * )> read;
-    std::function<ZU_BOOL( ZU_DICT * )> has;
-    std::function<ZU_INT( ZU_DICT * )> indexOf;
-    std::function<void( ZU_DICT **, ZU_OBJ *value )> set;
-    std::function<void( ZU_DICT ** )> del;
-};
-#define KEY_FORM_OF( form, key, ... )                                                   \
-    KEY_FORM                                                                            \
-    {                                                                                   \
-#form, key, [ & ]( ZU_DICT *dict ) { return zuDict##form( dict, ##__VA_ARGS__ ); },   \
-            [ & ]( ZU_DICT *dict ) { return zuDictHas##form( dict, ##__VA_ARGS__ ); },        \
-            [ & ]( ZU_DICT *dict ) { return zuDictIndexOf##form( dict, ##__VA_ARGS__ ); },    \
-            [ & ]( ZU_DICT **dict, ZU_OBJ *value ) { zuDictSet##form( dict, ##__VA_ARGS__, value ); }, \
-            [ & ]( ZU_DICT **dict ) { zuDictDel##form( dict, ##__VA_ARGS__ ); } \
-    }
+// Each kind of key; how the forms with a text of other types convert it is tested for all families at once.
 TEST( Dict, TakesEveryKindOfKey )
 {
-    zu::Ref<ZU_STRING> string = zu::adopt( zuStringCreateFromAscii( "string", -1 ) );
+    zu::Ref<ZU_STRING> held = string( "string" );
     const std::string longKey( 300, 'l' );
-    const std::u16string wide = u"w\u00EF\u4E16";
-    const std::vector<KEY_FORM> forms = {
-        KEY_FORM_OF( ObjKey, boxed( 77 ), boxed( 77 ).get() ),
-        KEY_FORM_OF( BoolKey, zu::adopt( zuBoxedBoolObj( zuBoxedBoolCreate( ZU_TRUE ) ) ), 5 ),
-        KEY_FORM_OF( IntKey, boxed( INT64_MIN ), INT64_MIN ),
-        KEY_FORM_OF( RealKey, zu::adopt( zuBoxedRealObj( zuBoxedRealCreate( 1.0 ) ) ), 1.0 + 1e-17 ),
-        KEY_FORM_OF( NullKey, zu::adopt( zuBoxedNullObj( zuBoxedNullCreate() ) ) ),
-        KEY_FORM_OF( StringKey, text( "string" ), string.get() ),
-        KEY_FORM_OF( StringKeyCstr, text( "cst" ), "cstring", 3 ),
-        KEY_FORM_OF( StringKeyCstr, text( longKey ), longKey.c_str(), -1 ),
-        KEY_FORM_OF( StringKeyWcstr, text( "w\u00EF\u4E16" ), wide.c_str(), -1 ),
-        KEY_FORM_OF( StringKeyWcstr, text( "w" ), wide.c_str(), 1 ),
-        KEY_FORM_OF( SortKey, zu::share( zuSortObj( zuDictSort() ) ), zuDictSort() ),
-    };
     DICT dict = zu::adopt( zuDictCreate() );
-    auto expectValue = [ & ]( const KEY_FORM &form, ZU_OBJ *value ) {
-        EXPECT_EQ( zu::adopt( form.read( dict.get() ) ).get(), value ) << form.name;
-        EXPECT_EQ( zu::adopt( zuDictObjKey( dict.get(), form.key.get() ) ).get(), value ) << form.name;
-        EXPECT_EQ( form.has( dict.get() ), value != nullptr ) << form.name;
-        EXPECT_EQ( form.indexOf( dict.get() ), zuDictIndexOfObjKey( dict.get(), form.key.get() ) ) << form.name;
-    };
-    std::vector<OBJ> values;
-    for ( const KEY_FORM &form : forms ) {
-        values.push_back( boxed( (ZU_INT)values.size() ) );
-        form.del( dict.inOut() );
-        expectValue( form, nullptr );
-        form.set( dict.inOut(), values.back().get() );
-        EXPECT_EQ( zuDictLength( dict.get() ), (ZU_INT)values.size() ) << form.name;
-    }
-    for ( size_t i = 0; i < forms.size(); i++ ) {
-        expectValue( forms[ i ], values[ i ].get() );
-        forms[ i ].del( dict.inOut() );
-        expectValue( forms[ i ], nullptr );
-    }
-    EXPECT_TRUE( isEmptyDict( dict.get() ) );
+    ZU_INT count = 0;
+#define EXPECT_KEY( form, obj, ... )                                                                        \
+    do {                                                                                                    \
+        OBJ key = obj, value = boxed( ++count );                                                            \
+        zuDictDel##form( dict.inOut() __VA_OPT__(, ) __VA_ARGS__ ); /* nothing there */                     \
+        EXPECT_FALSE( zuDictHas##form( dict.get() __VA_OPT__(, ) __VA_ARGS__ ) );                           \
+        EXPECT_EQ( zuDictIndexOf##form( dict.get() __VA_OPT__(, ) __VA_ARGS__ ), -1 );                      \
+        zuDictSet##form( dict.inOut() __VA_OPT__(, ) __VA_ARGS__, value.get() );                            \
+        EXPECT_TRUE( zuDictHas##form( dict.get() __VA_OPT__(, ) __VA_ARGS__ ) );                            \
+        EXPECT_EQ( zuDictIndexOf##form( dict.get() __VA_OPT__(, ) __VA_ARGS__ ),                            \
+                   zuDictIndexOfObjKey( dict.get(), key.get() ) );                                          \
+        EXPECT_EQ( zu::adopt( zuDict##form( dict.get() __VA_OPT__(, ) __VA_ARGS__ ) ).get(), value.get() ); \
+        EXPECT_EQ( zu::adopt( zuDictObjKey( dict.get(), key.get() ) ).get(), value.get() );                 \
+        DICT without = dict;                                                                                \
+        zuDictDel##form( without.inOut() __VA_OPT__(, ) __VA_ARGS__ );                                      \
+        EXPECT_FALSE( zuDictHasObjKey( without.get(), key.get() ) );                                        \
+        EXPECT_EQ( zuDictLength( dict.get() ), count );                                                     \
+    } while ( 0 )
+    EXPECT_KEY( ObjKey, boxed( 77 ), boxed( 77 ).get() );
+    EXPECT_KEY( BoolKey, zu::adopt( zuBoxedBoolObj( zuBoxedBoolCreate( ZU_TRUE ) ) ), 5 );
+    EXPECT_KEY( IntKey, boxed( INT64_MIN ), INT64_MIN );
+    EXPECT_KEY( RealKey, zu::adopt( zuBoxedRealObj( zuBoxedRealCreate( 1.0 ) ) ), 1.0 + 1e-17 );
+    EXPECT_KEY( NullKey, zu::adopt( zuBoxedNullObj( zuBoxedNullCreate() ) ) );
+    EXPECT_KEY( StringKey, text( "string" ), held.get() );
+    EXPECT_KEY( StringKeyCstr, text( longKey ), longKey.c_str(), -1 );
+    EXPECT_KEY( SortKey, zu::share( zuSortObj( zuDictSort() ) ), zuDictSort() );
+#undef EXPECT_KEY
 }
 
 // A number whose comparisons are noted.
@@ -504,11 +471,11 @@ TEST( Dict, ComparesTheEndsFirst )
 
 TEST( Dict, MayHoldItselfAndPrints )
 {
-    EXPECT_EQ( toStd( zuDictObj( dictOf( "" ).get() ) ), "{}" );
+    EXPECT_EQ( textOf( zuDictObj( dictOf( "" ).get() ) ), "{}" );
     DICT dict = dictOf( "ab" );
     zuDictSetObjKey( dict.inOut(), zuDictObj( dict.get() ), zuDictObj( dict.get() ) );
     zuDictSetValueAt( dict.inOut(), 2, zuDictObj( dict.get() ) );
-    EXPECT_EQ( toStd( zuDictObj( dict.get() ) ), "{{a=0, b=1}={a=0, b=1}, a=0, b={{a=0, b=1}={a=0, b=1}, a=0, b=1}}" );
+    EXPECT_EQ( textOf( zuDictObj( dict.get() ) ), "{{a=0, b=1}={a=0, b=1}, a=0, b={{a=0, b=1}={a=0, b=1}, a=0, b=1}}" );
     zuDictDelValue( dict.inOut(), zuDictObj( dict.get() ), ZU_TRUE );
     EXPECT_EQ( zuDictLength( dict.get() ), 3 );
 }
@@ -531,19 +498,15 @@ TEST( DictAborts, BrokenConditions )
     OBJ obj = boxed( 1 );
     zu::Ref<ZU_VECTOR> one = zu::adopt( zuVectorCreateFromObj( obj.get() ) );
     zu::Ref<ZU_VECTOR> empty = zu::adopt( zuVectorCreate() );
-    expectAbort( "src", [ & ] { zuDictCreateFrom( nullptr ); } );
-    expectAbort( "keysVector", [ & ] { zuDictCreateWithKeysAndValues( nullptr, nullptr ); } );
     expectAbort( "valuesVector", [ & ] { zuDictCreateWithKeysAndValues( one.get(), nullptr ); } );
     expectAbort( "zuVectorLength( keysVector ) == zuVectorLength( valuesVector )",
                  [ & ] { zuDictCreateWithKeysAndValues( one.get(), empty.get() ); } );
-    expectAbort( "dict", [ & ] { zuDictLength( nullptr ); } );
     expectAbort( "idx >= 0", [ & ] { zuDictKeyAt( dict.get(), -1 ); } );
     expectAbort( "idx < dict->length", [ & ] { zuDictValueAt( dict.get(), 2 ); } );
     expectAbort( "idx < (*dict)->length", [ & ] { zuDictSetValueAt( dict.inOut(), 2, obj.get() ); } );
     expectAbort( "value", [ & ] { zuDictSetValueAt( dict.inOut(), 1, nullptr ); } );
     expectAbort( "idx < (*dict)->length", [ & ] { zuDictDelAt( dict.inOut(), 2 ); } );
     expectAbort( "key", [ & ] { zuDictObjKey( dict.get(), nullptr ); } );
-    expectAbort( "key", [ & ] { zuDictHasStringKey( dict.get(), nullptr ); } );
     expectAbort( "key", [ & ] { zuDictIndexOfSortKey( dict.get(), nullptr ); } );
     expectAbort( "*dict", [ & ] { zuDictSetObjKey( &none, obj.get(), obj.get() ); } );
     expectAbort( "key", [ & ] { zuDictSetStringKey( dict.inOut(), nullptr, obj.get() ); } );
@@ -552,7 +515,6 @@ TEST( DictAborts, BrokenConditions )
     expectAbort( "value", [ & ] { zuDictDelValue( dict.inOut(), nullptr, ZU_FALSE ); } );
     expectAbort( "*dest", [ & ] { zuDictInclude( &none, dict.get(), ZU_FALSE ); } );
     expectAbort( "src", [ & ] { zuDictExclude( dict.inOut(), nullptr ); } );
-    expectAbort( "dest", [ & ] { zuDictIntersect( nullptr, dict.get(), ZU_FALSE ); } );
     expectAbort( "dictB", [ & ] { zuDictDisjoint( dict.get(), nullptr ); } );
     expectAbort( "ZU_INT_ADD_OK( dict->length, count )",
                  [ & ] { zu___DictMakeRoom( dict.get(), 0, ZU_INT_MAX - 1 ); } );

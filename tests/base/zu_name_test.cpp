@@ -58,6 +58,4 @@ TEST( Name, Styles )
         }
         zuStringRelease( zus );
     }
-    expectAbort( "zus", [] { zuNameCamelCaseOk( nullptr, ZU_FALSE ); } );
-    expectAbort( "zus", [] { zuNamePrivate( nullptr ); } );
 }

@@ -130,11 +130,3 @@ TEST( Region, LetsInWhoHasLostAFewTimes )
     zu::Ref<ZU_MONITOR> monitor = zu::adopt( zuMonitorCreate() );
     expectFewLosses( [ & ] { zuMonitorEnter( monitor.get() ); }, [ & ] { zuMonitorLeave( monitor.get() ); } );
 }
-
-TEST( RegionAborts, Null )
-{
-    expectAbort( "region", [] { zuRegionEnterShared( nullptr ); } );
-    expectAbort( "region", [] { zuRegionEnterExclusive( nullptr ); } );
-    expectAbort( "region", [] { zuRegionEnter( nullptr, ZU_TRUE ); } );
-    expectAbort( "region", [] { zuRegionLeave( nullptr ); } );
-}

@@ -2,415 +2,152 @@
 
 #include "zu/base/zu_string_internal.h"
 #include "zu/sys/zu_mem.h"
-#include "zu_test_support.h"
-
-#include <algorithm>
-#include <array>
-#include <memory>
-#include <random>
-#include <string>
-#include <vector>
+#include "zu_slack_model.h"
+#include "zu_test_string.h"
 
 using Text = std::u32string;
 
-static ZU_STRING *makeString( const Text &text )
-{
-    return zuStringCreateFromCharsCopy( (const ZU_CHAR *)text.data(), (ZU_INT)text.size() );
-}
-static Text textOf( ZU_STRING *zus )
-{
-    const ZU_CHAR *chars = zuStringBacking( zus );
-    return Text( chars, chars + zuStringLength( zus ) );
-}
-
-// The model: what a string holds, how much is free at both ends of its storage, and where that is.  A shared_ptr stands
-// for a reference, so that its count is the retain count.  Every rule of the storage is written out plainly here once
-// more.
-struct STRING_MODEL {
-    Text text;
-    ZU_INT fspace = 0;
-    ZU_INT bspace = 64;
-    bool onHeap = false;
-
-    ZU_INT length() const
+struct STRINGS {
+    typedef ZU_STRING OWNER;
+    typedef ZU_CHAR ELEMENT;
+    static constexpr ZU_INT FRONT = 0;
+    static constexpr auto create = zuStringCreate;
+    static constexpr auto backing = zuStringBacking;
+    static bool onHeap( ZU_STRING *zus )
     {
-        return (ZU_INT)text.size();
+        return zus->chars != zus->inlineChars;
     }
 };
-using MODEL_REF = std::shared_ptr<STRING_MODEL>;
-static MODEL_REF emptyModel; // the shared empty string
-
-static void modelMakeRoom( STRING_MODEL &model, ZU_INT at, ZU_INT count )
-{
-    bool atFront = at == 0, atEnd = !atFront && at == model.length();
-    ZU_INT &nearest = atFront ? model.fspace : model.bspace;
-    ZU_INT rest = model.fspace + model.bspace - count;
-    if ( nearest >= count ) {
-        nearest -= count;
-    } else if ( rest >= 0 && !( atEnd && model.onHeap ) ) {
-        bool inside = !atFront && !atEnd;
-        model.fspace = inside ? rest : 0;
-        model.bspace = inside ? 0 : rest;
-    } else {
-        model.fspace = atEnd ? model.fspace : 32;
-        model.bspace = 32;
-        model.onHeap = true;
-    }
-}
-static void modelCompact( STRING_MODEL &model )
-{
-    if ( model.fspace <= 64 && model.bspace <= 64 ) {
-        return;
-    }
-    if ( model.length() <= 64 ) {
-        model.onHeap = false;
-        model.fspace = 0;
-        model.bspace = 64 - model.length();
-    } else {
-        model.fspace = model.bspace = 32;
-    }
-}
-static void modelInsert( MODEL_REF &dest, ZU_INT idx, const Text &text )
-{
-    if ( text.empty() ) {
-        return;
-    }
-    if ( dest.use_count() > 1 ) {
-        MODEL_REF copy = std::make_shared<STRING_MODEL>();
-        copy->text = dest->text;
-        copy->text.insert( (size_t)idx, text );
-        modelMakeRoom( *copy, 0, copy->length() );
-        dest = copy;
-    } else {
-        modelMakeRoom( *dest, idx, (ZU_INT)text.size() );
-        dest->text.insert( (size_t)idx, text );
-    }
-}
-static void modelUnshare( MODEL_REF &dest )
-{
-    if ( dest.use_count() > 1 ) {
-        MODEL_REF copy = std::make_shared<STRING_MODEL>();
-        modelInsert( copy, 0, dest->text );
-        dest = copy;
-    }
-}
-static void modelDelInner( MODEL_REF &dest, ZU_INT offset, ZU_INT count )
-{
-    if ( count == 0 ) {
-        return;
-    }
-    if ( count == dest->length() ) {
-        dest = emptyModel;
-        return;
-    }
-    modelUnshare( dest );
-    ( offset == 0 ? dest->fspace : dest->bspace ) += count;
-    dest->text.erase( (size_t)offset, (size_t)count );
-    modelCompact( *dest );
-}
-static void modelDelOuter( MODEL_REF &dest, ZU_INT offset, ZU_INT count )
-{
-    if ( count == dest->length() ) {
-        return;
-    }
-    if ( count == 0 ) {
-        dest = emptyModel;
-        return;
-    }
-    modelUnshare( dest );
-    dest->fspace += offset;
-    dest->bspace += dest->length() - offset - count;
-    dest->text = dest->text.substr( (size_t)offset, (size_t)count );
-    modelCompact( *dest );
-}
-
-// A variable with a string, and the model of it.
-struct STRING_HOLDER {
-    ZU_STRING *zus;
-    MODEL_REF model;
-};
-
-static void expectHolders( const std::vector<STRING_HOLDER> &holders )
-{
-    ZU_STRING *empty = zuStringCreate();
-    for ( const STRING_HOLDER &holder : holders ) {
-        ZU_STRING *zus = holder.zus;
-        const STRING_MODEL &model = *holder.model;
-        ASSERT_EQ( textOf( zus ), model.text );
-        ASSERT_EQ( zus == empty, holder.model == emptyModel );
-        ASSERT_EQ( zus->fspace, model.fspace );
-        ASSERT_EQ( zus->bspace, model.bspace );
-        ASSERT_EQ( zus->chars != zus->inlineChars, model.onHeap );
-        ASSERT_EQ( zu___ObjDbgAllocationSize( &zus->obj ),
-                   model.onHeap ? 4 * ( model.fspace + model.length() + model.bspace ) : 0 );
-        if ( zus != empty ) {
-            ASSERT_EQ( ZU_REF_RETAIN_COUNT( zus ), (ZU___RETAIN_COUNT)holder.model.use_count() );
-        }
-        for ( const STRING_HOLDER &other : holders ) {
-            ASSERT_EQ( zus == other.zus, holder.model == other.model );
-        }
-    }
-    zuStringRelease( empty );
-}
-
-// Random operations, each on a string and on its model
-class Operations {
-public:
-    Operations( uint64_t seed, ZU_INT longest ) : random( seed ), lengthMost( longest )
-    {
-    }
-    void step( STRING_HOLDER &dest, STRING_HOLDER &src );
-
-private:
-    ZU_INT below( ZU_INT end )
-    {
-        return (ZU_INT)( random() % (uint64_t)end );
-    }
-    ZU_INT upTo( ZU_INT most )
-    {
-        return below( most + 1 );
-    }
-    Text someText()
+class StringModel : public SlackOperations<STRINGS> {
+protected:
+    std::vector<ZU_CHAR> someText()
     {
         static constexpr ZU_INT LENGTHS[] = { 0, 1, 1, 1, 2, 3, 7, 20, 32, 33, 63, 64, 65, 100 };
-        Text text( (size_t)LENGTHS[ below( 14 ) ], U'?' );
-        std::generate( text.begin(), text.end(), [ & ] { return U'a' + (char32_t)below( 26 ); } );
+        std::vector<ZU_CHAR> text( (size_t)LENGTHS[ between( 0, 13 ) ] );
+        std::generate( text.begin(), text.end(), [ & ] { return 'a' + (ZU_CHAR)between( 0, 25 ); } );
         return text;
     }
-    // Calls one of the three forms of an insertion, and returns where it inserts.
-    template <typename INSERT, typename APPEND, typename PREPEND, typename... ARGS>
-    ZU_INT place( STRING_HOLDER &dest, INSERT insert, APPEND append, PREPEND prepend, ARGS... args )
+    void create( HOLDER &holder, const HOLDER &other ) override
     {
-        ZU_INT length = zuStringLength( dest.zus );
-        ZU_INT idx = upTo( length );
-        switch ( below( 4 ) ) {
+        ZU_STRING *src = other.ref.get();
+        const MODEL from = other.model;
+        ZU_INT length = from.length(), offset = place( length ), count = place( length - offset );
+        const std::vector<ZU_CHAR> text = someText();
+        ZU_INT textLength = (ZU_INT)text.size();
+        auto take = [ & ]( ZU_STRING *zus, const std::vector<ZU_CHAR> &wanted ) {
+            holder.model.become( wanted );
+            holder.ref = zu::adopt( zus );
+        };
+        switch ( between( 0, 8 ) ) {
         case 0:
-            prepend( &dest.zus, args... );
-            return 0;
+            return take( zuStringCreateFrom( src ), from.items );
         case 1:
-            insert( &dest.zus, idx, args... );
-            return idx;
+            return take( zuStringCreateFromInner( src, offset, count ), from.part( offset, count ) );
+        case 2:
+            return take( zuStringCreateFromLeading( src, offset ), from.part( 0, offset ) );
+        case 3:
+            return take( zuStringCreateFromTrailing( src, offset ), from.part( length - offset, offset ) );
+        case 4:
+            take( zuStringCreateFromOuter( src, offset, count ), from.part( offset + count, length - offset - count ) );
+            return holder.model.insert( 0, from.part( 0, offset ) );
+        case 5:
+            take( zuStringCreateFromCharsCopy( text.data(), textLength ), text );
+            return text.empty() ? holder.model.clear() : void();
+        case 6: {
+            ZU_CHAR *chars = (ZU_CHAR *)zuMemDupN( text.data(), zuIntMax( textLength, 1 ), sizeof( ZU_CHAR ) );
+            take( zuStringCreateFromCharsUse( chars, textLength ), text );
+            if ( text.empty() ) {
+                zuMemFree( chars );
+                return holder.model.clear();
+            }
+            holder.model.lay( 0, 0 );
+            holder.model.heap = true;
+            EXPECT_EQ( zuStringBacking( holder.ref.get() ), chars );
+            return;
+        }
         default:
-            append( &dest.zus, args... );
-            return length;
+            holder = HOLDER( other );
         }
     }
-    void replace( STRING_HOLDER &dest, ZU_STRING *zus, MODEL_REF model )
+    void insert( HOLDER &holder, const HOLDER &other ) override
     {
-        zuStringRelease( dest.zus );
-        dest.zus = zus;
-        dest.model = std::move( model );
+        ZU_STRING **zus = holder.ref.inOut();
+        ZU_STRING *src = other.ref.get();
+        MODEL &model = holder.model;
+        const MODEL from = other.model;
+        ZU_INT length = from.length(), count = some( length ), offset = place( length - count );
+        const std::vector<ZU_CHAR> text = someText();
+        ZU_INT textLength = (ZU_INT)text.size();
+        ZU_INT kind = between( 0, 11 );
+        model.shared |= kind < 6 && src == *zus; // held over the change
+        ZU_INT idx;
+        switch ( kind ) {
+        case 0:
+            return model.insert( SLACK_PUT( zus, zuString, , src ), from.items );
+        case 1:
+            return model.insert( SLACK_PUT( zus, zuString, Inner, src, offset, count ), from.part( offset, count ) );
+        case 2:
+            return model.insert( SLACK_PUT( zus, zuString, Leading, src, count ), from.part( 0, count ) );
+        case 3:
+            return model.insert( SLACK_PUT( zus, zuString, Trailing, src, count ), from.part( length - count, count ) );
+        case 4:
+            count = length - count; // left out
+            offset = place( length - count );
+            idx = SLACK_PUT( zus, zuString, Outer, src, offset, count );
+            model.insert( idx, from.part( offset + count, length - offset - count ) );
+            return model.insert( idx, from.part( 0, offset ) );
+        case 5:
+            return model.insert( SLACK_PUT( zus, zuString, Obj, zuStringObj( src ) ), from.items );
+        case 6:
+            return model.insert( SLACK_PUT( zus, zuString, CharRun, ZU_CHAR{ 'y' }, textLength ),
+                                 std::vector<ZU_CHAR>( text.size(), 'y' ) );
+        case 7:
+            return model.insert( SLACK_PUT( zus, zuString, Chars, text.data(), textLength ), text );
+        case 8:
+            idx = between( -1, model.length() );
+            zuStringSetCharAt( zus, idx, 'z' );
+            return model.set( idx, 'z' );
+        default:
+            return model.insert( SLACK_PUT( zus, zuString, Char, ZU_CHAR{ 'x' } ), { 'x' } );
+        }
     }
-    void create( STRING_HOLDER &dest, const STRING_HOLDER &src );
-
-    std::mt19937_64 random;
-    ZU_INT lengthMost; // of texts that may still grow
+    void remove( HOLDER &holder ) override
+    {
+        ZU_STRING **zus = holder.ref.inOut();
+        MODEL &model = holder.model;
+        ZU_INT length = model.length(), count = some( length ), offset = place( length - count );
+        switch ( between( 0, 9 ) ) {
+        case 0:
+            model.clear();
+            return zuStringClear( zus );
+        case 1:
+            offset = place( count );
+            model.keep( offset, length - count );
+            return zuStringDelOuter( zus, offset, length - count );
+        case 2:
+        case 3:
+            model.del( offset, count );
+            return zuStringDelInner( zus, offset, count );
+        case 4:
+        case 5:
+        case 6:
+            model.del( 0, count );
+            return zuStringDelLeading( zus, count );
+        default:
+            model.del( length - count, count );
+            return zuStringDelTrailing( zus, count );
+        }
+    }
 };
-
-void Operations::create( STRING_HOLDER &dest, const STRING_HOLDER &src )
+TEST_P( StringModel, StaysLikeItsModel )
 {
-    const Text from = src.model->text;
-    const size_t length = from.size(), offset = (size_t)upTo( (ZU_INT)length );
-    const size_t count = (size_t)upTo( (ZU_INT)( length - offset ) );
-    const Text text = someText();
-    const std::string ascii( text.begin(), text.end() );
-    const std::u16string wide( text.begin(), text.end() );
-    const ZU_INT textLength = (ZU_INT)text.size(), unitsLength = below( 2 ) ? -1 : textLength;
-    MODEL_REF model = std::make_shared<STRING_MODEL>();
-    auto make = [ & ]( ZU_STRING *zus, const Text &wanted ) {
-        modelInsert( model, 0, wanted );
-        replace( dest, zus, model );
-    };
-    switch ( below( 12 ) ) {
-    case 0:
-        return make( zuStringCreateFrom( src.zus ), from );
-    case 1:
-        return make( zuStringCreateFromInner( src.zus, (ZU_INT)offset, (ZU_INT)count ), from.substr( offset, count ) );
-    case 2:
-        return make( zuStringCreateFromLeading( src.zus, (ZU_INT)offset ), from.substr( 0, offset ) );
-    case 3:
-        return make( zuStringCreateFromTrailing( src.zus, (ZU_INT)offset ), from.substr( length - offset ) );
-    case 4:
-        modelInsert( model, 0, from.substr( offset + count ) );
-        return make( zuStringCreateFromOuter( src.zus, (ZU_INT)offset, (ZU_INT)count ), from.substr( 0, offset ) );
-    case 5:
-        model = text.empty() ? emptyModel : model;
-        return make( makeString( text ), text );
-    case 6: {
-        if ( text.empty() ) {
-            return replace( dest, zuStringCreateFromCharsUse( nullptr, 0 ), emptyModel );
-        }
-        ZU_CHAR *chars = (ZU_CHAR *)zuMemDupN( text.data(), textLength, sizeof( ZU_CHAR ) );
-        *model = { text, 0, 0, true };
-        replace( dest, zuStringCreateFromCharsUse( chars, textLength ), model );
-        EXPECT_EQ( zuStringBacking( dest.zus ), chars );
-        return;
-    }
-    case 7:
-        return make( zuStringCreateFromAscii( ascii.c_str(), unitsLength ), text );
-    case 8:
-        return make( zuStringCreateFromUtf8( ascii.c_str(), unitsLength ), text );
-    case 9:
-        return make( zuStringCreateFromCstr( ascii.c_str(), unitsLength ), text );
-    case 10:
-        return make( zuStringCreateFromWcstr( wide.c_str(), unitsLength ), text );
-    default:
-        return replace( dest, zuStringRetain( src.zus ), src.model );
+    for ( int i = 0; i < 8000 && !HasFailure(); i++ ) {
+        SCOPED_TRACE( "seed " + std::to_string( GetParam() ) + ", step " + std::to_string( i ) );
+        step();
+        check();
     }
 }
-
-void Operations::step( STRING_HOLDER &dest, STRING_HOLDER &src )
-{
-    const Text from = src.model->text;
-    const ZU_INT offset = upTo( src.model->length() );
-    const ZU_INT count = upTo( src.model->length() - offset );
-    const ZU_INT length = dest.model->length();
-    const ZU_INT destOffset = below( 3 ) ? upTo( length ) : 0;
-    const ZU_INT destCount = below( 2 ) ? upTo( length - destOffset ) : zuIntMin( 3, length - destOffset );
-    const Text text = someText();
-    const std::string ascii( text.begin(), text.end() );
-    const std::u16string wide( text.begin(), text.end() );
-    const ZU_INT textLength = (ZU_INT)text.size();
-    // A source that is the changed string itself is held over the change.
-    MODEL_REF held;
-    auto hold = [ & ] { held = src.model == dest.model ? src.model : nullptr; };
-    ZU_INT idx;
-    switch ( length > lengthMost ? 11 + below( 4 ) : below( 22 ) ) {
-    case 0:
-        hold();
-        idx = place( dest, zuStringInsert, zuStringAppend, zuStringPrepend, src.zus );
-        return modelInsert( dest.model, idx, from );
-    case 1:
-        hold();
-        idx = place( dest, zuStringInsertInner, zuStringAppendInner, zuStringPrependInner, src.zus, offset, count );
-        return modelInsert( dest.model, idx, from.substr( (size_t)offset, (size_t)count ) );
-    case 2:
-        hold();
-        idx = place( dest, zuStringInsertLeading, zuStringAppendLeading, zuStringPrependLeading, src.zus, offset );
-        return modelInsert( dest.model, idx, from.substr( 0, (size_t)offset ) );
-    case 3:
-        hold();
-        idx = place( dest, zuStringInsertTrailing, zuStringAppendTrailing, zuStringPrependTrailing, src.zus, offset );
-        return modelInsert( dest.model, idx, from.substr( from.size() - (size_t)offset ) );
-    case 4:
-        hold();
-        idx = place( dest, zuStringInsertOuter, zuStringAppendOuter, zuStringPrependOuter, src.zus, offset, count );
-        modelInsert( dest.model, idx, from.substr( (size_t)( offset + count ) ) );
-        return modelInsert( dest.model, idx, from.substr( 0, (size_t)offset ) );
-    case 5:
-        hold();
-        idx = place( dest, zuStringInsertObj, zuStringAppendObj, zuStringPrependObj, zuStringObj( src.zus ) );
-        return modelInsert( dest.model, idx, from );
-    case 6:
-        idx = place( dest, zuStringInsertChar, zuStringAppendChar, zuStringPrependChar, ZU_CHAR{ 'x' } );
-        return modelInsert( dest.model, idx, U"x" );
-    case 7:
-        idx = place( dest, zuStringInsertCharRun, zuStringAppendCharRun, zuStringPrependCharRun, ZU_CHAR{ 'y' },
-                     textLength );
-        return modelInsert( dest.model, idx, Text( text.size(), U'y' ) );
-    case 8:
-        idx = place( dest, zuStringInsertChars, zuStringAppendChars, zuStringPrependChars, (const ZU_CHAR *)text.data(),
-                     textLength );
-        return modelInsert( dest.model, idx, text );
-    case 9:
-        idx = place( dest, zuStringInsertCstr, zuStringAppendCstr, zuStringPrependCstr, ascii.c_str(), textLength );
-        return modelInsert( dest.model, idx, text );
-    case 10:
-        idx = place( dest, zuStringInsertWcstr, zuStringAppendWcstr, zuStringPrependWcstr, wide.c_str(), ZU_INT{ -1 } );
-        return modelInsert( dest.model, idx, text );
-    case 11:
-        zuStringDelInner( &dest.zus, destOffset, destCount );
-        return modelDelInner( dest.model, destOffset, destCount );
-    case 12:
-        zuStringDelLeading( &dest.zus, destCount );
-        return modelDelInner( dest.model, 0, destCount );
-    case 13:
-        zuStringDelTrailing( &dest.zus, destCount );
-        return modelDelInner( dest.model, length - destCount, destCount );
-    case 14:
-        zuStringDelOuter( &dest.zus, destOffset, destCount );
-        return modelDelOuter( dest.model, destOffset, destCount );
-    case 15:
-        zuStringClear( &dest.zus );
-        dest.model = emptyModel;
-        return;
-    case 16:
-    case 17:
-        idx = upTo( length + 1 ) - 1;
-        zuStringSetCharAt( &dest.zus, idx, 'z' );
-        if ( idx == -1 || idx == length ) {
-            return modelInsert( dest.model, idx == -1 ? 0 : length, U"z" );
-        }
-        modelUnshare( dest.model );
-        dest.model->text[ (size_t)idx ] = U'z';
-        return;
-    default:
-        return create( dest, src );
-    }
-}
-
-TEST( String, RandomOperationsFollowTheModel )
-{
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    std::mt19937_64 random( seed );
-    emptyModel = std::make_shared<STRING_MODEL>();
-    for ( int round = 0; round < 20 && !HasFatalFailure(); round++ ) {
-        Operations operations( random(), round % 4 ? 500 : 6000 );
-        std::vector<STRING_HOLDER> holders;
-        for ( int i = 0; i < 1 + round % 5; i++ ) {
-            holders.push_back( { zuStringCreate(), emptyModel } );
-        }
-        for ( int step = 0; step < 3000 && !HasFatalFailure(); step++ ) {
-            SCOPED_TRACE( testing::Message() << "round " << round << ", step " << step );
-            operations.step( holders[ random() % holders.size() ], holders[ random() % holders.size() ] );
-            expectHolders( holders );
-        }
-        for ( STRING_HOLDER &holder : holders ) {
-            zuStringRelease( holder.zus );
-        }
-    }
-    emptyModel = nullptr;
-}
-
-// Storage, by examples
-static void expectStorage( ZU_STRING *zus, ZU_INT fspace, ZU_INT length, ZU_INT bspace, bool onHeap )
-{
-    EXPECT_EQ( zus->fspace, fspace );
-    EXPECT_EQ( zus->length, length );
-    EXPECT_EQ( zus->bspace, bspace );
-    EXPECT_EQ( zus->chars != zus->inlineChars, onHeap );
-}
-TEST( String, GrowsByAConstantSlack )
-{
-    ZU_STRING *empty = zuStringCreate(), *zus = zuStringCreate();
-    for ( int i = 0; i < 64; i++ ) {
-        zuStringAppendChar( &zus, 'a' );
-    }
-    expectStorage( empty, 0, 0, 64, false );
-    expectStorage( zus, 0, 64, 0, false );
-    zuStringAppendChar( &zus, 'a' );
-    expectStorage( zus, 0, 65, 32, true ); // of 97
-    zuStringDelOuter( &zus, 0, 0 );
-    EXPECT_EQ( zus, empty );
-    zuStringInsertCharRun( &zus, 0, 'a', 70 );
-    expectStorage( zus, 32, 70, 32, true ); // of 134
-    const ZU_CHAR *text = zuStringBacking( zus );
-    for ( int i = 0; i < 32; i++ ) {
-        zuStringPrependChar( &zus, 'b' );
-    }
-    EXPECT_EQ( zuStringBacking( zus ), text - 32 ) << "nothing moves";
-    for ( int i = 0; i < 32; i++ ) {
-        zuStringPrependChar( &zus, 'c' );
-    }
-    expectStorage( zus, 0, 134, 0, true );
-    zuStringPrependChar( &zus, 'd' );
-    expectStorage( zus, 32, 135, 32, true );
-    zuStringDelInner( &zus, 0, 50 );
-    expectStorage( zus, 32, 85, 32, true );
-    zuStringRelease( zus );
-    zuStringRelease( empty );
-}
+INSTANTIATE_TEST_SUITE_P( Seeds, StringModel, testing::Range( 1u, 11u ) );
 
 TEST( String, ChangesThatChangeNothingAndThemselves )
 {
@@ -422,9 +159,9 @@ TEST( String, ChangesThatChangeNothingAndThemselves )
     zuStringRelease( copy );
     zuStringInsert( &zus, 1, zus );
     zuStringInsertOuter( &zus, 2, zus, 1, 2 );
-    EXPECT_EQ( textOf( zus ), U"aaabbb" );
+    EXPECT_EQ( charsOf( zus ), U"aaabbb" );
     zuStringInsertChars( &zus, 1, zuStringBacking( zus ) + 3, 3 );
-    EXPECT_EQ( textOf( zus ), U"abbbaabbb" );
+    EXPECT_EQ( charsOf( zus ), U"abbbaabbb" );
     while ( zuStringLength( zus ) < 10000 ) { // each way leaves the old storage
         zuStringAppendChars( &zus, zuStringBacking( zus ), zuStringLength( zus ) );
         zuStringPrependChars( &zus, zuStringBacking( zus ), 9 );
@@ -462,16 +199,6 @@ TEST( String, ComparesByCodePoint )
         if ( lengthB == 1 ) {
             answers.push_back( { zuStringEqualsChar( zusA, b[ 0 ] ), zuStringBeginsWithChar( zusA, b[ 0 ] ),
                                  zuStringEndsWithChar( zusA, b[ 0 ] ) } );
-        }
-        if ( letters <= 2 ) {
-            std::string narrow( b.begin(), b.end() );
-            std::u16string wide( b.begin(), b.end() );
-            answers.push_back( { zuStringEqualsCstr( zusA, narrow.c_str(), -1 ),
-                                 zuStringBeginsWithCstr( zusA, narrow.c_str(), lengthB ),
-                                 zuStringEndsWithCstr( zusA, narrow.c_str(), -1 ) } );
-            answers.push_back( { zuStringEqualsWcstr( zusA, wide.c_str(), lengthB ),
-                                 zuStringBeginsWithWcstr( zusA, wide.c_str(), -1 ),
-                                 zuStringEndsWithWcstr( zusA, wide.c_str(), lengthB ) } );
         }
         ASSERT_EQ( answers, std::vector<ANSWERS>( answers.size(), { a == b, begins, ends } ) );
         zuStringRelease( zusA );
@@ -521,7 +248,7 @@ TEST( String, Converts )
         expectConverted<char16_t>( zuStringConvertToWcstr, text, std::u16string( length, u'é' ) );
         for ( ZU_STRING *zus : { zuStringCreateFromUtf8( utf8.c_str(), -1 ), zuStringCreateFromCstr( utf8.c_str(), -1 ),
                                  zuStringCreateFromWcstr( std::u16string( length, u'é' ).c_str(), -1 ) } ) {
-            EXPECT_EQ( textOf( zus ), text );
+            EXPECT_EQ( charsOf( zus ), text );
             zuStringRelease( zus );
         }
     }
@@ -530,7 +257,7 @@ TEST( String, Converts )
                                  std::pair{ zuStringCreateFromCstr( "\U0001F600", -1 ), Text{ 0xD83D, 0xDE00 } },
                                  std::pair{ zuStringCreateFromWcstr( u"\U0001F600", -1 ), Text{ 0xD83D, 0xDE00 } },
                                  std::pair{ zuStringCreateFromAscii( "a\xFF", -1 ), Text{ 'a', 0xFFFD } } } ) {
-        EXPECT_EQ( textOf( zus ), text );
+        EXPECT_EQ( charsOf( zus ), text );
         zuStringRelease( zus );
     }
     expectConverted<char>( zuStringConvertToCstr, Text{ 0xD83D, 0xDE00 }, "\U0001F600" );
@@ -540,13 +267,11 @@ TEST( String, Converts )
 TEST( StringAborts, NullAndRanges )
 {
     ZU_STRING *zus = makeString( U"abc" ), *none = nullptr;
-    ZU_STRING **nowhere = nullptr;
     ZU_CHAR chars[ 2 ] = { 'a', 0x110000 };
     const struct {
         const char *expression;
         std::function<void()> statement;
     } ROWS[] = {
-        { "zus", [ & ] { zuStringBacking( none ); } },
         { "idx >= 0", [ & ] { zuStringCharAt( zus, -1 ); } },
         { "idx < zus->length", [ & ] { zuStringCharAt( zus, 3 ); } },
         { "offset >= 0", [ & ] { zuStringCreateFromInner( zus, -1, -1 ); } },
@@ -555,7 +280,6 @@ TEST( StringAborts, NullAndRanges )
         { "src || srcLength == 0", [ & ] { zuStringCreateFromCharsUse( nullptr, 1 ); } },
         { "zuCharsAllOk( src, srcLength )", [ & ] { zuStringCreateFromCharsUse( chars, 2 ); } },
         { "zuCharsAllOk( chs, chsLength )", [ & ] { zuStringCreateFromCharsCopy( chars, 2 ); } },
-        { "dest", [ & ] { zuStringInsertInner( nowhere, 0, zus, 0, 0 ); } },
         { "*dest", [ & ] { zuStringInsertInner( &none, 0, zus, 0, 0 ); } },
         { "idx <= (*dest)->length", [ & ] { zuStringInsertInner( &zus, 4, none, 0, 0 ); } },
         { "src", [ & ] { zuStringInsertInner( &zus, 0, none, -1, 0 ); } },
@@ -563,9 +287,6 @@ TEST( StringAborts, NullAndRanges )
         { "count >= 0", [ & ] { zuStringInsertInner( &zus, 0, zus, 4, -1 ); } },
         { "ZU_INT_ADD_OK( offset, count )", [ & ] { zuStringInsertInner( &zus, 0, zus, 1, ZU_INT_MAX ); } },
         { "offset + count <= src->length", [ & ] { zuStringInsertInner( &zus, 0, zus, 1, 3 ); } },
-        { "idx <= (*dest)->length", [ & ] { zuStringInsertTrailing( &zus, 4, none, 4 ); } },
-        { "count <= src->length", [ & ] { zuStringInsertTrailing( &zus, 0, zus, 4 ); } },
-        { "zus", [ & ] { zuStringAppendChar( nowhere, 0x110000 ); } },
         { "*zus", [ & ] { zuStringAppendChar( &none, 0x110000 ); } },
         { "ZU_CHAR_OK( ch )", [ & ] { zuStringAppendChar( &zus, 0x110000 ); } },
         { "ZU_INT_ADD_OK( zus->length, count )", [ & ] { zuStringAppendCharRun( &zus, 'a', ZU_INT_MAX ); } },
@@ -583,14 +304,11 @@ TEST( StringAborts, NullAndRanges )
         { "idx >= -1", [ & ] { zuStringSetCharAt( &zus, -2, 'a' ); } },
         { "idx <= (*zus)->length", [ & ] { zuStringSetCharAt( &zus, 4, 'a' ); } },
         { "ZU_CHAR_OK( ch )", [ & ] { zuStringSetCharAt( &zus, 0, 0x110000 ); } },
-        { "zus", [ & ] { zuStringEqualsCstr( none, nullptr, 0 ); } },
         { "sub", [ & ] { zuStringBeginsWith( zus, none ); } },
-        { "zus", [ & ] { zuStringEndsWith( none, none ); } },
         { "ZU_CHAR_OK( ch )", [ & ] { zuStringBeginsWithChar( zus, 0x110000 ); } },
         { "subLen >= 0", [ & ] { zuStringBeginsWithChars( zus, chars, -1 ); } },
         { "sub || subLen == 0", [ & ] { zuStringEndsWithChars( zus, nullptr, 1 ); } },
         { "zuCharsAllOk( sub, subLen )", [ & ] { zuStringEndsWithChars( zus, chars, 2 ); } },
-        { "zus", [ & ] { zuStringConvertToUtf8( none, ZU_TRUE, nullptr ); } },
     };
     for ( const auto &row : ROWS ) {
         SCOPED_TRACE( testing::Message() << "row " << &row - ROWS );

@@ -3,6 +3,7 @@
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_string_format.h"
 #include "zu/sys/zu_mem.h"
+#include "zu_test_string.h"
 #include "zu_test_support.h"
 
 #include <cmath>
@@ -12,14 +13,6 @@
 
 static constexpr int ROUNDS = 20000;
 
-static std::string takeText( ZU_STRING *zus )
-{
-    char *chars = zuStringConvertToUtf8( zus, ZU_TRUE, nullptr );
-    std::string text = chars;
-    zuMemFree( chars );
-    zuStringRelease( zus );
-    return text;
-}
 class FormatConformance : public testing::Test {
 protected:
     int64_t below( int64_t end )

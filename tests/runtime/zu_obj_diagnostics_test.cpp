@@ -1,6 +1,7 @@
 #include "zu/base/zu_stack_trace_internal.h"
 #include "zu/runtime/zu_runtime_internal.h"
-#include "zu_runtime_test_support.h"
+#include "zu_test_string.h"
+#include "zu_test_support.h"
 
 #include <algorithm>
 #include <atomic>
@@ -57,7 +58,7 @@ static std::vector<std::string> linesOf( ZU_VECTOR *vec )
 {
     std::vector<std::string> lines;
     for ( ZU_INT i = 0; vec && i < zuVectorLength( vec ); i++ ) {
-        lines.push_back( textOf( zuStringFrom( zuVectorObjAt( vec, i ) ) ) );
+        lines.push_back( takeText( zuStringFrom( zuVectorObjAt( vec, i ) ) ) );
     }
     ZU_REF_RELEASE_OPT( vec );
     return lines;

@@ -4,7 +4,6 @@
 #include "zu/runtime/zu_module.h"
 #include "zu/runtime/zu_runtime_flags.h"
 #include "zu/runtime/zu_sort.h"
-#include "zu_test_stack.h"
 #include "zu_test_string.h"
 #include "zu_test_support.h"
 

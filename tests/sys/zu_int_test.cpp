@@ -144,7 +144,6 @@ TEST( IntAborts, OutOfRange )
     ZU_INT number = 0;
     expectAbort( "zuIntMulOk( value, -1 )", [] { zuIntAbs( ZU_INT_MIN ); } );
     expectAbort( nullptr, [] { zuIntDivSaturating( 1, 0 ); } );
-    expectAbort( "a", [ & ] { zuIntExchange( nullptr, &number ); } );
     expectAbort( "b", [ & ] { zuIntSortPair( &number, nullptr ); } );
     using FUNC = ZU_INT ( * )( ZU_INT, ZU_INT );
     static constexpr struct {
