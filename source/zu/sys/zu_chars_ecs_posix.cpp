@@ -20,30 +20,11 @@ static inline bool ecsIsSurrogate( ZU_CHAR ch )
     return ch >> 11 == 0xD800 >> 11;
 }
 
-// Takes one character or one broken subpart from `*src`; the second byte's range depends on the first (table 3-7 of the
-// standard).
+// Takes one character from `*src`, or what replaces a broken subpart.
 static ZU_CHAR ecsTakeCharacter( const uint8_t **src, const uint8_t *end )
 {
-    uint8_t lead = *( *src )++;
-    if ( lead < 0x80 ) {
-        return lead;
-    }
-    if ( lead < 0xC2 || lead > 0xF4 ) {
-        return REPLACEMENT;
-    }
-    uint8_t lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
-    uint8_t highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
-    int missing = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
-    ZU_CHAR ch = lead & ( 0x3Fu >> missing );
-    for ( ; missing > 0; missing-- ) {
-        if ( *src == end || **src < lowest || **src > highest ) {
-            return REPLACEMENT;
-        }
-        ch = ch << 6 | ( *( *src )++ & 0x3Fu );
-        lowest = 0x80;
-        highest = 0xBF;
-    }
-    return ch;
+    ZU_CHAR ch = zu___CharsTakeUtf8( src, end );
+    return ch == ZU___CHARS_UTF8_BROKEN ? REPLACEMENT : ch;
 }
 
 // What is told of a piece of decoded text.

@@ -83,6 +83,34 @@ static inline uint8_t *zu___CharsPutUtf8( uint8_t *pos, ZU_CHAR ch )
     return pos;
 }
 
+// Takes one character or one broken subpart from `*src`, which is not at its end, by the letter of the Unicode Standard:
+// the second byte's range depends on the first (table 3-7), and a subpart is the longest beginning of a sequence, or
+// else one byte.
+#define ZU___CHARS_UTF8_BROKEN ( (ZU_CHAR)UINT32_MAX ) // instead of a character
+static inline ZU_CHAR zu___CharsTakeUtf8( const uint8_t **src, const uint8_t *end )
+{
+    uint8_t lead = *( *src )++;
+    if ( lead < 0x80 ) {
+        return lead;
+    }
+    if ( lead < 0xC2 || lead > 0xF4 ) {
+        return ZU___CHARS_UTF8_BROKEN;
+    }
+    uint8_t lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
+    uint8_t highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
+    int missing = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
+    ZU_CHAR ch = lead & ( 0x3Fu >> missing );
+    for ( ; missing > 0; missing-- ) {
+        if ( *src == end || **src < lowest || **src > highest ) {
+            return ZU___CHARS_UTF8_BROKEN;
+        }
+        ch = ch << 6 | ( *( *src )++ & 0x3Fu );
+        lowest = 0x80;
+        highest = 0xBF;
+    }
+    return ch;
+}
+
 // Decodes well-formed sequences from `*src`, and stops at what is odd and where `*src` or the `room` for code points
 // could end within the next one; `*src` moves on.  Returns the number of code points.
 ZU_INT zu___CharsDecodeUtf8( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end );

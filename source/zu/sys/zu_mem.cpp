@@ -37,6 +37,12 @@ void *zuMemAllocN( ZU_INT count, ZU_INT size )
     ZU_ASSERT( ZU_INT_MUL_OK( count, size ) );
     return zuMemAlloc( count * size );
 }
+void *zu___MemTryRealloc( void *ptr, ZU_INT newSize )
+{
+    ZU_ASSERT( newSize >= 0 );
+    ZU_ASSERT( newSize > 0 );
+    return realloc( ptr, (size_t)newSize );
+}
 void *zuMemRealloc( void *ptr, ZU_INT newSize )
 {
     ZU_ASSERT( newSize >= 0 );
