@@ -45,7 +45,7 @@ EXCEPTIONS = {
     "unicode/zu_unicode_normalizer.cpp": ["runtime"],
 }
 # Of the runtime all other folders see objects, sorts and the module that their sorts belong to.
-RUNTIME_FOR_ALL = {"zu_obj.h", "zu_obj_internal.h", "zu_sort.h", "zu_module.h"}
+RUNTIME_FOR_ALL = {"zu_obj.h", "zu_obj_internal.h", "zu_ref_internal.h", "zu_sort.h", "zu_module.h"}
 RUNTIME_EXCEPTIONS = {
     "io/zu_print.cpp": {"zu_runtime.h"},
     "io/zu_debug_print.cpp": {"zu_runtime_version.h"},

@@ -4,6 +4,7 @@
 #include "zu/base/zu_string_case.h"
 
 #include "zu/base/zu_string_internal.h"
+#include "zu/runtime/zu_ref_internal.h"
 #include "zu/unicode/zu_unicode_db_internal.h"
 
 #include <algorithm>
@@ -269,15 +270,11 @@ ZU_BOOL zuStringEqualsCharsCaseFold( ZU_STRING *zus, const ZU_CHAR *chs, ZU_INT 
 }
 ZU_BOOL zuStringEqualsCaseFoldCstr( ZU_STRING *zus, const char *src, ZU_INT srcLength )
 {
-    ZU_STRING *other = zuStringCreateFromCstr( src, srcLength );
-    ZU_BOOL equals = zuStringEqualsCaseFold( zus, other );
-    ZU_REF_RELEASE( other );
-    return equals;
+    zu___Owned other( zuStringCreateFromCstr( src, srcLength ) );
+    return zuStringEqualsCaseFold( zus, other );
 }
 ZU_BOOL zuStringEqualsCaseFoldWcstr( ZU_STRING *zus, const char16_t *src, ZU_INT srcLength )
 {
-    ZU_STRING *other = zuStringCreateFromWcstr( src, srcLength );
-    ZU_BOOL equals = zuStringEqualsCaseFold( zus, other );
-    ZU_REF_RELEASE( other );
-    return equals;
+    zu___Owned other( zuStringCreateFromWcstr( src, srcLength ) );
+    return zuStringEqualsCaseFold( zus, other );
 }

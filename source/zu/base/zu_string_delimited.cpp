@@ -3,6 +3,7 @@
 #include "zu/base/zu_string_delimited.h"
 
 #include "zu/base/zu_string_internal.h"
+#include "zu/runtime/zu_ref_internal.h"
 
 // Adds the delimiter, if there is any text, and then `src`.
 static void stringDelimitedAdd( ZU_STRING **dest, ZU_STRING *src, ZU_STRING *delimiter,
@@ -13,12 +14,11 @@ static void stringDelimitedAdd( ZU_STRING **dest, ZU_STRING *src, ZU_STRING *del
     ZU_ASSERT( src );
     ZU_ASSERT( delimiter );
     // Held over the change if it is the same string, what is added is read as it stood.
-    ZU_STRING *held = src == *dest || delimiter == *dest ? zuStringRetain( *dest ) : nullptr;
+    auto held = zu___HeldIf( src == *dest || delimiter == *dest, *dest );
     if ( ( *dest )->length > 0 ) {
         add( dest, delimiter );
     }
     add( dest, src );
-    ZU_REF_RELEASE_OPT( held );
 }
 
 // Appending
@@ -33,49 +33,42 @@ void zuStringDelimitedAppendCharDelimiter( ZU_STRING **dest, ZU_STRING *src, ZU_
 }
 void zuStringDelimitedAppendCharsDelimiter( ZU_STRING **dest, ZU_STRING *src, const ZU_CHAR *chs, ZU_INT chsLength )
 {
-    ZU_STRING *delimiter = zuStringCreateFromCharsCopy( chs, chsLength );
+    zu___Owned delimiter( zuStringCreateFromCharsCopy( chs, chsLength ) );
     zuStringDelimitedAppend( dest, src, delimiter );
-    ZU_REF_RELEASE( delimiter );
 }
 void zuStringDelimitedAppendCstrDelimiter( ZU_STRING **dest, ZU_STRING *src, const char *delimiter,
                                            ZU_INT delimiterLength )
 {
-    ZU_STRING *delimiterString = zuStringCreateFromCstr( delimiter, delimiterLength );
+    zu___Owned delimiterString( zuStringCreateFromCstr( delimiter, delimiterLength ) );
     zuStringDelimitedAppend( dest, src, delimiterString );
-    ZU_REF_RELEASE( delimiterString );
 }
 void zuStringDelimitedAppendWcstrDelimiter( ZU_STRING **dest, ZU_STRING *src, const char16_t *delimiter,
                                             ZU_INT delimiterLength )
 {
-    ZU_STRING *delimiterString = zuStringCreateFromWcstr( delimiter, delimiterLength );
+    zu___Owned delimiterString( zuStringCreateFromWcstr( delimiter, delimiterLength ) );
     zuStringDelimitedAppend( dest, src, delimiterString );
-    ZU_REF_RELEASE( delimiterString );
 }
 void zuStringDelimitedAppendCstrSource( ZU_STRING **dest, const char *src, ZU_INT srcLength, ZU_STRING *delimiter )
 {
-    ZU_STRING *srcString = zuStringCreateFromCstr( src, srcLength );
+    zu___Owned srcString( zuStringCreateFromCstr( src, srcLength ) );
     zuStringDelimitedAppend( dest, srcString, delimiter );
-    ZU_REF_RELEASE( srcString );
 }
 void zuStringDelimitedAppendWcstrSource( ZU_STRING **dest, const char16_t *src, ZU_INT srcLength, ZU_STRING *delimiter )
 {
-    ZU_STRING *srcString = zuStringCreateFromWcstr( src, srcLength );
+    zu___Owned srcString( zuStringCreateFromWcstr( src, srcLength ) );
     zuStringDelimitedAppend( dest, srcString, delimiter );
-    ZU_REF_RELEASE( srcString );
 }
 void zuStringDelimitedAppendCstr( ZU_STRING **dest, const char *src, ZU_INT srcLength, const char *delimiter,
                                   ZU_INT delimiterLength )
 {
-    ZU_STRING *srcString = zuStringCreateFromCstr( src, srcLength );
+    zu___Owned srcString( zuStringCreateFromCstr( src, srcLength ) );
     zuStringDelimitedAppendCstrDelimiter( dest, srcString, delimiter, delimiterLength );
-    ZU_REF_RELEASE( srcString );
 }
 void zuStringDelimitedAppendWcstr( ZU_STRING **dest, const char16_t *src, ZU_INT srcLength, const char16_t *delimiter,
                                    ZU_INT delimiterLength )
 {
-    ZU_STRING *srcString = zuStringCreateFromWcstr( src, srcLength );
+    zu___Owned srcString( zuStringCreateFromWcstr( src, srcLength ) );
     zuStringDelimitedAppendWcstrDelimiter( dest, srcString, delimiter, delimiterLength );
-    ZU_REF_RELEASE( srcString );
 }
 
 // Prepending
@@ -90,48 +83,41 @@ void zuStringDelimitedPrependCharDelimiter( ZU_STRING **dest, ZU_STRING *src, ZU
 }
 void zuStringDelimitedPrependCharsDelimiter( ZU_STRING **dest, ZU_STRING *src, const ZU_CHAR *chs, ZU_INT chsLength )
 {
-    ZU_STRING *delimiter = zuStringCreateFromCharsCopy( chs, chsLength );
+    zu___Owned delimiter( zuStringCreateFromCharsCopy( chs, chsLength ) );
     zuStringDelimitedPrepend( dest, src, delimiter );
-    ZU_REF_RELEASE( delimiter );
 }
 void zuStringDelimitedPrependCstrDelimiter( ZU_STRING **dest, ZU_STRING *src, const char *delimiter,
                                             ZU_INT delimiterLength )
 {
-    ZU_STRING *delimiterString = zuStringCreateFromCstr( delimiter, delimiterLength );
+    zu___Owned delimiterString( zuStringCreateFromCstr( delimiter, delimiterLength ) );
     zuStringDelimitedPrepend( dest, src, delimiterString );
-    ZU_REF_RELEASE( delimiterString );
 }
 void zuStringDelimitedPrependWcstrDelimiter( ZU_STRING **dest, ZU_STRING *src, const char16_t *delimiter,
                                              ZU_INT delimiterLength )
 {
-    ZU_STRING *delimiterString = zuStringCreateFromWcstr( delimiter, delimiterLength );
+    zu___Owned delimiterString( zuStringCreateFromWcstr( delimiter, delimiterLength ) );
     zuStringDelimitedPrepend( dest, src, delimiterString );
-    ZU_REF_RELEASE( delimiterString );
 }
 void zuStringDelimitedPrependCstrSource( ZU_STRING **dest, const char *src, ZU_INT srcLength, ZU_STRING *delimiter )
 {
-    ZU_STRING *srcString = zuStringCreateFromCstr( src, srcLength );
+    zu___Owned srcString( zuStringCreateFromCstr( src, srcLength ) );
     zuStringDelimitedPrepend( dest, srcString, delimiter );
-    ZU_REF_RELEASE( srcString );
 }
 void zuStringDelimitedPrependWcstrSource( ZU_STRING **dest, const char16_t *src, ZU_INT srcLength,
                                           ZU_STRING *delimiter )
 {
-    ZU_STRING *srcString = zuStringCreateFromWcstr( src, srcLength );
+    zu___Owned srcString( zuStringCreateFromWcstr( src, srcLength ) );
     zuStringDelimitedPrepend( dest, srcString, delimiter );
-    ZU_REF_RELEASE( srcString );
 }
 void zuStringDelimitedPrependCstr( ZU_STRING **dest, const char *src, ZU_INT srcLength, const char *delimiter,
                                    ZU_INT delimiterLength )
 {
-    ZU_STRING *srcString = zuStringCreateFromCstr( src, srcLength );
+    zu___Owned srcString( zuStringCreateFromCstr( src, srcLength ) );
     zuStringDelimitedPrependCstrDelimiter( dest, srcString, delimiter, delimiterLength );
-    ZU_REF_RELEASE( srcString );
 }
 void zuStringDelimitedPrependWcstr( ZU_STRING **dest, const char16_t *src, ZU_INT srcLength, const char16_t *delimiter,
                                     ZU_INT delimiterLength )
 {
-    ZU_STRING *srcString = zuStringCreateFromWcstr( src, srcLength );
+    zu___Owned srcString( zuStringCreateFromWcstr( src, srcLength ) );
     zuStringDelimitedPrependWcstrDelimiter( dest, srcString, delimiter, delimiterLength );
-    ZU_REF_RELEASE( srcString );
 }

@@ -6,6 +6,7 @@
 
 #include "zu/base/zu_format_arg_list.h"
 #include "zu/base/zu_format_internal.h"
+#include "zu/runtime/zu_ref_internal.h"
 #include "zu/sys/zu_mem.h"
 
 static constexpr ZU_INT STACK_CHARS = 128; // 512 bytes; longer formats go through the heap
@@ -83,9 +84,8 @@ void zuStringInsertFormat( ZU_STRING **dest, ZU_INT idx, ZU_STRING *fmt, ... )
 }
 void zuStringInsertFormatArgList( ZU_STRING **dest, ZU_INT idx, ZU_STRING *fmt, va_list args )
 {
-    ZU_STRING *text = zuStringCreateFromFormatArgList( fmt, args );
+    zu___Owned text( zuStringCreateFromFormatArgList( fmt, args ) );
     zuStringInsert( dest, idx, text );
-    ZU_REF_RELEASE( text );
 }
 void zuStringInsertFormatCstr( ZU_STRING **dest, ZU_INT idx, const char *fmt, ZU_INT fmtLength, ... )
 {
@@ -96,9 +96,8 @@ void zuStringInsertFormatCstr( ZU_STRING **dest, ZU_INT idx, const char *fmt, ZU
 }
 void zuStringInsertFormatCstrArgList( ZU_STRING **dest, ZU_INT idx, const char *fmt, ZU_INT fmtLength, va_list args )
 {
-    ZU_STRING *text = zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args );
+    zu___Owned text( zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
     zuStringInsert( dest, idx, text );
-    ZU_REF_RELEASE( text );
 }
 void zuStringInsertFormatWcstr( ZU_STRING **dest, ZU_INT idx, const char16_t *fmt, ZU_INT fmtLength, ... )
 {
@@ -110,9 +109,8 @@ void zuStringInsertFormatWcstr( ZU_STRING **dest, ZU_INT idx, const char16_t *fm
 void zuStringInsertFormatWcstrArgList( ZU_STRING **dest, ZU_INT idx, const char16_t *fmt, ZU_INT fmtLength,
                                        va_list args )
 {
-    ZU_STRING *text = zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args );
+    zu___Owned text( zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
     zuStringInsert( dest, idx, text );
-    ZU_REF_RELEASE( text );
 }
 
 // Appending
@@ -125,9 +123,8 @@ void zuStringAppendFormat( ZU_STRING **dest, ZU_STRING *fmt, ... )
 }
 void zuStringAppendFormatArgList( ZU_STRING **dest, ZU_STRING *fmt, va_list args )
 {
-    ZU_STRING *text = zuStringCreateFromFormatArgList( fmt, args );
+    zu___Owned text( zuStringCreateFromFormatArgList( fmt, args ) );
     zuStringAppend( dest, text );
-    ZU_REF_RELEASE( text );
 }
 void zuStringAppendFormatCstr( ZU_STRING **dest, const char *fmt, ZU_INT fmtLength, ... )
 {
@@ -138,9 +135,8 @@ void zuStringAppendFormatCstr( ZU_STRING **dest, const char *fmt, ZU_INT fmtLeng
 }
 void zuStringAppendFormatCstrArgList( ZU_STRING **dest, const char *fmt, ZU_INT fmtLength, va_list args )
 {
-    ZU_STRING *text = zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args );
+    zu___Owned text( zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
     zuStringAppend( dest, text );
-    ZU_REF_RELEASE( text );
 }
 void zuStringAppendFormatWcstr( ZU_STRING **dest, const char16_t *fmt, ZU_INT fmtLength, ... )
 {
@@ -151,9 +147,8 @@ void zuStringAppendFormatWcstr( ZU_STRING **dest, const char16_t *fmt, ZU_INT fm
 }
 void zuStringAppendFormatWcstrArgList( ZU_STRING **dest, const char16_t *fmt, ZU_INT fmtLength, va_list args )
 {
-    ZU_STRING *text = zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args );
+    zu___Owned text( zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
     zuStringAppend( dest, text );
-    ZU_REF_RELEASE( text );
 }
 
 // Prepending
@@ -166,9 +161,8 @@ void zuStringPrependFormat( ZU_STRING **dest, ZU_STRING *fmt, ... )
 }
 void zuStringPrependFormatArgList( ZU_STRING **dest, ZU_STRING *fmt, va_list args )
 {
-    ZU_STRING *text = zuStringCreateFromFormatArgList( fmt, args );
+    zu___Owned text( zuStringCreateFromFormatArgList( fmt, args ) );
     zuStringPrepend( dest, text );
-    ZU_REF_RELEASE( text );
 }
 void zuStringPrependFormatCstr( ZU_STRING **dest, const char *fmt, ZU_INT fmtLength, ... )
 {
@@ -179,9 +173,8 @@ void zuStringPrependFormatCstr( ZU_STRING **dest, const char *fmt, ZU_INT fmtLen
 }
 void zuStringPrependFormatCstrArgList( ZU_STRING **dest, const char *fmt, ZU_INT fmtLength, va_list args )
 {
-    ZU_STRING *text = zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args );
+    zu___Owned text( zuStringCreateFromFormatCstrArgList( fmt, fmtLength, args ) );
     zuStringPrepend( dest, text );
-    ZU_REF_RELEASE( text );
 }
 void zuStringPrependFormatWcstr( ZU_STRING **dest, const char16_t *fmt, ZU_INT fmtLength, ... )
 {
@@ -192,7 +185,6 @@ void zuStringPrependFormatWcstr( ZU_STRING **dest, const char16_t *fmt, ZU_INT f
 }
 void zuStringPrependFormatWcstrArgList( ZU_STRING **dest, const char16_t *fmt, ZU_INT fmtLength, va_list args )
 {
-    ZU_STRING *text = zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args );
+    zu___Owned text( zuStringCreateFromFormatWcstrArgList( fmt, fmtLength, args ) );
     zuStringPrepend( dest, text );
-    ZU_REF_RELEASE( text );
 }

@@ -1,6 +1,7 @@
 #include "zu/base/zu_string_normalize.h"
 
 #include "zu/base/zu_string_internal.h"
+#include "zu/runtime/zu_ref_internal.h"
 #include "zu/unicode/zu_unicode_normalizer.h"
 #include "zu/unicode/zu_unicode_normalizer_internal.h"
 
@@ -16,12 +17,11 @@ static void stringNormalize( ZU_STRING **zus, ZU_UNICODE_NORMAL_FORM form )
     if ( zu___UnicodeNormalizerSettledLength( form, zuStringBacking( *zus ), length ) == length ) {
         return;
     }
-    ZU_UNICODE_NORMALIZER *norm = zuUnicodeNormalizerCreate( form );
+    zu___Owned norm( zuUnicodeNormalizerCreate( form ) );
     zuUnicodeNormalizerWrite( norm, *zus );
     zuUnicodeNormalizerFlush( norm );
     zuStringClear( zus );
     zuUnicodeNormalizerRead( norm, zus, -1 );
-    ZU_REF_RELEASE( norm );
 }
 void zuStringNormalizeNFC( ZU_STRING **zus )
 {

@@ -4,6 +4,7 @@
 #include "zu/base/zu_string_search.h"
 
 #include "zu/base/zu_string_internal.h"
+#include "zu/runtime/zu_ref_internal.h"
 
 #include <algorithm>
 #include <cstring>
@@ -109,17 +110,13 @@ ZU_INT zuStringFind( ZU_STRING *zus, ZU_INT offset, ZU_STRING *sub )
 }
 ZU_INT zuStringFindCstr( ZU_STRING *zus, ZU_INT offset, const char *sub, ZU_INT subLength )
 {
-    ZU_STRING *subString = zuStringCreateFromCstr( sub, subLength );
-    ZU_INT found = zuStringFind( zus, offset, subString );
-    ZU_REF_RELEASE( subString );
-    return found;
+    zu___Owned subString( zuStringCreateFromCstr( sub, subLength ) );
+    return zuStringFind( zus, offset, subString );
 }
 ZU_INT zuStringFindWcstr( ZU_STRING *zus, ZU_INT offset, const char16_t *sub, ZU_INT subLength )
 {
-    ZU_STRING *subString = zuStringCreateFromWcstr( sub, subLength );
-    ZU_INT found = zuStringFind( zus, offset, subString );
-    ZU_REF_RELEASE( subString );
-    return found;
+    zu___Owned subString( zuStringCreateFromWcstr( sub, subLength ) );
+    return zuStringFind( zus, offset, subString );
 }
 
 // From the right
@@ -153,15 +150,11 @@ ZU_INT zuStringFindFromRight( ZU_STRING *zus, ZU_INT offset, ZU_STRING *sub )
 }
 ZU_INT zuStringFindFromRightCstr( ZU_STRING *zus, ZU_INT offset, const char *sub, ZU_INT subLength )
 {
-    ZU_STRING *subString = zuStringCreateFromCstr( sub, subLength );
-    ZU_INT found = zuStringFindFromRight( zus, offset, subString );
-    ZU_REF_RELEASE( subString );
-    return found;
+    zu___Owned subString( zuStringCreateFromCstr( sub, subLength ) );
+    return zuStringFindFromRight( zus, offset, subString );
 }
 ZU_INT zuStringFindFromRightWcstr( ZU_STRING *zus, ZU_INT offset, const char16_t *sub, ZU_INT subLength )
 {
-    ZU_STRING *subString = zuStringCreateFromWcstr( sub, subLength );
-    ZU_INT found = zuStringFindFromRight( zus, offset, subString );
-    ZU_REF_RELEASE( subString );
-    return found;
+    zu___Owned subString( zuStringCreateFromWcstr( sub, subLength ) );
+    return zuStringFindFromRight( zus, offset, subString );
 }

@@ -3,6 +3,7 @@
 #include "zu/base/zu_string_internal.h"
 #include "zu/base/zu_string_search.h"
 #include "zu/base/zu_string_trim_internal.h"
+#include "zu/runtime/zu_ref_internal.h"
 #include "zu/sys/zu_mem.h"
 
 // Appends the code points of `zus` from `begin` to `end` as a part.
@@ -48,24 +49,18 @@ ZU_VECTOR *zuStringSplitChar( ZU_STRING *zus, ZU_CHAR sep, ZU_INT maxParts )
 }
 ZU_VECTOR *zuStringSplitChars( ZU_STRING *zus, const ZU_CHAR *sep, ZU_INT sepLength, ZU_INT maxParts )
 {
-    ZU_STRING *sepString = zuStringCreateFromCharsCopy( sep, sepLength );
-    ZU_VECTOR *parts = zuStringSplit( zus, sepString, maxParts );
-    ZU_REF_RELEASE( sepString );
-    return parts;
+    zu___Owned sepString( zuStringCreateFromCharsCopy( sep, sepLength ) );
+    return zuStringSplit( zus, sepString, maxParts );
 }
 ZU_VECTOR *zuStringSplitCstr( ZU_STRING *zus, const char *sep, ZU_INT sepLength, ZU_INT maxParts )
 {
-    ZU_STRING *sepString = zuStringCreateFromCstr( sep, sepLength );
-    ZU_VECTOR *parts = zuStringSplit( zus, sepString, maxParts );
-    ZU_REF_RELEASE( sepString );
-    return parts;
+    zu___Owned sepString( zuStringCreateFromCstr( sep, sepLength ) );
+    return zuStringSplit( zus, sepString, maxParts );
 }
 ZU_VECTOR *zuStringSplitWcstr( ZU_STRING *zus, const char16_t *sep, ZU_INT sepLength, ZU_INT maxParts )
 {
-    ZU_STRING *sepString = zuStringCreateFromWcstr( sep, sepLength );
-    ZU_VECTOR *parts = zuStringSplit( zus, sepString, maxParts );
-    ZU_REF_RELEASE( sepString );
-    return parts;
+    zu___Owned sepString( zuStringCreateFromWcstr( sep, sepLength ) );
+    return zuStringSplit( zus, sepString, maxParts );
 }
 
 // At white space
