@@ -54,12 +54,12 @@ protected:
             take( zuStringCreateFromCharsCopy( text.data(), textLength ), text );
             return text.empty() ? holder.model.clear() : void();
         case 6: {
-            ZU_CHAR *chars = (ZU_CHAR *)zuMemDupN( text.data(), zuIntMax( textLength, 1 ), sizeof( ZU_CHAR ) );
-            take( zuStringCreateFromCharsUse( chars, textLength ), text );
             if ( text.empty() ) {
-                zuMemFree( chars );
+                take( zuStringCreateFromCharsUse( nullptr, 0 ), text );
                 return holder.model.clear();
             }
+            ZU_CHAR *chars = (ZU_CHAR *)zuMemDupN( text.data(), textLength, sizeof( ZU_CHAR ) );
+            take( zuStringCreateFromCharsUse( chars, textLength ), text );
             holder.model.lay( 0, 0 );
             holder.model.heap = true;
             EXPECT_EQ( zuStringBacking( holder.ref.get() ), chars );

@@ -39,6 +39,7 @@ TEST( CharsetUtf, Decodes )
     expectClean( ZU_CHARSET_UTF_16_BE, marked16, U"\uFEFFA" );
     EXPECT_EQ( decode( ZU_CHARSET_UTF_16, marked16, KEEP_MARK ).text, U"\uFFFE\u4100" );
     expectClean( ZU_CHARSET_UTF_16, { 0xFF, 0xFE, 0x41, 0x00 }, U"A" );
+    expectClean( ZU_CHARSET_UTF_16_LE, { 0xFF, 0xFE, 0x41, 0x00 }, U"\uFEFFA" );
     expectClean( ZU_CHARSET_UTF_16, { 0x41, 0x00, 0xFF, 0xFE }, U"A\uFEFF" );
     expectClean( ZU_CHARSET_UTF_16_BE, { 0xD8, 0x3D, 0xDE, 0x00 }, { char32_t( 0xD83D ), char32_t( 0xDE00 ) } );
     expectDecoded( ZU_CHARSET_UTF_16_BE, { 0x00, 0x41, 0x42 }, U"A" + R, U"A", U"A" );
