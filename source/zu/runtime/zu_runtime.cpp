@@ -7,6 +7,7 @@
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_format_flags.h"
 #include "zu/base/zu_generation.h"
+#include "zu/base/zu_random.h"
 #include "zu/base/zu_stack_trace.h"
 #include "zu/base/zu_store.h"
 #include "zu/base/zu_string.h"
@@ -113,6 +114,7 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___UnicodeCdmtStartup, zu___UnicodeCdmtShutdown },
     { zu___UnicodeScriptStartup, zu___UnicodeScriptShutdown },
     { zu___CharsetStartup, zu___CharsetShutdown },
+    { zu___RandomStartup, zu___RandomShutdown },
     // The four of the tags do not use each other, and stop in the order in which they start: their shutdown functions
     // stand in reverse.
     { zu___TagColorStartup, zu___TagSetShutdown },
