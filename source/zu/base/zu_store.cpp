@@ -57,10 +57,14 @@ ZU_BOOL zuStoreAddressOk( ZU_STRING *address )
 {
     return storeAddressOk( ZU___STORE_KEY( address ) );
 }
+bool zu___StoreAddressCharsOk( const ZU_CHAR *chars, ZU_INT length )
+{
+    return storeAddressOk( ZU___STORE_KEY( chars, length ) );
+}
 #define STORE_ASSERT_ADDRESS( address ) ZU___ASSERT_AS( storeAddressOk( address ), "zuStoreAddressOk( address)" )
 
 // Creation
-static ZU_STORE *storeCreateOfDicts( ZU_DICT *addresses, ZU_DICT *values, ZU_DICT *stores )
+ZU_STORE *zu___StoreCreateOfDicts( ZU_DICT *addresses, ZU_DICT *values, ZU_DICT *stores )
 {
     ZU_STORE *store = (ZU_STORE *)zu___ObjCreate( sizeof( ZU_STORE ), &zu___sort_ZU_STORE );
     store->addresses = addresses;
@@ -70,13 +74,13 @@ static ZU_STORE *storeCreateOfDicts( ZU_DICT *addresses, ZU_DICT *values, ZU_DIC
 }
 ZU_STORE *zuStoreCreate( void )
 {
-    return storeCreateOfDicts( zuDictCreate(), zuDictCreate(), zuDictCreate() );
+    return zu___StoreCreateOfDicts( zuDictCreate(), zuDictCreate(), zuDictCreate() );
 }
 ZU_STORE *zuStoreCreateFrom( ZU_STORE *source )
 {
     ZU_ASSERT( source );
-    return storeCreateOfDicts( zuDictRetain( source->addresses ), zuDictRetain( source->values ),
-                               zuDictRetain( source->stores ) );
+    return zu___StoreCreateOfDicts( zuDictRetain( source->addresses ), zuDictRetain( source->values ),
+                                    zuDictRetain( source->stores ) );
 }
 static void storeUnshare( ZU_STORE **store )
 {

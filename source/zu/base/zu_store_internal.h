@@ -1,7 +1,7 @@
 // zu_store_internal.h: the inside of ZU_STORE, for the files that share it.
 #pragma once
 
-#include "zu/base/zu_dict.h"
+#include "zu/base/zu_dict_internal.h"
 #include "zu/base/zu_store.h"
 #include "zu/base/zu_string_internal.h"
 
@@ -70,3 +70,26 @@ ZU_BOOL zu___StoreHasValueReal( ZU_STORE *store, ZU___STORE_KEY address );
 ZU_BOOL zu___StoreValueBool( ZU_STORE *store, ZU_BOOL *value, ZU___STORE_KEY address );
 ZU_BOOL zu___StoreValueInt( ZU_STORE *store, ZU_INT *value, ZU___STORE_KEY address );
 ZU_BOOL zu___StoreValueReal( ZU_STORE *store, double *value, ZU___STORE_KEY address );
+
+// Returns a new store that takes the dicts over.
+ZU_STORE *zu___StoreCreateOfDicts( ZU_DICT *addresses, ZU_DICT *values, ZU_DICT *stores );
+
+// As zuStoreAddressOk; `chars` must not be null.
+bool zu___StoreAddressCharsOk( const ZU_CHAR *chars, ZU_INT length );
+
+// A store in the making, for who has many entries in an order that others have chosen: set one by one, each would move
+// all those behind it.  Begins as all null.
+struct ZU___STORE_BUILDER {
+    ZU_DICT *values; // as they came, unless null
+    ZU_DICT *stores; // likewise
+};
+
+// Sets a value.  Both references are taken over; the address must be one.
+void zu___StoreBuilderSetValue( ZU___STORE_BUILDER *builder, ZU_STRING *address, ZU_STRING *value );
+// Sets a sub-store, likewise.
+void zu___StoreBuilderSetStore( ZU___STORE_BUILDER *builder, ZU_STRING *address, ZU_STORE *store );
+// Returns a new store with what has been set, the last of what has been set at equal addresses; the builder is done
+// with.  Takes the time of a sort.
+ZU_STORE *zu___StoreBuilderFinish( ZU___STORE_BUILDER *builder );
+// Releases what has been set; the builder is done with.
+void zu___StoreBuilderDrop( ZU___STORE_BUILDER *builder );
