@@ -7,6 +7,8 @@ set( ZU_PRODUCT_FRIENDLY_NAME "Zelkaratr" CACHE STRING "Product name for human r
 set( ZU_PRODUCT_VERSION "4.10.30" CACHE STRING "Product version: major.minor.release" )
 set( ZU_PRODUCT_VENDOR "VELMORA" CACHE STRING "Vendor of the product" )
 set( ZU_PRODUCT_COPYRIGHT "Copyright (c) VELMORA" CACHE STRING "Copyright notice of the product" )
+set( ZU_SYSCONFDIR "${CMAKE_INSTALL_FULL_SYSCONFDIR}" CACHE STRING
+    "Directory of the machine's settings, with the records of installed products in velmora/installed-products" )
 set( ZU_PRODUCT_OS "" CACHE STRING "Operating system to build for, such as debian12; empty: the one of this machine" )
 set( ZU_PRODUCT_HARDWARE "" CACHE STRING "Hardware to build for, such as rpi3; empty: by the target processor" )
 set( ZU_PRODUCT_VARIANT "" CACHE STRING "release, debug or profile; empty: by the build type" )

@@ -35,8 +35,8 @@ LAYERS = {
     "charset": ["sys", "runtime", "base", "io"],
     "tag": ["sys", "runtime", "base"],
 }
-# Who stands outside of that: what starts everything, what reports to a human, what reads and writes files, and what
-# converts by normal forms.
+# Who stands outside of that: what starts everything, what reports to a human, what reads and writes files or looks for
+# those of a product, and what converts by normal forms.
 EXCEPTIONS = {
     "runtime/zu_runtime.cpp": ["unicode", "io", "charset", "tag"],
     "runtime/zu_runtime_info.cpp": ["io"],
@@ -44,6 +44,9 @@ EXCEPTIONS = {
     "runtime/zu_runtime_platform.cpp": ["io"],
     "base/zu_store_text.h": ["io", "charset"],
     "base/zu_store_text.cpp": ["io"],
+    "runtime/zu_runtime_paths.cpp": ["io"],
+    "runtime/zu_runtime_paths_linux.cpp": ["io"],
+    "runtime/zu_runtime_install_info.cpp": ["io", "charset"],
     "charset/zu_charset_map_char_sink.cpp": ["unicode"],
     "unicode/zu_unicode_normalizer.cpp": ["runtime"],
 }

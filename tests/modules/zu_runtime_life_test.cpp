@@ -3,6 +3,7 @@
 #include "zu_test_module.h"
 #include "zu_test_support.h"
 
+#include <algorithm>
 #include <atomic>
 #include <dlfcn.h>
 #include <fstream>
@@ -64,6 +65,11 @@ static bool load( const char *name )
 static ZU_MODULE *module( const char *name )
 {
     return zu::adopt( zuRuntimeModule( string( name ).get() ) ).get(); // static: outlives the reference
+}
+// The name of a module's file
+static std::string fileOf( const std::string &name )
+{
+    return zu___module_record.productName + ( "-" + name + ".so" );
 }
 // The names of the loaded modules in their order
 static std::string loaded()
@@ -224,8 +230,7 @@ TEST( RuntimeModules, SeeTheirOwnRecordAndStamp )
 {
     Life life;
     EXPECT_TRUE( load( "gauge" ) );
-    void *file =
-        dlopen( ( zu___module_record.productName + std::string( "-gauge.so" ) ).c_str(), RTLD_NOW | RTLD_NOLOAD );
+    void *file = dlopen( fileOf( "gauge" ).c_str(), RTLD_NOW | RTLD_NOLOAD );
     ASSERT_TRUE( file );
     EXPECT_EQ( dlsym( file, "gauge___module" ), module( "gauge" ) );
     EXPECT_EQ( dlsym( file, "zu___module_record" ), module( "gauge" )->moduleRecord );
@@ -237,6 +242,25 @@ TEST( RuntimeModules, SeeTheirOwnRecordAndStamp )
     EXPECT_TRUE( zuModuleHasPersonality( module( "gauge" ) ) );
     EXPECT_STREQ( module( "unit" )->moduleRecord->description, "Written in C" );
     EXPECT_STREQ( zuModule()->moduleRecord->name, "zu" );
+}
+TEST( RuntimeModules, ComeFromThePathOfBinaries )
+{
+    std::string variable = std::string( "RQ_" ) + zu___module_record.productName + "_BIN_PATH";
+    std::transform( variable.begin(), variable.end(), variable.begin(), []( char ch ) { return (char)toupper( ch ); } );
+    setenv( variable.c_str(), ZU_TEST_MODULES_DIR, 1 );
+    {
+        Life life( 0 );
+        EXPECT_TRUE( load( "gauge" ) );
+        EXPECT_EQ( loaded(), "zu unit scale gauge plot ink" );
+    }
+    setenv( variable.c_str(), "/nowhere", 1 );
+    {
+        Life life( ZU_RUNTIME_FLAG_MODULE_DEBUG );
+        EXPECT_FALSE( load( "gauge" ) ) << "though it would be found without a path";
+        EXPECT_NE( takePrinted().find( "dlopen(): null, dlerror(): /nowhere/" + fileOf( "gauge" ) ),
+                   std::string::npos );
+    }
+    unsetenv( variable.c_str() );
 }
 TEST( RuntimeModules, TellWhyTheyAreRefused )
 {
@@ -273,10 +297,6 @@ static std::string check( const std::string &fn )
     ZU_INT length = misfit ? zuStringLength( misfit.get() ) : 0;
     const ZU_CHAR *chs = misfit ? zuStringBacking( misfit.get() ) : nullptr;
     return std::string( chs, chs + length );
-}
-static std::string fileOf( const std::string &name )
-{
-    return zu___module_record.productName + ( "-" + name + ".so" );
 }
 TEST( RuntimeModules, MustFitIntoTheProcess )
 {

@@ -30,6 +30,8 @@
 #include "zu/runtime/zu_runtime_hardware.h"
 #include "zu/runtime/zu_runtime_internal.h"
 #include "zu/runtime/zu_runtime_os.h"
+#include "zu/runtime/zu_runtime_path.h"
+#include "zu/runtime/zu_runtime_paths.h"
 #include "zu/runtime/zu_runtime_user_information.h"
 #include "zu/runtime/zu_runtime_variant.h"
 #include "zu/runtime/zu_runtime_version.h"
@@ -95,6 +97,7 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___NlfFlagsStartup, zu___NlfFlagsShutdown },
     { zu___DebugPrintStartup, zu___DebugPrintShutdown },
     { zu___RuntimeFlagsStartup, zu___RuntimeFlagsShutdown },
+    { zu___RuntimePathStartup, zu___RuntimePathShutdown },
     { zu___RuntimeOsStartup, zu___RuntimeOsShutdown },
     { zu___RuntimeHardwareStartup, zu___RuntimeHardwareShutdown },
     { zu___RuntimeVariantStartup, zu___RuntimeVariantShutdown },
@@ -121,6 +124,7 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___TagMatchTypeStartup, zu___TagRewriteOperationTypeShutdown },
     { zu___TagRewriteOperationTypeStartup, zu___TagMatchTypeShutdown },
     { zu___TagSetStartup, zu___TagColorShutdown },
+    { zu___RuntimePlatformStartup, zu___RuntimePlatformShutdown },
 };
 static constexpr size_t SUBSYSTEM_COUNT = sizeof SUBSYSTEMS / sizeof SUBSYSTEMS[ 0 ];
 

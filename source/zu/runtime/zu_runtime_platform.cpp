@@ -1,6 +1,7 @@
 #include "zu/base/zu_string_format.h"
 #include "zu/io/zu_print.h"
 #include "zu/runtime/zu_runtime_internal.h"
+#include "zu/runtime/zu_runtime_paths.h"
 #include "zu/runtime/zu_runtime_platform_internal.h"
 #include "zu/runtime/zu_runtime_version.h"
 #include "zu/sys/zu_mem.h"
@@ -42,10 +43,18 @@ bool zu___RuntimePlatformModuleIsNamed( ZU_MODULE *module, ZU_STRING *moduleName
 // Returns the name of a module's file; null if the process does not know where its files are.
 static ZU_STRING *platformModuleFileName( ZU_STRING *moduleName )
 {
-    if ( !( zu___RuntimeFlags & ZU_RUNTIME_FLAG_IMPLICIT_MODULE_PATH ) ) {
+    ZU_STRING *directory;
+    if ( zu___RuntimeFlags & ZU_RUNTIME_FLAG_IMPLICIT_MODULE_PATH ) {
+        directory = zuStringCreate();
+    } else {
+        ZU_RUNTIME_PATHS *paths = zuRuntimePaths();
+        directory = zuRuntimePathsPath( paths, ZU_RUNTIME_PATH_PRODUCT_BIN );
+        zuRuntimePathsRelease( paths );
+    }
+    if ( !directory ) {
         return nullptr;
     }
-    return zuStringCreateFromFormatCstr( "%~s-%s%lc", -1, zuRuntimeVersionProductName(), moduleName,
+    return zuStringCreateFromFormatCstr( "%~s%~s-%s%lc", -1, directory, zuRuntimeVersionProductName(), moduleName,
                                          zu___RuntimePlatformNames.fileEnding );
 }
 // Stores the module that a file exports, or returns why none will do.
