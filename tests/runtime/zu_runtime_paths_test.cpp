@@ -1,6 +1,7 @@
 #include "zu/runtime/zu_runtime_paths_internal.h"
 #include "zu/runtime/zu_runtime_paths_linux_internal.h"
-#include "zu_runtime_test_support.h"
+#include "zu_test_string.h"
+#include "zu_test_support.h"
 
 #include <filesystem>
 #include <fstream>
@@ -14,7 +15,7 @@ static const std::string OTHER = "elsewhere";
 
 static std::string shortName( ZU_INT path )
 {
-    return textOf( zuRuntimePathToString( path ) ).substr( std::string( "ZU_RUNTIME_PATH_" ).size() );
+    return takeText( zuRuntimePathToString( path ) ).substr( std::string( "ZU_RUNTIME_PATH_" ).size() );
 }
 // "<kind>=<directory>" for each kind that is there, without the part of each kind's name that all have
 static std::string render( ZU_RUNTIME_PATHS *paths )
@@ -24,7 +25,7 @@ static std::string render( ZU_RUNTIME_PATHS *paths )
         zu::Ref<ZU_STRING> pn = zu::adopt( zuRuntimePathsPath( paths, path ) );
         EXPECT_EQ( zuRuntimePathsHasPath( paths, path ), pn ? ZU_TRUE : ZU_FALSE );
         if ( pn ) {
-            text += ( text.empty() ? "" : " " ) + shortName( path ) + "=" + textOf( zuStringRetain( pn.get() ) );
+            text += ( text.empty() ? "" : " " ) + shortName( path ) + "=" + takeText( zuStringRetain( pn.get() ) );
         }
     }
     return text;
@@ -271,7 +272,7 @@ static Fields stored( ZU_RUNTIME_INSTALL_INFO *info )
     Fields fields;
     zu::Ref<ZU_STORE> store = zu::adopt( zuRuntimeInstallInfoStore( info ) );
     for ( ZU_INT i = 0; i < zuStoreLength( store.get() ); i++ ) {
-        fields[ textOf( zuStoreAddressAt( store.get(), i ) ) ] = textOf( zuStoreValueAt( store.get(), i ) );
+        fields[ takeText( zuStoreAddressAt( store.get(), i ) ) ] = takeText( zuStoreValueAt( store.get(), i ) );
     }
     return fields;
 }
@@ -317,7 +318,7 @@ TEST_F( RuntimePaths, LeadToTheInstallInfo )
     install( OTHER );
     zu::Ref<ZU_RUNTIME_INSTALL_INFO> info = load();
     ASSERT_TRUE( info );
-    EXPECT_EQ( textOf( zuRuntimeInstallInfoProductFriendlyName( info.get() ) ), "Any 1" );
+    EXPECT_EQ( takeText( zuRuntimeInstallInfoProductFriendlyName( info.get() ) ), "Any 1" );
     EXPECT_FALSE( zu::adopt( zuRuntimeInstallInfoTryLoad() ) );
     install( OWN );
     EXPECT_TRUE( zu::adopt( zuRuntimeInstallInfoTryLoad() ) );
