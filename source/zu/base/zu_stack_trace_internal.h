@@ -36,4 +36,8 @@ void zu___StackTraceEngineStop( void );
 // Stores in `place` what is known of the function that goes on at `address`.
 void zu___StackTraceEngineFind( uintptr_t address, ZU___STACK_TRACE_PLACE *place );
 
+// The same for the crash report.  There, symbols are as the linker knows them.
+ZU_BOOL zu___StackTraceReportStart( void );
+void zu___StackTraceReportFind( uintptr_t address, ZU___STACK_TRACE_PLACE *place );
+
 ZU_END_DECLS

@@ -98,18 +98,19 @@ static int stackTraceTakeLine( void *argument, uintptr_t, const char *file, int 
     *(STACK_TRACE_LINE *)argument = { file, line, function };
     return 0;
 }
-static STACK_TRACE_LINE stackTraceFindLine( uintptr_t address )
+static STACK_TRACE_LINE stackTraceFindLine( backtrace_state *state, uintptr_t address )
 {
     STACK_TRACE_LINE line = {};
-    backtrace_pcinfo( engineState, address, stackTraceTakeLine, stackTraceIgnoreError, &line );
+    backtrace_pcinfo( state, address, stackTraceTakeLine, stackTraceIgnoreError, &line );
     return line;
 }
 // Returns how many bytes ahead of `address`, `most` at most, belong to the same line without a break.
-static uintptr_t stackTraceLineOffset( uintptr_t address, const STACK_TRACE_LINE &line, uintptr_t most )
+static uintptr_t stackTraceLineOffset( backtrace_state *state, uintptr_t address, const STACK_TRACE_LINE &line,
+                                       uintptr_t most )
 {
     uintptr_t offset = 0;
     while ( offset < most ) {
-        STACK_TRACE_LINE ahead = stackTraceFindLine( address - offset - 1 );
+        STACK_TRACE_LINE ahead = stackTraceFindLine( state, address - offset - 1 );
         if ( !ahead.file || ahead.line != line.line || strcmp( ahead.file, line.file ) != 0 ) {
             break;
         }
@@ -117,27 +118,52 @@ static uintptr_t stackTraceLineOffset( uintptr_t address, const STACK_TRACE_LINE
     }
     return offset;
 }
-
-void zu___StackTraceEngineFind( uintptr_t address, ZU___STACK_TRACE_PLACE *place )
+static void stackTraceFind( backtrace_state *state, uintptr_t address, ZU___STACK_TRACE_PLACE *place )
 {
     // A call that never returns is the last of its function: what stands behind it belongs to another line or function.
     uintptr_t call = address - 1;
     STACK_TRACE_SYMBOL symbol = {};
-    backtrace_syminfo( engineState, call, stackTraceTakeSymbol, stackTraceIgnoreError, &symbol );
-    STACK_TRACE_LINE line = stackTraceFindLine( call );
+    backtrace_syminfo( state, call, stackTraceTakeSymbol, stackTraceIgnoreError, &symbol );
+    STACK_TRACE_LINE line = stackTraceFindLine( state, call );
     if ( symbol.name ) {
-        place->symbol = stackTraceReadableName( symbol.name );
+        place->symbol = symbol.name;
         place->symbolOffset = address - symbol.address;
     } else if ( line.function ) {
-        place->symbol = stackTraceReadableName( line.function );
+        place->symbol = line.function;
     }
     if ( line.file && line.line > 0 ) {
         uintptr_t inFunction = symbol.name ? call - symbol.address : LINE_OFFSET_MAX;
         place->file = line.file;
         place->line = (unsigned long)line.line;
         place->lineOffset =
-            1 + stackTraceLineOffset( call, line, inFunction < LINE_OFFSET_MAX ? inFunction : LINE_OFFSET_MAX );
+            1 + stackTraceLineOffset( state, call, line, inFunction < LINE_OFFSET_MAX ? inFunction : LINE_OFFSET_MAX );
     }
+}
+void zu___StackTraceEngineFind( uintptr_t address, ZU___STACK_TRACE_PLACE *place )
+{
+    stackTraceFind( engineState, address, place );
+    if ( place->symbol ) {
+        place->symbol = stackTraceReadableName( place->symbol );
+    }
+}
+
+// For the crash report.  What makes names readable takes its memory from the heap, and is left out.
+static backtrace_state *reportState = nullptr;
+
+ZU_BOOL zu___StackTraceReportStart( void )
+{
+    if ( !reportState ) {
+        zu___StackTraceMemoryChoose( ZU_TRUE );
+        reportState = backtrace_create_state( nullptr, 0, stackTraceIgnoreError, nullptr );
+        zu___StackTraceMemoryChoose( ZU_FALSE );
+    }
+    return reportState != nullptr;
+}
+void zu___StackTraceReportFind( uintptr_t address, ZU___STACK_TRACE_PLACE *place )
+{
+    zu___StackTraceMemoryChoose( ZU_TRUE );
+    stackTraceFind( reportState, address, place );
+    zu___StackTraceMemoryChoose( ZU_FALSE );
 }
 
 #else
@@ -255,6 +281,14 @@ void zu___StackTraceEngineFind( uintptr_t address, ZU___STACK_TRACE_PLACE *place
     // A call that never returns is the last of its function.
     STACK_TRACE_SEARCH search = { address - 1, place };
     dl_iterate_phdr( stackTraceSearchFile, &search );
+}
+ZU_BOOL zu___StackTraceReportStart( void )
+{
+    return ZU_TRUE;
+}
+void zu___StackTraceReportFind( uintptr_t address, ZU___STACK_TRACE_PLACE *place )
+{
+    zu___StackTraceEngineFind( address, place );
 }
 
 #endif

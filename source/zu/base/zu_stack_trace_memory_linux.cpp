@@ -6,7 +6,8 @@
 // on.  Nearly all that it frees is what it got last, which is then had again; anything else that is smaller than a chunk
 // waits for the end.  Blocks from the system one by one, as in mmap.c, cost a call for each and a page at least.
 //
-// The engine's lock is around everything here.  Memory may be short: nothing aborts.
+// The engine's lock is around everything here, or nobody else is there: the crash report has memory apart, which is
+// never given back.  Memory may be short: nothing aborts.
 
 #ifdef ZU___WITH_BACKTRACE
 
@@ -33,11 +34,18 @@ struct MEMORY_VIEW {
     size_t length; // bytes
 };
 
-static MEMORY_CHUNK *chunks = nullptr; // of CHUNK_SIZE, the one that blocks are cut off first
-static char *chunkFree = nullptr;      // the free rest of that one
-static char *chunkEnd = nullptr;
-static MEMORY_CHUNK *ownChunks = nullptr; // of one block each
-static MEMORY_VIEW *views = nullptr;
+// All that one of the two symbol engines has got.
+struct MEMORY_ARENA {
+    MEMORY_CHUNK *chunks; // of CHUNK_SIZE, the one that blocks are cut off first
+    char *chunkFree;      // the free rest of that one
+    char *chunkEnd;
+    MEMORY_CHUNK *ownChunks; // of one block each
+    MEMORY_VIEW *views;
+};
+static MEMORY_ARENA engineArena;
+static MEMORY_ARENA reportArena;
+// libbacktrace does not tell for whom it asks, and while a report is written, other threads go on making traces.
+static thread_local MEMORY_ARENA *arena __attribute__( ( tls_model( "initial-exec" ) ) ) = &engineArena;
 
 // What libbacktrace shares among its own files (its internal.h), unchanged since its first version but for the size of a
 // view, which has 64 bits since gcc 11.
@@ -97,17 +105,17 @@ static bool memoryNeedsOwnChunk( size_t size )
 static void *memoryTryOwnChunk( size_t size )
 {
     size_t whole = memoryRound( size + sizeof( MEMORY_CHUNK ), (size_t)getpagesize() );
-    MEMORY_CHUNK *chunk = whole > size ? memoryTryMapChunk( whole, ownChunks ) : nullptr;
+    MEMORY_CHUNK *chunk = whole > size ? memoryTryMapChunk( whole, arena->ownChunks ) : nullptr;
     if ( !chunk ) {
         return nullptr;
     }
-    ownChunks = chunk;
+    arena->ownChunks = chunk;
     return chunk + 1;
 }
 // Unmaps the chunk of a large block; what is the end of one only stays.
 static void memoryFreeOwnChunk( void *block )
 {
-    for ( MEMORY_CHUNK **link = &ownChunks; *link; link = &( *link )->next ) {
+    for ( MEMORY_CHUNK **link = &arena->ownChunks; *link; link = &( *link )->next ) {
         MEMORY_CHUNK *chunk = *link;
         if ( chunk + 1 == block ) {
             *link = chunk->next;
@@ -123,25 +131,25 @@ static void *memoryTryAllocate( size_t size )
     if ( memoryNeedsOwnChunk( size ) ) {
         return memoryTryOwnChunk( size );
     }
-    if ( (size_t)( chunkEnd - chunkFree ) < size ) {
-        MEMORY_CHUNK *chunk = memoryTryMapChunk( CHUNK_SIZE, chunks );
+    if ( (size_t)( arena->chunkEnd - arena->chunkFree ) < size ) {
+        MEMORY_CHUNK *chunk = memoryTryMapChunk( CHUNK_SIZE, arena->chunks );
         if ( !chunk ) {
             return nullptr;
         }
-        chunks = chunk;
-        chunkFree = (char *)( chunk + 1 );
-        chunkEnd = (char *)chunk + CHUNK_SIZE;
+        arena->chunks = chunk;
+        arena->chunkFree = (char *)( chunk + 1 );
+        arena->chunkEnd = (char *)chunk + CHUNK_SIZE;
     }
-    void *block = chunkFree;
-    chunkFree += size;
+    void *block = arena->chunkFree;
+    arena->chunkFree += size;
     return block;
 }
 static void memoryFree( void *block, size_t size )
 {
     if ( memoryNeedsOwnChunk( size ) ) {
         memoryFreeOwnChunk( block );
-    } else if ( (char *)block + size == chunkFree ) {
-        chunkFree = (char *)memoryRound( (size_t)block, ALIGNMENT ); // the rest of a vector begins anywhere
+    } else if ( (char *)block + size == arena->chunkFree ) {
+        arena->chunkFree = (char *)memoryRound( (size_t)block, ALIGNMENT ); // the rest of a vector begins anywhere
     }
 }
 void *backtrace_alloc( backtrace_state *, size_t size, backtrace_error_callback error, void *data )
@@ -165,10 +173,10 @@ void backtrace_free( backtrace_state *, void *block, size_t size, backtrace_erro
 static bool memoryTryGrowInPlace( backtrace_vector *vector, size_t more )
 {
     char *end = (char *)vector->base + vector->size + vector->alc;
-    if ( !vector->base || end != chunkFree || (size_t)( chunkEnd - chunkFree ) < more ) {
+    if ( !vector->base || end != arena->chunkFree || (size_t)( arena->chunkEnd - arena->chunkFree ) < more ) {
         return false;
     }
-    chunkFree += more;
+    arena->chunkFree += more;
     vector->alc += more;
     return true;
 }
@@ -211,8 +219,8 @@ void *backtrace_vector_finish( backtrace_state *, backtrace_vector *vector, back
 int backtrace_vector_release( backtrace_state *, backtrace_vector *vector, backtrace_error_callback, void * )
 {
     char *end = (char *)vector->base + vector->size;
-    if ( vector->base && end + vector->alc == chunkFree ) {
-        chunkFree = (char *)memoryRound( (size_t)end, ALIGNMENT );
+    if ( vector->base && end + vector->alc == arena->chunkFree ) {
+        arena->chunkFree = (char *)memoryRound( (size_t)end, ALIGNMENT );
     }
     vector->alc = 0;
     if ( vector->size == 0 ) {
@@ -242,13 +250,13 @@ int backtrace_get_view( backtrace_state *state, int descriptor, off_t offset, ui
         return 0;
     }
     view->data = (char *)view->base + inPage;
-    *known = { views, view->base, view->len };
-    views = known;
+    *known = { arena->views, view->base, view->len };
+    arena->views = known;
     return 1;
 }
 void backtrace_release_view( backtrace_state *, backtrace_view *view, backtrace_error_callback, void * )
 {
-    for ( MEMORY_VIEW **link = &views; *link; link = &( *link )->next ) {
+    for ( MEMORY_VIEW **link = &arena->views; *link; link = &( *link )->next ) {
         if ( ( *link )->base == view->base ) {
             *link = ( *link )->next;
             munmap( view->base, view->len );
@@ -257,15 +265,19 @@ void backtrace_release_view( backtrace_state *, backtrace_view *view, backtrace_
     }
 }
 
+void zu___StackTraceMemoryChoose( ZU_BOOL forReport )
+{
+    arena = forReport ? &reportArena : &engineArena;
+}
 void zu___StackTraceMemoryRelease( void )
 {
-    for ( ; views; views = views->next ) {
-        munmap( views->base, views->length );
+    for ( ; arena->views; arena->views = arena->views->next ) {
+        munmap( arena->views->base, arena->views->length );
     }
-    memoryUnmapChunks( &ownChunks );
-    memoryUnmapChunks( &chunks );
-    chunkFree = nullptr;
-    chunkEnd = nullptr;
+    memoryUnmapChunks( &arena->ownChunks );
+    memoryUnmapChunks( &arena->chunks );
+    arena->chunkFree = nullptr;
+    arena->chunkEnd = nullptr;
 }
 
 #endif

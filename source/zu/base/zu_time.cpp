@@ -47,17 +47,7 @@ struct ZU_TIME {
     ZU_INT second; // 0 to 61
 };
 
-// The fields of a ZU_TIME while there is no object.
-struct TIME_FIELDS {
-    ZU_INT year;
-    ZU_INT month;
-    ZU_INT day;
-    ZU_INT hour;
-    ZU_INT minute;
-    ZU_INT second;
-};
-
-static constexpr TIME_FIELDS FIRST_FIELDS = { 0, ZU_MONTH_JANUARY, 1, 0, 0, 0 };
+static constexpr ZU___TIME_FIELDS FIRST_FIELDS = { 0, ZU_MONTH_JANUARY, 1, 0, 0, 0 };
 
 static ZU_TIME *timeStarted = nullptr; // when the library started
 
@@ -139,8 +129,7 @@ static ZU_INT timeSecondsSince1970( const ZU_TIME *tm )
     return ( ( days * HOURS_PER_DAY + tm->hour ) * MINUTES_PER_HOUR + tm->minute ) * SECONDS_PER_MINUTE + tm->second;
 }
 
-// Returns 0, or another number if the year is out of range.
-static int timeBreakDown( TIME_FIELDS *fields, const ZU_INT *seconds )
+int zu___TimeBreakDown( ZU___TIME_FIELDS *fields, const ZU_INT *seconds )
 {
     ZU_INT days = timeDivideDown( *seconds, SECONDS_PER_DAY );
     ZU_INT secondOfDay = ( *seconds % SECONDS_PER_DAY + SECONDS_PER_DAY ) % SECONDS_PER_DAY;
@@ -171,16 +160,16 @@ static int timeBreakDown( TIME_FIELDS *fields, const ZU_INT *seconds )
     fields->second = secondOfDay % SECONDS_PER_MINUTE;
     return year < CONVERTED_YEAR_MIN || year > CONVERTED_YEAR_MAX;
 }
-static TIME_FIELDS timeFieldsNow()
+static ZU___TIME_FIELDS timeFieldsNow()
 {
-    TIME_FIELDS timeFields;
+    ZU___TIME_FIELDS timeFields;
     ZU_INT ltime = zu___TimeWallClock();
-    ZU___ASSERT_AS( timeBreakDown( &timeFields, &ltime ) == 0, "0 == _gmtime64_s( &timeFields, &ltime )" );
+    ZU___ASSERT_AS( zu___TimeBreakDown( &timeFields, &ltime ) == 0, "0 == _gmtime64_s( &timeFields, &ltime )" );
     return timeFields;
 }
 
 // Creation
-static void timeSetFields( ZU_TIME *tm, const TIME_FIELDS *fields )
+static void timeSetFields( ZU_TIME *tm, const ZU___TIME_FIELDS *fields )
 {
     tm->year = fields->year;
     tm->month = fields->month;
@@ -189,7 +178,7 @@ static void timeSetFields( ZU_TIME *tm, const TIME_FIELDS *fields )
     tm->minute = fields->minute;
     tm->second = fields->second;
 }
-static ZU_TIME *timeCreateOfFields( const TIME_FIELDS *fields )
+static ZU_TIME *timeCreateOfFields( const ZU___TIME_FIELDS *fields )
 {
     ZU_TIME *tm = (ZU_TIME *)zu___ObjCreate( sizeof( ZU_TIME ), &zu___sort_ZU_TIME );
     timeSetFields( tm, fields );
@@ -202,18 +191,18 @@ ZU_TIME *zuTimeCreate( void )
 ZU_TIME *zuTimeCreateFrom( ZU_TIME *from )
 {
     ZU_ASSERT( from );
-    const TIME_FIELDS fields = { from->year, from->month, from->day, from->hour, from->minute, from->second };
+    const ZU___TIME_FIELDS fields = { from->year, from->month, from->day, from->hour, from->minute, from->second };
     return timeCreateOfFields( &fields );
 }
 ZU_TIME *zuTimeNow( void )
 {
-    const TIME_FIELDS fields = timeFieldsNow();
+    const ZU___TIME_FIELDS fields = timeFieldsNow();
     return timeCreateOfFields( &fields );
 }
 ZU_TIME *zuTimeTryCreateFromTimeT( ZU_INT seconds )
 {
-    TIME_FIELDS fields;
-    return timeBreakDown( &fields, &seconds ) == 0 ? timeCreateOfFields( &fields ) : nullptr;
+    ZU___TIME_FIELDS fields;
+    return zu___TimeBreakDown( &fields, &seconds ) == 0 ? timeCreateOfFields( &fields ) : nullptr;
 }
 static bool timeIsWithin( ZU_INT value, ZU_INT min, ZU_INT max )
 {
@@ -226,7 +215,7 @@ ZU_TIME *zuTimeTryCreateFromSystemTime( ZU_INT year, ZU_INT month, ZU_INT day, Z
          !timeIsWithin( minute, 0, MINUTES_PER_HOUR - 1 ) || !timeIsWithin( second, 0, SYSTEM_SECOND_MAX ) ) {
         return nullptr;
     }
-    const TIME_FIELDS fields = { year, month, day, hour, minute, second };
+    const ZU___TIME_FIELDS fields = { year, month, day, hour, minute, second };
     return timeCreateOfFields( &fields );
 }
 
@@ -391,7 +380,7 @@ ZU_STRING *zuWeekdayToString( ZU_INT wd )
 // Reading times
 
 // Reads year, month and day, of which the later ones may be missing.
-static bool timeReadDate( TIME_TEXT text, TIME_FIELDS *fields )
+static bool timeReadDate( TIME_TEXT text, ZU___TIME_FIELDS *fields )
 {
     TIME_TEXT parts[ 3 ];
     ZU_INT count = timeSplitChar( text, '-', parts, 3 );
@@ -404,7 +393,7 @@ static bool timeReadDate( TIME_TEXT text, TIME_FIELDS *fields )
     return fields->month != -1 && ( count < 3 || timeReadNumber( parts[ 2 ], 1, DAY_MAX, &fields->day ) );
 }
 // Reads hour, minute and second, of which the later ones may be missing.
-static bool timeReadTimeOfDay( TIME_TEXT text, TIME_FIELDS *fields )
+static bool timeReadTimeOfDay( TIME_TEXT text, ZU___TIME_FIELDS *fields )
 {
     TIME_TEXT parts[ 3 ];
     ZU_INT count = timeSplitChar( text, ':', parts, 3 );
@@ -419,7 +408,7 @@ static bool timeIsBracketed( TIME_TEXT text )
 ZU_TIME *zuTimeTryCreateFromString( ZU_STRING *zus )
 {
     ZU_ASSERT( zus );
-    TIME_FIELDS fields = FIRST_FIELDS;
+    ZU___TIME_FIELDS fields = FIRST_FIELDS;
     TIME_TEXT pieces[ 4 ];
     ZU_INT count = timeSplitWhitespace( timeTextOf( zus ), pieces, 4 );
     ZU_INT next = timeIsWord( pieces[ 0 ], "utc", 3 ) ? 1 : 0;
@@ -540,7 +529,7 @@ void zuTimeSetNow( ZU_TIME **tm )
 {
     ZU_ASSERT( tm );
     ZU_ASSERT( *tm );
-    const TIME_FIELDS fields = timeFieldsNow();
+    const ZU___TIME_FIELDS fields = timeFieldsNow();
     timeUnshare( tm );
     timeSetFields( *tm, &fields );
 }
