@@ -36,7 +36,8 @@ LAYERS = {
     "tag": ["sys", "runtime", "base"],
 }
 # Who stands outside of that: what starts everything, what reports to a human, what reads and writes files or looks for
-# those of a product, and what converts by normal forms.
+# those of a product, what converts by normal forms, and what tells of a crash, which reads constant texts and the stack,
+# and tells the time by fields.
 EXCEPTIONS = {
     "runtime/zu_runtime.cpp": ["unicode", "io", "charset", "tag"],
     "runtime/zu_runtime_info.cpp": ["io"],
@@ -49,12 +50,16 @@ EXCEPTIONS = {
     "runtime/zu_runtime_install_info.cpp": ["io", "charset"],
     "charset/zu_charset_map_char_sink.cpp": ["unicode"],
     "unicode/zu_unicode_normalizer.cpp": ["runtime"],
+    "sys/zu_abort.cpp": ["runtime", "base"],
+    "sys/zu_abort_internal.h": ["base"],
+    "sys/zu_abort_linux.cpp": ["base"],
 }
 # Of the runtime all other folders see objects, sorts and the module that their sorts belong to.
 RUNTIME_FOR_ALL = {"zu_obj.h", "zu_obj_internal.h", "zu_ref_internal.h", "zu_sort.h", "zu_module.h"}
 RUNTIME_EXCEPTIONS = {
     "io/zu_print.cpp": {"zu_runtime.h"},
     "io/zu_debug_print.cpp": {"zu_runtime_version.h"},
+    "sys/zu_abort.cpp": {"zu_runtime_hardware.h", "zu_runtime_os.h", "zu_runtime_variant.h", "zu_runtime_version.h"},
 }
 
 

@@ -7,6 +7,7 @@
 #include "zu/base/zu_thread_internal.h"
 #include "zu/base/zu_threading_fork_internal.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/sys/zu_abort_internal.h"
 #include "zu/sys/zu_mem.h"
 
 static constexpr ZU_INT SYSTEM_NAME_BYTES = 31; // of a thread's name, for debuggers
@@ -136,6 +137,7 @@ static void threadEntry( void *argument )
     ZU_ASSERT( thread->threadName );
     ZU_ASSERT( thread->threadFunc );
     current = thread;
+    zu___AbortPrepareThread();
     threadNameForDebuggers( thread );
     thread->threadFunc();
     // Not if the function has forked, and has stopped the library in the child.
@@ -297,6 +299,7 @@ void zu___ThreadEncapsulateBegin( ZU_OBJ *argument )
     zuStringRelease( threadName );
     thread->previous = current;
     current = thread;
+    zu___AbortPrepareThread();
     if ( threadCounter ) {
         zuCounterIncrement( threadCounter );
     }

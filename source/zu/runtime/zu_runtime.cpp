@@ -125,6 +125,7 @@ static constexpr RUNTIME_SUBSYSTEM SUBSYSTEMS[] = {
     { zu___TagRewriteOperationTypeStartup, zu___TagMatchTypeShutdown },
     { zu___TagSetStartup, zu___TagColorShutdown },
     { zu___RuntimePlatformStartup, zu___RuntimePlatformShutdown },
+    { zu___AbortStartup, zu___AbortShutdown },
 };
 static constexpr size_t SUBSYSTEM_COUNT = sizeof SUBSYSTEMS / sizeof SUBSYSTEMS[ 0 ];
 
