@@ -10,6 +10,7 @@
 #include "zu/base/zu_boxed_pointer.h"
 #include "zu/base/zu_string_search.h"
 #include "zu/base/zu_string_trim.h"
+#include "zu/base/zu_vector.h"
 #include "zu/io/zu_file_internal.h"
 #include "zu/io/zu_nlf_line_sink.h"
 #include "zu/io/zu_nlf_line_source.h"
@@ -192,14 +193,35 @@ ZU_CHAR_SOURCE *zuFileOpenCharSource( ZU_STRING *fn, ZU_CHARSET charset, ZU_CHAR
     zuByteSourceRelease( bytes );
     return chars;
 }
+// A sink of characters does not flush the sink of bytes below it, which nobody but the file layer has here: whether the
+// end of a text has reached the system could not be found out.  So another sink stands above both.  Its closure is a
+// vector of the two.
+static constexpr ZU_INT SINK_OF_BYTES = 0;
+static constexpr ZU_INT SINK_OF_CHARS = 1;
+
+static ZU_CHAR_SINK *fileCharSinkInner( ZU_OBJ *closure )
+{
+    return zuCharSinkFrom( zuVectorBacking( zuVectorFrom( closure ) )[ SINK_OF_CHARS ] );
+}
+static ZU_BOOL fileCharSinkWrite( ZU_OBJ *closure, const ZU_CHAR *chars, ZU_INT charCount )
+{
+    return zuCharSinkWriteChars( fileCharSinkInner( closure ), chars, charCount );
+}
+static ZU_BOOL fileCharSinkFlush( ZU_OBJ *closure )
+{
+    ZU_BYTE_SINK *bytes = zuByteSinkFrom( zuVectorBacking( zuVectorFrom( closure ) )[ SINK_OF_BYTES ] );
+    return zuCharSinkFlush( fileCharSinkInner( closure ) ) && zuByteSinkFlush( bytes );
+}
 ZU_CHAR_SINK *zuFileOpenCharSink( ZU_STRING *fn, ZU_CHARSET charset, ZU_CHARSET_FLAGS flags )
 {
     ZU_BYTE_SINK *bytes = zuFileOpenByteSink( fn );
     if ( !bytes ) {
         return nullptr;
     }
-    ZU_CHAR_SINK *chars = zuCharsetCreateCharSink( bytes, charset, flags );
-    zuByteSinkRelease( bytes );
+    ZU_OBJ *sinks[] = { zuByteSinkObj( bytes ), zuCharSinkObj( zuCharsetCreateCharSink( bytes, charset, flags ) ) };
+    ZU_VECTOR *closure = zuVectorCreateFromObjsCopy( sinks, 2 ); // takes both over
+    ZU_CHAR_SINK *chars = zu___CharSinkCreate( fileCharSinkWrite, fileCharSinkFlush, zuVectorObj( closure ) );
+    zuVectorRelease( closure );
     return chars;
 }
 ZU_LINE_SOURCE *zuFileOpenLineSource( ZU_STRING *fn, ZU_CHARSET charset, ZU_CHARSET_FLAGS flags, ZU_NLF_FLAGS nlfFlags )

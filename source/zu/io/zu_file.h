@@ -29,8 +29,8 @@ ZU_BEGIN_DECLS
 //
 // The file closes with the last reference to the stream.  A source reads ahead, and never seeks.  A sink creates the
 // file or empties it, and keeps other sinks off it while it is open: opening a second one fails, and leaves the content
-// alone.  A sink collects what is written; flushing it hands that to the system.  A write that has failed makes each
-// later write and flush of the sink fail, since its bytes are lost.  A directory cannot be opened.
+// alone.  It collects what is written; flushing it, as a sink of characters or lines too, hands that to the system.  A
+// write that has failed makes each later write and flush fail, since its bytes are lost.  A directory cannot be opened.
 /// Opens `fn` for reading bytes.
 ZU_API ZU_BYTE_SOURCE *zuFileOpenByteSource( ZU_STRING *fn );
 /// Opens `fn` for writing bytes.

@@ -142,7 +142,8 @@ static bool replaceMakeNew( REPLACE *replace, const uint8_t *bytes, ZU_INT byteC
     }
     bool ok = ( replace->old < 0 || replaceCopyRights( replace, file ) ) &&
               zu___FileHandleWrite( file, bytes, byteCount ) && replaceSync( file );
-    return close( file ) == 0 && ok;
+    // Interrupted, the file is closed like any other, and its content is on the disk already.
+    return ( close( file ) == 0 || errno == EINTR ) && ok;
 }
 
 // The step that counts, and the folder behind it; some file systems have no way to force a folder to the disk.
