@@ -39,7 +39,7 @@ struct FAULTS {
 };
 static FAULTS armed;
 static bool isArmed = false;
-static int calls = 0;
+static int callCount = 0;
 static std::string failed;                 // the last call that has failed so
 static std::map<std::string, int> counted; // all calls that were made while armed
 
@@ -47,14 +47,14 @@ static void armFaults( const FAULTS &faults )
 {
     armed = faults;
     failed.clear();
-    calls = 0;
+    callCount = 0;
     isArmed = true;
 }
 // Lets all calls go straight on again, and returns how many there have been.
 static int disarmFaults()
 {
     isArmed = false;
-    return calls;
+    return callCount;
 }
 
 // Goes through one call.  A call of close is made even if it fails, as the system does.
@@ -65,7 +65,7 @@ static RESULT pass( const char *name, RESULT failure, CALL real )
         return real();
     }
     counted[ name ]++;
-    bool isIt = calls++ == armed.at;
+    bool isIt = callCount++ == armed.at;
     if ( isIt && armed.ahead ) {
         isArmed = false;
         armed.ahead();
