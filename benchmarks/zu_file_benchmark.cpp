@@ -1,6 +1,6 @@
-// Reading a whole file into memory, beside a plain loop of read(2) into one block and the whole-file reads of the peers;
-// lines of a file of UTF-8, beside std::wifstream and QTextStream; replacing a small file for good.  The file has 100 MB;
-// ZU_BENCHMARK_FILE_MB sets another size.
+// Reading a whole file into memory, beside a plain loop of read(2) into one block and the whole-file reads of the
+// peers; lines of a file of UTF-8, beside std::wifstream and QTextStream; replacing a small file for good.  The file
+// has 100 MB; ZU_BENCHMARK_FILE_MB sets another size.
 
 #include "zu/io/zu_file.h"
 #include "zu/io/zu_file_replace.h"

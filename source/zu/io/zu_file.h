@@ -5,8 +5,8 @@
 // A file that is opened here is closed in programs that the process executes.
 //
 // Names are strings.  Of each, white space at both ends is dropped, and then any number of "/" and "\" at the end, with
-// the white space ahead of them; one character is always left.  So "dir/" is "dir", and a file whose name ends in one of
-// these cannot be told.  Names are otherwise taken as they are.  On POSIX systems a name is UTF-8, and "\" is an
+// the white space ahead of them; one character is always left.  So "dir/" is "dir", and a file whose name ends in one
+// of these cannot be told.  Names are otherwise taken as they are.  On POSIX systems a name is UTF-8, and "\" is an
 // ordinary character in it; a byte 0xNN that is no part of valid UTF-8 is the character U+DCNN, so that whatever a
 // directory lists can be opened.  A name that nothing can stand for, with U+0000 or another half of a surrogate pair in
 // it, belongs to no file.
@@ -92,8 +92,8 @@ ZU_API void zuFilePathAppendDelimiter( ZU_STRING **pn );
 ZU_API ZU_BOOL zuPathIsRelative( ZU_STRING *pn );
 
 // Places
-/// Stores how many bytes the file system that `pn` is on has in all, how many of them are free, and the difference; each
-/// pointer may be null.  Returns false, and stores nothing, if that cannot be found out.
+/// Stores how many bytes the file system that `pn` is on has in all, how many of them are free, and the difference;
+/// each pointer may be null.  Returns false, and stores nothing, if that cannot be found out.
 ZU_API ZU_BOOL zuFileSystemStats( ZU_STRING *pn, ZU_INT *total, ZU_INT *free, ZU_INT *used );
 /// Returns the current directory; one that has been deleted aborts.
 ZU_API ZU_STRING *zuCurrentDirectory( void );
