@@ -68,7 +68,7 @@ void zu___AbortLocalTime( ZU___TIME_FIELDS *fields )
 
 // Error stream.  The descriptor is shared with other processes, so it stays as it is; a pipe that takes anything takes
 // up to PIPE_BUF bytes without waiting.
-static constexpr int PATIENCE = 2000; // milliseconds, of a report with five seconds
+static constexpr int PATIENCE = 1000; // milliseconds, of a report with five seconds
 static bool errorStreamDead = false;
 
 void zu___AbortWriteError( const char *text, size_t length )
