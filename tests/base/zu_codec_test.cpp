@@ -259,8 +259,9 @@ protected:
             *told = asked ? tell( value ) : "unasked";
             return ok;
         };
-        compare( optional ? "optional" : "object", real,
-                 [ & ] { return optional && !model.boolean() ? "-" : wanted(); }, "-" );
+        compare(
+            optional ? "optional" : "object", real, [ & ] { return optional && !model.boolean() ? "-" : wanted(); },
+            "-" );
         ZU_REF_RELEASE_OPT( value );
     }
     template <typename VALUE>
@@ -273,7 +274,8 @@ protected:
             *told = asked ? modelInt( (ZU_INT)value ) : "unasked";
             return ok;
         };
-        compare( "value", real, [ & ] { return modelInt( wanted() ); }, modelInt( 0 ) );
+        compare(
+            "value", real, [ & ] { return modelInt( wanted() ); }, modelInt( 0 ) );
     }
     void step()
     {
@@ -294,13 +296,12 @@ protected:
             return compareObject( zuDecoderTryDecodeBuffer, zuDecoderTryDecodeOptionalBuffer, zuBufferCreate(),
                                   [ & ] { return modelBuffer( model.buffer() ); } );
         case 6:
-            return compareObject( zuDecoderTryDecodeIdentifier, zuDecoderTryDecodeOptionalIdentifier,
-                                  zuIdentifierCreate(), [ & ] {
-                                      BYTES text = model.buffer();
-                                      bool ok = text.size() == 32 && text.find_first_not_of( "0123456789ABCDEF" ) ==
-                                                                         BYTES::npos;
-                                      return ok ? text : REFUSED;
-                                  } );
+            return compareObject(
+                zuDecoderTryDecodeIdentifier, zuDecoderTryDecodeOptionalIdentifier, zuIdentifierCreate(), [ & ] {
+                    BYTES text = model.buffer();
+                    bool ok = text.size() == 32 && text.find_first_not_of( "0123456789ABCDEF" ) == BYTES::npos;
+                    return ok ? text : REFUSED;
+                } );
         case 7:
             return compareObject( zuDecoderTryDecodeStringVector, zuDecoderTryDecodeOptionalStringVector,
                                   zuVectorCreate(), [ & ] {
@@ -473,7 +474,8 @@ TEST_F( CodecModel, Encodes )
             zu::Ref<ZU_BUFFER> whole = zu::adopt( zuEncoderBuffer( enc.get() ) );
             ASSERT_EQ( zuBufferBitLength( whole.get() ), shift + 8 * (ZU_INT)bytes.size() );
             ASSERT_EQ( takeBytes( zuBufferBitRead( whole.get(), shift, 8 * (ZU_INT)bytes.size() ) ), bytes );
-            ASSERT_TRUE( !held || takeBytes( zuBufferBitRead( held.get(), shift, 8 * (ZU_INT)heldBytes.size() ) ) == heldBytes );
+            ASSERT_TRUE( !held ||
+                         takeBytes( zuBufferBitRead( held.get(), shift, 8 * (ZU_INT)heldBytes.size() ) ) == heldBytes );
         }
         if ( shift == 0 ) {
             readAll( bytes );

@@ -12,11 +12,11 @@
 #include <cstring>
 
 static constexpr uint8_t INT_SIGN = 0x80;
-static constexpr uint8_t INT_COUNT = 0x7F;    // bits of the number of bytes, and the number that means that it follows
-static constexpr ZU_INT MAGNITUDE_MAX = 8;    // bytes of an absolute value, without leading zeros
-static constexpr uint8_t CHAR_LONG = 0x80;    // set in the first of three bytes
-static constexpr uint8_t CHAR_UNUSED = 0x60;  // bits of that byte which no character has
-static constexpr ZU_CHAR CHARS_END = 0x200000;       // what three bytes can tell is below that
+static constexpr uint8_t INT_COUNT = 0x7F;     // bits of the number of bytes, and the number that means that it follows
+static constexpr ZU_INT MAGNITUDE_MAX = 8;     // bytes of an absolute value, without leading zeros
+static constexpr uint8_t CHAR_LONG = 0x80;     // set in the first of three bytes
+static constexpr uint8_t CHAR_UNUSED = 0x60;   // bits of that byte which no character has
+static constexpr ZU_CHAR CHARS_END = 0x200000; // what three bytes can tell is below that
 static constexpr ZU_CHAR CODE_POINTS_END = 0x110000; // what strings can hold is below that
 
 struct ZU_DECODER {

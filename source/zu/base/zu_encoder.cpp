@@ -13,9 +13,9 @@
 #include <bit>
 #include <cstring>
 
-static constexpr ZU_INT MAGNITUDE_MAX = 8;            // bytes of an integer's absolute value
+static constexpr ZU_INT MAGNITUDE_MAX = 8;             // bytes of an integer's absolute value
 static constexpr ZU_INT INT_BYTES = 1 + MAGNITUDE_MAX; // bytes of an integer
-static constexpr ZU_INT LONG_CHAR = 3;                // bytes of a character that is no ASCII
+static constexpr ZU_INT LONG_CHAR = 3;                 // bytes of a character that is no ASCII
 static constexpr ZU_CHAR ASCII_END = 0x80;
 
 struct ZU_ENCODER {

@@ -21,7 +21,7 @@
 
 static constexpr ZU_INT POOL_BYTES = 128;
 
-static ZU_MONITOR *randomMonitor = nullptr;     // guards the pool; null while there is none
+static ZU_MONITOR *randomMonitor = nullptr;    // guards the pool; null while there is none
 static ZU_BUFFER *zu___RandomBuffer = nullptr; // the bytes that nobody has had yet, in storage of POOL_BYTES
 
 // Storage.  The content is moved by its bounds alone.

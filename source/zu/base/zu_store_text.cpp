@@ -53,7 +53,7 @@ static void storeTextPutEscaped( ZU_CHAR *dest, const ZU_CHAR *value, ZU_INT len
         if ( storeTextIsControl( ch ) ) {
             *dest++ = ESCAPE;
             for ( ZU_INT digit = ESCAPE_DIGITS - 1; digit >= 0; digit-- ) {
-                *dest++ = (uint8_t)"0123456789abcdef"[ ch >> 4 * digit & 15 ];
+                *dest++ = ( uint8_t ) "0123456789abcdef"[ ch >> 4 * digit & 15 ];
             }
             continue;
         }
@@ -70,8 +70,7 @@ static ZU_STRING *storeTextValueLine( ZU_STRING *prefix, ZU_STRING *address, ZU_
     const ZU_CHAR *chars = storeTextOf( value );
     ZU_INT escapes = storeTextEscapes( chars, value->length );
     ZU_STRING *line = zu___StringCreateEmpty();
-    ZU_CHAR *text =
-        zu___StringMakeRoom( line, 0, prefix->length + address->length + 1 + value->length + escapes );
+    ZU_CHAR *text = zu___StringMakeRoom( line, 0, prefix->length + address->length + 1 + value->length + escapes );
     zuMemCopyN( text, storeTextOf( prefix ), prefix->length, sizeof( ZU_CHAR ) );
     text += prefix->length;
     zuMemCopyN( text, storeTextOf( address ), address->length, sizeof( ZU_CHAR ) );
