@@ -166,8 +166,9 @@ protected:
     }
     ZU_INT anyInt()
     {
-        return below( 8 ) == 0 ? ( below( 2 ) ? ZU_INT_MIN : ZU_INT_MAX ) + (ZU_INT)below( 3 ) * ( below( 2 ) ? 1 : 0 )
-                               : (ZU_INT)random() >> below( 64 );
+        // Unsigned, so that what lies past the greatest is the least.
+        uint64_t end = below( 2 ) ? (uint64_t)ZU_INT_MIN : (uint64_t)ZU_INT_MAX;
+        return below( 8 ) == 0 ? (ZU_INT)( end + below( 3 ) ) : (ZU_INT)random() >> below( 64 );
     }
     std::u32string anyText()
     {
