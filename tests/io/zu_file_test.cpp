@@ -421,8 +421,10 @@ TEST_F( File, AWriterThatDiesLeavesTheOldOrTheNew )
     put( folder / "file", content( 0 ) );
     for ( int round = 0; round < 30; round++ ) {
         pid_t writer = fork();
-        for ( unsigned i = 0; writer == 0; i++ ) {
-            writeBytes( zuFileReplaceBuffer, file, content( i ) );
+        if ( writer == 0 ) {
+            for ( unsigned i = 0;; i++ ) {
+                writeBytes( zuFileReplaceBuffer, file, content( i ) );
+            }
         }
         std::string now;
         for ( uint64_t reads = random() % 256; reads > 0; reads-- ) {
