@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <type_traits>
 
 static constexpr int SIGNIFICAND_BITS = 52;
 static constexpr int EXPONENT_MAX = 0x7FF;
@@ -33,7 +34,7 @@ static bool realIsDigit( ZU_CHAR ch )
 template <typename CHAR>
 static ZU_CHAR realLower( CHAR ch )
 {
-    ZU_CHAR plain = (ZU_CHAR)ch;
+    ZU_CHAR plain = (std::make_unsigned_t<CHAR>)ch;
     return plain >= 'A' && plain <= 'Z' ? plain - 'A' + 'a' : plain;
 }
 template <typename CHAR>

@@ -7,6 +7,7 @@
 #include "zu/sys/zu_mem.h"
 
 #include <cstring>
+#include <type_traits>
 
 static constexpr ZU_CHAR REPLACEMENT = 0xFFFD;
 static constexpr ZU_CHAR CHAR_LAST = 0x10FFFF;
@@ -170,7 +171,7 @@ static void utfConvert( DEST *dest, const SRC *src, ZU_INT length )
     for ( ZU_INT pos = 0; pos < length; ) {
         const ZU_INT ascii = utfAscii( src + pos, length - pos );
         for ( ZU_INT i = 0; i < ascii; i++ ) {
-            dest[ i ] = (DEST)src[ pos + i ];
+            dest[ i ] = (DEST)(std::make_unsigned_t<SRC>)src[ pos + i ];
         }
         dest += ascii;
         pos += ascii;

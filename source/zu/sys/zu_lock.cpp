@@ -54,7 +54,7 @@ void zu___LockWait( ZU___LOCK *lock )
     uint32_t state = __atomic_load_n( &lock->state, __ATOMIC_RELAXED );
     for ( int losses = 0;; losses++ ) {
         // Who has slept cannot know whether others still do, and takes the lock as contended.
-        uint32_t newState = state;
+        uint32_t newState;
         do {
             newState = lockStateWithWaiter( state, losses );
         } while ( newState != state && !lockTryChange( lock, &state, newState, __ATOMIC_ACQUIRE ) );
