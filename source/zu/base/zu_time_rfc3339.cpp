@@ -1,3 +1,6 @@
+// The text is read by the grammar of RFC 3339, section 5.6, and by nothing wider.  A leap second is set aside while the
+// offset is taken off, since shifting counts in days of equal length.
+
 #include "zu/base/zu_time_rfc3339.h"
 
 #include "zu/base/zu_string_format.h"

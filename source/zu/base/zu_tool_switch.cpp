@@ -1,3 +1,6 @@
+// The tools stand in a dict, so that a word and what it abbreviates are neighbours: a search finds both, and nothing is
+// walked.  The function stands in an object of its own, since a dict holds objects.
+
 #include "zu/base/zu_tool_switch.h"
 
 #include "zu/base/zu_dict_internal.h"

@@ -1,3 +1,6 @@
+// The platform's steps of loading, taken once more in words: loading has to stay silent, and must not pay for texts that
+// only a human asks for.  The conditions themselves stand in zu___ModuleMisfit, which both ask.
+
 #include "zu/runtime/zu_module_check.h"
 
 #include "zu/base/zu_string_format.h"

@@ -1,3 +1,6 @@
+// The texts are a table of keys and validators, which reading, writing and checking go through.  An object is made ahead
+// of its checks and given back whole if one refuses, so that nothing is half accepted.
+
 #include "zu/runtime/zu_runtime_install_info.h"
 
 #include "zu/base/zu_store_text.h"

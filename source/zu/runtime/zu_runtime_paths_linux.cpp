@@ -1,4 +1,4 @@
-// Data goes where the XDG Base Directory Specification has it: $XDG_DATA_HOME, if that is an absolute path, and else
+// Data goes where the XDG base directories have it: $XDG_DATA_HOME, if that is an absolute path, and else
 // .local/share in the home directory, which the one who writes first creates.
 
 #include "zu/base/zu_string_format.h"

@@ -1,3 +1,5 @@
+// A constant for "none" instead of flags beside the fields: a comment is null, a colour is -1.
+
 #include "zu/tag/zu_tag_definition.h"
 
 #include "zu/runtime/zu_module.h"

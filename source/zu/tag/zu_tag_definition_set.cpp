@@ -1,3 +1,5 @@
+// A definition is filed under the tag that it has when it is set: whoever changes it afterwards changes a copy.
+
 #include "zu/tag/zu_tag_definition_set.h"
 
 #include "zu/runtime/zu_module.h"

@@ -1,3 +1,5 @@
+// Lists from stores and vectors come in any order, so that all items are appended and then sorted once.
+
 #include "zu/tag/zu_tag_items_internal.h"
 
 ZU_DICT *zu___TagItemsCreate( ZU_VECTOR *vec, const ZU___TAG_ITEM_CLASS *itemClass )

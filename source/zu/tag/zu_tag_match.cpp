@@ -1,3 +1,5 @@
+// A match asks only for a number of tags in common, and stops counting where the number is decided.
+
 #include "zu/tag/zu_tag_match.h"
 
 #include "zu/runtime/zu_module.h"
@@ -95,7 +97,6 @@ void zuTagMatchSetTagSet( ZU_TAG_MATCH **match, ZU_TAG_SET *ts )
     ZU_REF_RELEASE( std::exchange( ( *match )->tagSet, zuTagSetRetain( ts ) ) );
 }
 
-// The tags in common are counted, as far as the type needs, and no set is made of them.
 ZU_BOOL zuTagMatchTryMatch( ZU_TAG_MATCH *match, ZU_TAG_SET *ts )
 {
     ZU_ASSERT( match );
