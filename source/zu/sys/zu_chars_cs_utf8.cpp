@@ -3,6 +3,7 @@
 // arrays, and leave everything odd (broken sequences, the last few units of either array) to one careful step each,
 // which alone knows all the rules.
 
+#include "zu/sys/zu_chars_ascii_internal.h"
 #include "zu/sys/zu_chars_internal.h"
 #include "zu/sys/zu_chars_utf8_shuffle_internal.h"
 
@@ -60,24 +61,6 @@ static bool utf8TakeSequence( const uint8_t **src, const uint8_t *end, ZU_CHAR *
     return yields;
 }
 
-// Stores each byte of a word as a code point.
-typedef uint8_t UTF8_BYTES __attribute__( ( vector_size( 16 ) ) );
-typedef uint16_t UTF8_HALVES __attribute__( ( vector_size( 16 ) ) );
-typedef uint64_t UTF8_WORDS __attribute__( ( vector_size( 16 ) ) );
-
-static inline void utf8StoreBytes( ZU_CHAR *dest, uint64_t word )
-{
-    static_assert( std::endian::native == std::endian::little );
-    const UTF8_WORDS words = { word, 0 };
-    const UTF8_BYTES none = {};
-    const UTF8_HALVES halves = (UTF8_HALVES)__builtin_shufflevector( (UTF8_BYTES)words, none, 0, 16, 1, 17, 2, 18, 3,
-                                                                     19, 4, 20, 5, 21, 6, 22, 7, 23 );
-    const UTF8_HALVES low = __builtin_shufflevector( halves, (UTF8_HALVES)none, 0, 8, 1, 9, 2, 10, 3, 11 );
-    const UTF8_HALVES high = __builtin_shufflevector( halves, (UTF8_HALVES)none, 4, 12, 5, 13, 6, 14, 7, 15 );
-    memcpy( dest, &low, sizeof low );
-    memcpy( dest + 4, &high, sizeof high );
-}
-
 // Takes well-formed sequences of two bytes and more from `*src`, of which there are at least 4 bytes, up to the first
 // of one, an odd one, or where either array could end.  Returns their number.
 template <bool STORE>
@@ -127,7 +110,7 @@ static inline ZU_INT utf8DecodeWhole( ZU_CHAR *dest, ZU_INT room, const uint8_t 
         uint64_t bytes;
         memcpy( &bytes, pos, sizeof bytes );
         if constexpr ( STORE ) {
-            utf8StoreBytes( dest + length, bytes ); // what is not ASCII is overwritten
+            zu___CharsStoreBytes( dest + length, bytes ); // what is not ASCII is overwritten
         }
         ZU_INT ascii = std::countr_zero( bytes & HIGH_BITS ) / 8;
         pos += ascii;
