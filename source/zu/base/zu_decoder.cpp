@@ -6,6 +6,7 @@
 
 #include "zu/base/zu_string_internal.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/sys/zu_chars_ascii_internal.h"
 #include "zu/sys/zu_mem.h"
 
 #include <bit>
@@ -177,7 +178,7 @@ static inline bool decoderTakeInt( ZU_DECODER *dec, ZU_INT *value )
 template <bool STORE>
 static inline ZU_INT decoderTakeAscii( ZU_DECODER *dec, ZU_CHAR *value, ZU_INT length )
 {
-    static constexpr ZU_INT STEP = 8; // a number that is fixed lets the compiler take them together
+    static constexpr ZU_INT STEP = 8;
     static constexpr uint64_t LONG_BITS = UINT64_C( 0x0101010101010101 ) * CHAR_LONG;
     const uint8_t *bytes = dec->bytes + dec->offset;
     ZU_INT most = dec->length - dec->offset;
@@ -190,9 +191,7 @@ static inline ZU_INT decoderTakeAscii( ZU_DECODER *dec, ZU_CHAR *value, ZU_INT l
             break;
         }
         if constexpr ( STORE ) {
-            for ( ZU_INT k = i; k < i + STEP; k++ ) {
-                value[ k ] = bytes[ k ];
-            }
+            zu___CharsStoreBytes( value + i, word );
         }
     }
     for ( ; i < most && bytes[ i ] < CHAR_LONG; i++ ) {
@@ -251,7 +250,9 @@ static ZU_STRING *decoderTakeString( ZU_DECODER *dec )
         return zuStringCreate();
     }
     ZU_STRING *string = zu___StringCreateEmpty();
-    if ( !decoderTakeChars<true>( dec, zu___StringMakeRoom( string, 0, length ), length, CODE_POINTS_END ) ) {
+    string->length = length;
+    string->bspace -= length;
+    if ( !decoderTakeChars<true>( dec, string->inlineChars, length, CODE_POINTS_END ) ) {
         ZU_REF_RELEASE( string );
         return nullptr;
     }

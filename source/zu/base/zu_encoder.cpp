@@ -1,22 +1,27 @@
 // Values are written where they stay: most go into the free room at the end of the buffer, which nobody else has, as
-// long as that is sure to hold the largest that they can become.  Nearly all text on the wire is ASCII, so that a
-// string is first taken for that: its characters are stored as bytes and united on the way, and only if one was
-// more, which the union tells, is the string done once more in full.
+// long as that is sure to hold the largest that they can become.  Nearly all text on the wire is ASCII, so that a string
+// is first taken for that, and only if it was more is it done once more in full.
 
 #include "zu/base/zu_encoder.h"
 
 #include "zu/base/zu_buffer_internal.h"
 #include "zu/base/zu_string_internal.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/sys/zu_chars_ascii_internal.h"
 #include "zu/sys/zu_mem.h"
 
 #include <bit>
 #include <cstring>
 
-static constexpr ZU_INT MAGNITUDE_MAX = 8;             // bytes of an integer's absolute value
-static constexpr ZU_INT INT_BYTES = 1 + MAGNITUDE_MAX; // bytes of an integer
-static constexpr ZU_INT LONG_CHAR = 3;                 // bytes of a character that is no ASCII
+static_assert( std::endian::native == std::endian::little );
+
+static constexpr int INT_SIGN = 0x80;
+static constexpr ZU_INT INT_BYTES = 9; // at most
 static constexpr ZU_CHAR ASCII_END = 0x80;
+static constexpr ZU_CHAR CHAR_LONG = 0x80000000; // set in the first byte of those below
+static constexpr ZU_INT CHAR_BYTES = 3;          // of a character that is no ASCII
+static constexpr ZU_INT STEP = 16;               // characters that are looked at together
+static constexpr ZU_INT SPARE_MIN = 256;         // bytes of room that are made beyond what is wanted: a small message
 
 struct ZU_ENCODER {
     ZU_OBJ obj;
@@ -63,112 +68,141 @@ void zuEncoderClear( ZU_ENCODER *enc )
 
 // Appending
 
-static inline uint8_t *encoderEnd( ZU_BUFFER *buf )
+// Where a buffer of whole bytes that nobody else has goes on.  What is stored there may be anything to a compiler, even
+// the lengths of the buffer, so that these are read ahead.
+struct ENCODER_TAIL {
+    ZU_BUFFER *buf;
+    ZU___INT_UNSIGNED bitLength;
+    ZU___INT_UNSIGNED bitBspace;
+    uint8_t *begin;
+
+    explicit ENCODER_TAIL( ZU_BUFFER *buffer )
+        : buf( buffer ), bitLength( buffer->bitLength ), bitBspace( buffer->bitBspace ),
+          begin( buffer->bytes + ( buffer->bitFspace + bitLength ) / 8 )
+    {
+    }
+    // Tells whether `byteCount` bytes may be stored.
+    bool fits( ZU_INT byteCount ) const
+    {
+        return ZU_REF_RETAIN_COUNT( buf ) == 1 && bitBspace >= (ZU___INT_UNSIGNED)byteCount * 8 && bitLength % 8 == 0;
+    }
+    // Takes what has been stored up to `end` into the content.
+    void take( const uint8_t *end ) const
+    {
+        ZU___INT_UNSIGNED bits = (ZU___INT_UNSIGNED)( end - begin ) * 8;
+        buf->bitLength = bitLength + bits;
+        buf->bitBspace = bitBspace - bits;
+    }
+};
+
+// Makes room for `byteCount` bytes at the end of a buffer of whole bytes, and for as much as there is already, since
+// more will come: it is appended as zeros, and the content is given its length back.
+static void encoderMakeRoom( ZU_BUFFER **buf, ZU_INT byteCount )
 {
-    return buf->bytes + ( buf->bitFspace + buf->bitLength ) / 8;
-}
-static inline bool encoderHasRoom( ZU_BUFFER *buf, ZU_INT byteCount )
-{
-    return ZU_REF_RETAIN_COUNT( buf ) == 1 && buf->bitBspace >= (ZU___INT_UNSIGNED)byteCount * 8 &&
-           buf->bitLength % 8 == 0;
-}
-// Makes room for `byteCount` bytes at the end of a buffer of whole bytes.
-[[gnu::noinline]] static void encoderMakeRoom( ZU_BUFFER **buf, ZU_INT byteCount )
-{
-    zuBufferAppendZero( buf, byteCount );
-    ( *buf )->bitLength -= (ZU___INT_UNSIGNED)byteCount * 8;
-    ( *buf )->bitBspace += (ZU___INT_UNSIGNED)byteCount * 8;
+    ZU_INT room = zuIntAddSaturating( byteCount, zuIntMax( zuBufferLength( *buf ), SPARE_MIN ) );
+    zuBufferAppendZero( buf, room );
+    ( *buf )->bitLength -= (ZU___INT_UNSIGNED)room * 8;
+    ( *buf )->bitBspace += (ZU___INT_UNSIGNED)room * 8;
 }
 // Appends what `put` stores from the address on that it gets, at most `most` bytes; it returns where that ends.
 template <typename PUT>
-static inline void encoderAppend( ZU_ENCODER *enc, ZU_INT most, PUT put )
+[[gnu::noinline]] static void encoderAppendAnyhow( ZU_ENCODER *enc, ZU_INT most, PUT put )
 {
-    if ( ZU___UNLIKELY( !encoderHasRoom( enc->buffer, most ) ) ) {
-        if ( enc->buffer->bitLength % 8 != 0 ) {
-            uint8_t *bytes = (uint8_t *)zuMemAlloc( most );
-            zuBufferAppendBytes( &enc->buffer, bytes, put( bytes ) - bytes );
-            zuMemFree( bytes );
-            return;
-        }
+    if ( enc->buffer->bitLength % 8 != 0 ) {
+        uint8_t *bytes = (uint8_t *)zuMemAlloc( most );
+        zuBufferAppendBytes( &enc->buffer, bytes, put( bytes ) - bytes );
+        zuMemFree( bytes );
+        return;
+    }
+    if ( !ENCODER_TAIL( enc->buffer ).fits( most ) ) {
         encoderMakeRoom( &enc->buffer, most );
     }
-    ZU_BUFFER *buf = enc->buffer;
-    uint8_t *end = encoderEnd( buf );
-    ZU___INT_UNSIGNED bits = (ZU___INT_UNSIGNED)( put( end ) - end ) * 8;
-    buf->bitLength += bits;
-    buf->bitBspace -= bits;
+    ENCODER_TAIL tail( enc->buffer );
+    tail.take( put( tail.begin ) );
+}
+template <typename PUT>
+static inline void encoderAppend( ZU_ENCODER *enc, ZU_INT most, PUT put )
+{
+    ENCODER_TAIL tail( enc->buffer );
+    if ( ZU___LIKELY( tail.fits( most ) ) ) {
+        tail.take( put( tail.begin ) );
+    } else {
+        encoderAppendAnyhow( enc, most, put );
+    }
 }
 
-// Each stores a value and returns where it ends.  An integer may write over all of INT_BYTES bytes.
+// Each stores a value and returns where it ends; what lies behind may be overwritten, up to as many bytes as any value
+// has.
 static inline uint8_t *encoderPutInt( uint8_t *dest, ZU_INT value )
 {
     uint64_t magnitude = value < 0 ? 0 - (uint64_t)value : (uint64_t)value;
+    int sign = value < 0 ? INT_SIGN : 0;
+    if ( magnitude < 256 ) {
+        dest[ 0 ] = (uint8_t)( sign | ( magnitude > 0 ) );
+        dest[ 1 ] = (uint8_t)magnitude;
+        return dest + 1 + ( magnitude > 0 );
+    }
     int bytes = ( 64 + 7 - std::countl_zero( magnitude ) ) / 8;
-    *dest++ = (uint8_t)( ( value < 0 ? 0x80 : 0 ) | bytes );
-    uint64_t word = bytes > 0 ? magnitude << ( 64 - 8 * bytes ) : 0;
-    word = std::endian::native == std::endian::little ? __builtin_bswap64( word ) : word;
-    memcpy( dest, &word, sizeof word );
-    return dest + bytes;
+    dest[ 0 ] = (uint8_t)( sign | bytes );
+    uint64_t word = __builtin_bswap64( magnitude << ( 64 - 8 * bytes ) );
+    memcpy( dest + 1, &word, sizeof word );
+    return dest + 1 + bytes;
 }
 static inline uint8_t *encoderPutChar( uint8_t *dest, ZU_CHAR value )
 {
-    if ( value < ASCII_END ) {
-        *dest++ = (uint8_t)value;
-        return dest;
-    }
-    dest[ 0 ] = (uint8_t)( ( value >> 16 & 0x1F ) | 0x80 );
-    dest[ 1 ] = (uint8_t)( value >> 8 );
-    dest[ 2 ] = (uint8_t)value;
-    return dest + LONG_CHAR;
+    bool isLong = value >= ASCII_END;
+    uint32_t word = __builtin_bswap32( isLong ? CHAR_LONG | value << 8 : value << 24 );
+    memcpy( dest, &word, sizeof word );
+    return dest + ( isLong ? CHAR_BYTES : 1 );
 }
-// Stores characters as bytes; tells whether that is what they are.
-static inline bool encoderPutAscii( uint8_t *dest, const ZU_CHAR *values, ZU_INT length )
+
+static uint8_t *encoderPutChars( uint8_t *dest, const ZU_CHAR *values, ZU_INT length )
 {
-    static constexpr ZU_INT STEP = 8; // a number that is fixed lets the compiler take them together
-    ZU_CHAR all = 0;
     ZU_INT i = 0;
     for ( ; length - i >= STEP; i += STEP ) {
-        for ( ZU_INT k = i; k < i + STEP; k++ ) {
-            all |= values[ k ];
-            dest[ k ] = (uint8_t)values[ k ];
+        if ( zu___CharsPackAscii( dest, values + i, STEP ) ) {
+            dest += STEP;
+        } else {
+            for ( ZU_INT k = i; k < i + STEP; k++ ) {
+                dest = encoderPutChar( dest, values[ k ] );
+            }
         }
     }
     for ( ; i < length; i++ ) {
-        all |= values[ i ];
-        dest[ i ] = (uint8_t)values[ i ];
+        dest = encoderPutChar( dest, values[ i ] );
     }
-    return all < ASCII_END;
+    return dest;
 }
-
-// Appends characters, of which not all are ASCII, and their number ahead of them if it is `counted`.
-[[gnu::noinline]] static void encoderAppendLongChars( ZU_ENCODER *enc, const ZU_CHAR *values, ZU_INT length,
-                                                      bool counted )
+// Appends characters, and their number ahead of them if it is `counted`.
+[[gnu::noinline]] static void encoderAppendAnyChars( ZU_ENCODER *enc, const ZU_CHAR *values, ZU_INT length,
+                                                     bool counted )
 {
-    ZU_INT most = INT_BYTES + length;
-    for ( ZU_INT i = 0; i < length; i++ ) {
-        ZU_CHAR value = values[ i ];
-        ZU_ASSERT( ZU_CHAR_OK( value ) );
-        most += value < ASCII_END ? 0 : LONG_CHAR - 1;
-    }
-    encoderAppend( enc, most, [ & ]( uint8_t *dest ) {
-        dest = counted ? encoderPutInt( dest, length ) : dest;
-        for ( ZU_INT i = 0; i < length; i++ ) {
-            dest = encoderPutChar( dest, values[ i ] );
+    ZU_INT longs = 0;
+    ZU_INT i = 0;
+    for ( ; length - i >= STEP; i += STEP ) {
+        for ( ZU_INT k = i; k < i + STEP; k++ ) {
+            longs += values[ k ] >= ASCII_END;
         }
-        return dest;
+    }
+    for ( ; i < length; i++ ) {
+        longs += values[ i ] >= ASCII_END;
+    }
+    encoderAppendAnyhow( enc, INT_BYTES + length + ( CHAR_BYTES - 1 ) * longs, [ = ]( uint8_t *dest ) {
+        return encoderPutChars( counted ? encoderPutInt( dest, length ) : dest, values, length );
     } );
 }
-static inline void encoderAppendChars( ZU_ENCODER *enc, const ZU_CHAR *values, ZU_INT length, bool counted )
+[[gnu::always_inline]] static inline void encoderAppendChars( ZU_ENCODER *enc, const ZU_CHAR *values, ZU_INT length,
+                                                              bool counted )
 {
-    bool ascii = false;
-    encoderAppend( enc, INT_BYTES + length, [ & ]( uint8_t *dest ) {
-        uint8_t *text = counted ? encoderPutInt( dest, length ) : dest;
-        ascii = encoderPutAscii( text, values, length );
-        return ascii ? text + length : dest;
-    } );
-    if ( ZU___UNLIKELY( !ascii ) ) {
-        encoderAppendLongChars( enc, values, length, counted );
+    ENCODER_TAIL tail( enc->buffer );
+    if ( ZU___LIKELY( tail.fits( INT_BYTES + length ) ) ) {
+        uint8_t *text = counted ? encoderPutInt( tail.begin, length ) : tail.begin;
+        if ( ZU___LIKELY( zu___CharsPackAscii( text, values, length ) ) ) {
+            tail.take( text + length );
+            return;
+        }
     }
+    encoderAppendAnyChars( enc, values, length, counted );
 }
 
 // Values
@@ -179,19 +213,23 @@ void zuEncoderEncodeBool( ZU_ENCODER *enc, ZU_BOOL value )
 void zuEncoderEncodeInt( ZU_ENCODER *enc, ZU_INT value )
 {
     ZU_ASSERT( enc );
-    encoderAppend( enc, INT_BYTES, [ & ]( uint8_t *dest ) { return encoderPutInt( dest, value ); } );
+    encoderAppend( enc, INT_BYTES, [ = ]( uint8_t *dest ) { return encoderPutInt( dest, value ); } );
 }
 void zuEncoderEncodeChar( ZU_ENCODER *enc, ZU_CHAR value )
 {
     ZU_ASSERT( enc );
     ZU_ASSERT( ZU_CHAR_OK( value ) );
-    encoderAppend( enc, LONG_CHAR, [ & ]( uint8_t *dest ) { return encoderPutChar( dest, value ); } );
+    encoderAppend( enc, INT_BYTES, [ = ]( uint8_t *dest ) { return encoderPutChar( dest, value ); } );
 }
 void zuEncoderEncodeChars( ZU_ENCODER *enc, const ZU_CHAR *values, ZU_INT valuesLength )
 {
     ZU_ASSERT( enc );
     ZU_ASSERT( valuesLength >= 0 );
     ZU_ASSERT( values || valuesLength == 0 );
+    for ( ZU_INT i = 0; i < valuesLength; i++ ) {
+        ZU_CHAR value = values[ i ];
+        ZU_ASSERT( ZU_CHAR_OK( value ) );
+    }
     encoderAppendChars( enc, values, valuesLength, false );
 }
 void zuEncoderEncodeString( ZU_ENCODER *enc, ZU_STRING *value )
@@ -293,7 +331,7 @@ void zuEncoderWriteTrailing( ZU_ENCODER *enc, ZU_BUFFER *buf, ZU_INT byteCount )
 void zuEncoderWriteByte( ZU_ENCODER *enc, uint8_t byte )
 {
     ZU_ASSERT( enc );
-    encoderAppend( enc, 1, [ & ]( uint8_t *dest ) {
+    encoderAppend( enc, 1, [ = ]( uint8_t *dest ) {
         *dest = byte;
         return dest + 1;
     } );
