@@ -5,7 +5,6 @@
 
 #include "zu/base/zu_decoder_internal.h"
 #include "zu/base/zu_store_internal.h"
-#include "zu/base/zu_string_internal.h"
 #include "zu/sys/zu_mem.h"
 
 static constexpr int DEPTH_MAX = 100; // levels that are read
@@ -60,6 +59,7 @@ void zuStoreBinaryEncodeToEncoder( ZU_STORE *store, ZU_ENCODER *enc )
             continue;
         }
         ZU_STRING *address = (ZU_STRING *)own->addresses->items[ walk->idx++ ].key;
+        zu___StorePrefetchPair( own->values, walk->valueIdx );
         zuEncoderEncodeString( enc, address );
         zuEncoderEncodeOptionalString( enc, (ZU_STRING *)storeBinaryNext( own->values, &walk->valueIdx, address ) );
         ZU_STORE *sub = (ZU_STORE *)storeBinaryNext( own->stores, &walk->storeIdx, address );

@@ -1,5 +1,7 @@
 #include "zu/base/zu_store_internal.h"
 
+#include "zu/runtime/zu_obj_internal.h"
+
 // Adds a pair at the end of a dict, which is made if it is null.
 static void storeBuilderAdd( ZU_DICT **dict, ZU_OBJ *key, ZU_OBJ *val )
 {
@@ -27,22 +29,36 @@ static ZU_DICT *storeBuilderSort( ZU_DICT *dict )
     zu___DictCompact( dict );
     return dict;
 }
-static void storeBuilderAddKeys( ZU_DICT **dict, ZU_DICT *src )
+// Returns the keys of two dicts that are in order, each mapped to itself; of equal ones that of `stores`.
+static ZU_DICT *storeBuilderUnite( ZU_DICT *values, ZU_DICT *stores )
 {
-    for ( ZU_INT i = 0; i < src->length; i++ ) {
-        ZU_OBJ *key = src->items[ i ].key;
-        storeBuilderAdd( dict, zuObjRetain( key ), zuObjRetain( key ) );
+    if ( values->length + stores->length == 0 ) {
+        return zuDictCreate();
     }
+    ZU_DICT *addresses = zu___DictCreateEmpty();
+    ZU___DICT_PAIR *pair = zu___DictMakeRoom( addresses, 0, values->length + stores->length );
+    ZU_INT valueIdx = 0;
+    ZU_INT storeIdx = 0;
+    while ( valueIdx < values->length || storeIdx < stores->length ) {
+        ZU_OBJ *value = valueIdx < values->length ? values->items[ valueIdx ].key : nullptr;
+        ZU_OBJ *store = storeIdx < stores->length ? stores->items[ storeIdx ].key : nullptr;
+        ZU_INT order = value && store ? zu___ObjCompareInline( value, store ) : value ? -1 : 1;
+        valueIdx += order <= 0;
+        storeIdx += order >= 0;
+        ZU_OBJ *key = order < 0 ? value : store;
+        *pair++ = { zuObjRetain( key ), zuObjRetain( key ) };
+    }
+    addresses->length = pair - addresses->items;
+    addresses->keySort = zuStringSort();
+    zu___DictCompact( addresses );
+    return addresses;
 }
 ZU_STORE *zu___StoreBuilderFinish( ZU___STORE_BUILDER *builder )
 {
     ZU_DICT *values = storeBuilderSort( builder->values );
     ZU_DICT *stores = storeBuilderSort( builder->stores );
-    ZU_DICT *addresses = nullptr;
-    storeBuilderAddKeys( &addresses, values );
-    storeBuilderAddKeys( &addresses, stores );
     *builder = {};
-    return zu___StoreCreateOfDicts( storeBuilderSort( addresses ), values, stores );
+    return zu___StoreCreateOfDicts( storeBuilderUnite( values, stores ), values, stores );
 }
 void zu___StoreBuilderDrop( ZU___STORE_BUILDER *builder )
 {

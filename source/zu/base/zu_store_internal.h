@@ -5,6 +5,8 @@
 #include "zu/base/zu_store.h"
 #include "zu/base/zu_string_internal.h"
 
+#include <initializer_list>
+
 // The keys of `addresses` are those of `values` and of `stores`, and all are strings that zuStoreAddressOk accepts.
 struct ZU_STORE {
     ZU_OBJ obj;
@@ -76,6 +78,20 @@ ZU_STORE *zu___StoreCreateOfDicts( ZU_DICT *addresses, ZU_DICT *values, ZU_DICT 
 
 // As zuStoreAddressOk; `chars` must not be null.
 bool zu___StoreAddressCharsOk( const ZU_CHAR *chars, ZU_INT length );
+
+// Fetches the texts of a pair that whoever goes through a dict of strings will come to soon: they lie anywhere in memory,
+// and are in no cache.
+static inline void zu___StorePrefetchPair( ZU_DICT *dict, ZU_INT idx )
+{
+    static constexpr ZU_INT AHEAD = 6;
+    if ( idx + AHEAD < dict->length ) {
+        ZU___DICT_PAIR pair = dict->items[ idx + AHEAD ];
+        for ( ZU_STRING *text : { (ZU_STRING *)pair.key, (ZU_STRING *)pair.val } ) {
+            __builtin_prefetch( &text->length );
+            __builtin_prefetch( &text->inlineChars[ 8 ] );
+        }
+    }
+}
 
 // A store in the making, for who has many entries in an order that others have chosen: set one by one, each would move
 // all those behind it.  Begins as all null.

@@ -8,7 +8,6 @@
 
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_store_internal.h"
-#include "zu/base/zu_string_internal.h"
 #include "zu/base/zu_string_trim_internal.h"
 #include "zu/io/zu_buffer_byte_sink.h"
 #include "zu/io/zu_buffer_byte_source.h"
@@ -17,6 +16,7 @@
 #include "zu/sys/zu_mem.h"
 
 #include <algorithm>
+#include <cstring>
 
 static constexpr int DEPTH_MAX = 100; // levels that are read
 
@@ -64,24 +64,20 @@ static void storeTextPutEscaped( ZU_CHAR *dest, const ZU_CHAR *value, ZU_INT len
     }
 }
 
-// Returns the line of a value.
-static ZU_STRING *storeTextValueLine( ZU_STRING *prefix, ZU_STRING *address, ZU_STRING *value )
+// Appends what stands behind the path in the line of a value.
+static void storeTextAppendValue( ZU_STRING *line, ZU_STRING *address, ZU_STRING *value )
 {
     const ZU_CHAR *chars = storeTextOf( value );
     ZU_INT escapes = storeTextEscapes( chars, value->length );
-    ZU_STRING *line = zu___StringCreateEmpty();
-    ZU_CHAR *text = zu___StringMakeRoom( line, 0, prefix->length + address->length + 1 + value->length + escapes );
-    zuMemCopyN( text, storeTextOf( prefix ), prefix->length, sizeof( ZU_CHAR ) );
-    text += prefix->length;
+    ZU_CHAR *text = zu___StringMakeRoom( line, line->length, address->length + 1 + value->length + escapes );
     zuMemCopyN( text, storeTextOf( address ), address->length, sizeof( ZU_CHAR ) );
     text += address->length;
     *text++ = VALUE_MARK;
     if ( escapes > 0 ) {
         storeTextPutEscaped( text, chars, value->length );
     } else {
-        zuMemCopyN( text, chars, value->length, sizeof( ZU_CHAR ) );
+        memcpy( text, chars, (size_t)value->length * sizeof( ZU_CHAR ) );
     }
-    return line;
 }
 
 // A store on the way through a tree
@@ -103,20 +99,36 @@ static STORE_TEXT_WALK *storeTextLeave( STORE_TEXT_WALK *walk )
     zuMemFree( walk );
     return parent;
 }
-// Hands each line to `emit`, which takes it over, until that returns false; returns what it did last.
+// Cuts a line to its first `length` elements; one that somebody has kept is exchanged for another.
+static void storeTextCut( ZU_STRING **line, ZU_INT length )
+{
+    ZU_STRING *old = *line;
+    if ( ZU_REF_RETAIN_COUNT( old ) > 1 ) {
+        *line = zuStringCreateFromLeading( old, length );
+        ZU_REF_RELEASE( old );
+        return;
+    }
+    old->bspace += old->length - length;
+    old->length = length;
+    zu___StringCompact( old );
+}
+// Hands each line to `emit` until that returns false; returns what it did last.  One string serves for all lines, unless
+// they are kept, and has the path to the store in front.
 template <typename EMIT>
 static bool storeTextEmitLines( ZU_STORE *store, EMIT emit )
 {
-    ZU_STRING *prefix = zuStringCreate();
+    ZU_STRING *line = zu___StringCreateEmpty();
     bool ok = true;
     STORE_TEXT_WALK *walk = storeTextEnter( nullptr, store, 0 );
     while ( walk ) {
         ZU_DICT *values = walk->store->values;
         ZU_DICT *stores = walk->store->stores;
-        zuStringDelTrailing( &prefix, prefix->length - walk->prefixLength );
+        storeTextCut( &line, walk->prefixLength );
         for ( ZU_INT i = 0; walk->idx < 0 && ok && i < values->length; i++ ) {
-            ok = emit( storeTextValueLine( prefix, (ZU_STRING *)values->items[ i ].key,
-                                           (ZU_STRING *)values->items[ i ].val ) );
+            zu___StorePrefetchPair( values, i );
+            storeTextAppendValue( line, (ZU_STRING *)values->items[ i ].key, (ZU_STRING *)values->items[ i ].val );
+            ok = emit( line );
+            storeTextCut( &line, walk->prefixLength );
         }
         walk->idx++;
         if ( !ok || walk->idx == stores->length ) {
@@ -124,15 +136,15 @@ static bool storeTextEmitLines( ZU_STORE *store, EMIT emit )
             continue;
         }
         ZU_STORE *sub = (ZU_STORE *)stores->items[ walk->idx ].val;
-        zuStringAppend( &prefix, (ZU_STRING *)stores->items[ walk->idx ].key );
-        zuStringAppendChar( &prefix, STORE_MARK );
+        zuStringAppend( &line, (ZU_STRING *)stores->items[ walk->idx ].key );
+        zuStringAppendChar( &line, STORE_MARK );
         if ( sub->addresses->length == 0 ) {
-            ok = emit( zuStringRetain( prefix ) );
+            ok = emit( line );
         } else {
-            walk = storeTextEnter( walk, sub, prefix->length );
+            walk = storeTextEnter( walk, sub, line->length );
         }
     }
-    ZU_REF_RELEASE( prefix );
+    ZU_REF_RELEASE( line );
     return ok;
 }
 ZU_VECTOR *zuStoreTextEncodeToStringVector( ZU_STORE *store )
@@ -141,7 +153,6 @@ ZU_VECTOR *zuStoreTextEncodeToStringVector( ZU_STORE *store )
     ZU_VECTOR *vec = zuVectorCreate();
     storeTextEmitLines( store, [ & ]( ZU_STRING *line ) {
         zuVectorAppendString( &vec, line );
-        ZU_REF_RELEASE( line );
         return true;
     } );
     return vec;
@@ -150,11 +161,7 @@ ZU_BOOL zuStoreTextTryEncodeToLineSink( ZU_STORE *store, ZU_LINE_SINK *ls )
 {
     ZU_ASSERT( store );
     ZU_ASSERT( ls );
-    storeTextEmitLines( store, [ & ]( ZU_STRING *line ) {
-        bool ok = zuLineSinkWrite( ls, line );
-        ZU_REF_RELEASE( line );
-        return ok;
-    } );
+    storeTextEmitLines( store, [ & ]( ZU_STRING *line ) { return zuLineSinkWrite( ls, line ); } );
     return zuLineSinkFlush( ls );
 }
 ZU_BUFFER *zuStoreTextTryEncodeToBuffer( ZU_STORE *store, ZU_CHARSET charset, ZU_CHARSET_FLAGS charsetFlags,
@@ -186,6 +193,7 @@ struct STORE_TEXT_LINE {
     ZU_INT addressBegin;
     ZU_INT addressLength;
     ZU_INT place; // among the lines of its level
+    ZU_INT group; // the same for lines of one sub-store that follow each other
 };
 // What reads lines: it has them for itself, or only lent.
 struct STORE_TEXT_READER {
@@ -280,36 +288,67 @@ static ZU_INT storeTextCompareAddresses( const STORE_TEXT_LINE &a, const STORE_T
 // Brings together the lines of each sub-store, in the order in which they came.
 static void storeTextSortLines( STORE_TEXT_LINE *lines, ZU_INT count )
 {
-    auto isLess = []( const STORE_TEXT_LINE &a, const STORE_TEXT_LINE &b ) {
+    std::sort( lines, lines + count, []( const STORE_TEXT_LINE &a, const STORE_TEXT_LINE &b ) {
         ZU_INT order = storeTextCompareAddresses( a, b );
         return order != 0 ? order < 0 : a.place < b.place;
-    };
-    if ( !std::is_sorted( lines, lines + count, isLess ) ) { // what has been written is
-        std::sort( lines, lines + count, isLess );
+    } );
+    for ( ZU_INT i = 0; i < count; i++ ) {
+        bool same = i > 0 && storeTextCompareAddresses( lines[ i - 1 ], lines[ i ] ) == 0;
+        lines[ i ].group = same ? lines[ i - 1 ].group : i;
     }
 }
 
-// Returns the store that `count` lines are.  The lines are given up, and their array is overwritten.
-static ZU_STORE *storeTextDecode( STORE_TEXT_READER reader, STORE_TEXT_LINE *lines, ZU_INT count, int depth )
+// Fetches the text of a line that comes soon: there are many, and in no cache.
+static inline void storeTextPrefetch( const STORE_TEXT_LINE *lines, ZU_INT idx, ZU_INT count )
 {
-    ZU___STORE_BUILDER builder = {};
+    static constexpr ZU_INT AHEAD = 8;
+    ZU_STRING *string = lines[ zuIntMin( idx + AHEAD, count - 1 ) ].string;
+    __builtin_prefetch( &string->length );
+    __builtin_prefetch( &string->inlineChars[ 8 ] );
+}
+
+// Reads the lines of one level: sets values, and leaves the lines of sub-stores at the front, those of each together.
+// Returns the number of these.
+static ZU_INT storeTextReadLevel( STORE_TEXT_READER reader, STORE_TEXT_LINE *lines, ZU_INT count,
+                                  ZU___STORE_BUILDER *builder )
+{
     ZU_INT subCount = 0;
+    bool ascending = true; // as in what has been written
     for ( ZU_INT i = 0; i < count; i++ ) {
+        storeTextPrefetch( lines, i, count );
         STORE_TEXT_LINE line = lines[ i ];
-        ZU_CHAR mark = depth < DEPTH_MAX ? storeTextReadAddress( &line ) : 0;
+        ZU_CHAR mark = storeTextReadAddress( &line );
         if ( mark == VALUE_MARK ) {
             ZU_STRING *address = storeTextAddress( line );
-            zu___StoreBuilderSetValue( &builder, address, storeTextReadValue( reader, line ) );
+            zu___StoreBuilderSetValue( builder, address, storeTextReadValue( reader, line ) );
         } else if ( mark == STORE_MARK ) {
+            ZU_INT order = subCount > 0 ? storeTextCompareAddresses( lines[ subCount - 1 ], line ) : -1;
             line.place = i;
+            line.group = order == 0 ? lines[ subCount - 1 ].group : i;
+            ascending = ascending && order <= 0;
             lines[ subCount++ ] = line;
         } else {
             reader.drop( line );
         }
     }
-    storeTextSortLines( lines, subCount );
+    if ( !ascending ) {
+        storeTextSortLines( lines, subCount );
+    }
+    return subCount;
+}
+// Returns the store that `count` lines are.  The lines are given up, and their array is overwritten.
+static ZU_STORE *storeTextDecode( STORE_TEXT_READER reader, STORE_TEXT_LINE *lines, ZU_INT count, int depth )
+{
+    if ( depth == DEPTH_MAX ) {
+        for ( ZU_INT i = 0; i < count; i++ ) {
+            reader.drop( lines[ i ] );
+        }
+        return zuStoreCreate();
+    }
+    ZU___STORE_BUILDER builder = {};
+    ZU_INT subCount = storeTextReadLevel( reader, lines, count, &builder );
     for ( ZU_INT begin = 0, end = 0; begin < subCount; begin = end ) {
-        while ( end < subCount && storeTextCompareAddresses( lines[ begin ], lines[ end ] ) == 0 ) {
+        while ( end < subCount && lines[ end ].group == lines[ begin ].group ) {
             end++;
         }
         ZU_STRING *address = storeTextAddress( lines[ begin ] );
@@ -328,7 +367,7 @@ ZU_STORE *zuStoreTextDecodeFromStringVector( ZU_VECTOR *vec )
     }
     STORE_TEXT_LINE *lines = (STORE_TEXT_LINE *)zuMemAllocN( count, sizeof( STORE_TEXT_LINE ) );
     for ( ZU_INT i = 0; i < count; i++ ) {
-        lines[ i ] = { (ZU_STRING *)zuVectorBacking( vec )[ i ], 0, 0, 0, 0 };
+        lines[ i ] = { (ZU_STRING *)zuVectorBacking( vec )[ i ], 0, 0, 0, 0, 0 };
     }
     ZU_STORE *store = storeTextDecode( { false }, lines, count, 0 );
     zuMemFree( lines );
@@ -345,7 +384,7 @@ ZU_STORE *zuStoreTextTryDecodeFromLineSource( ZU_LINE_SOURCE *ls )
             room = room + room / 2 + 64;
             lines = (STORE_TEXT_LINE *)zuMemReallocN( lines, room, sizeof( STORE_TEXT_LINE ) );
         }
-        lines[ count++ ] = { string, 0, 0, 0, 0 };
+        lines[ count++ ] = { string, 0, 0, 0, 0, 0 };
     }
     ZU_STORE *store = storeTextDecode( { true }, lines, count, 0 );
     zuMemFree( lines );
