@@ -12,7 +12,7 @@ import json
 import math
 import sys
 
-CONTESTANTS = ["zu", "std", "libc", "futex", "glib", "icu", "icu16", "qt", "iconv", "utf8proc", "uv"]
+CONTESTANTS = ["zu", "std", "libc", "futex", "glib", "icu", "icu16", "qt", "iconv", "utf8proc", "uv", "msgpack"]
 NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
