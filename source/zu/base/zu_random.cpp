@@ -1,16 +1,15 @@
-// A call of the system costs some hundred times what handing out eight bytes does, so that a pool stands between the
-// two: 128 bytes, which is what the system hands out as cheaply as it does a few.  It is a buffer of which the front
-// goes; its storage is used over and over, since whoever is in the middle of a fork may not wait for a heap that makes
-// objects.  What has been handed out is wiped: it is the caller's secret, and no business of a later look at memory.
+// A call of the system costs several times what handing out eight bytes does, so that a pool stands between the two: 128
+// bytes, for which the system takes little longer than for a few.  It is a buffer of which the front goes; its storage
+// is used over and over, so that no object is made while others wait.  What has been handed out is wiped: it is the
+// caller's secret, and no business of a later look at memory.
 //
-// A forked child has what its parent had, so the pool is emptied there.  The monitor is held over the fork: a thread
-// that is inside of it otherwise would never come out in the child.
+// A forked child has what its parent had, so the pool is emptied there.
 
 #include "zu/base/zu_random.h"
 
 #include "zu/base/zu_buffer_internal.h"
-#include "zu/base/zu_monitor.h"
 #include "zu/base/zu_random_internal.h"
+#include "zu/base/zu_threading_fork_internal.h"
 #include "zu/base/zu_time_internal.h"
 #include "zu/base/zu_vector_internal.h"
 #include "zu/sys/zu_mem.h"
@@ -46,36 +45,18 @@ void zu___RandomFillBuffer( void )
     }
 }
 
-// Forks
-static void randomBeforeFork()
+void zu___RandomFork( ZU___FORK_STEP step )
 {
-    if ( randomMonitor ) {
-        zuMonitorEnter( randomMonitor );
-    }
-}
-static void randomAfterForkInParent()
-{
-    if ( randomMonitor ) {
-        zuMonitorLeave( randomMonitor );
-    }
-}
-static void randomAfterForkInChild()
-{
-    if ( randomMonitor ) {
+    if ( step == ZU___FORK_CHILD ) {
         memset( zu___RandomBuffer->bytes, 0, POOL_BYTES );
         randomSetPooledLocked( 0 );
-        zuMonitorLeave( randomMonitor );
     }
+    zu___MonitorFork( randomMonitor, step );
 }
 
 // Start-up
 void zu___RandomStartup( void )
 {
-    static bool registered = false; // for good: nobody can take it back
-    if ( !registered ) {
-        registered = true;
-        zu___RandomRegisterFork( randomBeforeFork, randomAfterForkInParent, randomAfterForkInChild );
-    }
     zu___RandomBuffer = zuBufferCreateFromBytesUse( (uint8_t *)zuMemAlloc( POOL_BYTES ), POOL_BYTES );
     randomSetPooledLocked( 0 );
     srand( (unsigned)zu___TimeWallClock() );
@@ -85,7 +66,7 @@ void zu___RandomStartup( void )
 void zu___RandomShutdown( void )
 {
     ZU_REF_RELEASE( randomMonitor );
-    randomMonitor = nullptr; // which a fork asks for
+    ZU_REF_POISON( randomMonitor );
     memset( zu___RandomBuffer->bytes, 0, POOL_BYTES );
     ZU_REF_RELEASE( zu___RandomBuffer );
     ZU_REF_POISON( zu___RandomBuffer );

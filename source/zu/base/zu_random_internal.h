@@ -10,8 +10,4 @@ ZU_BEGIN_DECLS
 // allocates nothing.
 bool zu___RandomTryFillStrong( uint8_t *bytes, ZU_INT byteCount );
 
-// Has `prepare` called ahead of each fork of the process from now on, and behind it `parent` in the process that has
-// forked and `child` in the new one, all on the thread that forks.  A platform whose processes do not fork does nothing.
-void zu___RandomRegisterFork( void ( *prepare )( void ), void ( *parent )( void ), void ( *child )( void ) );
-
 ZU_END_DECLS

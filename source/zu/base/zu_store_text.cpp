@@ -76,7 +76,7 @@ static void storeTextAppendValue( ZU_STRING *line, ZU_STRING *address, ZU_STRING
     if ( escapes > 0 ) {
         storeTextPutEscaped( text, chars, value->length );
     } else {
-        memcpy( text, chars, (size_t)value->length * sizeof( ZU_CHAR ) );
+        zuMemCopyN( text, chars, value->length, sizeof( ZU_CHAR ) );
     }
 }
 

@@ -21,6 +21,7 @@ void zu___BarrierForkChild( ZU_BARRIER *barrier, ZU_BOOL open );
 
 // Subsystems
 void zu___GenerationFork( ZU___FORK_STEP step );
+void zu___RandomFork( ZU___FORK_STEP step );
 void zu___StackTraceFork( ZU___FORK_STEP step );
 void zu___ThreadFork( ZU___FORK_STEP step );
 void zu___TimerFork( ZU___FORK_STEP step );

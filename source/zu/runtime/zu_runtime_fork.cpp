@@ -9,8 +9,9 @@
 static void ( *const SUBSYSTEMS[] )( ZU___FORK_STEP step ) = {
     zu___RuntimeFork,    zu___RuntimeUserInformationFork,
     zu___TimerFork,      zu___ThreadFork,
-    zu___GenerationFork, zu___StackTraceFork,
-    zu___ObjFork,        zu___UniqueFork,
+    zu___GenerationFork, zu___RandomFork,
+    zu___StackTraceFork, zu___ObjFork,
+    zu___UniqueFork,
 };
 static constexpr size_t SUBSYSTEM_COUNT = sizeof SUBSYSTEMS / sizeof SUBSYSTEMS[ 0 ];
 
