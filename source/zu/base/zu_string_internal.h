@@ -3,6 +3,7 @@
 
 #include "zu/base/zu_slack_internal.h"
 #include "zu/base/zu_string.h"
+#include "zu/sys/zu_chars_compare_internal.h"
 
 ZU_BEGIN_DECLS
 
@@ -73,8 +74,18 @@ static inline ZU_INT zu___StringCompareCharsFrom( const ZU_CHAR *charsA, ZU_INT 
 static inline ZU_INT zu___StringCompareChars( const ZU_CHAR *charsA, ZU_INT lengthA, const ZU_CHAR *charsB,
                                               ZU_INT lengthB )
 {
-    ZU_INT same = 0;
-    return zu___StringCompareCharsFrom( charsA, lengthA, charsB, lengthB, &same );
+    ZU_INT common = lengthA < lengthB ? lengthA : lengthB;
+    if ( common > 0 ) {
+        // Texts at random differ at once, and need no call.
+        if ( charsA[ 0 ] != charsB[ 0 ] ) {
+            return charsA[ 0 ] < charsB[ 0 ] ? -1 : 1;
+        }
+        int order = zu___CharsCompare( charsA, charsB, common );
+        if ( order != 0 ) {
+            return order < 0 ? -1 : 1;
+        }
+    }
+    return ( lengthA > lengthB ) - ( lengthA < lengthB );
 }
 
 ZU_END_DECLS

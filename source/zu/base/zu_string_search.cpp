@@ -40,9 +40,13 @@ static inline bool beginsAt( const ZU_CHAR *at, const ZU_CHAR *sub, ZU_INT subLe
 }
 
 // Both look at the positions from `from` to `to`, where the last one has `subLength` code points of the text behind it.
-// A single code point gets a loop of its own.
-[[gnu::always_inline]] static inline ZU_INT charsFind( const ZU_CHAR *text, ZU_INT from, ZU_INT to, const ZU_CHAR *sub,
-                                                       ZU_INT subLength )
+// A single code point is looked for by zu___CharsFind, and from the right by a loop of its own.
+static inline ZU_INT charsFindChar( const ZU_CHAR *text, ZU_INT from, ZU_INT length, ZU_CHAR ch )
+{
+    const ZU_CHAR *found = zu___CharsFind( text + from, ch, length - from );
+    return found ? found - text : -1;
+}
+static ZU_INT charsFind( const ZU_CHAR *text, ZU_INT from, ZU_INT to, const ZU_CHAR *sub, ZU_INT subLength )
 {
     for ( ; to - from >= STEP - 1; from += STEP ) {
         uint32_t begins = beginsFind( text + from, sub[ 0 ], subLength - 1, sub[ subLength - 1 ] );
@@ -89,7 +93,7 @@ ZU_INT zuStringFindChar( ZU_STRING *zus, ZU_INT offset, ZU_CHAR ch )
     ZU_ASSERT( offset >= 0 );
     ZU_ASSERT( offset <= zus->length );
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
-    return charsFind( zus->chars + zus->fspace, offset, zus->length - 1, &ch, 1 );
+    return charsFindChar( zus->chars + zus->fspace, offset, zus->length, ch );
 }
 ZU_INT zuStringFindChars( ZU_STRING *zus, ZU_INT offset, const ZU_CHAR *sub, ZU_INT subLength )
 {
@@ -99,7 +103,7 @@ ZU_INT zuStringFindChars( ZU_STRING *zus, ZU_INT offset, const ZU_CHAR *sub, ZU_
     ZU_ASSERT( sub );
     ZU_ASSERT( subLength > 0 );
     const ZU_CHAR *text = zus->chars + zus->fspace;
-    return subLength == 1 ? charsFind( text, offset, zus->length - 1, sub, 1 )
+    return subLength == 1 ? charsFindChar( text, offset, zus->length, sub[ 0 ] )
                           : charsFind( text, offset, zus->length - subLength, sub, subLength );
 }
 ZU_INT zuStringFind( ZU_STRING *zus, ZU_INT offset, ZU_STRING *sub )

@@ -226,7 +226,21 @@ ZU___INLINE_TWIN void zu___RefRelease( ZU_OBJ *obj )
 
 /// Defines the standard operations of the class `type`, whose sort record zu___sort_<type> stands above; for the
 /// class's source file.  Failed checks in all of them name this one line.
-#define ZU___STDFUNCS( type, prefix )                                  \
+#define ZU___STDFUNCS( type, prefix )                               \
+    ZU___STDFUNCS_BUT_ORDER( type, prefix )                         \
+    ZU_INT prefix##Compare( type *objA, type *objB )                \
+    {                                                               \
+        ZU___STDFUNCS_CHECK( objA, "stdfunc compare a", "objA" );   \
+        ZU___STDFUNCS_CHECK( objB, "stdfunc compare b", "objB" );   \
+        return zuObjCompare( (ZU_OBJ *)objA, (ZU_OBJ *)objB );      \
+    }                                                               \
+    ZU_BOOL prefix##Equals( type *objA, type *objB )                \
+    {                                                               \
+        return zuObjCompare( (ZU_OBJ *)objA, (ZU_OBJ *)objB ) == 0; \
+    }
+
+// The same without comparison and equality, for a class that has faster ones of its own.
+#define ZU___STDFUNCS_BUT_ORDER( type, prefix )                        \
     type *zu___outlined_##prefix##Retain( type *obj )                  \
     {                                                                  \
         ZU___STDFUNCS_CHECK( obj, "stdfunc retain", "obj" );           \
@@ -255,16 +269,6 @@ ZU___INLINE_TWIN void zu___RefRelease( ZU_OBJ *obj )
     {                                                                  \
         ZU___STDFUNCS_CHECK( obj, "stdfunc tostring", "obj" );         \
         return zuObjToString( (ZU_OBJ *)obj );                         \
-    }                                                                  \
-    ZU_INT prefix##Compare( type *objA, type *objB )                   \
-    {                                                                  \
-        ZU___STDFUNCS_CHECK( objA, "stdfunc compare a", "objA" );      \
-        ZU___STDFUNCS_CHECK( objB, "stdfunc compare b", "objB" );      \
-        return zuObjCompare( (ZU_OBJ *)objA, (ZU_OBJ *)objB );         \
-    }                                                                  \
-    ZU_BOOL prefix##Equals( type *objA, type *objB )                   \
-    {                                                                  \
-        return zuObjCompare( (ZU_OBJ *)objA, (ZU_OBJ *)objB ) == 0;    \
     }
 
 // A check of a standard operation: these alone have both a message and an expression.
