@@ -1,12 +1,19 @@
-// Formatting: the format language and, where GLib is at hand, g_strdup_printf with the like format.
+// Formatting: the format language beside g_strdup_printf and absl::StrFormat with the like format, and integers alone
+// beside std::to_string and std::from_chars.
 
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_string_format.h"
 #include "zu/runtime/zu_runtime.h"
 
 #include <benchmark/benchmark.h>
+#include <charconv>
+#include <cstring>
+#include <string>
 #ifdef ZU_BENCHMARK_GLIB
 #include <glib.h>
+#endif
+#ifdef ZU_BENCHMARK_ABSL
+#include <absl/strings/str_format.h>
 #endif
 
 // Arguments that change from round to round, so that neither side learns its branches by heart.
@@ -102,6 +109,86 @@ static void zuDecodeInt( benchmark::State &state )
     zuStringRelease( src );
 }
 BENCHMARK( zuDecodeInt )->Name( "Format/read an integer/zu" );
+
+// Integers of all lengths, to a text that goes again, and from one that is there
+static void zuIntToText( benchmark::State &state )
+{
+    ARGUMENTS args;
+    for ( auto _ : state ) {
+        args.next();
+        ZU_STRING *text = zuFormatEncodeInt( args.number( 0 ), 10, 0, 0 );
+        benchmark::DoNotOptimize( text );
+        zuStringRelease( text );
+    }
+}
+BENCHMARK( zuIntToText )->Name( "Integer/to text/zu" );
+static void stdIntToText( benchmark::State &state )
+{
+    ARGUMENTS args;
+    for ( auto _ : state ) {
+        args.next();
+        std::string text = std::to_string( args.number( 0 ) );
+        benchmark::DoNotOptimize( text );
+    }
+}
+BENCHMARK( stdIntToText )->Name( "Integer/to text/std" );
+static const char *const INTEGERS[] = { "7", "-1234567890123", "80", "65536", "-42", "1000000007", "365", "86400000" };
+static void zuIntFromText( benchmark::State &state )
+{
+    ZU_STRING *texts[ 8 ];
+    for ( int i = 0; i < 8; i++ ) {
+        texts[ i ] = zuStringCreateFromAscii( INTEGERS[ i ], -1 );
+    }
+    unsigned round = 0;
+    for ( auto _ : state ) {
+        ZU_STRING *text = texts[ round++ % 8 ];
+        ZU_INT value;
+        benchmark::DoNotOptimize( zuFormatTryDecodeInt( text, 0, zuStringLength( text ), 10, &value, nullptr ) );
+        benchmark::DoNotOptimize( value );
+    }
+    for ( ZU_STRING *text : texts ) {
+        zuStringRelease( text );
+    }
+}
+BENCHMARK( zuIntFromText )->Name( "Integer/from text/zu" );
+static void stdIntFromText( benchmark::State &state )
+{
+    std::string texts[ 8 ];
+    for ( int i = 0; i < 8; i++ ) {
+        texts[ i ] = INTEGERS[ i ];
+    }
+    unsigned round = 0;
+    for ( auto _ : state ) {
+        const std::string &text = texts[ round++ % 8 ];
+        int64_t value;
+        benchmark::DoNotOptimize( std::from_chars( text.data(), text.data() + text.size(), value ) );
+        benchmark::DoNotOptimize( value );
+    }
+}
+BENCHMARK( stdIntFromText )->Name( "Integer/from text/std" );
+
+#ifdef ZU_BENCHMARK_ABSL
+static void abslMixed( benchmark::State &state )
+{
+    ARGUMENTS args;
+    for ( auto _ : state ) {
+        args.next();
+        std::string text = absl::StrFormat( "%s: %d %08X %f", NAME, args.number( 0 ), args.number( 1 ), args.real() );
+        benchmark::DoNotOptimize( text );
+    }
+}
+BENCHMARK( abslMixed )->Name( "Format/mixed/absl" );
+static void abslInts( benchmark::State &state )
+{
+    ARGUMENTS args;
+    for ( auto _ : state ) {
+        args.next();
+        std::string text = absl::StrFormat( "%d %6d %d", args.number( 0 ), args.number( 1 ), args.number( 2 ) );
+        benchmark::DoNotOptimize( text );
+    }
+}
+BENCHMARK( abslInts )->Name( "Format/integers/absl" );
+#endif
 
 #ifdef ZU_BENCHMARK_GLIB
 static void glibMixed( benchmark::State &state )

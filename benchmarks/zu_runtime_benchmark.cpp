@@ -53,6 +53,9 @@ BENCHMARK_CAPTURE( runProgram, zu, ZU_PROGRAM )->Name( "Runtime/program/zu" )->U
 #ifdef QT_PROGRAM
 BENCHMARK_CAPTURE( runProgram, qt, QT_PROGRAM )->Name( "Runtime/program/qt" )->UseRealTime();
 #endif
+#ifdef APR_PROGRAM
+BENCHMARK_CAPTURE( runProgram, apr, APR_PROGRAM )->Name( "Runtime/program/apr" )->UseRealTime();
+#endif
 
 // Returns the seconds that `work` takes in a fresh child process, a negative number if there is none.
 static double secondsInChild( void ( *work )() )

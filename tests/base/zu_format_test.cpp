@@ -393,6 +393,26 @@ TEST( FormatDecode, Integers )
     ZU_INT value, consumed;
     EXPECT_TRUE( zuFormatTryDecodeIntChars( chars, 3, 36, &value, &consumed ) && value == 5 && consumed == 1 );
 }
+TEST( FormatDecode, PlainIntegersAsAllOthers )
+{
+    uint64_t seed = testSeed();
+    SCOPED_TRACE( seed );
+    std::mt19937_64 random( seed );
+    for ( int round = 0; round < 20000 && !HasFatalFailure(); round++ ) {
+        Text text( random() % 24, U'7' );
+        for ( size_t odd = random() % 5; odd > 0 && !text.empty(); odd-- ) {
+            text[ random() % text.size() ] = U" -+0,\t\u0663\u2003"[ random() % 8 ];
+        }
+        // Without a prefix to find, a base that is looked for is 10 too.
+        ZU_INT values[ 2 ], consumed[ 2 ];
+        ZU_BOOL found[ 2 ];
+        for ( int i = 0; i < 2; i++ ) {
+            found[ i ] = zuFormatTryDecodeIntChars( (const ZU_CHAR *)text.data(), (ZU_INT)text.size(), i == 0 ? 10 : -1,
+                                                    &values[ i ], &consumed[ i ] );
+        }
+        ASSERT_TRUE( found[ 0 ] == found[ 1 ] && values[ 0 ] == values[ 1 ] && consumed[ 0 ] == consumed[ 1 ] );
+    }
+}
 TEST( FormatDecode, Reals )
 {
     static constexpr DECODE_ROW<double> ROWS[] = {

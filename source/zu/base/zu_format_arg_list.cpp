@@ -287,8 +287,6 @@ static bool formatTakeFlag( FORMAT_DIRECTIVE *directive, ZU_CHAR ch )
     }
 }
 
-static constexpr ZU_INT PLAIN_DIGITS_MAX = 18; // which are within a ZU_INT for sure
-
 // Tells of some characters that neither numbers nor the white space around them have them.
 static bool formatEndsNumber( ZU_CHAR ch )
 {
@@ -303,20 +301,11 @@ static bool formatTakeNumber( const ZU_CHAR *chars, ZU_INT length, ZU_INT *pos, 
         *number = va_arg( *args, ZU_INT );
         return true;
     }
-    // Most often the name or the next part follows, or a few digits and then that, and the decoder has nothing to add.
-    ZU_INT value = 0;
-    ZU_INT behind = *pos;
-    for ( ; behind < length && behind - *pos < PLAIN_DIGITS_MAX && chars[ behind ] - '0' < 10; behind++ ) {
-        value = value * 10 + ( chars[ behind ] - '0' );
+    // Most often the name or the next part follows, and the decoder has nothing to find.
+    if ( *pos < length && formatEndsNumber( chars[ *pos ] ) ) {
+        return false;
     }
-    if ( behind < length && formatEndsNumber( chars[ behind ] ) ) {
-        bool found = behind > *pos;
-        if ( found ) {
-            *pos = behind;
-            *number = value;
-        }
-        return found;
-    }
+    ZU_INT value;
     ZU_INT consumed;
     if ( !zuFormatTryDecodeIntChars( chars + *pos, length - *pos, 10, &value, &consumed ) ) {
         return false;
@@ -331,6 +320,9 @@ static ZU_INT formatReadDirective( FORMAT_DIRECTIVE *directive, const ZU_CHAR *c
                                    va_list *args )
 {
     *directive = { 0, 0, false, false, false, 0, -1, 10 };
+    if ( pos < length && ( chars[ pos ] | 0x20 ) - 'a' < 26 ) {
+        return pos; // the name already, as most often
+    }
     while ( pos < length && formatTakeFlag( directive, chars[ pos ] ) ) {
         pos++;
     }
