@@ -54,10 +54,10 @@ ZU_DICT *zu___DictCreateFromTable( const ZU___NAMED_TABLE &table, const char *ha
 // Takes white space off both ends of a text.
 static inline void zu___EnumTrim( const ZU_CHAR **chars, ZU_INT *length )
 {
-    while ( *length > 0 && zu___StringIsBlankChar( ( *chars )[ *length - 1 ] ) ) {
+    while ( *length > 0 && zuUnicodeIsWhiteSpace( ( *chars )[ *length - 1 ] ) ) {
         --*length;
     }
-    while ( *length > 0 && zu___StringIsBlankChar( **chars ) ) {
+    while ( *length > 0 && zuUnicodeIsWhiteSpace( **chars ) ) {
         ++*chars;
         --*length;
     }

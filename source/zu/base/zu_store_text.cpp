@@ -220,10 +220,10 @@ static ZU_CHAR storeTextReadAddress( STORE_TEXT_LINE *line )
         return 0;
     }
     line->begin = end + 1;
-    while ( begin < end && zu___StringIsBlankChar( text[ begin ] ) ) {
+    while ( begin < end && zuUnicodeIsWhiteSpace( text[ begin ] ) ) {
         begin++;
     }
-    while ( end > begin && zu___StringIsBlankChar( text[ end - 1 ] ) ) {
+    while ( end > begin && zuUnicodeIsWhiteSpace( text[ end - 1 ] ) ) {
         end--;
     }
     line->addressBegin = begin;

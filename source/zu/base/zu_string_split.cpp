@@ -75,7 +75,7 @@ ZU_VECTOR *zuStringSplitWhitespace( ZU_STRING *zus, ZU_INT maxParts )
     ZU_INT word = -1; // where the current word begins; -1: there is none
     for ( ZU_INT pos = begin; pos < end; pos++ ) {
         bool ends =
-            zu___StringIsBlankChar( text[ pos ] ) && ( maxParts == -1 || zuVectorLength( parts ) < maxParts - 1 );
+            zuUnicodeIsWhiteSpace( text[ pos ] ) && ( maxParts == -1 || zuVectorLength( parts ) < maxParts - 1 );
         if ( !ends ) {
             word = word == -1 ? pos : word;
         } else if ( word != -1 ) {

@@ -7,7 +7,7 @@ ZU_INT zu___StringLeadingBlanks( ZU_STRING *zus )
 {
     const ZU_CHAR *text = zuStringBacking( zus );
     ZU_INT count = 0;
-    while ( count < zus->length && zu___StringIsBlankChar( text[ count ] ) ) {
+    while ( count < zus->length && zuUnicodeIsWhiteSpace( text[ count ] ) ) {
         count++;
     }
     return count;
@@ -16,7 +16,7 @@ ZU_INT zu___StringTrailingBlanks( ZU_STRING *zus, ZU_INT begin )
 {
     const ZU_CHAR *text = zuStringBacking( zus );
     ZU_INT end = zus->length;
-    while ( end > begin && zu___StringIsBlankChar( text[ end - 1 ] ) ) {
+    while ( end > begin && zuUnicodeIsWhiteSpace( text[ end - 1 ] ) ) {
         end--;
     }
     return zus->length - end;

@@ -6,12 +6,6 @@
 
 ZU_BEGIN_DECLS
 
-// What zuUnicodeIsWhiteSpace tells, without a call for most characters.
-static inline bool zu___StringIsBlankChar( ZU_CHAR ch )
-{
-    return ch - ( ZU_CHAR_SPACE + 1 ) >= ZU_CHAR_NEXT_LINE - ( ZU_CHAR_SPACE + 1 ) && zuUnicodeIsWhiteSpace( ch );
-}
-
 // Returns the number of white space characters at the front.
 ZU_INT zu___StringLeadingBlanks( ZU_STRING *zus );
 // Returns the number of white space characters at the end, without the first `begin` code points.

@@ -9,7 +9,7 @@ ZU_UNICODE_GENC zuUnicodeGenc( ZU_CHAR ch )
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     return zu___UnicodeGencDbFetch( ch );
 }
-ZU_UNICODE_CCCV zuUnicodeCccv( ZU_CHAR ch )
+ZU_UNICODE_CCCV zu___outlined_zuUnicodeCccv( ZU_CHAR ch )
 {
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     return zu___UnicodeCccvDbFetch( ch );
@@ -58,12 +58,12 @@ ZU_INT zuUnicodeBaseNDigitValue( ZU_CHAR ch, ZU_INT base )
 }
 
 // Line ends and white space
-ZU_BOOL zuUnicodeIsNlf( ZU_CHAR ch )
+ZU_BOOL zu___outlined_zuUnicodeIsNlf( ZU_CHAR ch )
 {
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     return zu___UnicodeNlfDbLookup( ch );
 }
-ZU_BOOL zuUnicodeIsWhiteSpace( ZU_CHAR ch )
+ZU_BOOL zu___outlined_zuUnicodeIsWhiteSpace( ZU_CHAR ch )
 {
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     return zu___UnicodeWhiteSpaceDbLookup( ch );

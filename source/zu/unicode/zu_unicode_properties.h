@@ -1,7 +1,8 @@
 // zu_unicode_properties.h: what the Unicode Character Database, version 14.0, says of a code point.
 //
 // All functions are pure, take constant time, and work at any time, on any thread.  Surrogates and noncharacters are
-// code points like others; a value that fails ZU_CHAR_OK aborts.
+// code points like others; a value that fails ZU_CHAR_OK aborts.  Those that text asks of each character, for white
+// space, line ends and combining classes, answer for Latin text where they are called.
 #pragma once
 
 #include "zu/sys/zu_chars.h"
@@ -178,5 +179,26 @@ ZU_API ZU_BOOL zuUnicodeHasCccvDoubleBelow( ZU_CHAR ch );
 ZU_API ZU_BOOL zuUnicodeHasCccvDoubleAbove( ZU_CHAR ch );
 /// Tells whether `ch` has class 240.
 ZU_API ZU_BOOL zuUnicodeHasCccvBelowIota( ZU_CHAR ch );
+
+// For Latin text without a call: 1.4 ns instead of 3.5 for white space.
+ZU_API ZU_UNICODE_CCCV zu___outlined_zuUnicodeCccv( ZU_CHAR ch ) ZU___SYMBOL( zuUnicodeCccv );
+ZU_API ZU_BOOL zu___outlined_zuUnicodeIsNlf( ZU_CHAR ch ) ZU___SYMBOL( zuUnicodeIsNlf );
+ZU_API ZU_BOOL zu___outlined_zuUnicodeIsWhiteSpace( ZU_CHAR ch ) ZU___SYMBOL( zuUnicodeIsWhiteSpace );
+ZU___INLINE_TWIN ZU_UNICODE_CCCV zuUnicodeCccv( ZU_CHAR ch )
+{
+    return ch < 0x300 ? 0 : zu___outlined_zuUnicodeCccv( ch ); // ahead of the first combining marks
+}
+ZU___INLINE_TWIN ZU_BOOL zuUnicodeIsNlf( ZU_CHAR ch )
+{
+    return ch < 0x100 ? ch - 0x0A < 4 || ch == 0x85 : zu___outlined_zuUnicodeIsNlf( ch );
+}
+ZU___INLINE_TWIN ZU_BOOL zuUnicodeIsWhiteSpace( ZU_CHAR ch )
+{
+    if ( ZU___LIKELY( ch - 0x21 < 0x85 - 0x21 ) ) {
+        return 0; // ASCII but for blanks and controls
+    }
+    return ch < 0x100 ? ch == 0x20 || ch - 0x09 < 5 || ch == 0x85 || ch == 0xA0
+                      : zu___outlined_zuUnicodeIsWhiteSpace( ch );
+}
 
 ZU_END_DECLS
