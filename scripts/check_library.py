@@ -51,6 +51,7 @@ EXCEPTIONS = {
     "runtime/zu_runtime_paths_linux.cpp": ["io"],
     "runtime/zu_runtime_install_info.cpp": ["io", "charset"],
     "charset/zu_charset_map_char_sink.cpp": ["unicode"],
+    "charset/zu_exact_char_sink.cpp": ["unicode"],
     "unicode/zu_unicode_normalizer.cpp": ["runtime"],
     "sys/zu_abort.cpp": ["runtime", "base"],
     "sys/zu_abort_internal.h": ["base"],

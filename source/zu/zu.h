@@ -73,6 +73,8 @@
 #include "zu/charset/zu_charset_flags.h"
 #include "zu/charset/zu_charset_map.h"
 #include "zu/charset/zu_charset_utf.h"
+#include "zu/charset/zu_exact_char_sink.h"
+#include "zu/charset/zu_exact_char_source.h"
 #include "zu/io/zu_buffer_byte_sink.h"
 #include "zu/io/zu_buffer_byte_source.h"
 #include "zu/io/zu_byte_sink.h"

@@ -1,0 +1,22 @@
+// zu_utf_internal.h: the steps of well-formed UTF that the conversions share with the streams.
+//
+// Each works on what is well-formed and stops at the first unit that is not, or that begins what the end cuts off.
+#pragma once
+
+#include "zu/sys/zu_chars.h"
+
+// Returns the end of the well-formed UTF-8 at the front.
+const uint8_t *zu___UtfWellFormed( const uint8_t *src, const uint8_t *end );
+
+// Decode from `*src`, which moves on, up to `room` code points; return their number.  The UTF-8 is well-formed.
+ZU_INT zu___UtfDecode8( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end );
+ZU_INT zu___UtfDecode16( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end, bool littleEndian );
+ZU_INT zu___UtfDecode32( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end, bool littleEndian );
+
+// Encode from `*src`, which moves on, as long as 4 bytes are left for each code point; return the end of what they have
+// stored.
+uint8_t *zu___UtfEncode8( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end );
+uint8_t *zu___UtfEncode16( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end,
+                           bool littleEndian );
+uint8_t *zu___UtfEncode32( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end,
+                           bool littleEndian );
