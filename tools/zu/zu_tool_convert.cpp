@@ -7,8 +7,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <iterator>
-#include <numeric>
 #include <unistd.h>
 
 static constexpr ZU_INT BLOCK_CHARS = 16 * 1024;
@@ -146,64 +144,11 @@ struct CONVERSION {
     ZU_CHARSET to;
     ZU_CHARSET_FLAGS flags;
     ZU_NLF_FLAGS newlines; // 0: as they are
+    bool contract;         // by the streams of the library that are lenient by contract
 };
-static bool convertIsUtf16( ZU_CHARSET cs )
-{
-    return cs >= ZU_CHARSET_UTF_16 && cs <= ZU_CHARSET_UTF_16_LE;
-}
 
-// Between source and sink the text passes filters, a block at a time.  Each exchanges a block for what it becomes and
-// may hold something back; `atEnd` says that no further block comes.
+// Between source and sink the text passes a filter, a block at a time, which exchanges a block for what it becomes.
 using BLOCK = std::vector<ZU_CHAR>;
-
-// Surrogate pairs, which come from UTF-16 as two characters, become one; halves without a partner are invalid input.
-class SurrogateFilter {
-public:
-    explicit SurrogateFilter( ZU_CHARSET_FLAGS conversionFlags ) : flags( conversionFlags )
-    {
-    }
-    // Returns false if there is a half alone and such a thing shall fail; the block ends ahead of it.
-    bool apply( BLOCK *block, bool atEnd )
-    {
-        if ( !high && std::count_if( block->begin(), block->end(), isSurrogate ) == 0 ) {
-            return true;
-        }
-        BLOCK in;
-        in.swap( *block );
-        for ( ZU_CHAR ch : in ) {
-            bool isLow = isSurrogate( ch ) && ch >= 0xDC00;
-            if ( high && isLow ) {
-                block->push_back( 0x10000 + ( high - 0xD800 ) * 0x400 + ( ch - 0xDC00 ) );
-                high = 0;
-                continue;
-            }
-            if ( ( high && !takeAlone( block ) ) || ( isLow && !takeAlone( block ) ) ) {
-                return false;
-            }
-            high = isSurrogate( ch ) && !isLow ? ch : 0;
-            if ( !isSurrogate( ch ) ) {
-                block->push_back( ch );
-            }
-        }
-        return !( high && atEnd ) || takeAlone( block );
-    }
-
-private:
-    static bool isSurrogate( ZU_CHAR ch )
-    {
-        return ch >= 0xD800 && ch < 0xE000;
-    }
-    bool takeAlone( BLOCK *block ) const
-    {
-        if ( !( flags & ( ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER | ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS ) ) ) {
-            block->push_back( ZU_CHAR_REPLACEMENT_CHARACTER );
-        }
-        return !( flags & ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER );
-    }
-
-    ZU_CHARSET_FLAGS flags;
-    ZU_CHAR high = 0; // the first half of what may be a pair; 0: none
-};
 
 // Newlines: a line feed, a carriage return, both in this order, a next line, a line and a paragraph separator each
 // become the one that was asked for.  Vertical tabs and form feeds are left alone.
@@ -255,74 +200,34 @@ private:
     bool lastWasReturn = false;
 };
 
-// What a single-byte set lacks, where that shall fail.  The set's sink does not report all of it: it composes, so that
-// it may drop a character at its flush, and it goes on if a full cache has gone out before the character.  So the text
-// is composed ahead of it, and looked at here.
-class LackFilter {
-public:
-    explicit LackFilter( const CONVERSION &conversion )
-    {
-        if ( conversion.to >= ZU_CHARSET_UTF_8 || !( conversion.flags & ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER ) ) {
-            return;
-        }
-        normalizer = zu::adopt( zuUnicodeNormalizerCreate( ZU_UNICODE_NORMAL_FORM_NFC ) );
-        uint8_t bytes[ 256 ];
-        std::iota( std::begin( bytes ), std::end( bytes ), (uint8_t)0 );
-        auto text = zu::adopt( zuCharsetBufferToStringWithFlags(
-            conversion.to, zu::adopt( zuBufferCreateFromBytesCopy( bytes, std::size( bytes ) ) ).get(),
-            ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS ) );
-        for ( ZU_INT i = 0; i < zuStringLength( text.get() ); i++ ) {
-            has[ zuStringCharAt( text.get(), i ) ] = true;
-        }
-    }
-    // Returns the first character that the set lacks, ahead of which the block ends; 0 if there is none.
-    ZU_CHAR apply( BLOCK *block, bool atEnd )
-    {
-        if ( !normalizer ) {
-            return 0;
-        }
-        zuUnicodeNormalizerWriteChars( normalizer.get(), block->data(), (ZU_INT)block->size() );
-        if ( atEnd ) {
-            zuUnicodeNormalizerFlush( normalizer.get() );
-        }
-        auto text = zu::adopt( zuStringCreate() );
-        zuUnicodeNormalizerRead( normalizer.get(), text.inOut(), -1 );
-        const ZU_CHAR *begin = zuStringBacking( text.get() );
-        const ZU_CHAR *end = begin + zuStringLength( text.get() );
-        const ZU_CHAR *found = std::find_if( begin, end, [ & ]( ZU_CHAR ch ) { return !has[ ch ]; } );
-        block->assign( begin, found );
-        return found < end ? *found : 0;
-    }
-
-private:
-    zu::Ref<ZU_UNICODE_NORMALIZER> normalizer; // null: nothing shall fail
-    std::vector<bool> has = std::vector<bool>( 0x110000 );
-};
-
 static int convert( const CONVERSION &conversion, ConvertInput *input, ConvertOutput *output )
 {
-    auto source = zu::adopt( zuCharsetCreateCharSource( input->byteSource(), conversion.from, conversion.flags ) );
-    auto sink = zu::adopt( zuCharsetCreateCharSink( output->byteSink(), conversion.to, conversion.flags ) );
-    SurrogateFilter surrogates( conversion.flags );
+    zu::Ref<ZU_EXACT_CHAR_SOURCE> exactSource;
+    zu::Ref<ZU_EXACT_CHAR_SINK> exactSink;
+    zu::Ref<ZU_CHAR_SOURCE> source;
+    zu::Ref<ZU_CHAR_SINK> sink;
+    if ( conversion.contract ) {
+        source = zu::adopt( zuCharsetCreateCharSource( input->byteSource(), conversion.from, conversion.flags ) );
+        sink = zu::adopt( zuCharsetCreateCharSink( output->byteSink(), conversion.to, conversion.flags ) );
+    } else {
+        exactSource = zu::adopt( zuExactCharSourceCreate( input->byteSource(), conversion.from, conversion.flags ) );
+        exactSink = zu::adopt( zuExactCharSinkCreate( output->byteSink(), conversion.to, conversion.flags ) );
+        source = zu::adopt( zuExactCharSourceCharSource( exactSource.get() ) );
+        sink = zu::adopt( zuExactCharSinkCharSink( exactSink.get() ) );
+    }
     NewlineFilter newlines( conversion.newlines );
-    LackFilter lacks( conversion );
     BLOCK block;
-    ZU_INT done = 0;    // valid characters read
-    ZU_INT damaged = 0; // characters that UTF-16 sinks do not write as they are
-    bool valid = true;
+    ZU_INT done = 0; // characters written ahead of the block
     ZU_CHAR lack = 0;
-    while ( valid && !lack && !zuCharSourceEnd( source.get() ) && !zuCharSinkError( sink.get() ) ) {
+    while ( !zuCharSourceEnd( source.get() ) && !zuCharSinkError( sink.get() ) ) {
         block.resize( BLOCK_CHARS );
         block.resize( (size_t)zuCharSourceReadChars( source.get(), block.data(), BLOCK_CHARS ) );
-        bool atEnd = zuCharSourceEnd( source.get() );
-        valid = surrogates.apply( &block, atEnd ) && !zuCharSourceError( source.get() );
-        done += (ZU_INT)block.size();
         newlines.apply( &block );
-        lack = lacks.apply( &block, atEnd || !valid );
-        if ( convertIsUtf16( conversion.to ) ) {
-            damaged += std::count_if( block.begin(), block.end(), []( ZU_CHAR ch ) { return ch > 0xFF; } );
-        }
         zuCharSinkWriteChars( sink.get(), block.data(), (ZU_INT)block.size() );
+        if ( exactSink && zuCharSinkError( sink.get() ) && zuExactCharSinkFault( exactSink.get() ) >= 0 ) {
+            lack = block[ (size_t)( zuExactCharSinkFault( exactSink.get() ) - done ) ];
+        }
+        done += (ZU_INT)block.size();
     }
     zuCharSinkFlush( sink.get() );
     if ( !input->ok() || !output->ok() ) {
@@ -332,13 +237,17 @@ static int convert( const CONVERSION &conversion, ConvertInput *input, ConvertOu
         toolError( "the input has U+%^04X, which %~s lacks", lack, zuCharsetToIanaName( conversion.to ) );
         return TOOL_FAILED;
     }
-    if ( !valid ) {
-        toolError( "the input is no %~s behind the first %i characters", zuCharsetToIanaName( conversion.from ), done );
+    if ( zuCharSinkError( sink.get() ) ) {
+        toolError( "the input has what %~s lacks", zuCharsetToIanaName( conversion.to ) );
         return TOOL_FAILED;
     }
-    if ( damaged > 0 ) {
-        toolError( "%~s keeps characters up to U+00FF only; damaged: %i", zuCharsetToIanaName( conversion.to ),
-                   damaged );
+    if ( zuCharSourceError( source.get() ) ) {
+        ZU_INT fault = exactSource ? zuExactCharSourceFault( exactSource.get() ) : -1;
+        if ( fault >= 0 ) {
+            toolError( "the input is no %~s from byte %i on", zuCharsetToIanaName( conversion.from ), fault );
+        } else {
+            toolError( "the input is no %~s", zuCharsetToIanaName( conversion.from ) );
+        }
         return TOOL_FAILED;
     }
     return TOOL_OK;
@@ -384,7 +293,7 @@ static bool convertReadErrors( const char *name, ZU_CHARSET_FLAGS *flags )
     if ( !name || strcmp( name, "replace" ) == 0 ) {
         return true;
     }
-    if ( strcmp( name, "ignore" ) == 0 ) {
+    if ( strcmp( name, "skip" ) == 0 || strcmp( name, "ignore" ) == 0 ) {
         *flags |= ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS;
         return true;
     }
@@ -392,7 +301,7 @@ static bool convertReadErrors( const char *name, ZU_CHARSET_FLAGS *flags )
         *flags |= ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER;
         return true;
     }
-    toolMisuse( "--errors is replace, ignore or fail, not %lc", name );
+    toolMisuse( "--errors is replace, skip or fail, not %lc", name );
     return false;
 }
 static bool convertReadNewlines( const char *name, ZU_NLF_FLAGS *flags )
@@ -414,6 +323,7 @@ static int convertRun( int argc, char **argv )
 {
     bool list = false;
     bool bom = false;
+    bool contract = false;
     const char *from = nullptr;
     const char *to = nullptr;
     const char *errors = nullptr;
@@ -423,6 +333,7 @@ static int convertRun( int argc, char **argv )
     if ( !toolReadArguments( argc, argv,
                              { { "--list", &list, nullptr },
                                { "--bom", &bom, nullptr },
+                               { "--contract", &contract, nullptr },
                                { "--from", nullptr, &from },
                                { "--to", nullptr, &to },
                                { "--errors", nullptr, &errors },
@@ -433,7 +344,7 @@ static int convertRun( int argc, char **argv )
     if ( list ) {
         return argc == 1 ? convertPrintList() : toolMisuse( "%lc stands alone", "--list" );
     }
-    CONVERSION conversion = { -1, -1, bom ? ZU_CHARSET_FLAG_INSERT_BYTE_ORDER_MARK : 0, 0 };
+    CONVERSION conversion = { -1, -1, bom ? ZU_CHARSET_FLAG_INSERT_BYTE_ORDER_MARK : 0, 0, contract };
     if ( !convertReadCharset( "--from", from, &conversion.from ) || !convertReadCharset( "--to", to, &conversion.to ) ||
          !convertReadErrors( errors, &conversion.flags ) || !convertReadNewlines( newlines, &conversion.newlines ) ) {
         return TOOL_MISUSE;
@@ -458,21 +369,23 @@ static int convertRun( int argc, char **argv )
 const TOOL_COMMAND toolConvertCommand = {
     "convert",
     "converts text from one character set to another",
-    R"(usage: zu convert --from SET --to SET [--errors WHAT] [--bom] [--newlines FORM] [IN [OUT]]
+    R"(usage: zu convert --from SET --to SET [--errors WHAT] [--bom] [--newlines FORM] [--contract] [IN [OUT]]
        zu convert --list
 
 Converts text from one character set to another, from the file IN or the standard input to the file OUT or the standard
 output; "-" stands for either.  SET is a name such as UTF-8, ISO-8859-2, windows-1252, cp437 or KOI8-R, in letters of
-either case.  Single-byte sets get composed text (NFC).  UTF-16 output keeps characters up to U+00FF only; UTF-8 and
-UTF-32 keep all.
+either case.  What the input is by its standard is converted, and nothing else.  In single-byte sets a letter and a mark
+are composed, or come apart, where the set has the text in no other form.
 
 Options:
   --from SET         the set of the input; in UTF-8, UTF-16 and UTF-32 without BE or LE a byte order mark is dropped
   --to SET           the set of the output
   --errors WHAT      what becomes of invalid input, and of characters that the output's set lacks: "replace" them, which
-                     is what happens without this option, "ignore" them, or "fail" at the first
+                     is what happens without this option, "skip" them, or "fail" at the first and tell where it is
   --bom              begins output in a set of the UTF family with a byte order mark
   --newlines FORM    turns all line ends into one form: lf, crlf, cr, nel, ls or ps
+  --contract         converts by the lenient streams of the library, oddities included: overlong forms and surrogates
+                     pass, UTF-16 is written up to U+00FF only, ISO-8859-8 is read as Greek
   --list             lists all sets, each with its Windows code page and its other names
   --help             prints this
 
