@@ -18,60 +18,13 @@ PRINTED = []
 INT = ctypes.c_int64
 
 
-class Caller:
-    """Makes arguments by their type, calls, and tells what came of it as a text."""
+class Caller(interface.Maker):
+    """Calls with arguments by their type, and tells what came of it as a text."""
 
     def __init__(self, library):
-        self.library = library
-        self.makers = {
-            "ZU_INT": lambda: INT(1),
-            "ZU_CHAR": lambda: ctypes.c_uint32(ord("b")),
-            "ZU_BOOL": lambda: ctypes.c_int32(1),
-            "double": lambda: ctypes.c_double(1.5),
-            "ZU_STRING*": lambda: self.string("abcabc"),
-            "ZU_OBJ*": lambda: self.string("q"),
-            "ZU_VECTOR*": self.vector,
-            "ZU_DICT*": self.dict,
-            "ZU_STORE*": self.store,
-            "ZU_ENUM*": lambda: self.call("zuEnumCreate"),
-            "ZU_FLAGSET*": lambda: self.call("zuFlagsetCreate"),
-            "ZU_CHAR_SINK*": self.char_sink,
-            "ZU_LINE_SINK*": self.line_sink,
-        }
-
-    def call(self, name, *arguments):
-        function = getattr(self.library, name)
-        function.restype = ctypes.c_void_p
-        return ctypes.c_void_p(function(*arguments))
-
-    def string(self, text):
-        return self.call("zuStringCreateFromUtf8", text.encode(), INT(len(text.encode())))
-
-    def text(self, obj):
-        if not obj.value:
-            return "null"
-        copied = self.call("zuStringConvertToUtf8", self.call("zuObjToString", obj), 1, None)
-        return ctypes.string_at(copied.value).decode()
-
-    def vector(self):
-        held = self.call("zuVectorCreate")
-        for text in ["x", "abcabc", "b"]:
-            self.call("zuVectorAppendString", ctypes.byref(held), self.string(text))
-        return held
-
-    def dict(self):
-        held = self.call("zuDictCreate")
-        for key in ["ab", "b"]:
-            self.call("zuDictSetStringKey", ctypes.byref(held), self.string(key), self.string(key + key))
-        return held
-
-    def store(self):
-        held = self.call("zuStoreCreate")
-        inner = self.call("zuStoreCreate")
-        for address, value in [("12", "7"), ("ab", "1"), ("b", "true")]:
-            self.call("zuStoreSetValue", ctypes.byref(held), self.string(address), self.string(value))
-        self.call("zuStoreSetStore", ctypes.byref(held), self.string("b"), inner)
-        return held
+        super().__init__(library)
+        self.makers["ZU_CHAR_SINK*"] = self.char_sink
+        self.makers["ZU_LINE_SINK*"] = self.line_sink
 
     # What is written is found in the string below.
     def char_sink(self):
