@@ -83,16 +83,3 @@ TEST( Alert, BehavesLikeAModel )
         EXPECT_TRUE( fired.empty() ); // its end is no setting
     }
 }
-
-TEST( AlertAborts, Null )
-{
-    zu::Ref<ZU_ALERT> al = zu::adopt( zuAlertCreate() );
-    zu::Ref<ZU_ALERTABLE> alb = createNoting( 0 );
-    for ( auto *function : { zuAlertIsSet, zuAlertUnset } ) {
-        expectAbort( "al", [ & ] { function( nullptr ); } );
-    }
-    for ( auto *function : { zuAlertAddAlertable, zuAlertDelAlertable } ) {
-        expectAbort( "al", [ & ] { function( nullptr, alb.get() ); } );
-        expectAbort( "alb", [ & ] { function( al.get(), nullptr ); } );
-    }
-}

@@ -94,9 +94,3 @@ TEST( Barrier, ExpiresNotEarlyAndSleeps )
     // The clock that counts is cut to whole milliseconds at both ends.
     EXPECT_GT( std::chrono::steady_clock::now() - begin, std::chrono::milliseconds( 59 ) );
 }
-
-TEST( BarrierAborts, Arguments )
-{
-    zu::Ref<ZU_BARRIER> barrier = createBarrier( false );
-    expectAbort( "millisec == -1 || millisec >= 0", [ & ] { zuBarrierPassTimed( barrier.get(), -2 ); } );
-}

@@ -56,29 +56,6 @@ TEST( Boxed, Order )
                        zu___BoxedPointerObj( zu___BoxedPointerCreate( (void *)UINTPTR_MAX, nullptr ) ) } );
 }
 
-TEST( Boxed, Equality )
-{
-    const struct {
-        ZU_OBJ *a;
-        ZU_OBJ *b;
-        bool same; // whether both are one object
-    } rows[] = {
-        { boxedBool( 2 ), boxedBool( 1 ), true },
-        { boxedInt( 5 ), boxedInt( 5 ), false },
-        { boxedReal( 1.0 ), boxedReal( 1.0 + 0x1p-52 ), false },
-        { boxedReal( 0.0 ), boxedReal( -1e-17 ), false },
-        { zuBoxedNullObj( zuBoxedNullCreate() ), zuBoxedNullObj( zuBoxedNullCreate() ), true },
-        { zu___BoxedPointerObj( zu___BoxedPointerCreate( nullptr, nullptr ) ),
-          zu___BoxedPointerObj( zu___BoxedPointerCreate( nullptr, nullptr ) ), false },
-    };
-    for ( const auto &row : rows ) {
-        EXPECT_EQ( zuObjCompare( row.a, row.b ), 0 ) << textOf( row.a );
-        EXPECT_EQ( row.a == row.b, row.same ) << textOf( row.a );
-        zuObjRelease( row.a );
-        zuObjRelease( row.b );
-    }
-}
-
 TEST( Boxed, ValuesAndTexts )
 {
     const std::pair<ZU_OBJ *, const char *> rows[] = {
@@ -111,9 +88,4 @@ TEST( Boxed, PointerIsDestroyedOnce )
     EXPECT_EQ( destroyed, 0 );
     zu___BoxedPointerRelease( bptr );
     EXPECT_EQ( destroyed, 1 );
-}
-
-TEST( BoxedAborts, OnNull )
-{
-    expectAbort( "bptr", [] { zu___BoxedPointerValue( nullptr ); } );
 }

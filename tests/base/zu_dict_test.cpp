@@ -391,41 +391,6 @@ TEST( Dict, FindsStringsInAnyOrder )
     }
 }
 
-// Each kind of key; how the forms with a text of other types convert it is tested for all families at once.
-TEST( Dict, TakesEveryKindOfKey )
-{
-    zu::Ref<ZU_STRING> held = string( "string" );
-    const std::string longKey( 300, 'l' );
-    DICT dict = zu::adopt( zuDictCreate() );
-    ZU_INT count = 0;
-#define EXPECT_KEY( form, obj, ... )                                                                        \
-    do {                                                                                                    \
-        OBJ key = obj, value = boxed( ++count );                                                            \
-        zuDictDel##form( dict.inOut() __VA_OPT__(, ) __VA_ARGS__ ); /* nothing there */                     \
-        EXPECT_FALSE( zuDictHas##form( dict.get() __VA_OPT__(, ) __VA_ARGS__ ) );                           \
-        EXPECT_EQ( zuDictIndexOf##form( dict.get() __VA_OPT__(, ) __VA_ARGS__ ), -1 );                      \
-        zuDictSet##form( dict.inOut() __VA_OPT__(, ) __VA_ARGS__, value.get() );                            \
-        EXPECT_TRUE( zuDictHas##form( dict.get() __VA_OPT__(, ) __VA_ARGS__ ) );                            \
-        EXPECT_EQ( zuDictIndexOf##form( dict.get() __VA_OPT__(, ) __VA_ARGS__ ),                            \
-                   zuDictIndexOfObjKey( dict.get(), key.get() ) );                                          \
-        EXPECT_EQ( zu::adopt( zuDict##form( dict.get() __VA_OPT__(, ) __VA_ARGS__ ) ).get(), value.get() ); \
-        EXPECT_EQ( zu::adopt( zuDictObjKey( dict.get(), key.get() ) ).get(), value.get() );                 \
-        DICT without = dict;                                                                                \
-        zuDictDel##form( without.inOut() __VA_OPT__(, ) __VA_ARGS__ );                                      \
-        EXPECT_FALSE( zuDictHasObjKey( without.get(), key.get() ) );                                        \
-        EXPECT_EQ( zuDictLength( dict.get() ), count );                                                     \
-    } while ( 0 )
-    EXPECT_KEY( ObjKey, boxed( 77 ), boxed( 77 ).get() );
-    EXPECT_KEY( BoolKey, zu::adopt( zuBoxedBoolObj( zuBoxedBoolCreate( ZU_TRUE ) ) ), 5 );
-    EXPECT_KEY( IntKey, boxed( INT64_MIN ), INT64_MIN );
-    EXPECT_KEY( RealKey, zu::adopt( zuBoxedRealObj( zuBoxedRealCreate( 1.0 ) ) ), 1.0 + 1e-17 );
-    EXPECT_KEY( NullKey, zu::adopt( zuBoxedNullObj( zuBoxedNullCreate() ) ) );
-    EXPECT_KEY( StringKey, text( "string" ), held.get() );
-    EXPECT_KEY( StringKeyCstr, text( longKey ), longKey.c_str(), -1 );
-    EXPECT_KEY( SortKey, zu::share( zuSortObj( zuDictSort() ) ), zuDictSort() );
-#undef EXPECT_KEY
-}
-
 // A number whose comparisons are noted.
 struct ZU_TEST_PROBE {
     ZU_OBJ obj;
@@ -478,44 +443,4 @@ TEST( Dict, MayHoldItselfAndPrints )
     EXPECT_EQ( textOf( zuDictObj( dict.get() ) ), "{{a=0, b=1}={a=0, b=1}, a=0, b={{a=0, b=1}={a=0, b=1}, a=0, b=1}}" );
     zuDictDelValue( dict.inOut(), zuDictObj( dict.get() ), ZU_TRUE );
     EXPECT_EQ( zuDictLength( dict.get() ), 3 );
-}
-TEST( Dict, IsOrderedPairByPair )
-{
-    // "ba" maps b to 0 and a to 1.
-    const char *const ascending[] = { "", "a", "ab", "abc", "ac", "ba", "cab", "b", "bc" };
-    for ( size_t i = 0; i < std::size( ascending ); i++ ) {
-        for ( size_t j = 0; j < std::size( ascending ); j++ ) {
-            ZU_INT order = zuDictCompare( dictOf( ascending[ i ] ).get(), dictOf( ascending[ j ] ).get() );
-            EXPECT_EQ( order, ( i > j ) - ( i < j ) ) << ascending[ i ] << " and " << ascending[ j ];
-        }
-    }
-}
-
-TEST( DictAborts, BrokenConditions )
-{
-    DICT dict = dictOf( "ab" );
-    ZU_DICT *none = nullptr;
-    OBJ obj = boxed( 1 );
-    zu::Ref<ZU_VECTOR> one = zu::adopt( zuVectorCreateFromObj( obj.get() ) );
-    zu::Ref<ZU_VECTOR> empty = zu::adopt( zuVectorCreate() );
-    expectAbort( "valuesVector", [ & ] { zuDictCreateWithKeysAndValues( one.get(), nullptr ); } );
-    expectAbort( "zuVectorLength( keysVector ) == zuVectorLength( valuesVector )",
-                 [ & ] { zuDictCreateWithKeysAndValues( one.get(), empty.get() ); } );
-    expectAbort( "idx >= 0", [ & ] { zuDictKeyAt( dict.get(), -1 ); } );
-    expectAbort( "idx < dict->length", [ & ] { zuDictValueAt( dict.get(), 2 ); } );
-    expectAbort( "idx < (*dict)->length", [ & ] { zuDictSetValueAt( dict.inOut(), 2, obj.get() ); } );
-    expectAbort( "value", [ & ] { zuDictSetValueAt( dict.inOut(), 1, nullptr ); } );
-    expectAbort( "idx < (*dict)->length", [ & ] { zuDictDelAt( dict.inOut(), 2 ); } );
-    expectAbort( "key", [ & ] { zuDictObjKey( dict.get(), nullptr ); } );
-    expectAbort( "key", [ & ] { zuDictIndexOfSortKey( dict.get(), nullptr ); } );
-    expectAbort( "*dict", [ & ] { zuDictSetObjKey( &none, obj.get(), obj.get() ); } );
-    expectAbort( "key", [ & ] { zuDictSetStringKey( dict.inOut(), nullptr, obj.get() ); } );
-    expectAbort( "value", [ & ] { zuDictSetIntKey( dict.inOut(), 1, nullptr ); } );
-    expectAbort( "*dict", [ & ] { zuDictDelIntKey( &none, 1 ); } );
-    expectAbort( "value", [ & ] { zuDictDelValue( dict.inOut(), nullptr, ZU_FALSE ); } );
-    expectAbort( "*dest", [ & ] { zuDictInclude( &none, dict.get(), ZU_FALSE ); } );
-    expectAbort( "src", [ & ] { zuDictExclude( dict.inOut(), nullptr ); } );
-    expectAbort( "dictB", [ & ] { zuDictDisjoint( dict.get(), nullptr ); } );
-    expectAbort( "ZU_INT_ADD_OK( dict->length, count )",
-                 [ & ] { zu___DictMakeRoom( dict.get(), 0, ZU_INT_MAX - 1 ); } );
 }

@@ -114,21 +114,3 @@ TEST( Enum, IsMadeOfATable )
     EXPECT_EQ( generate( en.get(), 0 ), "ZU_X_RED" );
     EXPECT_EQ( zuEnumEnumerantCstr( en.get(), "ZU_X_BLUE", -1 ), 4 );
 }
-TEST( EnumAborts, BrokenConditions )
-{
-    ENUM en = oneTwoSeven();
-    ZU_ENUM *none = nullptr;
-    zu::Ref<ZU_STRING> name = string( "ZU_X_ONE" );
-    expectAbort( "*en", [ & ] { zuEnumDelEnumerant( &none, name.get() ); } );
-    expectAbort( "zuNameUpperCaseOk( name, ZU_TRUE )",
-                 [ & ] { zuEnumSetEnumerantCstr( en.inOut(), "zu", -1, 1 ); } );
-    expectAbort( "value >= 0", [ & ] { zuEnumSetEnumerant( en.inOut(), name.get(), -1 ); } );
-    expectAbort( "name", [ & ] { zuEnumParse( en.get(), nullptr ); } );
-    static constexpr ZU___NAMED_VALUE TWICE[] = {
-        ZU___NAMED_VALUE_OF( ZU_X_BLUE ),
-        ZU___NAMED_VALUE_OF( ZU_X_RED ),
-        ZU___NAMED_VALUE_OF( ZU_X_BLUE ),
-    };
-    expectAbort( "!zuEnumHasEnumerantCstr( *(&colourEnum), \"ZU_X_BLUE\", -1 )",
-                 [ & ] { ZU___ENUM_CREATE( colourEnum, TWICE ); } );
-}

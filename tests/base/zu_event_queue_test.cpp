@@ -198,17 +198,6 @@ TEST( EventQueue, DetachesWhileItsListenerReads )
     } );
 }
 
-TEST( EventQueueAborts, Arguments )
-{
-    zu::Ref<ZU_EVENT_QUEUE> eq = createQueue();
-    zu::Ref<ZU_OBJ> event = createInt( 1 );
-    zu::Ref<ZU_ALERTABLE> alb = createCounting();
-    expectAbort( "event", [ & ] { zuEventQueueWriteEvent( eq.get(), nullptr ); } );
-    for ( auto *function : { zuEventQueueReadEventAddAlertable, zuEventQueueReadEventDelAlertable } ) {
-        expectAbort( "eq", [ & ] { function( nullptr, alb.get() ); } );
-        expectAbort( "alb", [ & ] { function( eq.get(), nullptr ); } );
-    }
-}
 TEST( EventQueueAborts, Halted )
 {
     zu::Ref<ZU_ALERTABLE> alb = createCounting();

@@ -100,44 +100,7 @@ TEST( Flagset, AnUnknownNameCopiesNothing )
 
 #define ZU_X_HIGH ( (ZU_INT)4 )
 #define ZU_X_LOW  ( (ZU_INT)1 )
-TEST( FlagsetAborts, BrokenConditions )
-{
-    FLAGSET fs = someFlags();
-    ZU_FLAGSET *none = nullptr;
-    zu::Ref<ZU_STRING> name = string( "ZU_A" );
-    const char *const oneBit = "value && zuIntBitHighest( value ) == zuIntBitLowest( value )";
-    expectAbort( "*fs", [ & ] { zuFlagsetDelFlag( &none, name.get() ); } );
-    expectAbort( "zuNameUpperCaseOk( name, ZU_TRUE )",
-                 [ & ] { zuFlagsetSetFlagCstr( fs.inOut(), "", -1, 1 ); } );
-    expectAbort( oneBit, [ & ] { zuFlagsetSetFlag( fs.inOut(), name.get(), 0 ); } );
-    expectAbort( oneBit, [ & ] { zuFlagsetSetFlag( fs.inOut(), name.get(), 3 ); } );
-    expectAbort( "name", [ & ] { zuFlagsetGenerate( fs.get(), 4 ); } );
-    expectAbort( "flags", [ & ] { zuFlagsetParse( fs.get(), nullptr ); } );
-    static constexpr ZU___NAMED_VALUE TWICE[] = {
-        ZU___NAMED_VALUE_OF( ZU_X_HIGH ),
-        ZU___NAMED_VALUE_OF( ZU_X_LOW ),
-        ZU___NAMED_VALUE_OF( ZU_X_LOW ),
-    };
-    expectAbort( "!zuFlagsetHasFlagCstr( *(&levelFlagset), \"ZU_X_LOW\", -1 )",
-                 [ & ] { ZU___FLAGSET_CREATE( levelFlagset, TWICE ); } );
-}
 
-// The flag sets of formats and of the runtime.  Every flag prints as its name, and as nothing if it is normalized away.
-TEST( FormatFlags, HaveNames )
-{
-    const char *const names[] = { "LEFTALIGN", "ZEROPAD",      "NOSIGN",      "PLUSPOS",    "BLANKPOS",
-                                  "UPPERCASE", "BASEMNEMONIC", "BASENUMERIC", "BASEDECIMAL" };
-    for ( size_t bit = 0; bit < std::size( names ); bit++ ) {
-        std::string name = std::string( "ZU_FORMAT_FLAG_" ) + names[ bit ];
-        EXPECT_EQ( takeText( zuFormatFlagsToString( bitOf( (ZU_INT)bit ) ) ), name );
-        EXPECT_EQ( zuFormatFlagsFromString( string( name ).get() ), bitOf( (ZU_INT)bit ) ) << name;
-    }
-    EXPECT_EQ( takeText( zuFormatFlagsToString( -1 ) ),
-               "ZU_FORMAT_FLAG_LEFTALIGN|ZU_FORMAT_FLAG_NOSIGN|ZU_FORMAT_FLAG_UPPERCASE|ZU_FORMAT_FLAG_BASEMNEMONIC|"
-               "ZU_FORMAT_FLAG_BASEDECIMAL" );
-    EXPECT_EQ( zuFormatFlagsFromString( string( "3" ).get() ), ZU_FORMAT_FLAG_LEFTALIGN );
-    EXPECT_EQ( zuFormatFlagsFromString( string( "1024x" ).get() ), 0 );
-}
 TEST( RuntimeFlags, HaveNames )
 {
     const std::map<ZU_INT, std::string> alone = {

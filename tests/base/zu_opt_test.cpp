@@ -1,4 +1,4 @@
-#include "zu/zu.hpp"
+#include "zu_test_string.h"
 #include "zu_test_support.h"
 
 #include <map>
@@ -10,19 +10,6 @@ using DEF = zu::Ref<ZU_OPT_DEF>;
 using SEQ = zu::Ref<ZU_OPT_SEQ>;
 using VECTOR = zu::Ref<ZU_VECTOR>;
 using STRING = zu::Ref<ZU_STRING>;
-
-static STRING string( const std::string &text )
-{
-    return zu::adopt( zuStringCreateFromUtf8( text.data(), (ZU_INT)text.size() ) );
-}
-static std::string textOf( ZU_STRING *zus )
-{
-    ZU_INT length;
-    char *chars = zuStringConvertToUtf8( zus, ZU_FALSE, &length );
-    std::string text( chars, (size_t)length );
-    zuMemFree( chars );
-    return text;
-}
 
 namespace {
 
@@ -410,20 +397,4 @@ TEST( OptDef, IsAValueThatLooksUp )
     EXPECT_EQ( zuOptSeqNext( seq.get() ), -1 ); // the number has become an option
     EXPECT_EQ( textOf( zu::adopt( zuOptFlagsToString( 5 ) ).get() ), "ARGUMENT|ONCE" );
     EXPECT_EQ( textOf( zu::adopt( zuOptFlagsToString( 16 ) ).get() ), "" );
-}
-TEST( OptAborts, BrokenConditions )
-{
-    DEF def = zu::adopt( zuOptDefCreate() );
-    ZU_OPT_DEF *none = nullptr;
-    STRING empty = string( "" );
-    expectAbort( "*def", [ & ] { zuOptDefSetFlags( &none, 1, 1 ); } );
-    expectAbort( "optId >= 0", [ & ] { zuOptDefSetArgOnly( def.inOut(), -1 ); } );
-    expectAbort( "ZU_CHAR_OK( optChar )", [ & ] { zuOptDefSetShortOpt( def.inOut(), 0x110000, 1 ); } );
-    expectAbort( "optString", [ & ] { zuOptDefSetLongOptCstr( def.inOut(), nullptr, -1, 1 ); } );
-    expectAbort( "zuStringLength( optString ) > 0", [ & ] { zuOptDefSetLongOpt( def.inOut(), empty.get(), 1 ); } );
-    expectAbort( "zuStringLength( optString ) > 0",
-                 [ & ] { zuOptDefLongOpt( def.get(), empty.get(), ZU_TRUE, nullptr ); } );
-    expectAbort( "argv", [ & ] { zuOptSeqCreate( def.get(), nullptr ); } );
-    SEQ seq = zu::adopt( zuOptSeqCreate( def.get(), vectorOf( { { "--" } } ).get() ) );
-    expectAbort( "length", [ & ] { zuOptSeqNext( seq.get() ); } );
 }

@@ -129,39 +129,3 @@ TEST( PriorityMap, AgreesWithAModel )
         zuObjRelease( obj );
     }
 }
-
-TEST( PriorityMap, CopiesShareUntilChanged )
-{
-    auto one = zu::adopt( zuBoxedIntObj( zuBoxedIntCreate( 1 ) ) );
-    auto two = zu::adopt( zuBoxedIntObj( zuBoxedIntCreate( 2 ) ) );
-    auto map = zu::adopt( zuPriorityMapCreate() );
-    zuPriorityMapSet( map.inOut(), 5, one.get() );
-    zuPriorityMapSet( map.inOut(), -5, two.get() );
-    auto copy = zu::adopt( zuPriorityMapCreateFrom( map.get() ) );
-    zuPriorityMapSet( copy.inOut(), -5, two.get() );
-    EXPECT_EQ( copy.get()->entryDict, map.get()->entryDict ) << "the priority it has already";
-    EXPECT_TRUE( zuPriorityMapEquals( copy.get(), map.get() ) );
-    zuPriorityMapSet( copy.inOut(), 6, two.get() );
-    EXPECT_EQ( zuPriorityMapIndexOf( map.get(), two.get() ), 0 );
-    EXPECT_EQ( zuPriorityMapIndexOf( copy.get(), two.get() ), 1 );
-    EXPECT_LT( zuPriorityMapCompare( map.get(), copy.get() ), 0 );
-
-    zuPriorityMapSet( copy.inOut(), 0, zuPriorityMapObj( copy.get() ) );
-    EXPECT_EQ( zuPriorityMapLength( copy.get() ), 3 );
-    auto inner = zu::adopt( zuPriorityMapFrom( zuPriorityMapValueAt( copy.get(), 0 ) ) );
-    EXPECT_EQ( zuPriorityMapLength( inner.get() ), 2 ) << "as it stood";
-    zuPriorityMapClear( copy.inOut() );
-    EXPECT_EQ( zuPriorityMapLength( copy.get() ), 0 );
-}
-
-TEST( PriorityMapAborts, OnMisuse )
-{
-    ZU_PRIORITY_MAP *map = zuPriorityMapCreate();
-    ZU_PRIORITY_MAP *none = nullptr;
-    expectAbort( "*map", [ & ] { zuPriorityMapClear( &none ); } );
-    expectAbort( "obj", [ & ] { zuPriorityMapSet( &map, 1, nullptr ); } );
-    expectAbort( "obj", [ & ] { zuPriorityMapLower( map, nullptr, nullptr ); } );
-    expectAbort( "idx >= 0", [ & ] { zuPriorityMapPriorityAt( map, -1 ); } );
-    expectAbort( "idx < dict->length", [ & ] { zuPriorityMapValueAt( map, 0 ); } );
-    zuPriorityMapRelease( map );
-}

@@ -155,20 +155,3 @@ TEST( VectorShuffle, MakesAllOrdersAlike )
     zuVectorShuffle( empty.inOut() );
     EXPECT_EQ( empty.get(), shared );
 }
-
-TEST( RandomAborts, Arguments )
-{
-    uint8_t byte;
-    ZU_BUFFER *none = nullptr;
-    expectAbort( "byteCount >= 0", [ & ] { zuRandomBytes( &byte, -1 ); } );
-    expectAbort( "bytes || byteCount == 0", [ & ] { zuRandomBytes( nullptr, 1 ); } );
-    expectAbort( "*buffer || byteCount == 0", [ & ] { zuRandom( &none, 1 ); } );
-    expectAbort( "bitCount >= 0", [ & ] { zuRandomBits( -1 ); } );
-    expectAbort( "bitCount <= ZU_INT_BITS", [ & ] { zuRandomBits( 65 ); } );
-    expectAbort( "lowVal >= 0", [ & ] { zuRandomNonNegativeIntRange( -1, 3 ); } );
-    expectAbort( "highVal >= 0", [ & ] { zuRandomNonNegativeIntRange( 3, -1 ); } );
-    expectAbort( "!zuBufferLength( zu___RandomBuffer )", [ & ] {
-        zuRandomByte();
-        zu___RandomFillBuffer();
-    } );
-}

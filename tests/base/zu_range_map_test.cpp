@@ -228,18 +228,3 @@ TEST( RangeMap, Order )
         }
     }
 }
-
-TEST( RangeMapAborts, OnMisuse )
-{
-    ZU_RANGE_MAP *map = zuRangeMapCreate();
-    ZU_RANGE_MAP *none = nullptr;
-    expectAbort( "*map", [ & ] { zuRangeMapCollapse( &none ); } );
-    expectAbort( "idx >= 0", [ & ] { zuRangeMapStartingKeyAt( map, -1 ); } );
-    expectAbort( "idx < map->length", [ & ] { zuRangeMapEndingKeyAt( map, 0 ); } );
-    expectAbort( "idx < map->length", [ & ] { zuRangeMapObjAt( map, 0 ); } );
-    expectAbort( "endingKey >= startingKey",
-                 [ & ] { zuRangeMapSetRangeKey( &map, 2, 1, zuRangeMapObj( map ) ); } );
-    expectAbort( "endingKey >= startingKey", [ & ] { zuRangeMapDelRangeKey( &map, 2, 1 ); } );
-    expectAbort( "value", [ & ] { zuRangeMapSetIntKey( &map, 1, nullptr ); } );
-    zuRangeMapRelease( map );
-}

@@ -129,15 +129,3 @@ TEST( Signal, IsWaitedFor )
         EXPECT_TRUE( zuSignalWaitTimed( sig.get(), millisec ) );
     }
 }
-TEST( SignalAborts, Arguments )
-{
-    zu::Ref<ZU_SIGNAL> sig = createSignal();
-    zu::Ref<ZU_SIGNALABLE> sigb = zu::adopt( zuSignalableCreate( nullptr, nullptr ) );
-    expectAbort( "millisec == -1 || millisec >= 0", [ & ] { zuSignalWaitTimed( sig.get(), -2 ); } );
-    expectAbort( "sigb", [ & ] { zuSignalDelSignalable( sig.get(), nullptr ); } );
-    expectAbort( "chainedSignal", [ & ] { zuSignalAddSignal( sig.get(), nullptr ); } );
-    expectAbort( "chainedSignal", [ & ] { zuSignalDelSignal( sig.get(), nullptr ); } );
-    expectAbort( "al", [ & ] { zuSignalAddAlert( sig.get(), nullptr ); } );
-    expectAbort( "waitBarrier", [ & ] { zuSignalAddBarrier( sig.get(), nullptr ); } );
-    expectAbort( "waitBarrier", [ & ] { zuSignalDelBarrier( sig.get(), nullptr ); } );
-}

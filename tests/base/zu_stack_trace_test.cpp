@@ -98,11 +98,3 @@ TEST( StackTrace, ByManyThreads )
         }
     } );
 }
-TEST( StackTraceAborts, ByItsArguments )
-{
-    zu::Ref<ZU_STACK_TRACE> one = zu::adopt( zuStackTraceCreate( 0, 1 ) );
-    expectAbort( "skip >= 0", [] { zuStackTraceCreate( -1, 0 ); } );
-    expectAbort( "maxLength >= -1", [] { zuStackTraceCreate( 0, -2 ); } );
-    expectAbort( "idx >= 0 && idx < st->symbolsLength", [ & ] { zuStackTraceAt( one.get(), 1 ); } );
-    expectAbort( "idx >= 0 && idx < st->symbolsLength", [ & ] { zuStackTraceAt( one.get(), -1 ); } );
-}

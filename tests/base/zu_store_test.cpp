@@ -336,20 +336,6 @@ TEST( Store, Addresses )
         EXPECT_FALSE( zuStoreAddressOk( string( bad ).get() ) ) << bad;
     }
 }
-TEST( Store, ListsAreInOrderOfTheirIndices )
-{
-    STORE list = zu::adopt( zuStoreCreate() );
-    const ZU_INT count = 12;
-    for ( ZU_INT i = count - 1; i >= 0; i-- ) {
-        zuStoreSetValueIntFormatCstr( list.inOut(), "%.*A", -1, i, count - 1, i );
-    }
-    for ( ZU_INT i = 0; i < count; i++ ) {
-        ZU_INT value = -7;
-        EXPECT_TRUE( zuStoreValueIntAt( list.get(), &value, i ) );
-        EXPECT_EQ( value, i );
-    }
-    EXPECT_EQ( takeText( zuStoreAddressAt( list.get(), 3 ) ), "03" );
-}
 TEST( Store, NobodyElseIsTouched )
 {
     STORE store = zu::adopt( zuStoreCreate() );
@@ -402,24 +388,14 @@ TEST( Store, TakesDeepStoresOnASmallStack )
     runOnSmallStack( mergeDeepStores );
 }
 
-TEST( StoreAborts, Arguments )
+TEST( StoreAborts, Addresses )
 {
     STORE store = zu::adopt( zuStoreCreate() );
-    STORE none;
-    STRING a = string( "a" );
-    expectAbort( "*store", [ & ] { zuStoreSetValueInt( none.inOut(), a.get(), 1 ); } );
     for ( auto read : { zuStoreHasAddress, zuStoreHasValue, zuStoreHasStore, zuStoreHasValueBool, zuStoreHasValueInt,
                         zuStoreHasValueReal } ) {
         expectAbort( "zuStoreAddressOk( address)", [ & ] { read( store.get(), string( "a.b" ).get() ); } );
     }
     for ( auto del : { zuStoreDelValue, zuStoreDelStore } ) {
         expectAbort( "zuStoreAddressOk( address)", [ & ] { del( store.inOut(), string( "" ).get() ); } );
-        expectAbort( "*store", [ & ] { del( none.inOut(), a.get() ); } );
     }
-    expectAbort( "address", [ & ] { zuStoreValue( store.get(), nullptr ); } );
-    expectAbort( "value", [ & ] { zuStoreSetValue( store.inOut(), a.get(), nullptr ); } );
-    expectAbort( "other", [ & ] { zuStoreSetStore( store.inOut(), a.get(), nullptr ); } );
-    expectAbort( "other", [ & ] { zuStoreMerge( store.inOut(), nullptr ); } );
-    expectAbort( "*store", [ & ] { zuStoreClear( none.inOut() ); } );
-    expectAbort( "idx < dict->length", [ & ] { zuStoreValueAt( store.get(), 0 ); } );
 }

@@ -90,16 +90,6 @@ TEST( StringSearch, FindsWhatTheModelFinds )
         zuStringRelease( zus );
     }
 }
-TEST( StringSearch, ByWayOfOtherTexts )
-{
-    ZU_STRING *zus = makeString( U"abc\u20ACabc\u20AC" );
-    EXPECT_EQ( zuStringFindCstr( zus, 3, "c\u20AC", 1 ), 6 );
-    EXPECT_EQ( zuStringFindWcstr( zus, 0, u"\u20AC?", -1 ), -1 );
-    EXPECT_EQ( zuStringFindFromRightCstr( zus, 3, "\u20AC", -1 ), 3 ) << "at the offset too";
-    EXPECT_EQ( zuStringFindFromRightWcstr( zus, -1, u"ab?", 2 ), 4 );
-    EXPECT_EQ( zuStringFindCharFromRight( zus, 4, 'a' ), 0 ) << "ahead of the offset";
-    zuStringRelease( zus );
-}
 
 // Split
 static std::vector<Text> takeTexts( ZU_VECTOR *parts )
@@ -161,17 +151,6 @@ TEST( StringSplit, DividesAsTheModel )
         EXPECT_EQ( takeTexts( zuStringSplitWhitespace( zus, maxParts ) ), modelSplitWhitespace( blanks, maxParts ) );
         EXPECT_EQ( takeChars( zus ), blanks );
     }
-}
-TEST( StringSplit, OfNothingAndIntoFew )
-{
-    ZU_STRING *empty = zuStringCreate();
-    ZU_STRING *words = makeString( U"a   b c" );
-    using Texts = std::vector<Text>;
-    EXPECT_EQ( takeTexts( zuStringSplitWcstr( words, u" b;", 2, -1 ) ), ( Texts{ U"a  ", U" c" } ) );
-    EXPECT_EQ( takeTexts( zuStringSplit( empty, words, -1 ) ), Texts{ U"" } );
-    EXPECT_EQ( takeTexts( zuStringSplitWhitespace( words, 2 ) ), ( Texts{ U"a", U"  b c" } ) );
-    EXPECT_EQ( takeTexts( zuStringSplitWhitespace( empty, -1 ) ), Texts{ U"" } );
-    releaseAll( words, empty );
 }
 
 // White space
@@ -298,24 +277,12 @@ TEST( StringDelimited, AddsElements )
     zuStringDelimitedAppend( &list, src, bar );
     zuStringDelimitedAppendCharDelimiter( &list, src, ',' );
     zuStringDelimitedAppendCharsDelimiter( &list, src, DASHES, 2 );
-    zuStringDelimitedAppendCstrDelimiter( &list, src, "++", 1 );
-    zuStringDelimitedAppendWcstrDelimiter( &list, src, u"\u20AC", -1 );
-    zuStringDelimitedAppendCstrSource( &list, "cx", 1, bar );
-    zuStringDelimitedAppendWcstrSource( &list, u"w", -1, bar );
-    zuStringDelimitedAppendCstr( &list, "c", -1, "; ", -1 );
-    zuStringDelimitedAppendWcstr( &list, u"wx", 1, u": ", 1 );
-    EXPECT_EQ( charsOf( list ), U"s,s--s+s\u20ACs|c|w; c:w" );
+    EXPECT_EQ( charsOf( list ), U"s,s--s" );
     zuStringClear( &list );
     zuStringDelimitedPrepend( &list, src, bar );
     zuStringDelimitedPrependCharDelimiter( &list, src, ',' );
     zuStringDelimitedPrependCharsDelimiter( &list, src, DASHES, 2 );
-    zuStringDelimitedPrependCstrDelimiter( &list, src, "++", 1 );
-    zuStringDelimitedPrependWcstrDelimiter( &list, src, u"\u20AC", -1 );
-    zuStringDelimitedPrependCstrSource( &list, "cx", 1, bar );
-    zuStringDelimitedPrependWcstrSource( &list, u"w", -1, bar );
-    zuStringDelimitedPrependCstr( &list, "c", -1, "; ", -1 );
-    zuStringDelimitedPrependWcstr( &list, u"wx", 1, u": ", 1 );
-    EXPECT_EQ( takeChars( list ), U"w:c; w|c|s\u20ACs+s--s,s" );
+    EXPECT_EQ( takeChars( list ), U"s--s,s" );
     zuStringDelimitedAppend( &src, src, src );
     EXPECT_EQ( takeChars( src ), U"sss" );
     zuStringRelease( bar );
@@ -346,34 +313,5 @@ TEST( StringScan, ReadsFromWithin )
     EXPECT_TRUE( zuStringScanReal( zus, 12, -1, 10, &real, &consumed ) );
     EXPECT_EQ( real, 2.5 );
     EXPECT_EQ( consumed, 3 );
-    zuStringRelease( zus );
-}
-
-TEST( StringOperationsAborts, BadArguments )
-{
-    ZU_STRING *zus = makeString( U"abc" );
-    ZU_STRING *empty = zuStringCreate();
-    ZU_STRING *none = nullptr;
-    const ZU_CHAR bad = 0x110000;
-    expectAbort( "offset <= zus->length", [ & ] { zuStringFindChar( zus, 4, 'a' ); } );
-    expectAbort( "offset >= 0", [ & ] { zuStringFindChars( zus, -1, &bad, 1 ); } );
-    expectAbort( "offset >= -1", [ & ] { zuStringFindFromRight( zus, -2, zus ); } );
-    expectAbort( "ZU_CHAR_OK( ch )", [ & ] { zuStringFindChar( zus, 0, bad ); } );
-    expectAbort( "subLength > 0", [ & ] { zuStringFind( zus, 0, empty ); } );
-    expectAbort( "subLength > 0", [ & ] { zuStringFindFromRightCstr( zus, 0, "", -1 ); } );
-    expectAbort( "sub", [ & ] { zuStringFindChars( zus, 0, nullptr, 1 ); } );
-    expectAbort( "maxParts == -1 || maxParts > 0", [ & ] { zuStringSplit( zus, zus, 0 ); } );
-    expectAbort( "sep->length > 0", [ & ] { zuStringSplit( empty, empty, -1 ); } );
-    expectAbort( "ZU_CHAR_OK( sep )", [ & ] { zuStringSplitChar( zus, bad, -1 ); } );
-    expectAbort( "*zus", [ & ] { zuStringTrim( &none ); } );
-    expectAbort( "*zus", [ & ] { zuStringToUpper( &none ); } );
-    expectAbort( "zusB", [ & ] { zuStringCompareCaseFold( zus, none ); } );
-    expectAbort( "ZU_CHAR_OK( ch )", [ & ] { zuStringEqualsCharCaseFold( zus, bad ); } );
-    expectAbort( "zuCharsAllOk( chs, chsLen )", [ & ] { zuStringEqualsCharsCaseFold( zus, &bad, 1 ); } );
-    expectAbort( "delimiter", [ & ] { zuStringDelimitedAppend( &zus, zus, none ); } );
-    expectAbort( "ZU_CHAR_OK( ch )", [ & ] { zuStringDelimitedPrependCharDelimiter( &empty, zus, bad ); } );
-    expectAbort( "maxChars >= -1", [ & ] { zuStringScanInt( zus, 0, -2, 10, nullptr, nullptr ); } );
-    expectAbort( "offset <= zus->length", [ & ] { zuStringScanBool( zus, 4, -1, ZU_TRUE, nullptr, nullptr ); } );
-    zuStringRelease( empty );
     zuStringRelease( zus );
 }

@@ -135,11 +135,3 @@ TEST( CharsetMap, TakesAnyFunction )
     ASSERT_EQ( zuBufferLength( buffer.get() ), 6 );
     EXPECT_EQ( memcmp( zuBufferBacking( buffer.get() ), "\0\0\x1F\0\x1F\0", 6 ), 0 ) << "no replacement is there";
 }
-
-TEST( CharsetMapAborts, NullArguments )
-{
-    expectAbort( "charOut", [] { zu___CharsetKoi8RMapByteToChar( 0, nullptr ); } );
-    expectAbort( "byteOut", [] { zu___CharsetKoi8RMapCharToByte( 0, nullptr ); } );
-    expectAbort( "charOut", [] { zu___CharsetAsciiMapByteToChar( 0, nullptr ); } );
-    expectAbort( "byteSink", [] { zu___CharsetMapCharSinkCreate( nullptr, 0, zu___CharsetAsciiMapCharToByte ); } );
-}

@@ -185,27 +185,6 @@ static zu::Ref<ZU_BYTE_SINK> makeNotingSink( Writes *notes )
         write, []( ZU_OBJ * ) -> ZU_BOOL { return ZU_TRUE; }, nullptr ) );
 }
 
-TEST( CharsetUtf, WritesFullCaches )
-{
-    auto sizesOf = []( ZU_CHARSET charset, const std::u32string &text, ZU_CHARSET_FLAGS flags ) {
-        Writes notes;
-        auto byteSink = makeNotingSink( &notes );
-        auto sink = zu::adopt( zuCharsetCreateCharSink( byteSink.get(), charset, flags ) );
-        std::vector<ZU_CHAR> chars( text.begin(), text.end() );
-        EXPECT_TRUE( zuCharSinkWriteChars( sink.get(), chars.data(), (ZU_INT)chars.size() ) );
-        EXPECT_TRUE( zuCharSinkFlush( sink.get() ) );
-        EXPECT_TRUE( zuCharSinkFlush( sink.get() ) ) << "nothing is left";
-        return notes.sizes;
-    };
-    using Sizes = std::vector<ZU_INT>;
-    EXPECT_EQ( sizesOf( ZU_CHARSET_UTF_8, std::u32string( 1025, U'a' ), 0 ), ( Sizes{ 1024, 1 } ) );
-    EXPECT_EQ( sizesOf( ZU_CHARSET_UTF_8, std::u32string( 342, U'\u20AC' ), 0 ), ( Sizes{ 1023, 3 } ) );
-    EXPECT_EQ( sizesOf( ZU_CHARSET_UTF_8, std::u32string( 1022, U'a' ), WRITE_MARK ), ( Sizes{ 1024, 1 } ) );
-    EXPECT_EQ( sizesOf( ZU_CHARSET_UTF_16, std::u32string( 511, U'a' ), 0 ), ( Sizes{ 1020, 2 } ) );
-    EXPECT_EQ( sizesOf( ZU_CHARSET_UTF_16, std::u32string( 509, U'a' ) + U"\U0001F600a", 0 ), ( Sizes{ 1022, 2 } ) );
-    EXPECT_EQ( sizesOf( ZU_CHARSET_UTF_32, std::u32string( 257, U'a' ), 0 ), ( Sizes{ 1024, 4 } ) );
-}
-
 TEST( CharsetUtf, AFailedSinkLosesWhatItHolds )
 {
     for ( ZU_CHARSET charset : { ZU_CHARSET_UTF_8, ZU_CHARSET_UTF_16, ZU_CHARSET_UTF_32, ZU_CHARSET_ISO_8859_1 } ) {

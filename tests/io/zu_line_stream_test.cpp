@@ -174,25 +174,6 @@ TEST( NlfLineSource, AsksAsOftenAsItMust )
     }
 }
 
-TEST( LineSource, ReadsSeveralLines )
-{
-    struct ROW {
-        ZU_INT count;
-        LINES lines;
-        bool end;
-    };
-    const ROW rows[] = { { 0, {}, false }, { 3, { U"a", U"", U"b" }, false }, { -1, { U"c" }, true }, { 5, {}, true } };
-    ZU_LINE_SOURCE *source = makePieces( { U"a\n\nb\nc" }, false );
-    for ( const ROW &row : rows ) {
-        ZU_VECTOR *vec = zuLineSourceReadLines( source, row.count );
-        ZU_VECTOR *expected = makeVector( row.lines );
-        EXPECT_TRUE( zuVectorEquals( vec, expected ) ) << row.count;
-        EXPECT_EQ( zuLineSourceEnd( source ), row.end );
-        releaseAll( expected, vec );
-    }
-    zuLineSourceRelease( source );
-}
-
 // A line sink that records, and fails when it is told to
 static LINES written;
 static size_t failingWrite;
@@ -242,30 +223,6 @@ TEST( LineSink, WritesLinesOfAllKinds )
     zuLineSinkRelease( sink );
     EXPECT_EQ( flushes, 2 );
     releaseAll( none, vec, zus );
-}
-TEST( LineSink, AFailureIsForGood )
-{
-    ZU_LINE_SINK *sink = makeSink();
-    ZU_VECTOR *vec = makeVector( { U"1", U"2", U"3" } );
-    ZU_VECTOR *none = zuVectorCreate();
-    failingWrite = 1;
-    EXPECT_EQ( zuLineSinkWriteLines( sink, vec ), ZU_FALSE );
-    EXPECT_TRUE( zuLineSinkError( sink ) );
-    EXPECT_EQ( written, LINES( { U"1", U"2" } ) );
-    EXPECT_EQ( zuLineSinkLinesWritten( sink ), 1 );
-    failingWrite = SIZE_MAX;
-    EXPECT_FALSE( zuLineSinkWriteCstr( sink, "x", -1 ) );
-    EXPECT_FALSE( zuLineSinkWriteLines( sink, none ) );
-    EXPECT_FALSE( zuLineSinkFlush( sink ) );
-    EXPECT_EQ( written.size(), 2u );
-    zuLineSinkRelease( sink );
-    EXPECT_EQ( flushes, 0 );
-
-    sink = makeSink();
-    flushResult = ZU_FALSE;
-    EXPECT_FALSE( zuLineSinkFlush( sink ) );
-    EXPECT_TRUE( zuLineSinkError( sink ) );
-    releaseAll( sink, none, vec );
 }
 
 TEST( NlfLineSink, WritesTheFirstNewlineFunction )
@@ -325,42 +282,10 @@ TEST( NlfLineSink, PassesFailuresAndFlushesOn )
     EXPECT_EQ( charFlushes, 1 );
 }
 
-TEST( NlfFlags, Names )
+TEST( LineAborts, InvalidCharacters )
 {
-    EXPECT_EQ( zuNlfFlagsNormalize( -1 ), 255 );
-    EXPECT_EQ( takeChars( zuNlfFlagsToString( ZU_NLF_FLAG_LF | ZU_NLF_FLAG_CRLF | ZU_NLF_FLAG_PS ) ),
-               U"ZU_NLF_FLAG_LF|ZU_NLF_FLAG_CRLF|ZU_NLF_FLAG_PS" );
-    for ( ZU_NLF_FLAGS flags = 0; flags < 256; flags++ ) {
-        ZU_STRING *text = zuNlfFlagsToString( flags );
-        EXPECT_EQ( zuNlfFlagsFromString( text ), flags );
-        zuStringRelease( text );
-    }
-    ZU_STRING *number = makeString( U"0x101 and more" );
-    EXPECT_EQ( zuNlfFlagsFromString( number ), 1 );
-    zuStringRelease( number );
-}
-
-TEST( LineAborts, Arguments )
-{
-    ZU_LINE_SINK *sink = makeSink();
-    ZU_LINE_SOURCE *source = makePieces( {}, false );
-    ZU_VECTOR *vec = zuVectorCreate();
-    expectAbort( "zus", [ & ] { zuLineSinkWrite( sink, nullptr ); } );
-    expectAbort( "vec", [ & ] { zuLineSinkWriteLines( sink, nullptr ); } );
-    expectAbort( "maxLineCount >= -1", [ & ] { zuLineSourceReadLines( source, -2 ); } );
     ZU_LINE_SOURCE *invalid = makePieces( { U"a\U00100000\nb" + std::u32string( 1, 0x110000 ) }, false );
     EXPECT_EQ( takeChars( zuLineSourceRead( invalid ) ), U"a\U00100000" ) << "as long as it stands in no line";
     expectAbort( "zuCharsAllOk( chs, chsLength )", [ & ] { zuLineSourceRead( invalid ); } );
     zuLineSourceRelease( invalid );
-    expectAbort( "writeFunc", [ & ] { zu___LineSinkCreate( nullptr, nullptr, nullptr ); } );
-    expectAbort( "readFunc", [ & ] { zu___LineSourceCreate( nullptr, nullptr ); } );
-    expectAbort( "name", [ & ] { zuNlfFlagsToString( 256 ); } );
-    expectAbort(
-        "!obj || zuObjSort(obj)==&zu___sort_ZU_STRING",
-        [ & ] {
-            zuVectorAppendObj( &vec, zuVectorObj( vec ) );
-            zuLineSinkWriteLines( sink, vec );
-        },
-        "stdfunc from" );
-    releaseAll( vec, source, sink );
 }

@@ -53,34 +53,6 @@ protected:
     }
 };
 
-// The forms with formats and other texts hand on, which is tested for all families at once, but for the lists of
-// arguments.
-static void withCursor( void ( *function )( const char *, ZU_INT, va_list ), const char *format, ... )
-{
-    va_list args;
-    va_start( args, format );
-    function( format, 6, args );
-    va_end( args );
-}
-TEST_F( Print, EveryFormIsOneCall )
-{
-    zu::Ref<ZU_STRING> plain = string( "100 %s\u20AC\n" );
-    zuPrint( plain.get() );
-    zuPrintCstr( "", -1 );
-    withCursor( zuPrintFormatCstrArgList, "%i-%lcx", (ZU_INT)4, "d" );
-    EXPECT_EQ( printed, ( std::vector<std::u32string>{ U"100 %s\u20AC\n", U"", U"4-d" } ) );
-    EXPECT_TRUE( logged.empty() );
-    printed.clear();
-    zuDebugPrint( plain.get() );
-    zuDebugPrintCstr( "", -1 );
-    zuDebugPrintWcstr( u"\u20ACbc", 2 );
-    zuDebugPrintFormatWcstr( u"%i-%lcx", 6, (ZU_INT)5, "e" );
-    withCursor( zuDebugPrintFormatCstrArgList, "%i-%lcx", (ZU_INT)4, "d" );
-    std::string product = std::string( zu___RuntimeVersionProductNameCstr() ) + ": ";
-    EXPECT_EQ( logged, ( std::vector<std::string>{ product + "100 %s\u20AC\n", product, product + "\u20AC" + "b",
-                                                   product + "5-e", product + "4-d" } ) );
-    EXPECT_TRUE( printed.empty() );
-}
 TEST_F( Print, LinesAndStackTraces )
 {
     zu::Ref<ZU_VECTOR> lines = zu::adopt( zuVectorCreate() );
@@ -126,9 +98,4 @@ TEST_F( Print, NowhereWithoutAPrintFunction )
     zuPrintCstr( "a", -1 );
     zu___LockRelease( &zu___RuntimePrintLock );
     EXPECT_TRUE( printed.empty() );
-}
-TEST( PrintAborts, ByItsArguments )
-{
-    expectAbort( "chsLength >= 0", [] { zuRuntimePrint( nullptr, -1 ); } );
-    expectAbort( "chs || chsLength == 0", [] { zuRuntimePrint( nullptr, 1 ); } );
 }

@@ -114,14 +114,6 @@ TEST( RuntimeLife, HasItsClockAheadOfStart )
     EXPECT_GT( AHEAD_OF_ALL, 0 );
     EXPECT_LE( AHEAD_OF_ALL, zuTimestamp() );
 }
-TEST( RuntimeLife, PrintsNothingOnceStopped )
-{
-    Life life;
-    zuPrintCstr( "a", -1 );
-    life.stop();
-    zuRuntimePrint( (const ZU_CHAR *)U"b", 1 );
-    EXPECT_EQ( takePrinted(), "a" );
-}
 static const std::string REPORT_LINE = std::string( 90, '-' ) + "\n";
 
 static std::string productReport()
@@ -178,22 +170,7 @@ TEST( RuntimeLife, ReportsLeaks )
     }
     EXPECT_EQ( zuModule()->sorts, 0u );
 }
-TEST( RuntimeLifeAborts, ByItsTimeout )
-{
-    expectAbort( "optionalUnloadModuleTimeout >= -1",
-                 [] { zuRuntimeStartup( 0, -2, nullptr, nullptr, nullptr, nullptr ); } );
-}
 
-TEST( RuntimeModules, OnlyTheLibraryAtFirst )
-{
-    Life life( 0 );
-    EXPECT_EQ( loaded(), "zu" );
-    EXPECT_EQ( module( "zu" ), zuModule() );
-    EXPECT_EQ( module( "gauge" ), nullptr );
-    EXPECT_TRUE( load( "zu" ) );
-    EXPECT_FALSE( load( "unit" ) ) << "nobody has told where the product's files are";
-    EXPECT_TRUE( zuRuntimeTryLoadModulesCstr( "", -1 ) );
-}
 TEST( RuntimeModules, DependenciesAheadExtensionsBehind )
 {
     Life life;
@@ -225,23 +202,6 @@ TEST( RuntimeModules, SeveralUpToTheFirstFailure )
     EXPECT_EQ( module( "plot" ), nullptr );
     EXPECT_TRUE( zuRuntimeTryLoadModules( string( "plot" ).get() ) ) << "after unloading all can be loaded again";
     EXPECT_EQ( loaded(), "zu plot unit scale gauge ink" );
-}
-TEST( RuntimeModules, SeeTheirOwnRecordAndStamp )
-{
-    Life life;
-    EXPECT_TRUE( load( "gauge" ) );
-    void *file = dlopen( fileOf( "gauge" ).c_str(), RTLD_NOW | RTLD_NOLOAD );
-    ASSERT_TRUE( file );
-    EXPECT_EQ( dlsym( file, "gauge___module" ), module( "gauge" ) );
-    EXPECT_EQ( dlsym( file, "zu___module_record" ), module( "gauge" )->moduleRecord );
-    EXPECT_STREQ( *(const char **)dlsym( file, "zu___module_version_string" ),
-                  "###RQ_VERSION### any product, gauge 3#1.2" );
-    dlclose( file );
-    zu::Ref<ZU_MODULE_VERSION> version = zu::adopt( zuModuleVersion( module( "gauge" ) ) );
-    EXPECT_EQ( zuModuleVersionCompatibility( version.get() ), 3001 );
-    EXPECT_TRUE( zuModuleHasPersonality( module( "gauge" ) ) );
-    EXPECT_STREQ( module( "unit" )->moduleRecord->description, "Written in C" );
-    EXPECT_STREQ( zuModule()->moduleRecord->name, "zu" );
 }
 TEST( RuntimeModules, ComeFromThePathOfBinaries )
 {
@@ -482,19 +442,4 @@ TEST( RuntimeModulesAborts, ByFaultsOfModules )
             load( "sort" );
         },
         "stdfunc from" );
-}
-TEST( RuntimeModulesAborts, ByTheirArguments )
-{
-    Life life;
-    zu::Ref<ZU_VECTOR> numbers = zu::adopt( zuVectorCreate() );
-    zuVectorAppendInt( numbers.inOut(), 1 );
-    expectAbort( "moduleName", [] { zuRuntimeModule( nullptr ); } );
-    expectAbort( "zuModuleNameOk( moduleName )", [] { zuRuntimeModule( string( "A" ).get() ); } );
-    expectAbort( "zuModuleNameOk( moduleName )", [] { load( "" ); } );
-    expectAbort( "zuModuleNameOk( moduleName )", [] { zuRuntimeTryLoadModulesCstr( "zu B", -1 ); } );
-    expectAbort( "moduleNames", [] { zuRuntimeTryLoadModules( nullptr ); } );
-    expectAbort( "moduleNames", [] { zuRuntimeTryLoadModulesVector( nullptr ); } );
-    expectAbort( "zuVectorContainsOnly( moduleNames, zuStringSort() )",
-                 [ & ] { zuRuntimeTryLoadModulesVector( numbers.get() ); } );
-    numbers = nullptr;
 }

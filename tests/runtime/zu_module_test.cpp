@@ -136,19 +136,6 @@ TEST( Module, OrderedByName )
     higher.record.name = "a";
     expectAbort( nullptr, [ & ] { zuModuleCompare( &lower.module, &higher.module ); } );
 }
-TEST( ModuleAborts, ByItsArguments )
-{
-    Candidate candidate;
-    candidate.record.version = "one";
-    expectAbort( "ver", [ & ] { zuModuleVersion( &candidate.module ); } );
-    candidate.module.moduleRecord = nullptr;
-    for ( ZU_MODULE *module : { (ZU_MODULE *)nullptr, &candidate.module } ) {
-        const char *expression = module ? "module->moduleRecord" : "module";
-        expectAbort( expression, [ & ] { zuModuleName( module ); } );
-        expectAbort( expression, [ & ] { zuModuleDescription( module ); } );
-        expectAbort( expression, [ & ] { zuModuleVersion( module ); } );
-    }
-}
 
 TEST( ModuleVersion, Texts )
 {

@@ -36,16 +36,3 @@ TEST( RuntimeFlags, EveryCombination )
     EXPECT_EQ( zuRuntimeFlagsNormalize( -1 ), ZU_RUNTIME_FLAG_MINIMAL );
     EXPECT_EQ( zuRuntimeFlagsNormalize( -2 ), 0x1FFA );
 }
-TEST( RuntimeFlags, Names )
-{
-    for ( const auto &row : FLAGS ) {
-        ZU_INT flags = row.flag | row.needs;
-        std::string text = takeText( zuRuntimeFlagsToString( flags ) );
-        EXPECT_EQ( text.substr( text.rfind( '|' ) + 1 ), row.name );
-        EXPECT_EQ( zuRuntimeFlagsFromString( string( text ).get() ), flags ) << row.name;
-        EXPECT_EQ( zuRuntimeFlagsFromString( string( row.name ).get() ), row.needs ? 0 : row.flag ) << row.name;
-    }
-    EXPECT_EQ( takeText( zuRuntimeFlagsToString( 0x0004 ) ), "" );
-    EXPECT_EQ( takeText( zuRuntimeFlagsToString( 0x0003 ) ), "ZU_RUNTIME_FLAG_MINIMAL" );
-    EXPECT_EQ( zuRuntimeFlagsFromString( string( " 0x12 |x| ZU_RUNTIME_FLAG_SNAPSHOT_SORT" ).get() ), 0x52 );
-}

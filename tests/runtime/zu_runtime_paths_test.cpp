@@ -217,35 +217,6 @@ TEST_F( RuntimePaths, AsAValue )
         ASSERT_EQ( render( zu::adopt( zuRuntimePathsRestore( store.get() ) ).get() ), rendered( model ) );
     }
 }
-TEST_F( RuntimePaths, CheckTheirArguments )
-{
-    zu::Ref<ZU_RUNTIME_PATHS> paths = zu::adopt( zuRuntimePathsCreate() );
-    ZU_RUNTIME_PATHS *none = nullptr;
-    zu::Ref<ZU_STRING> pn = string( "/a/" );
-    expectAbort( "ZU_RUNTIME_PATH_OK( path )", [] { zuRuntimePathToString( 9 ); } );
-    expectAbort( "paths", [] { zuRuntimePathsPath( nullptr, 0 ); } );
-    expectAbort( "ZU_RUNTIME_PATH_OK( path )", [ & ] { zuRuntimePathsHasPath( paths.get(), -1 ); } );
-    expectAbort( "*paths", [ & ] { zuRuntimePathsSetPath( &none, 0, pn.get() ); } );
-    expectAbort( "ZU_RUNTIME_PATH_OK( path )", [ & ] { zuRuntimePathsSetPath( paths.inOut(), 9, nullptr ); } );
-    expectAbort( "pn", [ & ] { zuRuntimePathsSetPath( paths.inOut(), 0, nullptr ); } );
-    expectAbort( "zuStringEndsWithChar( pn, ZU_CHAR_SOLIDUS )",
-                 [ & ] { zuRuntimePathsSetPath( paths.inOut(), 0, string( "/a" ).get() ); } );
-    expectAbort( "*paths", [ & ] { zuRuntimePathsDelPath( &none, 0 ); } );
-    expectAbort( "source", [] { zuRuntimePathsCreateFrom( nullptr ); } );
-    expectAbort( "paths", [] { zuRuntimePathsStore( nullptr ); } );
-    expectAbort( "store", [] { zuRuntimePathsRestore( nullptr ); } );
-    expectAbort( "zuRuntimeValidateProductName( productName )",
-                 [] { zu___RuntimePathsForProduct( 0, string( "../a" ).get() ); } );
-}
-TEST( RuntimePath, Names )
-{
-    for ( ZU_INT path = 0; path < 9; path++ ) {
-        zu::Ref<ZU_STRING> name = zu::adopt( zuRuntimePathToString( path ) );
-        EXPECT_EQ( zuRuntimePathFromString( name.get() ), path );
-    }
-    EXPECT_EQ( zuRuntimePathFromString( string( "ZU_RUNTIME_PATH_DATA_TEMP" ).get() ), ZU_RUNTIME_PATH_DATA_TEMP );
-    EXPECT_EQ( zuRuntimePathFromString( string( "temp" ).get() ), -1 );
-}
 
 // Install info
 using Fields = std::map<std::string, std::string>;

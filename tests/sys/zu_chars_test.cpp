@@ -375,35 +375,3 @@ TEST( Chars, SanitizeJoinsPairsAndDropsTheRest )
     }
     EXPECT_EQ( zuCharsAllOk( nullptr, 0 ), ZU_TRUE );
 }
-
-TEST( CharsAborts, ChecksItsArguments )
-{
-    ZU_CHAR chars[ 4 ] = {};
-    char bytes[ 4 ] = {};
-    char16_t units[ 4 ] = {};
-    auto expectFrom = [ & ]( auto convert, auto *src ) {
-        expectAbort( "srcLength >= -1", [ & ] { convert( chars, -1, src, -2 ); } );
-        expectAbort( "destLength >= 0", [ & ] { convert( chars, -1, src, 1 ); } );
-        expectAbort( "srcLength == 0 || src", [ & ] { convert( nullptr, 1, decltype( src ){ nullptr }, -1 ); } );
-        expectAbort( "destLength == 0 || dest", [ & ] { convert( nullptr, 1, src, 0 ); } );
-    };
-    expectFrom( zuCharsConvertFromAscii, bytes );
-    expectFrom( zuCharsConvertFromUtf8, bytes );
-    expectFrom( zuCharsConvertFromCstr, bytes );
-    expectFrom( zuCharsConvertFromWcstr, units );
-    expectAbort( "ZU_INT_TO_SIGNED_INT_CONV_OK( srcLength )",
-                 [ & ] { zuCharsConvertFromCstr( nullptr, 0, bytes, ZU_INT{ 1 } << 31 ); } );
-    auto expectTo = [ & ]( auto convert, auto *dest ) {
-        expectAbort( "srcLength >= 0", [ & ] { convert( dest, -1, chars, -1, ZU_FALSE ); } );
-        expectAbort( "destLength >= 0", [ & ] { convert( dest, -1, chars, 1, ZU_FALSE ); } );
-        expectAbort( "srcLength == 0 || src", [ & ] { convert( dest, 1, nullptr, 1, ZU_FALSE ); } );
-        expectAbort( "destLength == 0 || dest", [ & ] { convert( nullptr, 1, chars, 1, ZU_FALSE ); } );
-        expectAbort( "srcLength < ZU_INT_MAX", [ & ] { convert( dest, 1, chars, ZU_INT_MAX, ZU_TRUE ); } );
-    };
-    expectTo( zuCharsConvertToAscii, bytes );
-    expectTo( zuCharsConvertToUtf8, bytes );
-    expectTo( zuCharsConvertToCstr, bytes );
-    expectTo( zuCharsConvertToWcstr, units );
-    expectAbort( "srcLength >= 0", [ & ] { zuCharsAllOk( chars, -1 ); } );
-    expectAbort( "srcLength == 0 || src", [ & ] { zuCharsSanitize( chars, 1, nullptr, 1 ); } );
-}

@@ -138,36 +138,3 @@ TEST( Int, BitsAreThoseOfABitset )
         EXPECT_EQ( zuIntBitClearLowest( value, 0 ), value );
     }
 }
-
-TEST( IntAborts, OutOfRange )
-{
-    ZU_INT number = 0;
-    expectAbort( "zuIntMulOk( value, -1 )", [] { zuIntAbs( ZU_INT_MIN ); } );
-    expectAbort( nullptr, [] { zuIntDivSaturating( 1, 0 ); } );
-    expectAbort( "b", [ & ] { zuIntSortPair( &number, nullptr ); } );
-    using FUNC = ZU_INT ( * )( ZU_INT, ZU_INT );
-    static constexpr struct {
-        const char *expression;
-        FUNC funcs[ 2 ];
-        ZU_INT argument;
-    } ROWS[] = {
-        { "bit >= 0", { zuIntBitSet, zuIntBitClear }, -1 },
-        { "bit < ZU_INT_BITS", { zuIntBitSet, zuIntBitClear }, 64 },
-        { "lowest >= 0", { zuIntBitSetLowest, zuIntBitClearLowest }, -1 },
-        { "lowest <= ZU_INT_BITS", { zuIntBitSetLowest, zuIntBitClearLowest }, 65 },
-        // The range of the highest bits begins at 64 - highest: none at all is the range of the bits 63 and 64.
-        { "bit < ZU_INT_BITS", { zuIntBitSetHighest, zuIntBitClearHighest }, 0 },
-        { "bit >= 0", { zuIntBitSetHighest, zuIntBitClearHighest }, 65 },
-        { "ZU_INT_SUB_OK( ZU_INT_BITS, highest )", { zuIntBitSetHighest, zuIntBitClearHighest }, ZU_INT_MIN },
-    };
-    for ( const auto &row : ROWS ) {
-        for ( FUNC func : row.funcs ) {
-            expectAbort( row.expression, [ & ] { func( 0, row.argument ); } );
-        }
-    }
-    expectAbort( "bit < ZU_INT_BITS", [] { zuIntBitIsSet( 0, 64 ); } );
-    for ( auto *rangeFunc : { zuIntBitSetRange, zuIntBitClearRange } ) {
-        expectAbort( "bit < ZU_INT_BITS", [ & ] { rangeFunc( 0, 64, 3 ); } );
-        expectAbort( "b < ZU_INT_MAX", [ & ] { rangeFunc( 0, ZU_INT_MAX, 3 ); } );
-    }
-}

@@ -75,30 +75,13 @@ TEST( MemAborts, ChecksItsArguments )
 {
     char bytes[ 8 ] = "";
     const ZU_INT huge = ZU_INT_MAX / 2;
-    expectAbort( "size >= 0", [] { zuMemAlloc( -1 ); } );
     expectAbort( "size > 0", [] { zuMemAlloc( 0 ); } );
     expectAbort( "res", [ & ] { zuMemAlloc( huge ); } );
-    expectAbort( "count > 0", [] { zuMemAllocN( 0, 1 ); } );
-    expectAbort( "ZU_INT_MUL_OK( count, size )", [ & ] { zuMemAllocN( huge, 4 ); } );
-    expectAbort( "newSize > 0", [] { zuMemRealloc( nullptr, 0 ); } );
-    expectAbort( "ZU_INT_MUL_OK( count, size )", [ & ] { zuMemReallocN( nullptr, 4, huge ); } );
-    expectAbort( "size > 0", [ & ] { zuMemDup( bytes, 0 ); } );
-    expectAbort( "size == 0 || src", [] { zuMemDup( nullptr, 1 ); } );
-    expectAbort( "ZU_INT_MUL_OK( count, size )", [ & ] { zuMemDupN( bytes, huge, huge ); } );
-    expectAbort( "srcLength >= -1", [ & ] { zuMemDupCstr( bytes, -2 ); } );
-    expectAbort( "src || srcLength == 0", [] { zuMemDupCstr( nullptr, -1 ); } );
     expectAbort( "ZU_INT_ADD_OK( srcLength, 1 )", [ & ] { zuMemDupCstr( bytes, ZU_INT_MAX ); } );
-    for ( auto *copyFunc : { zuMemCopy, zuMemMove } ) {
-        expectAbort( "size >= 0", [ & ] { copyFunc( bytes, bytes, -1 ); } );
-        expectAbort( "size == 0 || dest", [ & ] { copyFunc( nullptr, bytes, 1 ); } );
-        expectAbort( "size == 0 || src", [ & ] { copyFunc( bytes, nullptr, 1 ); } );
-    }
-    for ( auto *copyFunc : { zuMemCopyN, zuMemMoveN } ) {
-        expectAbort( "ZU_INT_MUL_OK( count, size )", [ & ] { copyFunc( bytes, bytes, huge, 4 ); } );
-    }
-    expectAbort( "ptr || size == 0", [] { zuMemSet( nullptr, 0, 1 ); } );
+    expectAbort( "ZU_INT_MUL_OK( count, size )", [ & ] { zuMemAllocN( huge, 4 ); } );
+    expectAbort( "ZU_INT_MUL_OK( count, size )", [ & ] { zuMemReallocN( nullptr, 4, huge ); } );
+    expectAbort( "ZU_INT_MUL_OK( count, size )", [ & ] { zuMemDupN( bytes, huge, huge ); } );
+    expectAbort( "ZU_INT_MUL_OK( count, size )", [ & ] { zuMemCopyN( bytes, bytes, huge, 4 ); } );
     expectAbort( "ZU_INT_MUL_OK( count, size )", [ & ] { zuMemSetN( bytes, 0, huge, 4 ); } );
-    expectAbort( "size == 0 || a", [ & ] { zuMemCompare( nullptr, bytes, 1 ); } );
-    expectAbort( "size == 0 || b", [ & ] { zuMemCompare( bytes, nullptr, 1 ); } );
     expectAbort( "ZU_INT_MUL_OK( count, size )", [ & ] { zuMemCompareN( bytes, bytes, huge, 4 ); } );
 }

@@ -75,21 +75,6 @@ TEST( TagDefinitionSet, StaysLikeItsModel )
     }
 }
 
-TEST( TagDefinition, Order )
-{
-    const zu::Ref<ZU_TAG_DEFINITION> ascending[] = {
-        definition( "a", {} ),          definition( "a", { {}, 3 } ),  definition( "a", { "", -1 } ),
-        definition( "a", { "x", 0 } ),  definition( "a", { "x", 9 } ), definition( "a", { "y", -1 } ),
-        definition( "b", { "a", -1 } ),
-    };
-    for ( size_t a = 0; a < std::size( ascending ); a++ ) {
-        for ( size_t b = 0; b < std::size( ascending ); b++ ) {
-            zu::Ref<ZU_TAG_DEFINITION> copy = zu::adopt( zuTagDefinitionCreateFrom( ascending[ b ].get() ) );
-            EXPECT_EQ( zuTagDefinitionCompare( ascending[ a ].get(), copy.get() ), ( a > b ) - ( a < b ) );
-        }
-    }
-}
-
 TEST( TagDefinition, Stores )
 {
     zu::Ref<ZU_STORE> store = zu::adopt( zuTagDefinitionStore( definition( "a", { {}, ZU_TAG_COLOR_GREY } ).get() ) );
@@ -102,19 +87,4 @@ TEST( TagDefinition, Stores )
     EXPECT_FALSE( zu::adopt( zuTagDefinitionTryRestore( store.get() ) ) );
     expectRestores( zuTagDefinitionTryRestore, zuTagDefinitionStore, zuTagDefinitionCompare );
     expectRestores( zuTagDefinitionSetRestore, zuTagDefinitionSetStore, zuTagDefinitionSetCompare );
-}
-
-TEST( TagDefinitionAborts, OnMisuse )
-{
-    zu::Ref<ZU_TAG_DEFINITION> def = definition( "a", {} );
-    zu::Ref<ZU_TAG_DEFINITION_SET> ds = zu::adopt( zuTagDefinitionSetCreate() );
-    zu::Ref<ZU_STRING> bad = string( "" );
-    zu::Ref<ZU_VECTOR> vec = zu::adopt( zuVectorCreateFromObj( zuStringObj( bad.get() ) ) );
-    expectAbort( "zuTagOk( tag )", [ & ] { zuTagDefinitionCreate( bad.get() ); } );
-    expectAbort( "comment", [ & ] { zuTagDefinitionSetComment( def.inOut(), nullptr ); } );
-    expectAbort( "ZU_TAG_COLOR_OK( color )", [ & ] { zuTagDefinitionSetColor( def.inOut(), -1 ); } );
-    expectAbort( "def", [ & ] { zuTagDefinitionSetSetDefinition( ds.inOut(), nullptr ); } );
-    expectAbort( "zuTagOk( tag )", [ & ] { zuTagDefinitionSetDefinition( ds.get(), bad.get() ); } );
-    expectAbort( "zuVectorContainsOnly( vec, zuTagDefinitionSort() )",
-                 [ & ] { zuTagDefinitionSetSetDefinitionsVector( ds.inOut(), vec.get() ); } );
 }

@@ -119,25 +119,3 @@ TEST( TagSet, DecodesWhatIsATag )
     zu::Ref<ZU_TAG_SET> none = zu::adopt( zuTagSetCreate() );
     EXPECT_EQ( none.get(), zu::adopt( zuTagSetCreate() ).get() );
 }
-
-TEST( TagSetAborts, OnMisuse )
-{
-    zu::Ref<ZU_TAG_SET> ts = tagSet( { "a" } );
-    zu::Ref<ZU_VECTOR> vec = zu::adopt( zuVectorCreateFromObj( zuStringObj( string( "a b" ).get() ) ) );
-    zu::Ref<ZU_VECTOR> sets = zu::adopt( zuVectorCreateFromObj( zuTagSetObj( ts.get() ) ) );
-    ZU_TAG_SET *none = nullptr;
-    expectAbort( "ts", [] { zuTagSetTagsLength( nullptr ); } );
-    expectAbort( "*ts", [ & ] { zuTagSetInclude( &none, ts.get() ); } );
-    expectAbort( "src", [ & ] { zuTagSetExclude( ts.inOut(), nullptr ); } );
-    expectAbort( "idx < dict->length", [ & ] { zuTagSetTagAt( ts.get(), 1 ); } );
-    expectAbort( "idx < (*dict)->length", [ & ] { zuTagSetDelTagAt( ts.inOut(), 1 ); } );
-    expectAbort( "zuTagOk( tag )", [ & ] { zuTagSetHasTag( ts.get(), string( "" ).get() ); } );
-    expectAbort( "zuTagOk( tag )", [ & ] { zuTagSetDelTag( ts.inOut(), string( "A" ).get() ); } );
-    expectAbort( "zuTagOk( tag )", [ & ] { zuTagSetSetTagsVector( ts.inOut(), vec.get() ); } );
-    expectAbort( "zuVectorContainsOnly( vec, zuStringSort() )",
-                 [ & ] { zuTagSetSetTagsVector( ts.inOut(), sets.get() ); } );
-    expectAbort( "zu___TagSetEmpty", [] {
-        zu___TagSetShutdown();
-        zuTagSetCreate();
-    } );
-}

@@ -55,18 +55,6 @@ TEST( UnicodeLookup, TextsBelongToTheirSymbols )
         EXPECT_EQ( row.symName, "ZU_UNICODE_SCRIPT_" + upperCase( row.name ) );
     }
 }
-TEST( UnicodeLookup, RangesOfValues )
-{
-    for ( ZU_INT value : { ZU_INT_MIN, ZU_INT{ -1 }, ZU_INT{ 256 }, ZU_INT{ 1 } << 32, ZU_INT_MAX } ) {
-        EXPECT_FALSE( ZU_UNICODE_GENC_OK( value ) || ZU_UNICODE_CCCV_OK( value ) || ZU_UNICODE_CDMT_OK( value ) ||
-                      ZU_UNICODE_SCRIPT_OK( value ) );
-    }
-    EXPECT_TRUE( ZU_UNICODE_GENC_OK( 0 ) && ZU_UNICODE_GENC_OK( 29 ) && !ZU_UNICODE_GENC_OK( 30 ) );
-    EXPECT_TRUE( ZU_UNICODE_CCCV_OK( 0 ) && ZU_UNICODE_CCCV_OK( 255 ) );
-    EXPECT_TRUE( ZU_UNICODE_CDMT_OK( 0 ) && ZU_UNICODE_CDMT_OK( 17 ) && !ZU_UNICODE_CDMT_OK( 18 ) );
-    EXPECT_TRUE( ZU_UNICODE_SCRIPT_OK( 0 ) && ZU_UNICODE_SCRIPT_OK( 99 ) && ZU_UNICODE_SCRIPT_OK( 162 ) &&
-                 !ZU_UNICODE_SCRIPT_OK( 163 ) );
-}
 TEST( UnicodeLookup, Categories )
 {
     for ( const auto &row : zu___unicodeGencRows ) {
@@ -125,14 +113,4 @@ TEST( UnicodeLookup, Scripts )
     }
     expectValue( zuUnicodeScriptFromNameCaseFold, "old_uyghur", 159 );
     expectValue( zuUnicodeScriptFromNameCaseFold, "Klingon", -1 );
-}
-TEST( UnicodeLookupAborts, BrokenConditions )
-{
-    expectAbort( "ZU_UNICODE_GENC_OK( genc )", [] { zuUnicodeGencAbbreviation( 30 ); } );
-    expectAbort( "ZU_UNICODE_CCCV_OK( cccv )", [] { zuUnicodeCccvSymName( 256 ); } );
-    expectAbort( "ZU_UNICODE_CDMT_OK( cdmt )", [] { zuUnicodeCdmtDescription( -1 ); } );
-    expectAbort( "zus", [] { zuUnicodeCdmtTag( ZU_UNICODE_CDMT_CANONICAL ); } );
-    expectAbort( "ZU_UNICODE_SCRIPT_OK( script )", [] { zuUnicodeScriptName( 163 ); } );
-    expectAbort( "zus", [] { zuUnicodeScriptName( 99 ); } );
-    expectAbort( "zus", [] { zuUnicodeScriptSymName( 99 ); } );
 }

@@ -158,23 +158,3 @@ TEST( UnicodeProperties, DigitsToEachBase )
     EXPECT_EQ( zuUnicodeBaseNDigitValue( 0xFF21, 16 ), 10 );
     EXPECT_EQ( zuUnicodeBaseNDigitValue( 0xFF21, 17 ), -1 );
 }
-
-TEST( UnicodePropertiesAborts, NoCodePointOrBase )
-{
-    const ZU_CHAR ch = 0x110000;
-    for ( const ROW &row : CATEGORIES ) {
-        expectAbort( "ZU_CHAR_OK( ch )", [ & ] { row.predicate( ch ); } );
-    }
-    for ( auto *predicate : { zuUnicodeHasCccvSpacing, zuUnicodeHasCccvFixedPos, zuUnicodeHasCccvBelowIota,
-                              zuUnicodeIsOther, zuUnicodeIsNlf, zuUnicodeIsWhiteSpace } ) {
-        expectAbort( "ZU_CHAR_OK( ch )", [ & ] { predicate( ch ); } );
-    }
-    for ( auto *accessor : { zuUnicodeGenc, zuUnicodeCccv, zuUnicodeScript, zuUnicodeDecimalDigitValue,
-                             zuUnicodeHexadecimalDigitValue, zu___UnicodeHexDigitDbLookup } ) {
-        expectAbort( "ZU_CHAR_OK( ch )", [ & ] { accessor( ch ); } );
-    }
-    expectAbort( "ZU_CHAR_OK( ch )", [ & ] { zuUnicodeBaseNDigitValue( ch, 1 ); } );
-    for ( ZU_INT base : { -1, 1, 37 } ) {
-        expectAbort( "base >= 2 && base <= 36", [ & ] { zuUnicodeBaseNDigitValue( '0', base ); } );
-    }
-}
