@@ -24,6 +24,10 @@ if( CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER )
     set( CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE} )
 endif()
 find_package( Threads REQUIRED )
+if( WIN32 )
+    # A program looks for its libraries where it is itself.
+    set( CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin )
+endif()
 
 set( ZU_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize takes them" )
 # For the project's own checks: a compiler that nobody here has seen yet may warn of anything.
@@ -42,7 +46,7 @@ target_compile_options( zu_code INTERFACE
     $<$<CXX_COMPILER_ID:GNU>:-Wlogical-op -Wduplicated-cond -Wduplicated-branches>
     $<$<BOOL:${ZU_WARNINGS_AS_ERRORS}>:-Werror> )
 target_compile_options( zu_code INTERFACE
-    -fstack-protector-strong -fno-plt -fasynchronous-unwind-tables
+    -fstack-protector-strong -fasynchronous-unwind-tables
     $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2> )
 if( ZU_SANITIZE )
     target_compile_options( zu_code INTERFACE
@@ -50,11 +54,20 @@ if( ZU_SANITIZE )
         # What gcc finds uninitialised in instrumented code of the standard library is not.
         $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized> )
     target_link_options( zu_code INTERFACE -fsanitize=${ZU_SANITIZE} )
-elseif( NOT APPLE )
+elseif( NOT APPLE AND NOT WIN32 ) # for Windows gcc ends with an error of its own there
     target_compile_options( zu_code INTERFACE -fstack-clash-protection )
 endif()
 target_link_libraries( zu_code INTERFACE Threads::Threads )
-target_link_options( zu_code INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack )
+if( WIN32 )
+    # Windows 10.  What MinGW's printf takes is what C tells, and programs bring its libraries along.  Visibility is a
+    # matter of the list of exported names there, and attributes that tell it are passed over.
+    target_compile_definitions( zu_code INTERFACE _WIN32_WINNT=0x0A00 __USE_MINGW_ANSI_STDIO=1 )
+    target_compile_options( zu_code INTERFACE -Wno-attributes )
+    target_link_options( zu_code INTERFACE -static -fstack-protector-strong )
+else()
+    target_compile_options( zu_code INTERFACE -fno-plt )
+    target_link_options( zu_code INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack )
+endif()
 
 # -fstack-usage leaves a file beside each object that tells the frame of every function; scripts/check_library.py reads
 # them.  The warning reports a frame that is too large where it is written.

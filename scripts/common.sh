@@ -9,6 +9,7 @@ ZU_PACKAGES_build="g++ cmake ninja-build ccache pkg-config"
 ZU_PACKAGES_test="libgtest-dev python3 perl unicode-data tzdata gdb"
 ZU_PACKAGES_check="clang clang-format clang-tidy libclang-rt-14-dev valgrind binutils libbenchmark-dev"
 ZU_PACKAGES_cross="g++-aarch64-linux-gnu g++-riscv64-linux-gnu qemu-user googletest"
+ZU_PACKAGES_windows="g++-mingw-w64-x86-64-posix wine wine64 googletest"
 ZU_PACKAGES_bench="libbenchmark-dev libicu-dev libglib2.0-dev qtbase5-dev libutf8proc-dev libuv1-dev libmsgpack-dev libabsl-dev libapr1-dev python3"
 
 # Messages go to standard output, ahead of what they announce.
