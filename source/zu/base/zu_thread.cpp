@@ -107,6 +107,7 @@ static void threadFinish( ZU_THREAD *thread )
     thread->argument = nullptr;
     ZU_REF_RELEASE_OPT( argument );
     threadReleaseKeys( thread );
+    zu___ThreadSystemEnd();
 
     ZU_SIGNAL *endSignal = zuSignalRetain( thread->endSignal ); // the thread may go ahead of it
     threadTerminate( thread );
@@ -139,6 +140,7 @@ static void threadEntry( void *argument )
     current = thread;
     zu___AbortPrepareThread();
     threadNameForDebuggers( thread );
+    zu___ThreadSystemBegin();
     thread->threadFunc();
     // Not if the function has forked, and has stopped the library in the child.
     if ( current == thread ) {
@@ -303,6 +305,7 @@ void zu___ThreadEncapsulateBegin( ZU_OBJ *argument )
     if ( threadCounter ) {
         zuCounterIncrement( threadCounter );
     }
+    zu___ThreadSystemBegin();
 }
 void zu___ThreadEncapsulateEnd( void )
 {

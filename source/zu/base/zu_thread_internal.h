@@ -33,6 +33,11 @@ void zu___ThreadApplyPriority( ZU_THREAD_PRIORITY prio );
 // Names the calling thread for debuggers; what is too long for the system is cut.
 void zu___ThreadSetSystemName( const char *name );
 
+// Sets up, for the calling thread, what the system wants set up for each thread that uses its components, and takes it
+// down again; in pairs, from the thread's beginning or that of an encapsulation to its end.
+void zu___ThreadSystemBegin( void );
+void zu___ThreadSystemEnd( void );
+
 // As zuThreadTrySpawnCstr with a terminated name, for the library's own threads, which are deaf.
 ZU_THREAD *zu___ThreadTrySpawnDeaf( const char *threadName, ZU_THREAD_FUNC threadFunc, ZU_THREAD_PRIORITY prio );
 

@@ -150,6 +150,13 @@ ZU_BOOL zu___ThreadHandleTrySuspend( ZU___THREAD_HANDLE *handle )
            pthread_kill( handle->thread, threadFreezeSignal() ) == 0;
 }
 
+void zu___ThreadSystemBegin( void )
+{
+}
+void zu___ThreadSystemEnd( void )
+{
+}
+
 void zuThreadYield( void )
 {
     sched_yield();

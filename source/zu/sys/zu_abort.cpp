@@ -20,6 +20,9 @@ static constexpr size_t LINE_SIZE = 4095;         // of text and line end; longe
 static constexpr size_t PENDING_SIZE = 64 * 1024; // a dozen reports: only very deep stacks are handed on in parts
 static constexpr size_t FILE_NAME_SIZE = 4096;    // as long as the system takes names
 static constexpr ZU_INT FRAMES_MAX = 4000;        // as in a ZU_STACK_TRACE; a deeper stack is cut
+static constexpr char DUMP_ENDING[] = ".dmp";     // in place of the report file's, which is as long
+static constexpr uint32_t ERROR_DUMP_EXISTS = 80; // of the systems that write dumps
+static constexpr size_t COMMENT_OUTDENT = 2;      // blanks that a dump's comments have less of
 static constexpr const char *STARS = "  **********************************************************************";
 
 static uint32_t abortingThread = 0; // the first to enter the report; 0: none
@@ -37,6 +40,7 @@ static char pending[ PENDING_SIZE ]; // what the error stream has, and file and 
 static size_t pendingLength;
 static bool handingOn; // to file and debugger, right now
 static bool fileTried;
+static bool commenting; // lines go into the dump
 
 // The state changes in steps that a second fault of the same thread may come between.
 static void abortOrder()
@@ -60,6 +64,7 @@ void zu___AbortReset( const char *name )
     pendingLength = 0;
     handingOn = false;
     fileTried = false;
+    commenting = false;
 }
 
 // Handing on
@@ -148,6 +153,12 @@ static void abortPointer( uintptr_t value )
 }
 static void abortEndLine()
 {
+    if ( commenting ) {
+        size_t outdent = lineLength < COMMENT_OUTDENT ? lineLength : COMMENT_OUTDENT;
+        zu___AbortDumps->addLine( line + outdent, lineLength - outdent );
+        lineLength = 0;
+        return;
+    }
     line[ lineLength++ ] = '\n';
     zu___AbortWriteError( line, lineLength );
     if ( pendingLength + lineLength > PENDING_SIZE && !handingOn ) {
@@ -278,6 +289,12 @@ static void abortWriteAccess( const ZU___ABORT_EXCEPTION *exception )
 static void abortWriteException( const ZU___ABORT_EXCEPTION *exception )
 {
     abortSection( "  EXCEPTION" );
+    if ( commenting ) {
+        abortText( "    ExceptionCode: 0x" );
+        abortUpperHex( exception->code, 8 );
+        abortEndLine();
+        return;
+    }
     switch ( exception->fault ) {
     case ZU___ABORT_FAULT_ACCESS_VIOLATION:
         abortLine( "    EXCEPTION_ACCESS_VIOLATION" );
@@ -370,6 +387,47 @@ static void abortWriteStack( const ZU___ABORT_CONTEXT *context )
     zu___AbortWalk( context, abortWriteFrame, &section );
 }
 
+// Dump
+static void abortWriteComments( const ZU___ABORT_RECORD *record, const ZU___ABORT_EXCEPTION *exception,
+                                const ZU___ABORT_CONTEXT *context )
+{
+    commenting = true;
+    abortWriteSystem();
+    abortWriteProduct();
+    abortWriteApplication();
+    abortWriteCause( record, exception );
+    abortWriteStack( context );
+    abortEmptyLines( 1 );
+    commenting = false;
+}
+static void abortWriteDump( const ZU___ABORT_RECORD *record, const ZU___ABORT_EXCEPTION *exception,
+                            const ZU___ABORT_CONTEXT *context )
+{
+    static char name[ FILE_NAME_SIZE ];
+    size_t length = __builtin_strlen( reportFileName );
+    abortSection( "  MINIDUMP" );
+    if ( length < sizeof DUMP_ENDING ) {
+        abortLabelled( "    ", nullptr );
+        return;
+    }
+    __builtin_memcpy( name, reportFileName, length + 1 );
+    __builtin_memcpy( name + length + 1 - sizeof DUMP_ENDING, DUMP_ENDING, sizeof DUMP_ENDING );
+    abortLabelled( "    ", name );
+    abortHandOn();
+    uint32_t error = 0;
+    if ( zu___AbortDumps->begin( name, &error ) ) {
+        abortWriteComments( record, exception, context );
+        zu___AbortDumps->end( context, &error );
+    }
+    if ( error == ERROR_DUMP_EXISTS ) {
+        abortLine( "    <failed, GetLastError(): ERROR_FILE_EXISTS>" );
+    } else if ( error != 0 ) {
+        abortText( "    <failed, GetLastError(): 0x" );
+        abortHex( error );
+        abortLine( ">" );
+    }
+}
+
 // The texts of this section are in the language of a debugger that offers links by them.
 static void abortWriteDebugger()
 {
@@ -405,6 +463,9 @@ static void abortWriteReport( const ZU___ABORT_RECORD *record, const ZU___ABORT_
     abortWriteApplication();
     abortWriteCause( record, exception );
     abortWriteStack( context );
+    if ( zu___AbortDumps ) {
+        abortWriteDump( record, exception, context );
+    }
     if ( zu___AbortDebuggerPresent() ) {
         abortWriteDebugger();
     }
@@ -417,6 +478,7 @@ static void abortWriteReport( const ZU___ABORT_RECORD *record, const ZU___ABORT_
 static void abortWriteDoubleFault( const ZU___ABORT_RECORD *record, const ZU___ABORT_EXCEPTION *exception )
 {
     lineLength = 0;
+    commenting = false;
     abortEmptyLines( 1 );
     abortBanner( "  * DOUBLE FAULT                                                       *" );
     abortWriteCause( record, exception );

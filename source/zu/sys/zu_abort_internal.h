@@ -101,6 +101,18 @@ void zu___AbortFileClose( ZU___ABORT_FILE *file );
 // Writes what the program's output streams hold back, where nobody is within them.
 void zu___AbortFlushStreams( const ZU___ABORT_CONTEXT *context );
 
+// A dump of the process for debuggers, with the report in it as comments.  It may take memory, and is written when all
+// else is out.
+typedef struct ZU___ABORT_DUMPS {
+    // Creates the file; false if that fails, which `error` tells of in the system's numbers.
+    ZU_BOOL ( *begin )( const char *name, uint32_t *error );
+    // Adds a line to the comments.
+    void ( *addLine )( const char *text, size_t length );
+    // Writes the dump and closes the file; false likewise.
+    ZU_BOOL ( *end )( const ZU___ABORT_CONTEXT *context, uint32_t *error );
+} ZU___ABORT_DUMPS;
+extern const ZU___ABORT_DUMPS *const zu___AbortDumps; // null: the platform has none
+
 // Tells whether a debugger is attached to the process.
 ZU_BOOL zu___AbortDebuggerPresent( void );
 // Stops in the debugger; when the developer goes on, it returns.  The time limit of the report holds no longer.

@@ -193,6 +193,8 @@ void zu___AbortFileClose( ZU___ABORT_FILE *file )
     close( file->descriptor );
 }
 
+const ZU___ABORT_DUMPS *const zu___AbortDumps = nullptr;
+
 void zu___AbortFlushStreams( const ZU___ABORT_CONTEXT *context )
 {
     // A fault may be one within such a stream, whose lock its own thread would get once more.
