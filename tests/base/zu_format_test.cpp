@@ -380,3 +380,33 @@ TEST( FormatDecode, PlainIntegersAsAllOthers )
         ASSERT_TRUE( found[ 0 ] == found[ 1 ] && values[ 0 ] == values[ 1 ] && consumed[ 0 ] == consumed[ 1 ] );
     }
 }
+TEST( FormatDecode, Reals )
+{
+    static constexpr DECODE_ROW<double> ROWS[] = {
+        { U"", 10, 0, 0.0, 0 },          { U" -", 10, 0, 0.0, 0 },
+        { U"1.5", 10, 1, 1.5, 3 },       { U" - 1,25 x", 10, 1, -1.25, 8 },
+        { U"1.5.5", 10, 1, 1.5, 3 },     { U"1,5.5", 10, 1, 1.5, 3 },
+        { U".", 10, 1, 0.0, 1 },         { U"-,5", 10, 1, -0.5, 3 },
+        { U"5.", 10, 1, 5.0, 2 },        { U"1e5", 10, 1, 1.0, 1 },
+        { U"+1", 10, 0, 0.0, 0 },        { U"+1", -1, 1, 1.0, 2 },
+        { U"- +1", -1, 0, 0.0, 2 },      { U"0x+f.8", -1, 1, 15.5, 6 },
+        { U"2:0.011", -1, 1, 0.375, 7 },
+    };
+    expectDecoded( ROWS, zuFormatTryDecodeRealChars );
+    const Text nines( 400, U'9' );
+    double value;
+    EXPECT_TRUE( zuFormatTryDecodeRealChars( (const ZU_CHAR *)nines.data(), 400, 10, &value, nullptr ) );
+    EXPECT_EQ( value, std::numeric_limits<double>::infinity() );
+}
+TEST( FormatDecode, TruthValues )
+{
+    static constexpr DECODE_ROW<ZU_BOOL> ROWS[] = {
+        { U"", NUMERIC, 0, 0, 0 },         { U"tRuE ", WORDS, 1, 1, 5 },
+        { U"  FALSEx", NUMERIC, 1, 0, 7 }, { U" tru", NUMERIC, 0, 0, 1 },
+        { U"1", WORDS, 0, 0, 0 },          { U"0.0", NUMERIC, 1, 0, 3 },
+        { U"-0x0.8 ", NUMERIC, 1, 1, 7 },  { U"0,0000000000000001", NUMERIC, 1, 0, 18 },
+    };
+    expectDecoded( ROWS, []( const ZU_CHAR *src, ZU_INT length, ZU_INT how, ZU_BOOL *value, ZU_INT *consumed ) {
+        return zuFormatTryDecodeBoolChars( src, length, how == NUMERIC, value, consumed );
+    } );
+}
