@@ -1,3 +1,7 @@
+// The queue that a program holds is a handle.  Listeners that write to a queue hold the inside, or a queue and what is
+// attached to it would keep each other alive; when the handle ends, the inside is halted, and takes what is still
+// written to it without a word.
+
 #include "zu/base/zu_event_queue.h"
 
 #include "zu/base/zu_alertable.h"

@@ -1,3 +1,7 @@
+// There are no more flags than bits in a ZU_INT, so that the way from a bit to its name is an array of 64 strings,
+// found by the position of the bit, and not a second dict of boxed numbers.  From names to bits there is a dict, which
+// copies of a flag set share until one of them changes.
+
 #include "zu/base/zu_flagset.h"
 
 #include "zu/base/zu_boxed_int.h"

@@ -1,3 +1,6 @@
+// At most one generation of a line, from a parent to its children, may be admitted.  The way up is short and is walked
+// each time: kept counts of admitted ancestors would have to be corrected in all descendants, which nobody knows.
+
 #include "zu/base/zu_generation_mutex.h"
 
 #include "zu/base/zu_dict.h"

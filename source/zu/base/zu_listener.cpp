@@ -1,3 +1,10 @@
+// A listener calls its target under its own lock, so that its end, which takes the lock, waits for a call that is under
+// way: once it has been released no call begins or goes on.  What it refers to is let go outside of the lock.
+//
+// A source of events has one listener nearly always, and many at times.  So a set has a slot for one, which costs two
+// words, and a dict that is made for the second; the listeners in that are in the order of their unique numbers, and to
+// take one off takes a bisection.
+
 #include "zu/base/zu_listener_internal.h"
 
 #include "zu/base/zu_alert.h"

@@ -1,3 +1,7 @@
+// The lock beneath is told by its caller in which way it is left, the region is not: its holders share one function for
+// that.  A flag that only an exclusive holder writes tells them apart, where a table of the threads inside would have
+// to be kept by each that comes and goes.
+
 #include "zu/base/zu_region.h"
 
 #include "zu/base/zu_threading_fork_internal.h"

@@ -1,3 +1,5 @@
+// Parts are made where they go: a string with room for just its text, whose reference the vector takes over.
+
 #include "zu/base/zu_string_split.h"
 
 #include "zu/base/zu_string_internal.h"

@@ -1,3 +1,7 @@
+// Lines are strings already, so a sink of lines has no cache: each line is one call of its backend, and what that
+// writes to has one.  A failure is kept for good and refuses everything further, as of the other sinks: a text that
+// lacks a line in the middle is worse than one that ends early.
+
 #include "zu/io/zu_line_sink.h"
 
 #include "zu/base/zu_string_format.h"

@@ -1,3 +1,7 @@
+// Each function makes one text and hands it to the print function in one call, since that is what is not torn apart by
+// other threads: zuRuntimePrint lets one in at a time.  Lines of a vector and of a stack trace are a call each; a long
+// one is no reason to keep all others waiting.
+
 #include "zu/io/zu_print.h"
 
 #include "zu/base/zu_string_format.h"

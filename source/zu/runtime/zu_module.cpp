@@ -1,3 +1,7 @@
+// A module tells of itself by plain data, its record, and not by a function: so it can be judged before any function of
+// it is called.  What does not fit is named by the text of the condition that fails, which the checks return: false
+// alone would leave its author to guess among two dozen.
+
 #include "zu/runtime/zu_module.h"
 
 #include "zu/base/zu_string.h"

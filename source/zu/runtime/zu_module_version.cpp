@@ -1,3 +1,7 @@
+// Between two versions that are out, a third can be inserted: 3#1.0 comes behind 3.0 and ahead of 4.0.  As numbers are
+// compared one after the other, an insert is one more digit to the base of 1000, and the limit of 999 is what makes of
+// major and insert one number that compatibility can be compared by.
+
 #include "zu/runtime/zu_module_version.h"
 
 #include "zu/base/zu_format.h"

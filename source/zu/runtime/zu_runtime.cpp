@@ -1,3 +1,15 @@
+// What the library keeps for the whole process is started and stopped by one table, so that the order is read, and not
+// worked out from constructors: there are none.
+//
+// Two monitors keep the modules.  A load runs code of modules for as long as that likes, and code that loads further
+// ones; it holds the first monitor throughout, and the second only to write the lists down.  So whoever looks a module
+// up, as each report does, waits for no load; and whoever loads may read the lists without the second, since nobody
+// else changes them.
+//
+// A module's file may only go when none of its functions can be called any more.  Objects have no way to tell when the
+// last of them ends that would cost nothing while they live, so unloading looks, each 50 milliseconds, whether the
+// count of the module's active sorts has come to 0: that is seldom, and mostly where a program ends.
+
 #include "zu/runtime/zu_runtime.h"
 
 #include "zu/base/zu_boxed_bool.h"

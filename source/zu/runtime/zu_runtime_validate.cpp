@@ -1,3 +1,7 @@
+// What is checked here becomes part of file names, of variables of the environment and of records that other products
+// read.  So the rules are told in ASCII, and by hand: they must not change with the locale, nor with the version of the
+// character database.
+
 #include "zu/runtime/zu_runtime_validate.h"
 
 #include "zu/base/zu_format.h"

@@ -1,3 +1,6 @@
+// Sorts are static records of the modules that have the classes, never created and never freed: an object points to its
+// own, and to find out its class is to read one word.
+
 #include "zu/runtime/zu_sort.h"
 
 #include "zu/base/zu_name.h"

@@ -1,3 +1,7 @@
+// The allocator is that of the C library, so that a program may exchange it for all of its parts at once, and tools
+// that watch it see everything.  What is added is that no null comes back: no caller has a way on without memory,
+// and a report at the place that asked is worth more than a fault at one that did not check.
+
 #include "zu/sys/zu_mem_internal.h"
 
 #include <cstdlib>
