@@ -8,7 +8,7 @@
 #include "zu/base/zu_enum_internal.h"
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_name.h"
-#include "zu/base/zu_string.h"
+#include "zu/base/zu_text_internal.h"
 #include "zu/base/zu_vector.h"
 #include "zu/runtime/zu_module.h"
 
@@ -202,16 +202,14 @@ ZU_INT zuEnumParse( ZU_ENUM *en, ZU_STRING *name )
 {
     ZU_ASSERT( en );
     ZU_ASSERT( name );
-    const ZU_CHAR *chars = zuStringBacking( name );
-    ZU_INT length = zuStringLength( name );
-    zu___EnumTrim( &chars, &length );
-    ZU_INT idx = zu___DictIndexOfChars( en->byName, chars, length );
+    const ZU___TEXT text = zu___TextTrimmed( zu___TextOf( name ) );
+    ZU_INT idx = zu___DictIndexOfChars( en->byName, text.chars, text.length );
     if ( idx >= 0 ) {
         return zu___DictIntAt( en->byName, idx, -1 );
     }
     ZU_INT value;
     ZU_INT consumed;
-    if ( zuFormatTryDecodeIntChars( chars, length, -1, &value, &consumed ) && consumed == length &&
+    if ( zuFormatTryDecodeIntChars( text.chars, text.length, -1, &value, &consumed ) && consumed == text.length &&
          zuDictHasIntKey( en->byValue, value ) ) {
         return value;
     }

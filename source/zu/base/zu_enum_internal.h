@@ -4,7 +4,6 @@
 #include "zu/base/zu_dict_internal.h"
 #include "zu/base/zu_enum.h"
 #include "zu/base/zu_name_internal.h"
-#include "zu/base/zu_string_trim_internal.h"
 
 #include <string_view>
 
@@ -50,18 +49,6 @@ ZU_ENUM *zu___EnumCreateFromTable( const ZU___NAMED_TABLE &table );
 // a name that is there twice it aborts as the assertion !<hasFunc>( *(&<variable>), "<name>", -1 ) would ahead of the
 // second row.
 ZU_DICT *zu___DictCreateFromTable( const ZU___NAMED_TABLE &table, const char *hasFunc );
-
-// Takes white space off both ends of a text.
-static inline void zu___EnumTrim( const ZU_CHAR **chars, ZU_INT *length )
-{
-    while ( *length > 0 && zuUnicodeIsWhiteSpace( ( *chars )[ *length - 1 ] ) ) {
-        --*length;
-    }
-    while ( *length > 0 && zuUnicodeIsWhiteSpace( **chars ) ) {
-        ++*chars;
-        --*length;
-    }
-}
 
 ZU_END_DECLS
 

@@ -9,6 +9,7 @@
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_name.h"
 #include "zu/base/zu_string_delimited.h"
+#include "zu/base/zu_text_internal.h"
 #include "zu/base/zu_vector.h"
 #include "zu/runtime/zu_module.h"
 
@@ -196,19 +197,19 @@ ZU_STRING *zuFlagsetGenerate( ZU_FLAGSET *fs, ZU_INT flags )
     return text;
 }
 // Returns the value of one element.
-static ZU_INT flagsetParseElement( ZU_FLAGSET *fs, const ZU_CHAR *chars, ZU_INT length )
+static ZU_INT flagsetParseElement( ZU_FLAGSET *fs, ZU___TEXT element )
 {
-    zu___EnumTrim( &chars, &length );
-    ZU_INT idx = zu___DictIndexOfChars( fs->byName, chars, length );
+    const ZU___TEXT text = zu___TextTrimmed( element );
+    ZU_INT idx = zu___DictIndexOfChars( fs->byName, text.chars, text.length );
     if ( idx >= 0 ) {
         return zu___DictIntAt( fs->byName, idx, 0 );
     }
     ZU_INT value;
     ZU_INT consumed;
-    if ( !zuFormatTryDecodeIntChars( chars, length, -1, &value, &consumed ) ) {
+    if ( !zuFormatTryDecodeIntChars( text.chars, text.length, -1, &value, &consumed ) ) {
         return 0;
     }
-    if ( consumed == length ) {
+    if ( consumed == text.length ) {
         for ( ZU_INT bit = 0; bit < ZU_INT_BITS; bit++ ) {
             if ( !fs->names[ bit ] ) {
                 value &= ( ZU_INT ) ~( (uint64_t)1 << bit );
@@ -221,15 +222,10 @@ ZU_INT zuFlagsetParse( ZU_FLAGSET *fs, ZU_STRING *flags )
 {
     ZU_ASSERT( fs );
     ZU_ASSERT( flags );
-    const ZU_CHAR *chars = zuStringBacking( flags );
-    ZU_INT length = zuStringLength( flags );
+    ZU___TEXT rest = zu___TextOf( flags );
     ZU_INT result = 0;
-    ZU_INT begin = 0;
-    for ( ZU_INT end = 0; end <= length; end++ ) {
-        if ( end == length || chars[ end ] == DELIMITER ) {
-            result |= flagsetParseElement( fs, chars + begin, end - begin );
-            begin = end + 1;
-        }
+    while ( rest.length > 0 ) {
+        result |= flagsetParseElement( fs, zu___TextTakePiece( &rest, []( ZU_CHAR ch ) { return ch == DELIMITER; } ) );
     }
     return result;
 }

@@ -8,7 +8,7 @@
 
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_store_internal.h"
-#include "zu/base/zu_string_trim_internal.h"
+#include "zu/base/zu_text_internal.h"
 #include "zu/io/zu_buffer_byte_sink.h"
 #include "zu/io/zu_buffer_byte_source.h"
 #include "zu/io/zu_nlf_line_sink.h"
@@ -220,15 +220,10 @@ static ZU_CHAR storeTextReadAddress( STORE_TEXT_LINE *line )
         return 0;
     }
     line->begin = end + 1;
-    while ( begin < end && zuUnicodeIsWhiteSpace( text[ begin ] ) ) {
-        begin++;
-    }
-    while ( end > begin && zuUnicodeIsWhiteSpace( text[ end - 1 ] ) ) {
-        end--;
-    }
-    line->addressBegin = begin;
-    line->addressLength = end - begin;
-    return zu___StoreAddressCharsOk( text + begin, end - begin ) ? text[ line->begin - 1 ] : 0;
+    const ZU___TEXT address = zu___TextTrimmed( { text + begin, end - begin } );
+    line->addressBegin = address.chars - text;
+    line->addressLength = address.length;
+    return zu___StoreAddressCharsOk( address.chars, address.length ) ? text[ line->begin - 1 ] : 0;
 }
 static ZU_STRING *storeTextAddress( const STORE_TEXT_LINE &line )
 {

@@ -7,6 +7,7 @@
 
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_string_format.h"
+#include "zu/base/zu_text_internal.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/unicode/zu_unicode_properties.h"
 
@@ -247,45 +248,15 @@ static ZU_STRING *timeToString( ZU_OBJ *thisObj )
     return text;
 }
 
-// Reading texts.  They are cut in pieces as zuStringSplitWhitespace and zuStringSplitChar cut them, but the pieces
-// are not made strings: a text that is no time costs no more than the look at it.
-struct TIME_TEXT {
-    const ZU_CHAR *chars;
-    ZU_INT length;
-};
-static TIME_TEXT timeTextOf( ZU_STRING *zus )
-{
-    return { zuStringBacking( zus ), zuStringLength( zus ) };
-}
-static TIME_TEXT timeTrimmed( TIME_TEXT text )
-{
-    while ( text.length > 0 && zuUnicodeIsWhiteSpace( text.chars[ 0 ] ) ) {
-        text = { text.chars + 1, text.length - 1 };
-    }
-    while ( text.length > 0 && zuUnicodeIsWhiteSpace( text.chars[ text.length - 1 ] ) ) {
-        text.length--;
-    }
-    return text;
-}
-// Takes what stands ahead of the first separator off the front of `*rest`, and the separator too.
-template <typename IS_SEPARATOR>
-static TIME_TEXT timeTakePiece( TIME_TEXT *rest, IS_SEPARATOR isSeparator )
-{
-    TIME_TEXT piece = { rest->chars, 0 };
-    while ( piece.length < rest->length && !isSeparator( rest->chars[ piece.length ] ) ) {
-        piece.length++;
-    }
-    ZU_INT taken = zuIntMin( piece.length + 1, rest->length );
-    *rest = { rest->chars + taken, rest->length - taken };
-    return piece;
-}
+// Reading texts.  They are cut in pieces as zuStringSplitWhitespace and zuStringSplitChar cut them.
+
 // Splits at white space, of which the last piece may hold some; returns the number of pieces, at least 1.
-static ZU_INT timeSplitWhitespace( TIME_TEXT text, TIME_TEXT *pieces, ZU_INT maxPieces )
+static ZU_INT timeSplitWhitespace( ZU___TEXT text, ZU___TEXT *pieces, ZU_INT maxPieces )
 {
-    TIME_TEXT rest = timeTrimmed( text );
+    ZU___TEXT rest = zu___TextTrimmed( text );
     ZU_INT count = 0;
     while ( count < maxPieces - 1 && rest.length > 0 ) {
-        TIME_TEXT piece = timeTakePiece( &rest, zuUnicodeIsWhiteSpace );
+        ZU___TEXT piece = zu___TextTakePiece( &rest, zuUnicodeIsWhiteSpace );
         if ( piece.length > 0 ) {
             pieces[ count++ ] = piece;
         }
@@ -295,37 +266,7 @@ static ZU_INT timeSplitWhitespace( TIME_TEXT text, TIME_TEXT *pieces, ZU_INT max
     }
     return count;
 }
-// Splits at `separator`, and returns the number of pieces, at least 1.
-static ZU_INT timeSplitChar( TIME_TEXT text, ZU_CHAR separator, TIME_TEXT *pieces, ZU_INT maxPieces )
-{
-    ZU_INT count = 0;
-    while ( count < maxPieces - 1 ) {
-        TIME_TEXT before = text;
-        pieces[ count++ ] = timeTakePiece( &text, [ separator ]( ZU_CHAR ch ) { return ch == separator; } );
-        if ( pieces[ count - 1 ].length == before.length ) {
-            return count;
-        }
-    }
-    pieces[ count++ ] = text;
-    return count;
-}
-// Tells whether a text is the first `length` letters of `word`, in either case; no letters outside ASCII are those of
-// a word here in another case.
-static bool timeIsWord( TIME_TEXT text, const char *word, size_t length )
-{
-    if ( text.length != (ZU_INT)length ) {
-        return false;
-    }
-    for ( size_t i = 0; i < length; i++ ) {
-        ZU_CHAR letter = text.chars[ i ];
-        ZU_CHAR lower = letter >= 'A' && letter <= 'Z' ? letter + ( 'a' - 'A' ) : letter;
-        if ( lower != ( (uint8_t)word[ i ] | 0x20u ) ) {
-            return false;
-        }
-    }
-    return true;
-}
-static bool timeReadNumber( TIME_TEXT text, ZU_INT min, ZU_INT max, ZU_INT *value )
+static bool timeReadNumber( ZU___TEXT text, ZU_INT min, ZU_INT max, ZU_INT *value )
 {
     ZU_INT consumed;
     return zuFormatTryDecodeIntChars( text.chars, text.length, 10, value, &consumed ) && consumed == text.length &&
@@ -333,12 +274,12 @@ static bool timeReadNumber( TIME_TEXT text, ZU_INT min, ZU_INT max, ZU_INT *valu
 }
 
 // Months and weekdays
-static ZU_INT timeReadMonth( TIME_TEXT text )
+static ZU_INT timeReadMonth( ZU___TEXT text )
 {
-    TIME_TEXT trimmed = timeTrimmed( text );
+    ZU___TEXT trimmed = zu___TextTrimmed( text );
     for ( ZU_INT month = ZU_MONTH_JANUARY; month <= ZU_MONTH_DECEMBER; month++ ) {
         const char *name = MONTH_NAMES[ month - ZU_MONTH_JANUARY ];
-        if ( timeIsWord( trimmed, name, strlen( name ) ) || timeIsWord( trimmed, name, SHORT_MONTH_NAME ) ) {
+        if ( zu___TextIsWord( trimmed, name, strlen( name ) ) || zu___TextIsWord( trimmed, name, SHORT_MONTH_NAME ) ) {
             return month;
         }
     }
@@ -346,11 +287,11 @@ static ZU_INT timeReadMonth( TIME_TEXT text )
     bool isNumber = timeReadNumber( trimmed, ZU_MONTH_JANUARY, ZU_MONTH_DECEMBER, &month );
     return isNumber && trimmed.length == text.length ? month : -1;
 }
-static ZU_INT timeReadWeekday( TIME_TEXT text )
+static ZU_INT timeReadWeekday( ZU___TEXT text )
 {
-    TIME_TEXT trimmed = timeTrimmed( text );
+    ZU___TEXT trimmed = zu___TextTrimmed( text );
     for ( ZU_INT wd = ZU_WEEKDAY_MONDAY; wd <= ZU_WEEKDAY_SUNDAY; wd++ ) {
-        if ( timeIsWord( trimmed, WEEKDAY_NAMES[ wd ], strlen( WEEKDAY_NAMES[ wd ] ) ) ) {
+        if ( zu___TextIsWord( trimmed, WEEKDAY_NAMES[ wd ], strlen( WEEKDAY_NAMES[ wd ] ) ) ) {
             return wd;
         }
     }
@@ -359,7 +300,7 @@ static ZU_INT timeReadWeekday( TIME_TEXT text )
 ZU_INT zuMonthFromString( ZU_STRING *zus )
 {
     ZU_ASSERT( zus );
-    return timeReadMonth( timeTextOf( zus ) );
+    return timeReadMonth( zu___TextOf( zus ) );
 }
 ZU_STRING *zuMonthToString( ZU_INT month )
 {
@@ -369,7 +310,7 @@ ZU_STRING *zuMonthToString( ZU_INT month )
 ZU_INT zuWeekdayFromString( ZU_STRING *zus )
 {
     ZU_ASSERT( zus );
-    return timeReadWeekday( timeTextOf( zus ) );
+    return timeReadWeekday( zu___TextOf( zus ) );
 }
 ZU_STRING *zuWeekdayToString( ZU_INT wd )
 {
@@ -380,10 +321,10 @@ ZU_STRING *zuWeekdayToString( ZU_INT wd )
 // Reading times
 
 // Reads year, month and day, of which the later ones may be missing.
-static bool timeReadDate( TIME_TEXT text, ZU___TIME_FIELDS *fields )
+static bool timeReadDate( ZU___TEXT text, ZU___TIME_FIELDS *fields )
 {
-    TIME_TEXT parts[ 3 ];
-    ZU_INT count = timeSplitChar( text, '-', parts, 3 );
+    ZU___TEXT parts[ 3 ];
+    ZU_INT count = zu___TextSplitChar( text, '-', parts, 3 );
     if ( !timeReadNumber( parts[ 0 ], 0, ZU_INT_MAX, &fields->year ) ) {
         return false;
     }
@@ -393,15 +334,15 @@ static bool timeReadDate( TIME_TEXT text, ZU___TIME_FIELDS *fields )
     return fields->month != -1 && ( count < 3 || timeReadNumber( parts[ 2 ], 1, DAY_MAX, &fields->day ) );
 }
 // Reads hour, minute and second, of which the later ones may be missing.
-static bool timeReadTimeOfDay( TIME_TEXT text, ZU___TIME_FIELDS *fields )
+static bool timeReadTimeOfDay( ZU___TEXT text, ZU___TIME_FIELDS *fields )
 {
-    TIME_TEXT parts[ 3 ];
-    ZU_INT count = timeSplitChar( text, ':', parts, 3 );
+    ZU___TEXT parts[ 3 ];
+    ZU_INT count = zu___TextSplitChar( text, ':', parts, 3 );
     return timeReadNumber( parts[ 0 ], 0, HOURS_PER_DAY - 1, &fields->hour ) &&
            ( count < 2 || timeReadNumber( parts[ 1 ], 0, MINUTES_PER_HOUR - 1, &fields->minute ) ) &&
            ( count < 3 || timeReadNumber( parts[ 2 ], 0, SECOND_MAX, &fields->second ) );
 }
-static bool timeIsBracketed( TIME_TEXT text )
+static bool timeIsBracketed( ZU___TEXT text )
 {
     return text.length > 0 && text.chars[ 0 ] == '(';
 }
@@ -409,9 +350,9 @@ ZU_TIME *zuTimeTryCreateFromString( ZU_STRING *zus )
 {
     ZU_ASSERT( zus );
     ZU___TIME_FIELDS fields = FIRST_FIELDS;
-    TIME_TEXT pieces[ 4 ];
-    ZU_INT count = timeSplitWhitespace( timeTextOf( zus ), pieces, 4 );
-    ZU_INT next = timeIsWord( pieces[ 0 ], "utc", 3 ) ? 1 : 0;
+    ZU___TEXT pieces[ 4 ];
+    ZU_INT count = timeSplitWhitespace( zu___TextOf( zus ), pieces, 4 );
+    ZU_INT next = zu___TextIsWord( pieces[ 0 ], "utc", 3 ) ? 1 : 0;
     if ( next == count || !timeReadDate( pieces[ next++ ], &fields ) ) {
         return nullptr;
     }
@@ -422,7 +363,7 @@ ZU_TIME *zuTimeTryCreateFromString( ZU_STRING *zus )
         return nullptr;
     }
     if ( next < count ) {
-        TIME_TEXT piece = pieces[ next++ ];
+        ZU___TEXT piece = pieces[ next++ ];
         if ( !timeIsBracketed( piece ) || piece.length < 2 || piece.chars[ piece.length - 1 ] != ')' ||
              timeReadWeekday( { piece.chars + 1, piece.length - 2 } ) !=
                  timeWeekdayOf( fields.year, fields.month, fields.day ) ) {

@@ -6,9 +6,8 @@
 
 #include "zu/base/zu_format.h"
 #include "zu/base/zu_string_format.h"
+#include "zu/base/zu_text_internal.h"
 #include "zu/runtime/zu_module.h"
-
-#include <algorithm>
 
 static constexpr ZU_INT INSERT_MAX = 999;
 static constexpr ZU_INT INSERT_FACTOR = INSERT_MAX + 1; // what a number counts beside its insert
@@ -47,18 +46,21 @@ ZU_MODULE_VERSION *zuModuleVersionCreate( ZU_INT major, ZU_INT majorInsert, ZU_I
     return ver;
 }
 
-// Reads "number" or "number#insert", which must be all of the text and within the limits.
-static bool moduleVersionTryReadNumber( const ZU_CHAR *chs, ZU_INT length, ZU_INT *number, ZU_INT *insert )
+static bool moduleVersionTryReadInt( ZU___TEXT text, ZU_INT *value )
 {
-    const ZU_CHAR *end = chs + length;
-    const ZU_CHAR *mark = std::find( chs, end, ZU_CHAR_NUMBER_SIGN );
     ZU_INT consumed = 0;
-    if ( !zuFormatTryDecodeIntChars( chs, mark - chs, 10, number, &consumed ) || consumed != mark - chs ) {
+    return zuFormatTryDecodeIntChars( text.chars, text.length, 10, value, &consumed ) && consumed == text.length;
+}
+// Reads "number" or "number#insert", which must be all of the text and within the limits.
+static bool moduleVersionTryReadNumber( ZU___TEXT text, ZU_INT *number, ZU_INT *insert )
+{
+    ZU___TEXT parts[ 2 ];
+    *insert = 0;
+    if ( zu___TextSplitChar( text, ZU_CHAR_NUMBER_SIGN, parts, 2 ) == 2 &&
+         !moduleVersionTryReadInt( parts[ 1 ], insert ) ) {
         return false;
     }
-    *insert = 0;
-    if ( mark < end && ( !zuFormatTryDecodeIntChars( mark + 1, end - ( mark + 1 ), 10, insert, &consumed ) ||
-                         consumed != end - ( mark + 1 ) ) ) {
+    if ( !moduleVersionTryReadInt( parts[ 0 ], number ) ) {
         return false;
     }
     return *number >= 0 && *insert >= 0 && *insert <= INSERT_MAX && ZU_INT_MUL_OK( *number, INSERT_FACTOR ) &&
@@ -67,15 +69,14 @@ static bool moduleVersionTryReadNumber( const ZU_CHAR *chs, ZU_INT length, ZU_IN
 ZU_MODULE_VERSION *zuModuleVersionTryCreateFromString( ZU_STRING *zus )
 {
     ZU_ASSERT( zus );
-    const ZU_CHAR *chs = zuStringBacking( zus );
-    const ZU_CHAR *end = chs + zuStringLength( zus );
-    const ZU_CHAR *point = std::find( chs, end, ZU_CHAR_FULL_STOP );
+    ZU___TEXT parts[ 2 ];
     ZU_INT major;
     ZU_INT majorInsert;
     ZU_INT minor;
     ZU_INT minorInsert;
-    if ( point == end || !moduleVersionTryReadNumber( chs, point - chs, &major, &majorInsert ) ||
-         !moduleVersionTryReadNumber( point + 1, end - ( point + 1 ), &minor, &minorInsert ) ) {
+    if ( zu___TextSplitChar( zu___TextOf( zus ), ZU_CHAR_FULL_STOP, parts, 2 ) != 2 ||
+         !moduleVersionTryReadNumber( parts[ 0 ], &major, &majorInsert ) ||
+         !moduleVersionTryReadNumber( parts[ 1 ], &minor, &minorInsert ) ) {
         return nullptr;
     }
     return zuModuleVersionCreate( major, majorInsert, minor, minorInsert );

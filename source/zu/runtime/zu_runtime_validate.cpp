@@ -5,11 +5,12 @@
 #include "zu/runtime/zu_runtime_validate.h"
 
 #include "zu/base/zu_format.h"
+#include "zu/base/zu_text_internal.h"
 #include "zu/runtime/zu_module.h"
 
 static constexpr ZU_INT PRODUCT_NAME_MAX = 32; // characters
 static constexpr ZU_INT TEXT_MAX = 100;        // characters of the texts for human readers
-static constexpr int VERSION_PARTS = 3;
+static constexpr ZU_INT VERSION_PARTS = 3;
 
 static bool validateIsLower( ZU_CHAR ch )
 {
@@ -90,22 +91,15 @@ ZU_BOOL zuRuntimeValidateProductCopyright( ZU_STRING *productCopyright )
 ZU_BOOL zuRuntimeValidateProductVersion( ZU_STRING *productVersion )
 {
     ZU_ASSERT( productVersion );
-    const ZU_CHAR *chs = zuStringBacking( productVersion );
-    ZU_INT length = zuStringLength( productVersion );
-    ZU_INT begin = 0;
-    int parts = 0;
-    for ( ZU_INT end = 0; end <= length; end++ ) {
-        if ( end < length && chs[ end ] != ZU_CHAR_FULL_STOP ) {
-            continue;
-        }
+    ZU___TEXT parts[ VERSION_PARTS + 1 ];
+    ZU_INT count = zu___TextSplitChar( zu___TextOf( productVersion ), ZU_CHAR_FULL_STOP, parts, VERSION_PARTS + 1 );
+    for ( ZU_INT i = 0; i < count; i++ ) {
         ZU_INT value = 0;
         ZU_INT consumed = 0;
-        if ( !zuFormatTryDecodeIntChars( chs + begin, end - begin, -1, &value, &consumed ) || value < 0 ||
-             consumed != end - begin ) {
+        if ( !zuFormatTryDecodeIntChars( parts[ i ].chars, parts[ i ].length, -1, &value, &consumed ) || value < 0 ||
+             consumed != parts[ i ].length ) {
             return ZU_FALSE;
         }
-        parts++;
-        begin = end + 1;
     }
-    return parts == VERSION_PARTS;
+    return count == VERSION_PARTS;
 }
