@@ -7,6 +7,7 @@
 #include "zu/base/zu_thread_internal.h"
 #include "zu/base/zu_threading_fork_internal.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/runtime/zu_ref_internal.h"
 #include "zu/sys/zu_abort_internal.h"
 #include "zu/sys/zu_mem.h"
 
@@ -189,18 +190,14 @@ ZU_THREAD *zu___ThreadTrySpawnDeaf( const char *threadName, ZU_THREAD_FUNC threa
 ZU_THREAD *zuThreadTrySpawnCstr( const char *threadName, ZU_INT threadNameLength, ZU_THREAD_FUNC threadFunc,
                                  ZU_OBJ *argument, ZU_THREAD_PRIORITY prio )
 {
-    ZU_STRING *name = zuStringCreateFromCstr( threadName, threadNameLength );
-    ZU_THREAD *thread = zuThreadTrySpawn( name, threadFunc, argument, prio );
-    zuStringRelease( name );
-    return thread;
+    zu___Owned name( zuStringCreateFromCstr( threadName, threadNameLength ) );
+    return zuThreadTrySpawn( name, threadFunc, argument, prio );
 }
 ZU_THREAD *zuThreadTrySpawnWcstr( const char16_t *threadName, ZU_INT threadNameLength, ZU_THREAD_FUNC threadFunc,
                                   ZU_OBJ *argument, ZU_THREAD_PRIORITY prio )
 {
-    ZU_STRING *name = zuStringCreateFromWcstr( threadName, threadNameLength );
-    ZU_THREAD *thread = zuThreadTrySpawn( name, threadFunc, argument, prio );
-    zuStringRelease( name );
-    return thread;
+    zu___Owned name( zuStringCreateFromWcstr( threadName, threadNameLength ) );
+    return zuThreadTrySpawn( name, threadFunc, argument, prio );
 }
 
 // Any thread

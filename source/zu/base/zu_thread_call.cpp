@@ -1,6 +1,7 @@
 #include "zu/base/zu_thread_call.h"
 
 #include "zu/runtime/zu_module.h"
+#include "zu/runtime/zu_ref_internal.h"
 #include "zu/runtime/zu_sort.h"
 
 // What the thread unlatches
@@ -35,8 +36,6 @@ ZU_THREAD *zuThreadTrySpawnCall( ZU_STRING *threadName, ZU_THREAD_CALL_FUNC thre
 ZU_THREAD *zuThreadTrySpawnCallCstr( const char *threadName, ZU_INT threadNameLength, ZU_THREAD_CALL_FUNC threadFunc,
                                      void *argument, ZU_THREAD_PRIORITY prio )
 {
-    ZU_STRING *name = zuStringCreateFromCstr( threadName, threadNameLength );
-    ZU_THREAD *thread = zuThreadTrySpawnCall( name, threadFunc, argument, prio );
-    ZU_REF_RELEASE( name );
-    return thread;
+    zu___Owned name( zuStringCreateFromCstr( threadName, threadNameLength ) );
+    return zuThreadTrySpawnCall( name, threadFunc, argument, prio );
 }
