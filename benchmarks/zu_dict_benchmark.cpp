@@ -1,5 +1,5 @@
-// Maps with text keys: lookups that hit and that miss, insertion of ascending keys, and loading of keys in any order,
-// at sizes from a handful to what exceeds the caches.  Peers hold the same texts in the form that they are made for.
+// Maps with text keys: lookups that hit and that miss, insertion of keys in ascending and in any order, deletion, walking,
+// and loading of keys in any order at once, at sizes from a handful to what exceeds the caches.  Peers hold the same texts in the form that they are made for.
 
 #include "zu/base/zu_dict.h"
 
@@ -14,6 +14,9 @@
 #include <random>
 #include <string>
 #include <vector>
+#ifdef ZU_BENCHMARK_ABSL
+#include <absl/container/btree_map.h>
+#endif
 #ifdef ZU_BENCHMARK_GLIB
 #include <glib.h>
 #endif
@@ -73,17 +76,32 @@ public:
     {
         zuDictSetStringKey( &dict, key, value );
     }
+    void del( KEY key )
+    {
+        zuDictDelStringKey( &dict, key );
+    }
     bool get( KEY key )
     {
         ZU_OBJ *value = zuDictStringKey( dict, key );
         ZU_REF_RELEASE_OPT( value );
         return value != nullptr;
     }
+    size_t walk()
+    {
+        size_t count = 0;
+        for ( ZU_INT i = 0; i < zuDictLength( dict ); i++ ) {
+            ZU_OBJ *value = zuDictValueAt( dict, i );
+            count += value != nullptr;
+            zuObjRelease( value );
+        }
+        return count;
+    }
 
 private:
     ZU_DICT *dict = zuDictCreate();
 };
-class STD_MAP {
+template <typename MAP>
+class CXX_MAP {
 public:
     using KEY = std::u32string;
     static KEY makeKey( const std::string &text )
@@ -97,15 +115,31 @@ public:
     {
         map.insert_or_assign( key, value );
     }
+    void del( const KEY &key )
+    {
+        map.erase( key );
+    }
     bool get( const KEY &key )
     {
         auto at = map.find( key );
         return at != map.end() && at->second;
     }
+    size_t walk()
+    {
+        size_t count = 0;
+        for ( const auto &pair : map ) {
+            count += pair.second != nullptr;
+        }
+        return count;
+    }
 
 private:
-    std::map<KEY, ZU_OBJ *> map;
+    MAP map;
 };
+using STD_MAP = CXX_MAP<std::map<std::u32string, ZU_OBJ *>>;
+#ifdef ZU_BENCHMARK_ABSL
+using ABSL_BTREE = CXX_MAP<absl::btree_map<std::u32string, ZU_OBJ *>>;
+#endif
 #ifdef ZU_BENCHMARK_GLIB
 class GLIB_TREE {
 public:
@@ -126,15 +160,30 @@ public:
     {
         g_tree_insert( tree, g_strdup( key ), value );
     }
+    void del( KEY key )
+    {
+        g_tree_remove( tree, key );
+    }
     bool get( KEY key )
     {
         return g_tree_lookup( tree, key );
+    }
+    size_t walk()
+    {
+        size_t count = 0;
+        g_tree_foreach( tree, countValue, &count );
+        return count;
     }
 
 private:
     static int compare( const void *a, const void *b, void * )
     {
         return strcmp( (const char *)a, (const char *)b );
+    }
+    static gboolean countValue( void *, void *value, void *count )
+    {
+        *(size_t *)count += value != nullptr;
+        return FALSE;
     }
     GTree *tree = g_tree_new_full( compare, nullptr, g_free, nullptr );
 };
@@ -154,10 +203,22 @@ public:
     {
         map.insert( key, value );
     }
+    void del( const KEY &key )
+    {
+        map.remove( key );
+    }
     bool get( const KEY &key )
     {
         auto at = std::as_const( map ).find( key );
         return at != map.cend() && at.value();
+    }
+    size_t walk()
+    {
+        size_t count = 0;
+        for ( ZU_OBJ *value : std::as_const( map ) ) {
+            count += value != nullptr;
+        }
+        return count;
     }
 
 private:
@@ -226,6 +287,59 @@ static void insertAscending( benchmark::State &state, size_t count )
         benchmark::ClobberMemory();
     }
 }
+// The places of all keys in any order
+static std::vector<size_t> mixed( size_t keys )
+{
+    std::vector<size_t> places( keys );
+    for ( size_t i = 0; i < keys; i++ ) {
+        places[ i ] = 2 * i;
+    }
+    std::shuffle( places.begin(), places.end(), std::mt19937( 1 ) );
+    return places;
+}
+template <typename MAP>
+static void insertMixed( benchmark::State &state, size_t count )
+{
+    KEYS<MAP> keys( texts( count ) );
+    std::vector<size_t> places = mixed( count );
+    for ( auto _ : state ) {
+        MAP map;
+        for ( size_t i : places ) {
+            map.set( keys.all[ i ], keys.value );
+        }
+        benchmark::ClobberMemory();
+    }
+}
+// One key goes and comes back at a time, among all the others.
+template <typename MAP>
+static void exchange( benchmark::State &state, size_t count )
+{
+    KEYS<MAP> keys( texts( count ) );
+    MAP map;
+    for ( size_t i : mixed( count ) ) {
+        map.set( keys.all[ i ], keys.value );
+    }
+    std::vector<size_t> places = shuffled( count, 0, 1 << 18 );
+    size_t round = 0;
+    for ( auto _ : state ) {
+        const auto &key = keys.all[ places[ round ] ];
+        map.del( key );
+        map.set( key, keys.value );
+        round = round + 1 == places.size() ? 0 : round + 1;
+    }
+}
+template <typename MAP>
+static void walk( benchmark::State &state, size_t count )
+{
+    KEYS<MAP> keys( texts( count ) );
+    MAP map;
+    for ( size_t i : mixed( count ) ) {
+        map.set( keys.all[ i ], keys.value );
+    }
+    for ( auto _ : state ) {
+        benchmark::DoNotOptimize( map.walk() );
+    }
+}
 // Loading of shuffled keys at once
 static void zuLoad( benchmark::State &state, size_t count )
 {
@@ -270,6 +384,9 @@ static void addMap( const std::string &contestant )
         add( "hit", count, contestant, hit<MAP> );
         add( "miss", count, contestant, miss<MAP> );
         add( "insert ascending", count, contestant, insertAscending<MAP> );
+        add( "insert mixed", count, contestant, insertMixed<MAP> );
+        add( "delete and insert", count, contestant, exchange<MAP> );
+        add( "walk", count, contestant, walk<MAP> );
     }
 }
 int main( int argc, char **argv )
@@ -277,6 +394,9 @@ int main( int argc, char **argv )
     zuRuntimeStartup( 0, -1, nullptr, "zu-benchmark", "Benchmarks of zu", "1.0" );
     addMap<ZU_MAP>( "zu" );
     addMap<STD_MAP>( "std" );
+#ifdef ZU_BENCHMARK_ABSL
+    addMap<ABSL_BTREE>( "absl" );
+#endif
 #ifdef ZU_BENCHMARK_GLIB
     addMap<GLIB_TREE>( "glib" );
 #endif

@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <numeric>
 #include <random>
+#include <set>
 #include <vector>
 
 using OBJ = zu::Ref<ZU_OBJ>;
@@ -104,8 +106,8 @@ struct DICT_HOLDER {
         ASSERT_EQ( zuDictLength( d ), model.length() );
         ZU_INT idx = 0;
         for ( auto [ key, value ] : model.pairs ) {
-            ASSERT_EQ( d->items[ idx ].key, key ) << idx;
-            ASSERT_EQ( d->items[ idx ].val, value ) << idx;
+            ASSERT_EQ( zu___DictPair( d, idx )->key, key ) << idx;
+            ASSERT_EQ( zu___DictPair( d, idx )->val, value ) << idx;
             idx++;
         }
         ASSERT_EQ( d->alloc, model.alloc );
@@ -316,6 +318,13 @@ protected:
             holder.model.shared ? holder.model.clear() : holder.model.pairs.clear();
             zu___DictClear( holder.dict.inOut() );
             break;
+        case 9:
+        case 10:
+        case 11: // few pairs in as many rings as many have
+            if ( !holder.model.shared && holder.model.alloc > 32 ) {
+                zu___DictSpread( holder.dict.get(), 2 + (ZU_INT)below( 3 ) );
+            }
+            break;
         default:
             changePair( holder, growing );
         }
@@ -357,6 +366,39 @@ TEST( Dict, TakesManyKeysInAnyOrder )
         ASSERT_EQ( dict.get()->items[ idx ].val, zuVectorBacking( values.get() )[ value ] );
         ASSERT_EQ( zuDictIndexOfStringKeyCstr( dict.get(), key.c_str(), -1 ), idx++ );
     }
+}
+
+// As many pairs as bring rings, one by one, until all are gone again
+TEST( Dict, GrowsAndShrinksPairByPair )
+{
+    constexpr ZU_INT COUNT = 20000;
+    std::vector<ZU_INT> numbers( COUNT );
+    std::iota( numbers.begin(), numbers.end(), 0 );
+    std::mt19937 random( 1 );
+    std::set<ZU_INT> model;
+    DICT dict = zu::adopt( zuDictCreate() );
+    auto expectSame = [ & ] {
+        ASSERT_EQ( zuDictLength( dict.get() ), (ZU_INT)model.size() );
+        ZU_INT idx = 0;
+        for ( ZU_INT number : model ) {
+            ASSERT_EQ( zuDictIndexOfIntKey( dict.get(), number ), idx );
+            ASSERT_EQ( zuBoxedIntValue( (ZU_BOXED_INT *)zu___DictPair( dict.get(), idx++ )->key ), number );
+        }
+    };
+    for ( bool grows : { true, false } ) {
+        std::shuffle( numbers.begin(), numbers.end(), random );
+        for ( ZU_INT i = 0; i < COUNT; i++ ) {
+            ZU_INT number = numbers[ (size_t)i ];
+            grows ? zuDictSetIntKey( dict.inOut(), number, boxed( number ).get() )
+                  : zuDictDelIntKey( dict.inOut(), number );
+            grows ? (void)model.insert( number ) : (void)model.erase( number );
+            if ( i % 2000 == 999 ) {
+                ASSERT_NO_FATAL_FAILURE( expectSame() ) << i;
+                EXPECT_TRUE( dict.get()->items == nullptr || model.size() <= 1000 );
+            }
+        }
+    }
+    EXPECT_TRUE( isEmptyDict( dict.get() ) );
 }
 
 // Readers who go through the keys, who jump, who ask for what is not there, and changes in between

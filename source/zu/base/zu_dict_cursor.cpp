@@ -15,7 +15,7 @@ ZU_DICT_CURSOR zuDictCursorFrom( ZU_DICT *dict, ZU_OBJ *key )
     ZU_INT begin = 0;
     for ( ZU_INT end = dict->length; begin < end; ) {
         const ZU_INT middle = begin + ( end - begin ) / 2;
-        if ( zu___ObjCompareInline( dict->items[ middle ].key, key ) < 0 ) {
+        if ( zu___ObjCompareInline( zu___DictPair( dict, middle )->key, key ) < 0 ) {
             begin = middle + 1;
         } else {
             end = middle;
@@ -29,7 +29,7 @@ ZU_BOOL zuDictCursorNext( ZU_DICT_CURSOR *cursor )
     ZU_ASSERT( cursor->dict );
     const bool more = cursor->idx + 1 < cursor->dict->length;
     cursor->idx += more;
-    cursor->key = more ? cursor->dict->items[ cursor->idx ].key : nullptr;
-    cursor->value = more ? cursor->dict->items[ cursor->idx ].val : nullptr;
+    cursor->key = more ? zu___DictPair( cursor->dict, cursor->idx )->key : nullptr;
+    cursor->value = more ? zu___DictPair( cursor->dict, cursor->idx )->val : nullptr;
     return more;
 }

@@ -15,23 +15,56 @@ typedef struct ZU___DICT_PAIR {
     ZU_OBJ *val;
 } ZU___DICT_PAIR;
 
-// The `length` pairs of `items` are strictly ascending by zuObjCompare of their keys.
+// A ring of pairs, of a size that is the same for all of a dict: the pair at `first` is the first one.
+typedef struct ZU___DICT_RING {
+    ZU___DICT_PAIR *pairs;
+    ZU_INT first;
+} ZU___DICT_RING;
+
+// Pairs in rings.  Each is full but the last one in use, so that the position of a pair tells where it is.
+typedef struct ZU___DICT_RINGS {
+    ZU___DICT_RING *items; // an array of zuMemAllocN, as are the pairs of each
+    ZU_INT alloc;          // rings that `items` has room for
+    ZU_INT count;          // rings that there are; those behind the last pair hold none
+    ZU_INT shift;          // the logarithm of the pairs of a ring
+} ZU___DICT_RINGS;
+
+// The `length` pairs are strictly ascending by zuObjCompare of their keys.
 struct ZU_DICT {
     ZU_OBJ obj;
-    ZU_INT alloc; // pairs that `items` has room for
+    ZU_INT alloc; // pairs that the dict is said to have room for
     ZU_INT length;
-    ZU___DICT_PAIR *items; // never null: inlineItems, or an array of zuMemAllocN
-    ZU___DICT_PAIR inlineItems[ ZU___DICT_INLINE_PAIRS ];
+    ZU___DICT_PAIR *items; // the pairs: inlineItems, or an array of zuMemAllocN; null: in rings
+    union {
+        ZU___DICT_PAIR inlineItems[ ZU___DICT_INLINE_PAIRS ];
+        ZU___DICT_RINGS rings;
+    };
     ZU_SORT *keySort; // of all keys, null if they have several; without meaning while there are none
     ZU_INT walk; // the pair after the last that a reader who goes through the keys has found, 0: nobody does; atomic
 };
 
-// Opens a gap of `count` pairs ahead of `atIndex` in a private dict, raises its length by `count` and returns the gap.
-// The caller fills it and calls zu___DictSort.
+// Returns the pair at `idx`, which must be there.  Its neighbours need not be beside it.
+static inline ZU___DICT_PAIR *zu___DictPair( const ZU_DICT *dict, ZU_INT idx )
+{
+    if ( ZU___LIKELY( dict->items ) ) {
+        return dict->items + idx;
+    }
+    const ZU___DICT_RING *ring = dict->rings.items + ( idx >> dict->rings.shift );
+    return ring->pairs + ( ( ring->first + idx ) & ( ( (ZU_INT)1 << dict->rings.shift ) - 1 ) );
+}
+
+// Opens a gap of `count` pairs ahead of `atIndex` in a private dict, raises its length by `count` and returns the gap,
+// whose pairs are side by side.  The caller fills it and calls zu___DictSort.
 ZU___DICT_PAIR *zu___DictMakeRoom( ZU_DICT *dict, ZU_INT atIndex, ZU_INT count );
 
 // Gives storage back after a private dict has shrunk; its pairs may move.
 void zu___DictCompact( ZU_DICT *dict );
+
+// Moves the pair at `from` of a private dict to `to`, and those between by one.
+void zu___DictMovePair( ZU_DICT *dict, ZU_INT from, ZU_INT to );
+
+// Brings the pairs of a private dict into rings of `1 << shift` pairs each.
+void zu___DictSpread( ZU_DICT *dict, ZU_INT shift );
 
 // Brings the pairs of a private dict in order, after its gap has been filled in any.  Of equal keys the pair stays that
 // stands first or, with `lastWins`, last, key and value alike.  Takes the time of a sort.
@@ -50,7 +83,7 @@ ZU_INT zu___DictIndexOfAbbreviation( ZU_DICT *dict, const ZU_CHAR *chars, ZU_INT
 // Returns the value of the boxed integer at `idx`, or `absent` for an index of -1.
 static inline ZU_INT zu___DictIntAt( ZU_DICT *dict, ZU_INT idx, ZU_INT absent )
 {
-    return idx < 0 ? absent : zuBoxedIntValue( zuBoxedIntFrom( dict->items[ idx ].val ) );
+    return idx < 0 ? absent : zuBoxedIntValue( zuBoxedIntFrom( zu___DictPair( dict, idx )->val ) );
 }
 
 // Returns a new, private, empty dict.

@@ -68,7 +68,7 @@ ZU_ENUM *zu___EnumCreateFromTable( const ZU___NAMED_TABLE &table )
     ZU___DICT_PAIR *values = zu___DictMakeRoom( byValue, 0, table.count );
     for ( ZU_INT i = 0; i < table.count; i++ ) {
         ZU_ASSERT( table.rows[ i ].value >= 0 );
-        ZU___DICT_PAIR pair = byName->items[ table.places[ i ] ];
+        ZU___DICT_PAIR pair = *zu___DictPair( byName, table.places[ i ] );
         values[ i ] = { zuObjRetain( pair.val ), zuObjRetain( pair.key ) };
     }
     byValue->keySort = zuBoxedIntSort();

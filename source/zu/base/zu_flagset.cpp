@@ -73,7 +73,8 @@ ZU_FLAGSET *zu___FlagsetCreateFromTable( const ZU___NAMED_TABLE &table )
     for ( ZU_INT i = 0; i < table.count; i++ ) {
         ZU_INT value = table.rows[ i ].value;
         ZU_ASSERT( value && zuIntBitHighest( value ) == zuIntBitLowest( value ) );
-        flagsetSetName( fs, zuIntBitLowest( value ), zuStringFrom( fs->byName->items[ table.places[ i ] ].key ) );
+        flagsetSetName( fs, zuIntBitLowest( value ),
+                        zuStringFrom( zu___DictPair( fs->byName, table.places[ i ] )->key ) );
     }
     return fs;
 }

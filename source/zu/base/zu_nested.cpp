@@ -82,7 +82,7 @@ struct NESTED_SORTS {
     ZU_OBJ *item( ZU_OBJ *obj, ZU_INT idx ) const
     {
         if ( obj->sort == dict ) {
-            const ZU___DICT_PAIR &pair = ( (ZU_DICT *)obj )->items[ idx / 2 ];
+            const ZU___DICT_PAIR &pair = *zu___DictPair( (ZU_DICT *)obj, idx / 2 );
             return idx % 2 == 0 ? pair.key : pair.val;
         }
         ZU_VECTOR *vec = (ZU_VECTOR *)obj;

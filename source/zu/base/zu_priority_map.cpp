@@ -11,8 +11,6 @@
 #include "zu/runtime/zu_obj_internal.h"
 #include "zu/runtime/zu_ref_internal.h"
 
-#include <cstring>
-
 static void priorityMapFree( ZU_OBJ *thisObj );
 static ZU_INT priorityMapCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj );
 
@@ -198,7 +196,8 @@ static void priorityMapDelEntry( ZU_PRIORITY_MAP *map, ZU_OBJ *entry )
 static ZU_INT priorityMapFind( const ZU_DICT *entryDict, ZU_INT priority, ZU_OBJ *value )
 {
     auto isAhead = [ = ]( ZU_INT idx ) {
-        return priorityMapEntryOrder( (ZU___PRIORITY_MAP_ENTRY *)entryDict->items[ idx ].key, priority, value ) < 0;
+        return priorityMapEntryOrder( (ZU___PRIORITY_MAP_ENTRY *)zu___DictPair( entryDict, idx )->key, priority,
+                                      value ) < 0;
     };
     ZU_INT last = entryDict->length - 1;
     if ( last < 0 || !isAhead( 0 ) ) {
@@ -221,20 +220,12 @@ static bool priorityMapTryMove( ZU_PRIORITY_MAP *map, ZU___PRIORITY_MAP_ENTRY *e
          ZU_REF_RETAIN_COUNT( entry ) > 2 ) {
         return false;
     }
-    ZU___DICT_PAIR *items = map->entryDict->items;
     ZU_INT from = priorityMapFind( map->entryDict, entry->priority, entry->value );
-    if ( from == map->entryDict->length || items[ from ].key != &entry->obj ) {
+    if ( from == map->entryDict->length || zu___DictPair( map->entryDict, from )->key != &entry->obj ) {
         return false; // the order of the objects contradicts itself
     }
     ZU_INT to = priorityMapFind( map->entryDict, priority, entry->value );
-    ZU___DICT_PAIR pair = items[ from ];
-    if ( to > from ) {
-        to--; // what stands between moves up into the gap
-        memmove( items + from, items + from + 1, (size_t)( to - from ) * sizeof( ZU___DICT_PAIR ) );
-    } else {
-        memmove( items + to + 1, items + to, (size_t)( from - to ) * sizeof( ZU___DICT_PAIR ) );
-    }
-    items[ to ] = pair;
+    zu___DictMovePair( map->entryDict, from, to > from ? to - 1 : to );
     entry->priority = priority;
     return true;
 }
@@ -249,7 +240,8 @@ void zuPriorityMapSet( ZU_PRIORITY_MAP **map, ZU_INT priority, ZU_OBJ *obj )
     zu___Taken taken;
     ZU_PRIORITY_MAP *own = *map;
     ZU_INT idx = zuDictIndexOfObjKey( own->objDict, obj );
-    ZU___PRIORITY_MAP_ENTRY *old = idx != -1 ? priorityMapEntryFrom( own->objDict->items[ idx ].val ) : nullptr;
+    ZU___PRIORITY_MAP_ENTRY *old =
+        idx != -1 ? priorityMapEntryFrom( zu___DictPair( own->objDict, idx )->val ) : nullptr;
     bool done =
         old && ( old->priority == priority || ( old->value == obj && priorityMapTryMove( own, old, priority ) ) );
     if ( !done ) {

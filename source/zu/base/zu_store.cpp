@@ -147,8 +147,8 @@ static ZU_INT storeCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
             walk = storeLeave( walk );
             continue;
         }
-        ZU___DICT_PAIR pairA = storesA->items[ walk->idx ];
-        ZU___DICT_PAIR pairB = storesB->items[ walk->idx ];
+        ZU___DICT_PAIR pairA = *zu___DictPair( storesA, walk->idx );
+        ZU___DICT_PAIR pairB = *zu___DictPair( storesB, walk->idx );
         walk->idx++;
         order = zuObjCompare( pairA.key, pairB.key );
         if ( order == 0 && pairA.val != pairB.val ) {
@@ -210,9 +210,9 @@ static STORE_WALK *storeBeginMerge( STORE_WALK *parent, ZU_STORE *own, ZU_STORE 
 static ZU_STORE *storeTakeNextMerged( STORE_WALK *merge, ZU_STORE **taken )
 {
     for ( ; merge->idx < zuDictLength( merge->own->stores ); merge->idx++ ) {
-        ZU___DICT_PAIR pair = merge->own->stores->items[ merge->idx ];
+        ZU___DICT_PAIR pair = *zu___DictPair( merge->own->stores, merge->idx );
         ZU_INT otherIdx = zuDictIndexOfObjKey( merge->other->stores, pair.key );
-        ZU_OBJ *otherStore = otherIdx < 0 ? pair.val : merge->other->stores->items[ otherIdx ].val;
+        ZU_OBJ *otherStore = otherIdx < 0 ? pair.val : zu___DictPair( merge->other->stores, otherIdx )->val;
         if ( otherStore != pair.val ) {
             *taken = zuStoreRetain( zuStoreFrom( pair.val ) );
             zuDictSetValueAt( &merge->own->stores, merge->idx, otherStore ); // holds the place
@@ -256,14 +256,15 @@ static ZU_STRING *storeValueNoRetain( ZU_STORE *store, ZU___STORE_KEY address )
     ZU_ASSERT( store );
     STORE_ASSERT_ADDRESS( address );
     ZU_INT idx = zu___DictIndexOfChars( store->values, address.chars, address.length );
-    return idx < 0 ? nullptr : (ZU_STRING *)store->values->items[ idx ].val; // which costs no asking for the sort
+    return idx < 0 ? nullptr
+                   : (ZU_STRING *)zu___DictPair( store->values, idx )->val; // which costs no asking for the sort
 }
 static ZU_STORE *storeStoreNoRetain( ZU_STORE *store, ZU___STORE_KEY address )
 {
     ZU_ASSERT( store );
     STORE_ASSERT_ADDRESS( address );
     ZU_INT idx = zu___DictIndexOfChars( store->stores, address.chars, address.length );
-    return idx < 0 ? nullptr : zuStoreFrom( store->stores->items[ idx ].val );
+    return idx < 0 ? nullptr : zuStoreFrom( zu___DictPair( store->stores, idx )->val );
 }
 // Removes `address` from `*kind`, and from the addresses unless `remaining` has it too.
 static void storeDel( ZU_STORE *own, ZU_DICT **kind, ZU_DICT *remaining, ZU_STRING *address )

@@ -38,7 +38,7 @@ static ZU_OBJ *storeBinaryNext( ZU_DICT *dict, ZU_INT *idx, ZU_STRING *address )
     if ( *idx == dict->length ) {
         return nullptr;
     }
-    ZU___DICT_PAIR pair = dict->items[ *idx ];
+    ZU___DICT_PAIR pair = *zu___DictPair( dict, *idx );
     ZU_STRING *key = (ZU_STRING *)pair.key;
     if ( key != address && zu___StringCompareChars( key->chars + key->fspace, key->length,
                                                     address->chars + address->fspace, address->length ) != 0 ) {
@@ -58,7 +58,7 @@ void zuStoreBinaryEncodeToEncoder( ZU_STORE *store, ZU_ENCODER *enc )
             walk = storeBinaryLeave( walk );
             continue;
         }
-        ZU_STRING *address = (ZU_STRING *)own->addresses->items[ walk->idx++ ].key;
+        ZU_STRING *address = (ZU_STRING *)zu___DictPair( own->addresses, walk->idx++ )->key;
         zu___StorePrefetchPair( own->values, walk->valueIdx );
         zuEncoderEncodeString( enc, address );
         zuEncoderEncodeOptionalString( enc, (ZU_STRING *)storeBinaryNext( own->values, &walk->valueIdx, address ) );

@@ -40,15 +40,15 @@ static ZU_DICT *storeBuilderUnite( ZU_DICT *values, ZU_DICT *stores )
     ZU_INT valueIdx = 0;
     ZU_INT storeIdx = 0;
     while ( valueIdx < values->length || storeIdx < stores->length ) {
-        ZU_OBJ *value = valueIdx < values->length ? values->items[ valueIdx ].key : nullptr;
-        ZU_OBJ *store = storeIdx < stores->length ? stores->items[ storeIdx ].key : nullptr;
+        ZU_OBJ *value = valueIdx < values->length ? zu___DictPair( values, valueIdx )->key : nullptr;
+        ZU_OBJ *store = storeIdx < stores->length ? zu___DictPair( stores, storeIdx )->key : nullptr;
         ZU_INT order = value && store ? zu___ObjCompareInline( value, store ) : value ? -1 : 1;
         valueIdx += order <= 0;
         storeIdx += order >= 0;
         ZU_OBJ *key = order < 0 ? value : store;
         *pair++ = { zuObjRetain( key ), zuObjRetain( key ) };
     }
-    addresses->length = pair - addresses->items;
+    addresses->length = pair - zu___DictPair( addresses, 0 );
     addresses->keySort = zuStringSort();
     zu___DictCompact( addresses );
     return addresses;

@@ -85,7 +85,7 @@ static inline void zu___StorePrefetchPair( ZU_DICT *dict, ZU_INT idx )
 {
     static constexpr ZU_INT AHEAD = 6;
     if ( idx + AHEAD < dict->length ) {
-        ZU___DICT_PAIR pair = dict->items[ idx + AHEAD ];
+        ZU___DICT_PAIR pair = *zu___DictPair( dict, idx + AHEAD );
         for ( ZU_STRING *text : { (ZU_STRING *)pair.key, (ZU_STRING *)pair.val } ) {
             __builtin_prefetch( &text->length );
             __builtin_prefetch( &text->inlineChars[ 8 ] );

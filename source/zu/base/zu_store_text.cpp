@@ -126,7 +126,8 @@ static bool storeTextEmitLines( ZU_STORE *store, EMIT emit )
         storeTextCut( &line, walk->prefixLength );
         for ( ZU_INT i = 0; walk->idx < 0 && ok && i < values->length; i++ ) {
             zu___StorePrefetchPair( values, i );
-            storeTextAppendValue( line, (ZU_STRING *)values->items[ i ].key, (ZU_STRING *)values->items[ i ].val );
+            storeTextAppendValue( line, (ZU_STRING *)zu___DictPair( values, i )->key,
+                                  (ZU_STRING *)zu___DictPair( values, i )->val );
             ok = emit( line );
             storeTextCut( &line, walk->prefixLength );
         }
@@ -135,8 +136,8 @@ static bool storeTextEmitLines( ZU_STORE *store, EMIT emit )
             walk = storeTextLeave( walk );
             continue;
         }
-        ZU_STORE *sub = (ZU_STORE *)stores->items[ walk->idx ].val;
-        zuStringAppend( &line, (ZU_STRING *)stores->items[ walk->idx ].key );
+        ZU_STORE *sub = (ZU_STORE *)zu___DictPair( stores, walk->idx )->val;
+        zuStringAppend( &line, (ZU_STRING *)zu___DictPair( stores, walk->idx )->key );
         zuStringAppendChar( &line, STORE_MARK );
         if ( sub->addresses->length == 0 ) {
             ok = emit( line );

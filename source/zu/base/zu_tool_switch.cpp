@@ -169,7 +169,7 @@ ZU_BOOL zuToolSwitchRunTool( ZU_TOOL_SWITCH *ts, ZU_VECTOR *argv, void *context 
         toolSwitchPrintTools( ts );
     } else {
         // The tool may well change or release the switch.
-        ZU_TOOL_SWITCH_TOOL_FUNC toolFunc = zu___ToolSwitchToolFrom( ts->tools->items[ idx ].val )->toolFunc;
+        ZU_TOOL_SWITCH_TOOL_FUNC toolFunc = zu___ToolSwitchToolFrom( zu___DictPair( ts->tools, idx )->val )->toolFunc;
         ZU_VECTOR *rest = zuVectorCreateFromTrailing( argv, zuVectorLength( argv ) - 1 );
         result = toolFunc ? toolFunc( rest, context ) : ZU_TRUE;
         ZU_REF_RELEASE( rest );

@@ -18,7 +18,7 @@ ZU_STORE *zu___TagItemsStore( ZU_DICT *items, const ZU___TAG_ITEM_CLASS *itemCla
 {
     ZU_STORE *list = zuStoreCreate();
     for ( ZU_INT i = 0; i < items->length; i++ ) {
-        ZU_STORE *stored = itemClass->store( items->items[ i ].val );
+        ZU_STORE *stored = itemClass->store( zu___DictPair( items, i )->val );
         zuStoreSetStoreFormatCstr( &list, "%.*A", -1, stored, items->length - 1, i );
         ZU_REF_RELEASE( stored );
     }

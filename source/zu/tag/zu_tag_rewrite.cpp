@@ -204,7 +204,7 @@ ZU_TAG_SET *zuTagRewriteApply( ZU_TAG_REWRITE *rewrite, ZU_TAG_SET *ts )
     ZU_TAG_SET *added = zuTagSetCreate();
     ZU_TAG_SET *removed = zuTagSetCreate();
     for ( ZU_INT i = 0; i < rewrite->operations->length; i++ ) {
-        ZU___DICT_PAIR pair = rewrite->operations->items[ i ];
+        ZU___DICT_PAIR pair = *zu___DictPair( rewrite->operations, i );
         ZU_STRING *tag = zuStringFrom( pair.key );
         bool present = zuDictHasStringKey( ts->dict, tag );
         bool wanted = rewriteWants( zuTagRewriteOperationType( zuTagRewriteOperationFrom( pair.val ) ), present );

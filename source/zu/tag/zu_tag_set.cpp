@@ -202,7 +202,7 @@ ZU_STRING *zuTagSetEncode( ZU_TAG_SET *ts )
     ZU_ASSERT( ts );
     ZU_STRING *zus = zuStringCreate();
     for ( ZU_INT i = 0; i < ts->dict->length; i++ ) {
-        zuStringDelimitedAppendCharDelimiter( &zus, zuStringFrom( ts->dict->items[ i ].key ), ZU_CHAR_SPACE );
+        zuStringDelimitedAppendCharDelimiter( &zus, zuStringFrom( zu___DictPair( ts->dict, i )->key ), ZU_CHAR_SPACE );
     }
     return zus;
 }
