@@ -7,8 +7,9 @@
 //
 // A search takes two comparisons for a key at or beyond either end and about log2 of the length otherwise, with the
 // stored key as the first argument; strings are compared without their class, in an order of the search's own, and who
-// asks for one after the other in ascending order finds each at once.  An insertion moves the pairs behind it, so
-// ascending keys go in at no cost; zuDictCreateWithKeysAndValues takes many keys in any order.
+// asks for one after the other in ascending order finds each at once.  An insertion moves the pairs behind it or, in
+// a large dict, some of them, about the root of the length; so ascending keys go in at no cost, and
+// zuDictCreateWithKeysAndValues takes many keys in any order.
 #pragma once
 
 #include "zu/runtime/zu_obj.h"
