@@ -1,10 +1,12 @@
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
 
+#include <algorithm>
 #include <atomic>
 #include <csignal>
 #include <functional>
 #include <numeric>
+#include <random>
 #include <unistd.h>
 #include <vector>
 
@@ -122,6 +124,39 @@ TEST( Timer, FiresInTheOrderOfTimeAndNotAheadOfIt )
     waitBehind( 40 );
     std::vector<int> wanted( COUNT );
     std::iota( wanted.begin(), wanted.end(), 0 );
+    EXPECT_EQ( order, wanted );
+}
+
+// Filed, moved, unscheduled and dropped at random while nothing fires, with many due at one time
+TEST( Timer, ManyFireInOrderAfterAnyChanges )
+{
+    std::mt19937 random( 1 );
+    std::vector<ZU_INT> order;
+    std::vector<ZU_INT> due( 1000, -1 ); // -1: does not fire
+    std::vector<Fired> fired( due.size() );
+    std::vector<zu::Ref<ZU_TIMER>> timers( due.size() );
+    for ( size_t i = 0; i < due.size(); i++ ) {
+        fired[ i ].then = [ &order, &due, i ] { order.push_back( due[ i ] ); };
+        timers[ i ] = makeTimer( &fired[ i ] );
+    }
+    {
+        Hold hold;
+        for ( int step = 0; step < 20000; step++ ) {
+            size_t i = random() % due.size();
+            if ( random() % 4 > 0 && step < 15000 ) {
+                due[ i ] = random() % 200;
+                zuTimerScheduleAt( timers[ i ].get(), due[ i ] );
+            } else {
+                EXPECT_EQ( zuTimerUnschedule( timers[ i ].get() ), due[ i ] >= 0 );
+                due[ i ] = -1;
+                timers[ i ] = random() % 2 > 0 ? makeTimer( &fired[ i ] ) : timers[ i ];
+            }
+        }
+    }
+    std::vector<ZU_INT> wanted;
+    std::copy_if( due.begin(), due.end(), std::back_inserter( wanted ), []( ZU_INT at ) { return at >= 0; } );
+    std::sort( wanted.begin(), wanted.end() );
+    EXPECT_GT( wanted.size(), 0u );
     EXPECT_EQ( order, wanted );
 }
 

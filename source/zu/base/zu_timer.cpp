@@ -1,6 +1,9 @@
 // A timer is a public object and a closure.  The schedules hold closures only, so that the end of the public object
 // can take a closure out of its schedule, and a lingering one stays in.
 //
+// What is filed by a timestamp stands in a heap, of which each closure knows its place: filing, moving and dropping one of
+// 100,000 takes a few steps and no search.  A heap has no order but for what comes first, and nobody asks for another.
+//
 // The thread of the timers sleeps until the first relative timer is due or the calendar has to be looked at.  It
 // closes its barrier ahead of looking at the schedules, and whoever changes them opens it afterwards: no change is
 // missed.
@@ -13,13 +16,13 @@
 #include "zu/base/zu_timer.h"
 
 #include "zu/base/zu_dict.h"
-#include "zu/base/zu_priority_map.h"
 #include "zu/base/zu_thread_internal.h"
 #include "zu/base/zu_threading_fork_internal.h"
 #include "zu/base/zu_timestamp.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/runtime/zu_obj_internal.h"
 #include "zu/runtime/zu_ref_internal.h"
+#include "zu/sys/zu_mem.h"
 
 // How far ahead of a time of the calendar the looks come closer, in seconds, and how long the thread sleeps between
 // them.
@@ -39,8 +42,9 @@ struct ZU___TIMER_CLOSURE {
     ZU_OBJ *evt;
     ZU_THREAD *abortThread;
     uint32_t sched;   // 1: the timer is to fire; atomic
-    ZU_BOOL schedAbs; // filed in timerAbsDict; guarded by timerMonitor, as are the next two
-    ZU_BOOL schedRel; // filed in timerRelPrioMap
+    ZU_BOOL schedAbs; // filed in timerAbsDict; guarded by timerMonitor, as are the next three
+    ZU_BOOL schedRel; // filed in timerHeap
+    ZU_INT place;     // where in timerHeap, if schedRel
     ZU_TIME *at;      // its time in timerAbsDict, where a later timer may have taken the place; null if not schedAbs
 };
 struct ZU_TIMER {
@@ -49,9 +53,28 @@ struct ZU_TIMER {
     ZU_BOOL linger; // fires also when nobody holds it any more; guarded by timerMonitor
 };
 
-static ZU_MONITOR *timerMonitor = nullptr;         // guards the next four
-static ZU_PRIORITY_MAP *timerRelPrioMap = nullptr; // closures and the timestamps that they are due at
-static ZU_DICT *timerAbsDict = nullptr;            // from times to closures
+// A closure and the timestamp that it is due at.
+struct TIMER_DUE {
+    ZU_INT timestamp;
+    ZU___TIMER_CLOSURE *tcl; // owned
+
+    // Closures due at one time fire in the order of their objects.
+    bool isAhead( const TIMER_DUE &other ) const
+    {
+        return timestamp != other.timestamp ? timestamp < other.timestamp
+                                            : zu___ObjCompareInline( &tcl->obj, &other.tcl->obj ) < 0;
+    }
+};
+// Each of `items` is ahead of the CHILDREN whose parent it is.
+struct TIMER_HEAP {
+    TIMER_DUE *items; // an array of zuMemAllocN, or null
+    ZU_INT length;
+    ZU_INT alloc; // that `items` has room for
+};
+
+static ZU_MONITOR *timerMonitor = nullptr; // guards the next four
+static TIMER_HEAP timerHeap = {};
+static ZU_DICT *timerAbsDict = nullptr; // from times to closures
 static bool timerShutdown = false;
 static ZU_INT timerWakeUp = ZU_INT_MAX; // the timestamp that the thread sleeps to; the maximum also while it is awake
 static ZU_BARRIER *timerBarrier = nullptr; // open: look at the schedules again
@@ -133,6 +156,7 @@ static ZU_TIMER *timerCreate()
     tcl->sched = 0;
     tcl->schedAbs = ZU_FALSE;
     tcl->schedRel = ZU_FALSE;
+    tcl->place = 0;
     tcl->at = nullptr;
     ZU_TIMER *timer = (ZU_TIMER *)zu___ObjCreate( sizeof( ZU_TIMER ), &zu___sort_ZU_TIMER );
     timer->tcl = tcl;
@@ -184,6 +208,68 @@ ZU_TIMER *zu___TimerCreateAbort( void )
     return timer;
 }
 
+// The heap; the caller is inside timerMonitor
+static constexpr ZU_INT CHILDREN = 4; // in one cache line, most often
+static constexpr ZU_INT HEAP_MIN = 64;
+static void timerHeapPutLocked( ZU_INT place, TIMER_DUE due )
+{
+    timerHeap.items[ place ] = due;
+    due.tcl->place = place;
+}
+// Puts `due` where it belongs, on the way up or down from `place`, which is free.
+static void timerHeapSettleLocked( ZU_INT place, TIMER_DUE due )
+{
+    const TIMER_DUE *items = timerHeap.items;
+    while ( place > 0 && due.isAhead( items[ ( place - 1 ) / CHILDREN ] ) ) {
+        timerHeapPutLocked( place, items[ ( place - 1 ) / CHILDREN ] );
+        place = ( place - 1 ) / CHILDREN;
+    }
+    for ( ;; ) {
+        ZU_INT child = CHILDREN * place + 1;
+        ZU_INT end = zuIntMin( child + CHILDREN, timerHeap.length );
+        ZU_INT first = child;
+        for ( child++; child < end; child++ ) {
+            first = items[ child ].isAhead( items[ first ] ) ? child : first;
+        }
+        if ( first >= end || !items[ first ].isAhead( due ) ) {
+            break;
+        }
+        timerHeapPutLocked( place, items[ first ] );
+        place = first;
+    }
+    timerHeapPutLocked( place, due );
+}
+static void timerHeapResizeLocked( ZU_INT alloc )
+{
+    timerHeap.items = (TIMER_DUE *)zuMemReallocN( timerHeap.items, alloc, sizeof( TIMER_DUE ) );
+    timerHeap.alloc = alloc;
+}
+// Files a closure, or moves it.
+static void timerHeapSetLocked( ZU___TIMER_CLOSURE *tcl, ZU_INT timestamp )
+{
+    if ( !tcl->schedRel ) {
+        if ( timerHeap.length == timerHeap.alloc ) {
+            timerHeapResizeLocked( zuIntMax( 2 * timerHeap.alloc, HEAP_MIN ) );
+        }
+        tcl->schedRel = ZU_TRUE;
+        tcl->place = timerHeap.length++;
+        zuObjRetain( &tcl->obj );
+    }
+    timerHeapSettleLocked( tcl->place, { timestamp, tcl } );
+}
+// Takes a closure out, and leaves its reference to the caller.
+static void timerHeapTakeLocked( ZU___TIMER_CLOSURE *tcl )
+{
+    tcl->schedRel = ZU_FALSE;
+    TIMER_DUE last = timerHeap.items[ --timerHeap.length ];
+    if ( last.tcl != tcl ) {
+        timerHeapSettleLocked( tcl->place, last );
+    }
+    if ( timerHeap.alloc > HEAP_MIN && timerHeap.length <= timerHeap.alloc / 4 ) {
+        timerHeapResizeLocked( timerHeap.alloc / 2 );
+    }
+}
+
 // Schedules; the caller is inside timerMonitor
 static bool timerIsAtLocked( ZU___TIMER_CLOSURE *tcl, ZU_INT idx )
 {
@@ -214,8 +300,8 @@ static void timerDropScheduleLocked( ZU___TIMER_CLOSURE *tcl )
     ZU_ASSERT( tcl->schedRel != tcl->schedAbs );
     timerClosureTakeSched( tcl );
     if ( tcl->schedRel ) {
-        tcl->schedRel = ZU_FALSE;
-        zuPriorityMapDel( &timerRelPrioMap, &tcl->obj );
+        timerHeapTakeLocked( tcl );
+        zuObjRelease( &tcl->obj ); // not the last
     } else {
         timerDropByTimeLocked( tcl );
     }
@@ -251,17 +337,13 @@ static void timerDropOtherLocked( ZU___TIMER_CLOSURE *tcl )
 static bool timerFileLocked( ZU___TIMER_CLOSURE *tcl, ZU_INT timestamp )
 {
     ZU_ASSERT( timerThread );
-    zuPriorityMapSet( &timerRelPrioMap, timestamp, &tcl->obj );
+    timerHeapSetLocked( tcl, timestamp );
     __atomic_store_n( &tcl->sched, 1, __ATOMIC_RELEASE );
-    tcl->schedRel = ZU_TRUE;
     return timestamp < timerWakeUp || zuDictLength( timerAbsDict ) > 0;
 }
 static bool timerIsFirstLocked( ZU___TIMER_CLOSURE *tcl )
 {
-    ZU_OBJ *first = zuPriorityMapValueAt( timerRelPrioMap, 0 );
-    bool isFirst = first == &tcl->obj;
-    zuObjRelease( first );
-    return isFirst;
+    return timerHeap.items[ 0 ].tcl == tcl;
 }
 void zuTimerSchedule( ZU_TIMER *timer, ZU_INT milliseconds )
 {
@@ -334,15 +416,13 @@ static void timerFireTaken( ZU___TIMER_CLOSURE *tcl )
 // Fires what is due by `timestamp`; returns the milliseconds to what is due next.
 static ZU_INT timerFireRelative( ZU_INT timestamp )
 {
-    while ( zuPriorityMapLength( timerRelPrioMap ) > 0 ) {
-        ZU_INT due = zuPriorityMapPriorityAt( timerRelPrioMap, 0 );
-        if ( due > timestamp ) {
-            return due - timestamp;
+    while ( timerHeap.length > 0 ) {
+        TIMER_DUE first = timerHeap.items[ 0 ];
+        if ( first.timestamp > timestamp ) {
+            return first.timestamp - timestamp;
         }
-        ZU___TIMER_CLOSURE *tcl = timerClosureFrom( zuPriorityMapValueAt( timerRelPrioMap, 0 ) );
-        zuPriorityMapDelAt( &timerRelPrioMap, 0 );
-        tcl->schedRel = ZU_FALSE;
-        timerFireTaken( tcl );
+        timerHeapTakeLocked( first.tcl );
+        timerFireTaken( first.tcl );
     }
     return ZU_INT_MAX;
 }
@@ -397,7 +477,7 @@ static void zu___TimerThreadFunc( void )
 void zu___TimerStartup( void )
 {
     timerMonitor = zuMonitorCreate();
-    timerRelPrioMap = zuPriorityMapCreate();
+    timerHeap = {};
     timerAbsDict = zuDictCreate();
     timerShutdown = false;
     timerWakeUp = ZU_INT_MAX;
@@ -412,7 +492,7 @@ static void timerStopThread()
     zuMonitorLeave( timerMonitor );
     zuBarrierUnblock( timerBarrier );
     zuThreadJoin( timerThread );
-    ZU_ASSERT( !zuPriorityMapLength( timerRelPrioMap ) );
+    ZU___ASSERT_AS( timerHeap.length == 0, "!zuPriorityMapLength( timerRelPrioMap )" );
     ZU_ASSERT( !zuDictLength( timerAbsDict ) );
     ZU_REF_RELEASE( timerThread );
     ZU_REF_POISON( timerThread );
@@ -420,8 +500,8 @@ static void timerStopThread()
 // Drops the schedules that a forked child has from its parent, whose timers they are.
 static void timerDropAll()
 {
-    while ( zuPriorityMapLength( timerRelPrioMap ) > 0 ) {
-        ZU___TIMER_CLOSURE *tcl = timerClosureFrom( zuPriorityMapValueAt( timerRelPrioMap, 0 ) );
+    while ( timerHeap.length > 0 ) {
+        ZU___TIMER_CLOSURE *tcl = timerClosureFrom( zuObjRetain( &timerHeap.items[ 0 ].tcl->obj ) );
         zuMonitorEnter( timerMonitor );
         timerDropScheduleLocked( tcl );
         zuMonitorLeave( timerMonitor );
@@ -454,8 +534,8 @@ void zu___TimerShutdown( void )
     ZU_REF_POISON( timerBarrier );
     ZU_REF_RELEASE( timerAbsDict );
     ZU_REF_POISON( timerAbsDict );
-    ZU_REF_RELEASE( timerRelPrioMap );
-    ZU_REF_POISON( timerRelPrioMap );
+    zuMemFree( timerHeap.items );
+    timerHeap = {};
     ZU_REF_RELEASE( timerMonitor );
     ZU_REF_POISON( timerMonitor );
 }

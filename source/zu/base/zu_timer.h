@@ -10,8 +10,8 @@
 // same second of the calendar only the later one fires; the other stays scheduled until it is scheduled anew or
 // released.
 //
-// Any number of threads may schedule and unschedule one timer.  Scheduling takes the time to find the new place among
-// the scheduled timers, and to move what lies between it and the old one; unscheduling takes no lock.
+// Any number of threads may schedule and unschedule one timer.  Scheduling takes the logarithm of the number of
+// scheduled timers at most; unscheduling takes no lock.
 //
 // The last release of a timer drops its schedule.  All must be dropped or have fired before the library stops.  In a
 // forked child nothing fires, and scheduling aborts.
