@@ -3,8 +3,8 @@
 // A copy-on-write value; zu_obj.h tells what holds for all of them.  A vector holds one reference to each of its items;
 // an item is never null, and the boxed null of zu_boxed_null.h stands for nothing.  The same object may be in it any
 // number of times.  Positions and counts are in items.  Reading by position takes constant time, and so do insertion
-// and removal at either end, over any number of them; up to 64 items live in the vector itself.  Inserting or deleting
-// nothing copies nothing.
+// and removal at either end, over any number of them; further inside they move what lies behind, since the items are an
+// array.  Up to 64 items live in the vector itself.  Inserting or deleting nothing copies nothing.
 #pragma once
 
 #include "zu/base/zu_string.h"
