@@ -4,6 +4,7 @@
 // in an array, as a new string; ICU UTF-16, into an array that is there already; GLib and utf8proc UTF-8, as a new
 // text.
 
+#include "zu/base/zu_string_normalize.h"
 #include "zu/unicode/zu_unicode_normalizer.h"
 
 #include "zu/runtime/zu_runtime.h"
@@ -18,6 +19,9 @@
 #endif
 #ifdef ZU_BENCHMARK_UTF8PROC
 #include <utf8proc.h>
+#endif
+#ifdef ZU_BENCHMARK_QT
+#include <QString>
 #endif
 
 static ZU_STRING *normalizeChars( ZU_UNICODE_NORMAL_FORM form, const ZU_CHAR *chars, ZU_INT length )
@@ -110,6 +114,41 @@ static void registerInput( const std::string &name, const INPUT &input, bool wit
 #endif
 }
 
+// Short texts, held by somebody else: one that is normal, and one that is decomposed
+static void zuShort( benchmark::State &state, ZU_STRING *text )
+{
+    for ( auto _ : state ) {
+        ZU_STRING *result = zuStringRetain( text );
+        zuStringNormalizeNFC( &result );
+        benchmark::DoNotOptimize( result );
+        zuStringRelease( result );
+    }
+}
+#ifdef ZU_BENCHMARK_QT
+static void qtShort( benchmark::State &state, ZU_STRING *zus )
+{
+    QString text = QString::fromUcs4( zuStringBacking( zus ), (int)zuStringLength( zus ) );
+    for ( auto _ : state ) {
+        QString result = text.normalized( QString::NormalizationForm_C );
+        benchmark::DoNotOptimize( result );
+    }
+}
+#endif
+static void registerShort( const std::string &name, ZU_STRING *text )
+{
+    benchmark::RegisterBenchmark( ( name + "/zu" ).c_str(), zuShort, text );
+#ifdef ZU_BENCHMARK_ICU
+    benchmark::RegisterBenchmark( ( name + "/icu" ).c_str(), icuNormalize, INPUT{ ZU_UNICODE_NORMAL_FORM_NFC, text } );
+#endif
+#ifdef ZU_BENCHMARK_GLIB
+    benchmark::RegisterBenchmark( ( name + "/glib" ).c_str(), glibNormalize,
+                                  INPUT{ ZU_UNICODE_NORMAL_FORM_NFC, text } );
+#endif
+#ifdef ZU_BENCHMARK_QT
+    benchmark::RegisterBenchmark( ( name + "/qt" ).c_str(), qtShort, text );
+#endif
+}
+
 // Marks without end, at random from a few or many or from such as decompose, with a starter ahead of each `run` of
 // them; a peer that sorts by insertion would take hours for long runs
 static ZU_STRING *marksText( size_t run, const std::u32string &marks )
@@ -155,6 +194,18 @@ int main( int argc, char **argv )
             texts.insert( texts.end(), { same, other } );
             zuStringRelease( text );
         }
+    }
+    static const char *const SHORT[][ 2 ] = {
+        { "english", "The ferry leaves at a quarter past six, and the coffee opens." },
+        { "russian", "Двои\u0306ной чаи\u0306, все\u0308 пое\u0308т, еще\u0308 идё\u0308т край твоих ёлок и йодов" },
+    };
+    for ( const auto &row : SHORT ) {
+        ZU_STRING *whole = zuStringCreateFromUtf8( row[ 1 ], -1 );
+        for ( ZU_INT length : { 12, 30, 60 } ) {
+            texts.push_back( zuStringCreateFromLeading( whole, zuIntMin( length, zuStringLength( whole ) ) ) );
+            registerShort( "Short/" + std::string( row[ 0 ] ) + "/" + std::to_string( length ), texts.back() );
+        }
+        zuStringRelease( whole );
     }
     static const struct {
         const char *name;

@@ -241,6 +241,13 @@ TEST( StringNormalize, BringsIntoForms )
     expectChange( zuStringNormalizeNFKD, text, U"fiA\u030A e\u0323\u0301\u1100\u1161" );
     expectChange( zuStringNormalizeNFC, U"", U"" );
     expectChange( zuStringNormalizeNFC, U"plain text, \u00E9t\u00E9", U"plain text, \u00E9t\u00E9" );
+    for ( size_t length = 2; length < 30; length++ ) { // wherever the only one stands that is not ASCII
+        for ( size_t at = 1; at < length; at++ ) {
+            Text letters( length, U'e' );
+            letters[ at ] = 0x301;
+            expectChange( zuStringNormalizeNFC, letters, Text( letters ).replace( at - 1, 2, U"\u00E9" ) );
+        }
+    }
     expectChange( zuStringNormalizeNFD, U"\u0301\u0316", U"\u0316\u0301" );
     expectChange( zuStringNormalizeNFC, { 'a', 0xD800 }, U"a" );
     ZU_STRING *empty = zuStringCreateFromUtf8( "", 0 ); // not the shared one
