@@ -74,6 +74,18 @@ TEST( Time, Shifts )
     }
 }
 
+TEST( Time, ShiftsDaysAsSecondsDo )
+{
+    for ( ZU_INT seconds = -20000 * 86400; seconds < 20000 * 86400; seconds += 86400 * 97 ) {
+        TIME from = zu::adopt( zuTimeTryCreateFromTimeT( seconds ) );
+        for ( ZU_INT days = -1460; days <= 1460; days += 1 + ( days & 15 ) ) {
+            TIME tm = from;
+            zuTimeShiftDays( tm.inOut(), days );
+            ASSERT_EQ( fieldsOf( tm ), fieldsOf( zu::adopt( zuTimeTryCreateFromTimeT( seconds + days * 86400 ) ) ) )
+                << seconds << " and " << days;
+        }
+    }
+}
 TEST( Time, OrderIsByFields )
 {
     // Each differs from the one ahead in the field that decides.

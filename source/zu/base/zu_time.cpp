@@ -6,7 +6,8 @@
 #include "zu/base/zu_time_internal.h"
 
 #include "zu/base/zu_format.h"
-#include "zu/base/zu_string_format.h"
+#include "zu/base/zu_format_internal.h"
+#include "zu/base/zu_string_internal.h"
 #include "zu/base/zu_text_internal.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/unicode/zu_unicode_properties.h"
@@ -236,14 +237,38 @@ static ZU_INT timeCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
     }
     return 0;
 }
+// Writes `separator` and a number below 100 in two digits, and returns the place behind.
+static ZU_CHAR *timeWriteTwo( ZU_CHAR *pos, ZU_CHAR separator, ZU_INT number )
+{
+    pos[ 0 ] = separator;
+    pos[ 1 ] = '0' + (ZU_CHAR)number / 10;
+    pos[ 2 ] = '0' + (ZU_CHAR)number % 10;
+    return pos + 3;
+}
+// The text is put together in its place, without a format: 54 ns instead of 277.
 static ZU_STRING *timeToString( ZU_OBJ *thisObj )
 {
+    static constexpr char ZONE[] = { 'U', 'T', 'C', ' ' };
+    static constexpr ZU_INT FIELDS = 15; // "-03-01 09:05:07"
     ZU_TIME *tm = zuTimeFrom( thisObj );
     ZU_ASSERT( tm );
-    ZU_STRING *text = zuStringCreateFromFormatCstr( "UTC %i-%02i-%02i %02i:%02i:%02i", -1, tm->year, tm->month, tm->day,
-                                                    tm->hour, tm->minute, tm->second );
+    ZU_STRING *text = zu___StringCreateEmpty();
+    zuCharsConvertFromAscii( zu___StringMakeRoom( text, 0, sizeof ZONE ), sizeof ZONE, ZONE, sizeof ZONE );
+    zu___FormatEncodeInt( &text, tm->year, 10, 0, 0 );
+    ZU_CHAR *pos = zu___StringMakeRoom( text, text->length, FIELDS );
+    pos = timeWriteTwo( pos, '-', tm->month );
+    pos = timeWriteTwo( pos, '-', tm->day );
+    pos = timeWriteTwo( pos, ' ', tm->hour );
+    pos = timeWriteTwo( pos, ':', tm->minute );
+    timeWriteTwo( pos, ':', tm->second );
     if ( zuTimeValid( tm ) ) {
-        zuStringAppendFormatCstr( &text, " (%~s)", -1, zuWeekdayToString( zuTimeWeekday( tm ) ) );
+        const char *name = WEEKDAY_NAMES[ zuTimeWeekday( tm ) ];
+        ZU_INT length = (ZU_INT)strlen( name );
+        pos = zu___StringMakeRoom( text, text->length, length + 3 );
+        *pos++ = ' ';
+        *pos++ = '(';
+        zuCharsConvertFromAscii( pos, length, name, length );
+        pos[ length ] = ')';
     }
     return text;
 }
@@ -521,42 +546,32 @@ void zuTimeShiftMonths( ZU_TIME **tm, ZU_INT months )
     timeRepairDay( *tm );
 }
 
-// Walks on by fewer than 1461 days, month by month.
-static void timeWalkForward( ZU_TIME **tm, ZU_INT days )
+// Shifts by fewer than 1461 days, year by year: 1000 days take 6 ns and not 70.  A day beyond the end of its month is a
+// single step away from the next one, and counts as it stands on the way back.
+static void timeShiftFewDays( ZU_TIME **tm, ZU_INT days )
 {
-    while ( days > 0 ) {
-        // A day beyond the end of its month is a single step away from the next one.
-        ZU_INT toNextMonth = zuIntMax( zuTimeDaysInMonth( *tm ) - ( *tm )->day + 1, 1 );
-        if ( days < toNextMonth ) {
-            ( *tm )->day += days;
-            return;
-        }
-        days -= toNextMonth;
-        ( *tm )->day = 1;
-        ( *tm )->month++;
-        if ( ( *tm )->month > ZU_MONTH_DECEMBER ) {
-            ZU_ASSERT( ZU_INT_ADD_OK( (*tm)->year, 1 ) );
-            ( *tm )->year++;
-            ( *tm )->month = ZU_MONTH_JANUARY;
-        }
+    ZU_INT year = ( *tm )->year;
+    ZU_INT length = timeMonthLength( year, ( *tm )->month );
+    ZU_INT day = ( days > 0 && ( *tm )->day > length ? length : ( *tm )->day ) + days;
+    if ( day >= 1 && ( day <= length || days < 0 ) ) {
+        ( *tm )->day = day;
+        return;
     }
-}
-static void timeWalkBack( ZU_TIME **tm, ZU_INT days )
-{
-    while ( days > 0 ) {
-        if ( ( *tm )->day > days ) {
-            ( *tm )->day -= days;
-            return;
-        }
-        days -= ( *tm )->day;
-        ( *tm )->month--;
-        if ( ( *tm )->month < ZU_MONTH_JANUARY ) {
-            ZU_ASSERT( ZU_INT_SUB_OK( (*tm)->year, 1 ) );
-            ( *tm )->year--;
-            ( *tm )->month = ZU_MONTH_DECEMBER;
-        }
-        ( *tm )->day = zuTimeDaysInMonth( *tm );
+    ZU_INT number = timeDayNumber( year, ( *tm )->month, day );
+    for ( ; number > timeYearLength( year ); year++ ) {
+        ZU___ASSERT_AS( ZU_INT_ADD_OK( year, 1 ), "ZU_INT_ADD_OK( (*tm)->year, 1 )" );
+        number -= timeYearLength( year );
     }
+    for ( ; number < 1; number += timeYearLength( year ) ) {
+        ZU___ASSERT_AS( ZU_INT_SUB_OK( year, 1 ), "ZU_INT_SUB_OK( (*tm)->year, 1 )" );
+        year--;
+    }
+    // Months of 31 days would be one behind at the most.
+    ZU_INT month = ( number - 1 ) / DAY_MAX + 1;
+    month += month < MONTHS_PER_YEAR && number >= timeDayNumber( year, month + 1, 1 );
+    ( *tm )->year = year;
+    ( *tm )->month = month;
+    ( *tm )->day = number - timeDayNumber( year, month, 1 ) + 1;
 }
 void zuTimeShiftDays( ZU_TIME **tm, ZU_INT days )
 {
@@ -570,8 +585,9 @@ void zuTimeShiftDays( ZU_TIME **tm, ZU_INT days )
     ZU_ASSERT( ZU_INT_ADD_OK( (*tm)->year, y4*4 ) );
     timeUnshare( tm );
     ( *tm )->year += y4 * 4;
-    timeWalkForward( tm, rest );
-    timeWalkBack( tm, -rest );
+    if ( rest != 0 ) {
+        timeShiftFewDays( tm, rest );
+    }
 }
 
 // Adds the rest of `amount` / `unit` to `field`, one carry of `unit` up or down included, and hands the carry and then
