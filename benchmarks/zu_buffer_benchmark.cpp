@@ -245,7 +245,60 @@ static void appendUnalignedStd( benchmark::State &state )
 }
 BENCHMARK( appendUnalignedStd )->Name( "Buffer/appendUnaligned/std" );
 
-// Appending byte by byte, as encoders do
+// A content of 1,400 bytes copied
+static void copyZu( benchmark::State &state )
+{
+    ZU_BUFFER *from = zuBufferCreateFromBytesCopy( source, 1400 );
+    for ( auto _ : state ) {
+        ZU_BUFFER *copy = zuBufferCreateFrom( from );
+        benchmark::DoNotOptimize( zuBufferBacking( copy ) );
+        zuBufferRelease( copy );
+    }
+    zuBufferRelease( from );
+}
+BENCHMARK( copyZu )->Name( "Buffer/copy 1400/zu" );
+static void copyStd( benchmark::State &state )
+{
+    std::vector<uint8_t> from( source, source + 1400 );
+    for ( auto _ : state ) {
+        std::vector<uint8_t> copy( from );
+        benchmark::DoNotOptimize( copy.data() );
+    }
+}
+BENCHMARK( copyStd )->Name( "Buffer/copy 1400/std" );
+#ifdef ZU_BENCHMARK_QT
+static void copyQt( benchmark::State &state )
+{
+    QByteArray from( (const char *)source, 1400 );
+    for ( auto _ : state ) {
+        QByteArray copy( from );
+        benchmark::DoNotOptimize( copy.data() ); // which makes it a copy
+    }
+}
+BENCHMARK( copyQt )->Name( "Buffer/copy 1400/qt" );
+#endif
+
+// Appending byte by byte, as encoders do, and eight at a time
+template <typename BYTES>
+static void appendEight( benchmark::State &state )
+{
+    for ( auto _ : state ) {
+        BYTES bytes;
+        for ( size_t i = 0; i < 65536; i += 8 ) {
+            bytes.append( &source[ i ], 8 );
+        }
+        benchmark::DoNotOptimize( bytes.data() );
+    }
+    state.SetItemsProcessed( state.iterations() * 8192 );
+}
+BENCHMARK_TEMPLATE( appendEight, zuBytes )->Name( "Buffer/appendEight/zu" );
+BENCHMARK_TEMPLATE( appendEight, stdBytes )->Name( "Buffer/appendEight/std" );
+#ifdef ZU_BENCHMARK_GLIB
+BENCHMARK_TEMPLATE( appendEight, glibBytes )->Name( "Buffer/appendEight/glib" );
+#endif
+#ifdef ZU_BENCHMARK_QT
+BENCHMARK_TEMPLATE( appendEight, qtBytes )->Name( "Buffer/appendEight/qt" );
+#endif
 template <typename BYTES>
 static void appendSingly( benchmark::State &state )
 {

@@ -8,13 +8,14 @@
 // moves within that by moving its bounds alone.
 //
 // All lengths inside are unsigned and in bits; the public forms, most of them in zu_buffer_forms.cpp, check what comes
-// from outside, convert it and hand it to one function for each kind of operand.  A buffer that anybody else holds, and one on foreign memory, is exchanged
-// for a copy before its content changes.
+// from outside, convert it and hand it to one function for each kind of operand.  A buffer that anybody else holds, and
+// one on foreign memory, is exchanged for a copy before its content changes.
 
 #include "zu/base/zu_buffer_internal.h"
 
 #include "zu/base/zu_string_internal.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/runtime/zu_obj_internal.h"
 #include "zu/runtime/zu_ref_internal.h"
 #include "zu/sys/zu_mem.h"
 
@@ -251,7 +252,7 @@ static void bufferGrowBlock( ZU_BUFFER *buf, UINT capacity )
     } else {
         bufferExchangeBlock( buf, reserve + sizeBytes, reserve, at );
     }
-    zu___ObjDbgSetAllocationSize( &buf->obj, (ZU_INT)sizeBytes );
+    zu___ObjDeclareAllocationSizePrivate( &buf->obj, (ZU_INT)sizeBytes );
 }
 
 // Puts `newBuf` in the place of `*buf`.
@@ -284,7 +285,7 @@ static inline void bufferMakeWritable( ZU_BUFFER **buf )
 {
     if ( buf->bitLength == 0 ) {
         zuMemFree( buf->block );
-        zu___ObjDbgSetAllocationSize( &buf->obj, 0 );
+        zu___ObjDeclareAllocationSizePrivate( &buf->obj, 0 );
         buf->bitFspace = 0;
         buf->bitBspace = 0;
         buf->bytes = nullptr;
@@ -321,7 +322,7 @@ static void bufferMakeFirstRoom( ZU_BUFFER **buf, UINT bitCount )
     own->block = (uint8_t *)zuMemAlloc( (ZU_INT)sizeBytes );
     own->bytes = own->block;
     own->capacity = sizeBytes;
-    zu___ObjDbgSetAllocationSize( &own->obj, (ZU_INT)sizeBytes );
+    zu___ObjDeclareAllocationSizePrivate( &own->obj, (ZU_INT)sizeBytes );
     own->bitLength = bitCount;
     own->bitFspace = ZU_BUFFER_FSPACE;
     own->bitBspace = BYTES_TO_BITS( sizeBytes ) - bitCount - ZU_BUFFER_FSPACE;
@@ -343,8 +344,8 @@ static void bufferRebuild( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
     own->bitLength = tmp->bitLength;
     own->bitFspace = tmp->bitFspace;
     own->bitBspace = tmp->bitBspace;
-    zu___ObjDbgSetAllocationSize( &own->obj, zu___ObjDbgAllocationSize( &tmp->obj ) );
-    zu___ObjDbgSetAllocationSize( &tmp->obj, 0 );
+    zu___ObjDeclareAllocationSizePrivate( &own->obj, zu___ObjDbgAllocationSize( &tmp->obj ) );
+    zu___ObjDeclareAllocationSizePrivate( &tmp->obj, 0 );
     tmp->bytes = nullptr;
     tmp->block = nullptr;
     ZU_REF_RELEASE( tmp );
@@ -490,7 +491,7 @@ static void bufferFree( ZU_OBJ *thisObj )
         ZU_REF_RELEASE( buf->ref );
     } else {
         zuMemFree( buf->block );
-        zu___ObjDbgSetAllocationSize( thisObj, 0 );
+        zu___ObjDeclareAllocationSizePrivate( thisObj, 0 );
     }
     ZU_REF_POISON( buf->ref );
 }
@@ -664,20 +665,16 @@ void zu___BufferWriteBits( ZU_BUFFER **buf, UINT bitIdx, uint64_t bits, UINT bit
 }
 
 // Memory
-static inline bool bufferHolds( ZU_BUFFER *buf, const uint8_t *memory )
-{
-    return (uintptr_t)memory - (uintptr_t)bufferContent( buf ) < ( buf->bitLength + 7 ) >> 3;
-}
 void zu___BufferInsertBytes( ZU_BUFFER **buf, UINT bitIdx, const uint8_t *memory, UINT byteCount )
 {
-    bufferInsert( buf, bitIdx, BYTES_TO_BITS( byteCount ), bufferHolds( *buf, memory ),
+    bufferInsert( buf, bitIdx, BYTES_TO_BITS( byteCount ), zu___BufferHolds( *buf, memory ),
                   [ = ]( uint8_t *bytes ) { bitsCopy( bytes, bitIdx, memory, 0, BYTES_TO_BITS( byteCount ) ); } );
 }
 void zu___BufferWriteBytes( ZU_BUFFER **buf, UINT bitIdx, const uint8_t *memory, UINT byteCount )
 {
     ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, BYTES_TO_BITS( byteCount ) ) );
     ZU_ASSERT( bitIdx + BYTES_TO_BITS( byteCount ) <= (*buf)->bitLength );
-    bufferWrite( buf, BYTES_TO_BITS( byteCount ), bufferHolds( *buf, memory ),
+    bufferWrite( buf, BYTES_TO_BITS( byteCount ), zu___BufferHolds( *buf, memory ),
                  [ = ]( uint8_t *bytes ) { bitsCopy( bytes, bitIdx, memory, 0, BYTES_TO_BITS( byteCount ) ); } );
 }
 
@@ -734,7 +731,7 @@ ZU_BUFFER *zuBufferCreateFromBytesUse( uint8_t *bytes, ZU_INT byteCount )
     buf->block = bytes;
     buf->capacity = (UINT)byteCount;
     buf->bitLength = BYTES_TO_BITS( byteCount );
-    zu___ObjDbgSetAllocationSize( &buf->obj, byteCount );
+    zu___ObjDeclareAllocationSizePrivate( &buf->obj, byteCount );
     return buf;
 }
 ZU_BUFFER *zuBufferCreateFromBytesUseWithRef( const uint8_t *bytes, ZU_INT byteCount, ZU_OBJ *ref )

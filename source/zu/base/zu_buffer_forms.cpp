@@ -3,6 +3,8 @@
 
 #include "zu/base/zu_buffer_internal.h"
 
+#include <cstring>
+
 typedef ZU___INT_UNSIGNED UINT;
 
 // Appending, in bytes
@@ -53,6 +55,11 @@ void zuBufferAppendBits( ZU_BUFFER **buf, ZU_INT bits, ZU_INT bitCount )
 void zuBufferAppendByte( ZU_BUFFER **buf, uint8_t byte )
 {
     BUFFER_ASSERT_HOLDER( buf );
+    uint8_t *gap;
+    if ( ZU___LIKELY( zu___BufferTakeAtEnd( *buf, 1, &gap ) ) ) {
+        *gap = byte;
+        return;
+    }
     zu___BufferInsertBits( buf, ( *buf )->bitLength, byte, 8 );
 }
 void zuBufferAppendBytes( ZU_BUFFER **buf, const uint8_t *bytes, ZU_INT byteCount )
@@ -60,6 +67,12 @@ void zuBufferAppendBytes( ZU_BUFFER **buf, const uint8_t *bytes, ZU_INT byteCoun
     BUFFER_ASSERT_HOLDER( buf );
     BUFFER_ASSERT_BYTES( byteCount );
     ZU_ASSERT( bytes || !byteCount );
+    uint8_t *gap;
+    if ( ZU___LIKELY( byteCount > 0 && !zu___BufferHolds( *buf, bytes ) &&
+                      zu___BufferTakeAtEnd( *buf, (UINT)byteCount, &gap ) ) ) {
+        memcpy( gap, bytes, (size_t)byteCount );
+        return;
+    }
     zu___BufferInsertBytes( buf, ( *buf )->bitLength, bytes, (UINT)byteCount );
 }
 void zuBufferAppendZero( ZU_BUFFER **buf, ZU_INT byteCount )
