@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <benchmark/benchmark.h>
+#include <condition_variable>
 #include <linux/futex.h>
 #include <mutex>
 #include <shared_mutex>
@@ -128,6 +129,29 @@ struct FUTEX_GATE {
         syscall( SYS_futex, &word, FUTEX_WAKE_PRIVATE, 1, nullptr, nullptr, 0 );
     }
 };
+
+// Through a gate that is open, beside a condition variable
+static void passOpenZu( benchmark::State &state )
+{
+    ZU_BARRIER *barrier = zuBarrierCreate( ZU_FALSE );
+    for ( auto _ : state ) {
+        zuBarrierPass( barrier );
+    }
+    zuBarrierRelease( barrier );
+}
+static void passOpenStd( benchmark::State &state )
+{
+    std::mutex mutex;
+    std::condition_variable opened;
+    bool open = true;
+    for ( auto _ : state ) {
+        benchmark::DoNotOptimize( open );
+        std::unique_lock<std::mutex> lock( mutex );
+        opened.wait( lock, [ & ] { return open; } );
+    }
+}
+BENCHMARK( passOpenZu )->Name( "Barrier/pass open/zu" );
+BENCHMARK( passOpenStd )->Name( "Barrier/pass open/std" );
 
 // There and back between two threads that sleep in between.
 template <typename Gate>
