@@ -62,6 +62,28 @@ static void icuReference( benchmark::State &state )
 BENCHMARK( icuReference )->Name( "Reference/icu" );
 #endif
 
+// An object comes and goes, beside the memory alone
+static void zuObject( benchmark::State &state )
+{
+    ZU_BOXED_INT *other = zuBoxedIntCreate( 0 ); // the first of a class and the last one take longer
+    for ( auto _ : state ) {
+        ZU_BOXED_INT *object = zuBoxedIntCreate( 1 );
+        benchmark::DoNotOptimize( object );
+        zuBoxedIntRelease( object );
+    }
+    zuBoxedIntRelease( other );
+}
+static void libcObject( benchmark::State &state )
+{
+    for ( auto _ : state ) {
+        void *memory = malloc( sizeof( ZU_OBJ ) + sizeof( ZU_INT ) );
+        benchmark::DoNotOptimize( memory );
+        free( memory );
+    }
+}
+BENCHMARK( zuObject )->Name( "Object/create/zu" );
+BENCHMARK( libcObject )->Name( "Object/create/libc" );
+
 // Short texts come and go
 static void zuShort( benchmark::State &state )
 {
