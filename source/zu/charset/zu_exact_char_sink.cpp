@@ -1,5 +1,5 @@
-// The byte of a single-byte set goes to the cache at once, and the character is remembered: if a mark comes that the set
-// lacks, the byte is exchanged for that of the two composed.  So text that the set has passes without a look at the
+// The byte of a single-byte set goes to the cache at once, and the character is remembered: if a mark comes that the
+// set lacks, the byte is exchanged for that of the two composed.  So text that the set has passes without a look at the
 // character database, and the last byte stays in the cache until the next character has come.
 
 #include "zu/charset/zu_exact_char_sink.h"

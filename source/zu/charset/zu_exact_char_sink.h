@@ -6,12 +6,12 @@
 //
 // A surrogate, a value above 0x10FFFF and, in a single-byte set, a character that the set lacks are faults.  A fault
 // makes the sink fail under ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER, once everything ahead of it has gone to the
-// byte sink; under ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS it is skipped; otherwise U+FFFD stands for it, or "?" where
-// the set has no U+FFFD.  However the text comes in pieces, the bytes are the same.
+// byte sink; under ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS it is skipped; otherwise U+FFFD stands for it, or "?"
+// where the set has no U+FFFD.  However the text comes in pieces, the bytes are the same.
 //
-// A single-byte set gets what it has as it is.  Of the rest, a mark is composed with the character ahead of it, and what
-// can be decomposed is written in parts, if that gives characters which the set has, and canonically equivalent text.
-// So "e" and U+0301 become an "é" of ISO 8859-1, and U+1EAD the "â" and U+0323 of windows-1258.
+// A single-byte set gets what it has as it is.  Of the rest, a mark is composed with the character ahead of it, and
+// what can be decomposed is written in parts, if that gives characters which the set has, and canonically equivalent
+// text.  So "e" and U+0301 become an "é" of ISO 8859-1, and U+1EAD the "â" and U+0323 of windows-1258.
 #pragma once
 
 #include "zu/charset/zu_charset.h"
@@ -26,8 +26,8 @@ ZU_STDFUNCS_DECLARE( ZU_EXACT_CHAR_SINK, zuExactCharSink )
 /// family begin with a byte order mark under ZU_CHARSET_FLAG_INSERT_BYTE_ORDER_MARK; UTF-16 and UTF-32 without BE or LE
 /// are little-endian.  A set that is out of range aborts.
 ZU_API ZU_EXACT_CHAR_SINK *zuExactCharSinkCreate( ZU_BYTE_SINK *byteSink, ZU_CHARSET charset, ZU_CHARSET_FLAGS flags );
-/// Returns a new sink that writes to `ecs`; there may be several.  A flush, such as the one at the last release, hands on
-/// all that was written, so that a mark that comes later composes with nothing ahead of it.
+/// Returns a new sink that writes to `ecs`; there may be several.  A flush, such as the one at the last release, hands
+/// on all that was written, so that a mark that comes later composes with nothing ahead of it.
 ZU_API ZU_CHAR_SINK *zuExactCharSinkCharSink( ZU_EXACT_CHAR_SINK *ecs );
 /// Returns how many characters were written ahead of the first fault; -1 if there was none.  A sink that has failed
 /// without a fault has failed with its byte sink.

@@ -1,15 +1,15 @@
 // ZU_EXACT_CHAR_SOURCE: reads a character set by the letter of its standard.
 //
-// The sources of zu_charset.h are lenient by contract: they let overlong forms and surrogates of UTF-8 pass and take the
-// byte behind a broken sequence with it, leave the pairs of UTF-16 in two, read ISO 8859-8 by the tables of 8859-7, and
-// deliver U+FFFD for a cut-off end as often as they are asked.  These do none of that, and are the ones to take for
+// The sources of zu_charset.h are lenient by contract: they let overlong forms and surrogates of UTF-8 pass and take
+// the byte behind a broken sequence with it, leave the pairs of UTF-16 in two, read ISO 8859-8 by the tables of 8859-7,
+// and deliver U+FFFD for a cut-off end as often as they are asked.  These do none of that, and are the ones to take for
 // whatever comes from outside; docs/streams.md has both side by side.
 //
 // What is ill-formed (The Unicode Standard 14.0, section 3.9) or what a single-byte set does not define is a fault.  It
 // makes the source fail under ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER, is skipped under
 // ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS, and otherwise each maximal subpart of an ill-formed sequence becomes one
-// U+FFFD, as the standard recommends.  What the end of the data cuts off is one fault.  However the data come in pieces,
-// and however many characters are asked for at a time, the text is the same; its end, or the failure, is final.
+// U+FFFD, as the standard recommends.  What the end of the data cuts off is one fault.  However the data come in
+// pieces, and however many characters are asked for at a time, the text is the same; its end, or the failure, is final.
 //
 // A byte order mark at the very front is heeded and dropped where the set is UTF-8, UTF-16 or UTF-32 without BE or LE,
 // unless ZU_CHARSET_FLAG_IGNORE_BYTE_ORDER_MARK is set; without a mark the latter two are little-endian.
