@@ -2,6 +2,7 @@
 
 #include "zu/base/zu_utf.h"
 
+#include "zu/sys/zu_chars_utf8_shuffle_internal.h"
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
 
@@ -74,7 +75,21 @@ static void expectDecoded( const std::string &bytes )
     }
 }
 
-TEST( Utf, DecodesEverySequenceAsTheTable )
+// All of it with and without vectors
+class Utf : public testing::TestWithParam<bool> {
+protected:
+    void SetUp() override
+    {
+        zu___charsUtf8Shuffle = GetParam() && zu___CharsUtf8CanShuffle();
+    }
+    void TearDown() override
+    {
+        zu___charsUtf8Shuffle = -1;
+    }
+};
+INSTANTIATE_TEST_SUITE_P( Shuffling, Utf, testing::Bool() );
+
+TEST_P( Utf, DecodesEverySequenceAsTheTable )
 {
     // The bytes at which the ranges of the table begin and end
     const std::string bytes(
@@ -89,20 +104,37 @@ TEST( Utf, DecodesEverySequenceAsTheTable )
             }
         }
     }
-    // Whatever stands ahead, at every place within a run of eight
-    for ( size_t ahead = 0; ahead < 20; ahead++ ) {
-        for ( const char *sequence : { "\xE2\x82\xAC", "\xF0\x9F\x98", "\xC3", "\xED\xA0\x80", "\xF0\x9F\x98\x80" } ) {
-            expectDecoded( std::string( ahead, 'a' ) + sequence + std::string( 20 - ahead, 'b' ) );
-            expectDecoded( std::string( ahead, 'a' ) + sequence );
+    // Every sequence of up to three bytes, across the vectors of a block
+    for ( int abc = 0; abc < 0x1000000; abc += abc % 0x10000 == 0 && abc >= 0x800000 && abc < 0xC20000 ? 0x10000 : 1 ) {
+        const std::string sequence = { (char)( abc >> 16 ), (char)( abc >> 8 ), (char)abc };
+        std::string text( 96, 'x' );
+        text.replace( 61, 3, sequence );
+        const ZU_INT fault = decodeByTable( sequence ).fault;
+        ASSERT_EQ( zuUtf8Fault( text.data(), 96 ), fault < 0 ? fault : fault + 61 ) << abc;
+    }
+    // Whatever stands ahead and behind
+    for ( const char *fill : { "a", "é", "€", "😀" } ) {
+        for ( int ahead = 0; ahead < 70; ahead++ ) {
+            for ( const char *sequence :
+                  { "\xE2\x82\xAC", "\xF0\x9F\x98", "\xC3", "\xED\xA0\x80", "\xF0\x9F\x98\x80", "\xBF" } ) {
+                std::string text( (size_t)( ahead % 4 ), 'a' );
+                for ( int i = 0; i < 140; i++ ) {
+                    text += i == ahead ? sequence : fill;
+                }
+                expectDecoded( text );
+                expectDecoded( text.substr( 0, text.find( sequence ) + strlen( sequence ) ) );
+            }
         }
     }
 }
-TEST( Utf, EncodesEveryCodePointButSurrogates )
+TEST_P( Utf, EncodesEveryCodePointButSurrogates )
 {
     for ( ZU_CHAR ch = 0; ch < 0x110000; ch++ ) {
         const bool surrogate = ch >= 0xD800 && ch < 0xE000;
-        const ZU_CHAR chars[] = { 'a', ch };
-        zu::Ref<ZU_STRING> text = zu::adopt( zuStringCreateFromCharsCopy( chars, 2 ) );
+        // Alone, and where vectors go
+        std::u32string chars( ch % 3 ? 2 : 40, U'a' );
+        chars[ 1 ] = ch;
+        zu::Ref<ZU_STRING> text = zu::text( std::u32string_view( chars ) );
         ZU_INT length8, length16, fault8, fault16;
         char *utf8 = zuUtf8TryEncode( text.get(), &length8, &fault8 );
         char16_t *utf16 = zuUtf16TryEncode( text.get(), &length16, &fault16 );
@@ -118,7 +150,7 @@ TEST( Utf, EncodesEveryCodePointButSurrogates )
         zuMemFree( utf16 );
     }
 }
-TEST( Utf, JoinsPairsAndReplacesWhatIsAlone )
+TEST_P( Utf, JoinsPairsAndReplacesWhatIsAlone )
 {
     const char16_t units[] = { 0xDE00, 0xD83D, 0xDE00, 0xD83D, 'a', 0xD83D, 0xD83D, 0xDE00, 0xD83D };
     ZU_INT fault;
@@ -138,7 +170,7 @@ TEST( Utf, JoinsPairsAndReplacesWhatIsAlone )
     zuMemFree( utf8 );
     zuMemFree( utf16 );
 }
-TEST( Utf, AppendsAndFinds )
+TEST_P( Utf, AppendsAndFinds )
 {
     zu::Ref<ZU_STRING> text = zu::text( "a" );
     EXPECT_FALSE( zuUtf8TryAppend( text.inOut(), "b\xFF", -1, nullptr ) );

@@ -1,191 +1,23 @@
-// Each road is one loop over units, the same for testing, measuring and storing: what a sequence is worth is decided in
-// one place, so that the three agree.  Runs of ASCII, which most text has, are passed 8 bytes at a time.
+// A text is looked at once, for its faults and for the length of what it becomes, and then converted into an array of
+// just that size.  The steps of both are in zu_utf_steps.cpp; what is well-formed goes through them in one piece, and a
+// text with faults in a piece for each fault.
 
 #include "zu/base/zu_utf.h"
 
 #include "zu/base/zu_string_internal.h"
+#include "zu/base/zu_utf_internal.h"
+#include "zu/sys/zu_chars_ascii_internal.h"
+#include "zu/sys/zu_chars_internal.h"
 #include "zu/sys/zu_mem.h"
 
 #include <cstring>
-#include <type_traits>
 
-static constexpr ZU_CHAR REPLACEMENT = 0xFFFD;
-static constexpr ZU_CHAR CHAR_LAST = 0x10FFFF;
-static constexpr ZU_CHAR SUPPLEMENTARY_FIRST = 0x10000;
-static constexpr ZU_CHAR HIGH_SURROGATE = 0xD800, LOW_SURROGATE = 0xDC00, SURROGATES_END = 0xE000;
-
-static bool utfIsSurrogate( ZU_CHAR ch )
-{
-    return ch >= HIGH_SURROGATE && ch < SURROGATES_END;
-}
-
-// One sequence at the front of the text: its code point and length; or, ill-formed, the length of its maximal subpart.
-struct UTF_SEQUENCE {
-    ZU_CHAR ch;
-    int length;
-    bool ok;
-};
-
-// Table 3-7 of the standard: the second byte has a range that depends on the first, all others are continuations.
-static UTF_SEQUENCE utfSequence( const char *text, ZU_INT rest )
-{
-    const uint8_t *bytes = (const uint8_t *)text;
-    const uint8_t lead = bytes[ 0 ];
-    if ( lead < 0x80 ) {
-        return { lead, 1, true };
-    }
-    const int length = lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
-    if ( length == 0 ) {
-        return { REPLACEMENT, 1, false };
-    }
-    uint8_t low = 0x80, high = 0xBF;
-    switch ( lead ) {
-    case 0xE0:
-        low = 0xA0; // shorter forms exist below
-        break;
-    case 0xED:
-        high = 0x9F; // surrogates above
-        break;
-    case 0xF0:
-        low = 0x90;
-        break;
-    case 0xF4:
-        high = 0x8F; // beyond U+10FFFF above
-        break;
-    default:
-        break;
-    }
-    ZU_CHAR ch = lead & ( 0x7F >> length );
-    for ( int i = 1; i < length; i++ ) {
-        if ( i >= rest || bytes[ i ] < low || bytes[ i ] > high ) {
-            return { REPLACEMENT, i, false };
-        }
-        ch = ch << 6 | ( bytes[ i ] & 0x3F );
-        low = 0x80;
-        high = 0xBF;
-    }
-    return { ch, length, true };
-}
-static UTF_SEQUENCE utfSequence( const char16_t *units, ZU_INT rest )
-{
-    const ZU_CHAR unit = units[ 0 ];
-    if ( !utfIsSurrogate( unit ) ) {
-        return { unit, 1, true };
-    }
-    const bool isPair = unit < LOW_SURROGATE && rest > 1 && units[ 1 ] >= LOW_SURROGATE && units[ 1 ] < SURROGATES_END;
-    if ( !isPair ) {
-        return { REPLACEMENT, 1, false };
-    }
-    return { SUPPLEMENTARY_FIRST + ( ( unit - HIGH_SURROGATE ) << 10 ) + ( units[ 1 ] - LOW_SURROGATE ), 2, true };
-}
-static UTF_SEQUENCE utfSequence( const ZU_CHAR *chars, ZU_INT )
-{
-    return utfIsSurrogate( *chars ) || *chars > CHAR_LAST ? UTF_SEQUENCE{ REPLACEMENT, 1, false }
-                                                          : UTF_SEQUENCE{ *chars, 1, true };
-}
-
-// How many units at the front are ASCII, a multiple of 8 bytes' worth; the rest is for the loop over sequences.
-static ZU_INT utfAscii( const char *text, ZU_INT length )
-{
-    ZU_INT pos = 0;
-    for ( uint64_t eight; pos + 8 <= length; pos += 8 ) {
-        memcpy( &eight, text + pos, 8 );
-        if ( eight & 0x8080808080808080 ) {
-            break;
-        }
-    }
-    return pos;
-}
-template <typename UNIT>
-static ZU_INT utfAscii( const UNIT *, ZU_INT )
-{
-    return 0;
-}
-
-// What a code point takes in an encoding
-static int utfUnits( ZU_CHAR ch, const char * )
-{
-    return ch < 0x80 ? 1 : ch < 0x800 ? 2 : ch < SUPPLEMENTARY_FIRST ? 3 : 4;
-}
-static int utfUnits( ZU_CHAR ch, const char16_t * )
-{
-    return ch < SUPPLEMENTARY_FIRST ? 1 : 2;
-}
-static int utfUnits( ZU_CHAR, const ZU_CHAR * )
-{
-    return 1;
-}
-static char *utfPut( char *dest, ZU_CHAR ch )
-{
-    const int units = utfUnits( ch, dest );
-    if ( units == 1 ) {
-        *dest = (char)ch;
-        return dest + 1;
-    }
-    for ( int i = units - 1; i > 0; i-- ) {
-        dest[ i ] = (char)( 0x80 | ( ch & 0x3F ) );
-        ch >>= 6;
-    }
-    *dest = (char)( ( 0xF00 >> units ) | ch );
-    return dest + units;
-}
-static char16_t *utfPut( char16_t *dest, ZU_CHAR ch )
-{
-    if ( ch < SUPPLEMENTARY_FIRST ) {
-        *dest = (char16_t)ch;
-        return dest + 1;
-    }
-    dest[ 0 ] = (char16_t)( HIGH_SURROGATE + ( ( ch - SUPPLEMENTARY_FIRST ) >> 10 ) );
-    dest[ 1 ] = (char16_t)( LOW_SURROGATE + ( ( ch - SUPPLEMENTARY_FIRST ) & 0x3FF ) );
-    return dest + 2;
-}
-static ZU_CHAR *utfPut( ZU_CHAR *dest, ZU_CHAR ch )
-{
-    *dest = ch;
-    return dest + 1;
-}
-
-// Returns how many units of DEST the text takes, and stores the offset of its first fault, or -1.
-template <typename DEST, typename SRC>
-static ZU_INT utfMeasure( const SRC *src, ZU_INT length, ZU_INT *fault )
-{
-    *fault = -1;
-    ZU_INT units = 0;
-    for ( ZU_INT pos = 0; pos < length; ) {
-        const ZU_INT ascii = utfAscii( src + pos, length - pos );
-        units += ascii;
-        pos += ascii;
-        for ( int i = 0; i < 16 && pos < length; i++ ) {
-            const UTF_SEQUENCE sequence = utfSequence( src + pos, length - pos );
-            *fault = *fault < 0 && !sequence.ok ? pos : *fault;
-            units += utfUnits( sequence.ch, (const DEST *)nullptr );
-            pos += sequence.length;
-        }
-    }
-    return units;
-}
-// Stores what utfMeasure has measured.
-template <typename DEST, typename SRC>
-static void utfConvert( DEST *dest, const SRC *src, ZU_INT length )
-{
-    for ( ZU_INT pos = 0; pos < length; ) {
-        const ZU_INT ascii = utfAscii( src + pos, length - pos );
-        for ( ZU_INT i = 0; i < ascii; i++ ) {
-            dest[ i ] = (DEST)(std::make_unsigned_t<SRC>)src[ pos + i ];
-        }
-        dest += ascii;
-        pos += ascii;
-        for ( int i = 0; i < 16 && pos < length; i++ ) {
-            const UTF_SEQUENCE sequence = utfSequence( src + pos, length - pos );
-            dest = utfPut( dest, sequence.ch );
-            pos += sequence.length;
-        }
-    }
-}
+static constexpr ZU_CHAR REPLACEMENT = ZU_CHAR_REPLACEMENT_CHARACTER;
+static constexpr bool LITTLE_ENDIAN_MACHINE = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__;
 
 static ZU_INT utfLength( const char *src, ZU_INT srcLength )
 {
-    return srcLength < 0 ? (ZU_INT)strlen( src ) : srcLength;
+    return zu___CharsMeasureCstr( src, srcLength );
 }
 static ZU_INT utfLength( const char16_t *src, ZU_INT srcLength )
 {
@@ -200,21 +32,44 @@ static ZU_INT utfLength( const char16_t *src, ZU_INT srcLength )
     ZU_ASSERT( srcLength >= -1 ); \
     ZU_ASSERT( src || srcLength == 0 )
 
+// The steps by the type of the source, each over what is well-formed at the front
+
+static const char *utfWellFormed( const char *src, const char *end, ZU_INT *count )
+{
+    return (const char *)zu___UtfWellFormed( (const uint8_t *)src, (const uint8_t *)end, count );
+}
+static const char16_t *utfWellFormed( const char16_t *src, const char16_t *end, ZU_INT *count )
+{
+    return zu___UtfWellFormed16( src, end, count );
+}
+static const char *utfPassFault( const char *src, const char *end )
+{
+    const uint8_t *pos = (const uint8_t *)src;
+    zu___CharsTakeUtf8( &pos, (const uint8_t *)end );
+    return (const char *)pos;
+}
+static const char16_t *utfPassFault( const char16_t *src, const char16_t * )
+{
+    return src + 1;
+}
+static ZU_CHAR *utfDecodePiece( ZU_CHAR *dest, ZU_INT count, const char *src, const char *end )
+{
+    const uint8_t *pos = (const uint8_t *)src;
+    return dest + zu___UtfDecode8( dest, count, &pos, (const uint8_t *)end );
+}
+static ZU_CHAR *utfDecodePiece( ZU_CHAR *dest, ZU_INT count, const char16_t *src, const char16_t *end )
+{
+    const uint8_t *pos = (const uint8_t *)src;
+    return dest + zu___UtfDecode16( dest, count, &pos, (const uint8_t *)end, LITTLE_ENDIAN_MACHINE );
+}
+
 // Testing
 template <typename SRC>
 static ZU_INT utfFault( const SRC *src, ZU_INT length )
 {
-    for ( ZU_INT pos = 0; pos < length; ) {
-        pos += utfAscii( src + pos, length - pos );
-        for ( int i = 0; i < 16 && pos < length; i++ ) {
-            const UTF_SEQUENCE sequence = utfSequence( src + pos, length - pos );
-            if ( !sequence.ok ) {
-                return pos;
-            }
-            pos += sequence.length;
-        }
-    }
-    return -1;
+    ZU_INT count = 0;
+    const ZU_INT good = utfWellFormed( src, src + length, &count ) - src;
+    return good < length ? good : -1;
 }
 ZU_INT zuUtf8Fault( const char *src, ZU_INT srcLength )
 {
@@ -229,38 +84,77 @@ ZU_INT zuUtf16Fault( const char16_t *src, ZU_INT srcLength )
 ZU_INT zuUtfStringFault( ZU_STRING *zus )
 {
     ZU_ASSERT( zus );
-    return utfFault( zuStringBacking( zus ), zuStringLength( zus ) );
+    const ZU_CHAR *chars = zuStringBacking( zus );
+    const ZU_INT good = zu___UtfWellFormed32( chars, chars + zus->length ) - chars;
+    return good < zus->length ? good : -1;
 }
 
 // Decoding.  Where faults are refused, `fault` is not null; nothing is returned and nothing changed then.
+
+// Returns the number of code points of the text, and where the first fault is, or -1.
 template <typename SRC>
-static ZU_STRING *utfDecode( const SRC *src, ZU_INT length, ZU_INT *fault )
+static ZU_INT utfMeasure( const SRC *src, const SRC *end, ZU_INT *fault )
+{
+    *fault = -1;
+    ZU_INT count = 0;
+    for ( const SRC *pos = src; ( pos = utfWellFormed( pos, end, &count ) ) < end; count++ ) {
+        *fault = *fault < 0 ? pos - src : *fault;
+        pos = utfPassFault( pos, end );
+    }
+    return count;
+}
+// Stores what has been measured, for which `room` suffices.
+template <typename SRC>
+static void utfDecodeAll( ZU_CHAR *dest, ZU_INT room, const SRC *src, const SRC *end, ZU_INT fault )
+{
+    if ( fault < 0 ) {
+        utfDecodePiece( dest, room, src, end );
+        return;
+    }
+    while ( src < end ) {
+        ZU_INT pieceCount = 0;
+        const SRC *pieceEnd = utfWellFormed( src, end, &pieceCount );
+        dest = utfDecodePiece( dest, pieceCount, src, pieceEnd );
+        src = pieceEnd;
+        if ( src < end ) {
+            *dest++ = REPLACEMENT;
+            src = utfPassFault( src, end );
+        }
+    }
+}
+// Puts the text at the end of a private string.
+template <typename SRC>
+static bool utfDecodeInto( ZU_STRING **dest, const SRC *src, ZU_INT length, ZU_INT *fault )
 {
     ZU_INT found;
-    const ZU_INT count = utfMeasure<ZU_CHAR>( src, length, &found );
+    const ZU_INT count = utfMeasure( src, src + length, &found );
     if ( fault ) {
         *fault = found;
         if ( found >= 0 ) {
-            return nullptr;
+            return false;
         }
     }
-    if ( count == 0 ) {
-        return zuStringCreate();
+    if ( count > 0 ) {
+        if ( !*dest ) {
+            *dest = zu___StringCreateEmpty();
+        }
+        zu___StringUnshare( dest );
+        // Room behind the text lets vectors go on to its end.
+        ZU_CHAR *room = zu___StringMakeRoom( *dest, ( *dest )->length, count );
+        utfDecodeAll( room, count + ( *dest )->bspace, src, src + length, found );
     }
-    ZU_STRING *zus = zu___StringCreateEmpty();
-    utfConvert( zu___StringMakeRoom( zus, 0, count ), src, length );
-    return zus;
+    return true;
+}
+template <typename SRC>
+static ZU_STRING *utfDecode( const SRC *src, ZU_INT length, ZU_INT *fault )
+{
+    ZU_STRING *zus = nullptr;
+    return utfDecodeInto( &zus, src, length, fault ) && !zus ? zuStringCreate() : zus;
 }
 template <typename SRC>
 static ZU_BOOL utfAppend( ZU_STRING **dest, const SRC *src, ZU_INT length, ZU_INT *fault )
 {
-    ZU_STRING *decoded = utfDecode( src, length, fault );
-    if ( !decoded ) {
-        return ZU_FALSE;
-    }
-    zuStringAppend( dest, decoded );
-    ZU_REF_RELEASE( decoded );
-    return ZU_TRUE;
+    return utfDecodeInto( dest, src, length, fault );
 }
 ZU_STRING *zuUtf8TryDecode( const char *src, ZU_INT srcLength, ZU_INT *fault )
 {
@@ -315,14 +209,50 @@ void zuUtf16Append( ZU_STRING **dest, const char16_t *src, ZU_INT srcLength )
     utfAppend( dest, src, utfLength( src, srcLength ), nullptr );
 }
 
-// Encoding, likewise
+// Encoding, likewise.  UTF-8 of a short string is made on the stack, in one go.
+
+// Each stores `count` well-formed code points where there is room for just them and a terminator.
+static char *utfEncodePiece( char *dest, ZU_INT bytes, const ZU_CHAR *src, ZU_INT count )
+{
+    if ( bytes == count ) {
+        zu___CharsPackAscii( (uint8_t *)dest, src, count );
+        return dest + count;
+    }
+    const ZU_CHAR *end = src + count;
+    uint8_t *pos = zu___CharsEncodeUtf8( (uint8_t *)dest, (uint8_t *)dest + bytes, &src, end );
+    while ( src < end ) {
+        pos = zu___CharsPutUtf8( pos, *src++ );
+    }
+    return (char *)pos;
+}
+static char16_t *utfEncodePiece( char16_t *dest, ZU_INT units, const ZU_CHAR *src, ZU_INT count )
+{
+    uint8_t *destEnd = (uint8_t *)( dest + units + 1 );
+    return (char16_t *)zu___UtfEncode16( (uint8_t *)dest, destEnd, &src, src + count, LITTLE_ENDIAN_MACHINE );
+}
+// Passes over what is well-formed at the front of a string, and adds the units that it needs.
+static const ZU_CHAR *utfWellFormed( const ZU_CHAR *src, const ZU_CHAR *end, ZU_INT *units, const char * )
+{
+    return zu___UtfCountBytes( src, end, units );
+}
+static const ZU_CHAR *utfWellFormed( const ZU_CHAR *src, const ZU_CHAR *end, ZU_INT *units, const char16_t * )
+{
+    return zu___UtfCountUnits( src, end, units );
+}
 template <typename DEST>
 static DEST *utfEncode( ZU_STRING *zus, ZU_INT *length, ZU_INT *fault )
 {
+    static constexpr DEST REPLACED[] = { (DEST)( sizeof( DEST ) == 1 ? 0xEF : REPLACEMENT ), (DEST)0xBF, (DEST)0xBD };
+    static constexpr ZU_INT REPLACED_UNITS = sizeof( DEST ) == 1 ? 3 : 1;
+    const DEST *const unit = nullptr;
     const ZU_CHAR *chars = zuStringBacking( zus );
-    const ZU_INT count = zuStringLength( zus );
-    ZU_INT found;
-    const ZU_INT units = utfMeasure<DEST>( chars, count, &found );
+    const ZU_CHAR *end = chars + zus->length;
+    ZU_INT found = -1;
+    ZU_INT units = 0;
+    for ( const ZU_CHAR *pos = chars; ( pos = utfWellFormed( pos, end, &units, unit ) ) < end; pos++ ) {
+        found = found < 0 ? pos - chars : found;
+        units += REPLACED_UNITS;
+    }
     const bool refused = fault && found >= 0;
     if ( fault ) {
         *fault = found;
@@ -334,20 +264,61 @@ static DEST *utfEncode( ZU_STRING *zus, ZU_INT *length, ZU_INT *fault )
         return nullptr;
     }
     DEST *dest = (DEST *)zuMemAllocN( units + 1, sizeof( DEST ) );
-    utfConvert( dest, chars, count );
-    dest[ units ] = 0;
+    DEST *destPos = dest;
+    if ( found < 0 ) {
+        destPos = utfEncodePiece( dest, units, chars, end - chars );
+        chars = end;
+    }
+    while ( chars < end ) {
+        ZU_INT pieceUnits = 0;
+        const ZU_CHAR *pieceEnd = utfWellFormed( chars, end, &pieceUnits, unit );
+        destPos = utfEncodePiece( destPos, pieceUnits, chars, pieceEnd - chars );
+        chars = pieceEnd;
+        if ( chars < end ) {
+            memcpy( destPos, REPLACED, REPLACED_UNITS * sizeof( DEST ) );
+            destPos += REPLACED_UNITS;
+            chars++;
+        }
+    }
+    ZU_ASSERT( destPos == dest + units );
+    *destPos = 0;
+    return dest;
+}
+static char *utfEncode8( ZU_STRING *zus, ZU_INT *length, ZU_INT *fault )
+{
+    static constexpr ZU_INT SHORT_CHARS = 256;
+    static constexpr ZU_INT SLACK = 64; // what lets vectors go on to the end
+    const ZU_CHAR *chars = zuStringBacking( zus );
+    const ZU_CHAR *end = chars + zus->length;
+    if ( zus->length > SHORT_CHARS || zu___UtfWellFormed32( chars, end ) != end ) {
+        return utfEncode<char>( zus, length, fault );
+    }
+    uint8_t bytes[ SHORT_CHARS * ZU___CHARS_UTF8_SEQUENCE_MAX + SLACK ];
+    const uint8_t *bytesEnd = bytes + zus->length;
+    if ( !zu___CharsPackAscii( bytes, chars, zus->length ) ) {
+        bytesEnd = zu___CharsEncodeUtf8( bytes, bytes + sizeof bytes, &chars, end );
+    }
+    const ZU_INT count = bytesEnd - bytes;
+    if ( fault ) {
+        *fault = -1;
+    }
+    if ( length ) {
+        *length = count;
+    }
+    char *dest = (char *)memcpy( zuMemAlloc( count + 1 ), bytes, (size_t)count );
+    dest[ count ] = 0;
     return dest;
 }
 char *zuUtf8TryEncode( ZU_STRING *zus, ZU_INT *length, ZU_INT *fault )
 {
     ZU_ASSERT( zus );
     ZU_INT unused;
-    return utfEncode<char>( zus, length, fault ? fault : &unused );
+    return utfEncode8( zus, length, fault ? fault : &unused );
 }
 char *zuUtf8Encode( ZU_STRING *zus, ZU_INT *length )
 {
     ZU_ASSERT( zus );
-    return utfEncode<char>( zus, length, nullptr );
+    return utfEncode8( zus, length, nullptr );
 }
 char16_t *zuUtf16TryEncode( ZU_STRING *zus, ZU_INT *length, ZU_INT *fault )
 {
@@ -366,13 +337,13 @@ char16_t *zuUtf16Encode( ZU_STRING *zus, ZU_INT *length )
 // Tells whether `src` is what `chars` begins with, and stores how many code points it is.
 static bool utfIsInFront( const ZU_CHAR *chars, ZU_INT count, const char *src, ZU_INT length, ZU_INT *used )
 {
+    const uint8_t *pos = (const uint8_t *)src;
+    const uint8_t *end = pos + length;
     *used = 0;
-    for ( ZU_INT pos = 0; pos < length; ++*used ) {
-        const UTF_SEQUENCE sequence = utfSequence( src + pos, length - pos );
-        if ( *used == count || !sequence.ok || chars[ *used ] != sequence.ch ) {
+    for ( ; pos < end; ++*used ) {
+        if ( *used == count || zu___CharsTakeUtf8( &pos, end ) != chars[ *used ] ) {
             return false;
         }
-        pos += sequence.length;
     }
     return true;
 }
@@ -395,7 +366,8 @@ ZU_INT zuUtf8Find( ZU_STRING *zus, ZU_INT offset, const char *sub, ZU_INT subLen
     ZU_ASSERT( length > 0 );
     ZU_ASSERT( zuUtf8Fault( sub, length ) == -1 );
     const ZU_CHAR *chars = zuStringBacking( zus );
-    const ZU_CHAR first = utfSequence( sub, length ).ch;
+    const uint8_t *sequence = (const uint8_t *)sub;
+    const ZU_CHAR first = zu___CharsTakeUtf8( &sequence, sequence + length );
     ZU_INT used;
     for ( ZU_INT pos = offset; pos < zus->length; pos++ ) {
         if ( chars[ pos ] == first && utfIsInFront( chars + pos, zus->length - pos, sub, length, &used ) ) {

@@ -3,11 +3,15 @@
 // thought.
 
 #include "zu/base/zu_utf_internal.h"
+
+#include "zu/sys/zu_chars_ascii_internal.h"
 #include "zu/sys/zu_chars_internal.h"
+#include "zu/sys/zu_chars_utf8_shuffle_internal.h"
 
 #include <cstring>
 
-static constexpr ZU_INT STEP = 8; // units at a time
+static constexpr ZU_INT STEP = 8;                         // units at a time
+static constexpr uint64_t HIGH_BITS = 0x8080808080808080; // of all bytes of a step
 static constexpr ZU_CHAR HIGH_SURROGATE = 0xD800, LOW_SURROGATE = 0xDC00, SUPPLEMENTARY_FIRST = 0x10000;
 
 static inline bool utfIsSurrogate( ZU_CHAR ch )
@@ -17,46 +21,6 @@ static inline bool utfIsSurrogate( ZU_CHAR ch )
 static inline bool utfIsFault( ZU_CHAR ch )
 {
     return utfIsSurrogate( ch ) || !ZU_CHAR_OK( ch );
-}
-
-// UTF-8
-const uint8_t *zu___UtfWellFormed( const uint8_t *src, const uint8_t *end )
-{
-    const uint8_t *pos = src;
-    while ( pos < end ) {
-        for ( uint64_t eight; end - pos >= 8; pos += 8 ) {
-            memcpy( &eight, pos, 8 );
-            if ( eight & 0x8080808080808080 ) {
-                break;
-            }
-        }
-        for ( int i = 0; i < 16 && pos < end; i++ ) {
-            const uint8_t *next = pos;
-            if ( zu___CharsTakeUtf8( &next, end ) == ZU___CHARS_UTF8_BROKEN ) {
-                return pos;
-            }
-            pos = next;
-        }
-    }
-    return pos;
-}
-ZU_INT zu___UtfDecode8( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end )
-{
-    ZU_INT taken = zu___CharsDecodeUtf8( dest, room, src, end );
-    while ( taken < room && *src < end ) {
-        dest[ taken++ ] = zu___CharsTakeUtf8( src, end );
-    }
-    return taken;
-}
-uint8_t *zu___UtfEncode8( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end )
-{
-    // What does not fit is not looked at: each code point takes a byte at least.
-    const ZU_CHAR *good = *src;
-    const ZU_CHAR *last = end - *src > destEnd - dest ? *src + ( destEnd - dest ) : end;
-    while ( good < last && !utfIsFault( *good ) ) {
-        good++;
-    }
-    return zu___CharsEncodeUtf8( dest, destEnd, src, good );
 }
 
 // Units of UTF-16 and UTF-32 in either order of their bytes
@@ -79,9 +43,178 @@ static inline void utfStore( uint8_t *dest, ZU_CHAR value )
     }
     memcpy( dest, &unit, sizeof unit );
 }
+// Eight units of UTF-16
+template <bool SWAP>
+static inline ZU___CHARS_HALVES utfOrder( ZU___CHARS_HALVES eight )
+{
+    return SWAP ? eight << 8 | eight >> 8 : eight;
+}
+template <bool SWAP>
+static inline ZU___CHARS_HALVES utfLoadEight( const uint8_t *src )
+{
+    ZU___CHARS_HALVES eight;
+    memcpy( &eight, src, sizeof eight );
+    return utfOrder<SWAP>( eight );
+}
+static inline bool utfAnySurrogate( ZU___CHARS_HALVES eight )
+{
+    const ZU___CHARS_WORDS surrogates = (ZU___CHARS_WORDS)( ( eight & 0xF800 ) == (uint16_t)HIGH_SURROGATE );
+    return ( surrogates[ 0 ] | surrogates[ 1 ] ) != 0;
+}
 static bool utfSwaps( bool littleEndian )
 {
     return littleEndian != ( __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ );
+}
+
+// Testing
+
+// Names, numbers and the like: text of 8 to 64 bytes that needs nothing prepared.
+static inline bool utfIsShortAscii( const uint8_t *src, ZU_INT length )
+{
+    if ( length < STEP || length > 8 * STEP ) {
+        return false;
+    }
+    uint64_t all, eight;
+    memcpy( &all, src + length - STEP, STEP );
+    for ( ZU_INT i = 0; i < length - STEP; i += STEP ) {
+        memcpy( &eight, src + i, STEP );
+        all |= eight;
+    }
+    return ( all & HIGH_BITS ) == 0;
+}
+const uint8_t *zu___UtfWellFormed( const uint8_t *src, const uint8_t *end, ZU_INT *count )
+{
+    const uint8_t *pos = src;
+    if ( utfIsShortAscii( src, end - src ) ) {
+        *count += end - src;
+        return end;
+    }
+    if ( zu___CharsUtf8Shuffles() ) {
+        zu___CharsUtf8ShuffleCheck( &pos, end, count );
+    }
+    while ( pos < end ) {
+        for ( uint64_t eight; end - pos >= STEP; pos += STEP, *count += STEP ) {
+            memcpy( &eight, pos, STEP );
+            if ( eight & HIGH_BITS ) {
+                break;
+            }
+        }
+        for ( ZU_INT i = 0; i < 2 * STEP && pos < end; i++ ) {
+            const uint8_t *next = pos;
+            if ( zu___CharsTakeUtf8( &next, end ) == ZU___CHARS_UTF8_BROKEN ) {
+                return pos;
+            }
+            pos = next;
+            ++*count;
+        }
+    }
+    return pos;
+}
+const char16_t *zu___UtfWellFormed16( const char16_t *src, const char16_t *end, ZU_INT *count )
+{
+    const char16_t *pos = src;
+    while ( pos < end ) {
+        if ( end - pos >= STEP ) {
+            if ( !utfAnySurrogate( utfLoadEight<false>( (const uint8_t *)pos ) ) ) {
+                pos += STEP;
+                *count += STEP;
+                continue;
+            }
+        }
+        for ( ZU_INT i = 0; i < STEP && pos < end; i++, ++*count ) {
+            if ( !utfIsSurrogate( *pos ) ) {
+                pos++;
+            } else if ( *pos < LOW_SURROGATE && end - pos > 1 && ( pos[ 1 ] & 0xFC00 ) == LOW_SURROGATE ) {
+                pos += 2;
+            } else {
+                return pos;
+            }
+        }
+    }
+    return pos;
+}
+// What each code point needs more than one of.
+enum COUNTED { NOTHING, BYTES, UNITS };
+template <COUNTED COUNTED>
+static const ZU_CHAR *utfWellFormed32( const ZU_CHAR *src, const ZU_CHAR *end, ZU_INT *count )
+{
+    typedef int32_t LANES __attribute__( ( vector_size( 16 ) ) );
+    static constexpr ZU_INT WIDTH = sizeof( LANES ) / sizeof( ZU_CHAR );
+    static constexpr ZU_INT BLOCK = 16; // vectors; so few that a fault in them costs little
+    const ZU_CHAR *pos = src;
+    ZU_INT more = 0;
+    while ( end - pos >= WIDTH ) {
+        const ZU_CHAR *begin = pos;
+        const ZU_CHAR *blockEnd = pos + zuIntMin( ( end - pos ) / WIDTH, BLOCK ) * WIDTH;
+        LANES lanes = {}, bad = {};
+        for ( ; pos < blockEnd; pos += WIDTH ) {
+            LANES chars;
+            memcpy( &chars, pos, sizeof chars );
+            bad |= ( chars > 0x10FFFF ) | ( chars < 0 ) | ( ( chars & ~0x7FF ) == (int32_t)HIGH_SURROGATE );
+            if constexpr ( COUNTED == BYTES ) {
+                lanes -= ( chars > 0x7F ) + ( chars > 0x7FF );
+            }
+            if constexpr ( COUNTED != NOTHING ) {
+                lanes -= chars > 0xFFFF;
+            }
+        }
+        if ( bad[ 0 ] | bad[ 1 ] | bad[ 2 ] | bad[ 3 ] ) {
+            pos = begin;
+            break;
+        }
+        more += (ZU_INT)lanes[ 0 ] + lanes[ 1 ] + lanes[ 2 ] + lanes[ 3 ];
+    }
+    for ( ; pos < end && !utfIsFault( *pos ); pos++ ) {
+        more += COUNTED == BYTES ? ( *pos > 0x7F ) + ( *pos > 0x7FF ) + ( *pos > 0xFFFF ) : *pos > 0xFFFF;
+    }
+    if ( COUNTED != NOTHING ) {
+        *count += pos - src + more;
+    }
+    return pos;
+}
+const ZU_CHAR *zu___UtfWellFormed32( const ZU_CHAR *src, const ZU_CHAR *end )
+{
+    return utfWellFormed32<NOTHING>( src, end, nullptr );
+}
+const ZU_CHAR *zu___UtfCountBytes( const ZU_CHAR *src, const ZU_CHAR *end, ZU_INT *bytes )
+{
+    return utfWellFormed32<BYTES>( src, end, bytes );
+}
+const ZU_CHAR *zu___UtfCountUnits( const ZU_CHAR *src, const ZU_CHAR *end, ZU_INT *units )
+{
+    return utfWellFormed32<UNITS>( src, end, units );
+}
+
+// UTF-8
+ZU_INT zu___UtfDecode8( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end )
+{
+    ZU_INT taken = zu___CharsDecodeUtf8( dest, room, src, end );
+    const uint8_t *pos = *src;
+    while ( taken < room && pos < end ) {
+        const uint8_t lead = pos[ 0 ];
+        if ( lead < 0x80 ) {
+            dest[ taken++ ] = lead;
+            pos += 1;
+        } else if ( lead < 0xE0 ) {
+            dest[ taken++ ] = ( lead & 0x1Fu ) << 6 | ( pos[ 1 ] & 0x3Fu );
+            pos += 2;
+        } else if ( lead < 0xF0 ) {
+            dest[ taken++ ] = ( lead & 0x0Fu ) << 12 | ( pos[ 1 ] & 0x3Fu ) << 6 | ( pos[ 2 ] & 0x3Fu );
+            pos += 3;
+        } else {
+            dest[ taken++ ] =
+                ( lead & 0x07u ) << 18 | ( pos[ 1 ] & 0x3Fu ) << 12 | ( pos[ 2 ] & 0x3Fu ) << 6 | ( pos[ 3 ] & 0x3Fu );
+            pos += 4;
+        }
+    }
+    *src = pos;
+    return taken;
+}
+uint8_t *zu___UtfEncode8( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end )
+{
+    // What does not fit is not looked at: each code point takes a byte at least.
+    const ZU_CHAR *last = end - *src > destEnd - dest ? *src + ( destEnd - dest ) : end;
+    return zu___CharsEncodeUtf8( dest, destEnd, src, zu___UtfWellFormed32( *src, last ) );
 }
 
 template <bool SWAP>
@@ -95,13 +228,13 @@ static ZU_INT utfDecode16( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, cons
     bool good = true;
     while ( good && taken < room && pos < units ) {
         if ( room - taken >= STEP && units - pos >= STEP ) {
-            ZU_CHAR surrogates = 0;
-            for ( ZU_INT i = 0; i < STEP; i++ ) {
-                const ZU_CHAR unit = load( pos + i );
-                dest[ taken + i ] = unit;
-                surrogates |= utfIsSurrogate( unit );
-            }
-            if ( !surrogates ) {
+            const ZU___CHARS_HALVES eight = utfLoadEight<SWAP>( bytes + 2 * pos );
+            if ( !utfAnySurrogate( eight ) ) {
+                const ZU___CHARS_HALVES zeros = {};
+                const ZU___CHARS_HALVES low = __builtin_shufflevector( eight, zeros, 0, 8, 1, 9, 2, 10, 3, 11 );
+                const ZU___CHARS_HALVES high = __builtin_shufflevector( eight, zeros, 4, 12, 5, 13, 6, 14, 7, 15 );
+                memcpy( dest + taken, &low, sizeof low );
+                memcpy( dest + taken + STEP / 2, &high, sizeof high );
                 pos += STEP;
                 taken += STEP;
                 continue;
@@ -137,13 +270,15 @@ static uint8_t *utfEncode16( uint8_t *dest, const uint8_t *destEnd, const ZU_CHA
     const ZU_CHAR *pos = *src;
     bool good = true;
     while ( good && pos < end && destEnd - dest >= 4 ) {
-        if ( end - pos >= STEP && destEnd - dest >= 4 * STEP ) {
-            ZU_CHAR odd = 0;
-            for ( ZU_INT i = 0; i < STEP; i++ ) {
-                utfStore<uint16_t, SWAP>( dest + 2 * i, pos[ i ] );
-                odd |= utfIsSurrogate( pos[ i ] ) | ( pos[ i ] >= SUPPLEMENTARY_FIRST );
-            }
-            if ( !odd ) {
+        if ( end - pos >= STEP && destEnd - dest >= 2 * STEP ) {
+            const ZU___CHARS_LANES low = zu___CharsLoadLanes( pos );
+            const ZU___CHARS_LANES high = zu___CharsLoadLanes( pos + STEP / 2 );
+            const ZU___CHARS_HALVES eight =
+                __builtin_shufflevector( (ZU___CHARS_HALVES)low, (ZU___CHARS_HALVES)high, 0, 2, 4, 6, 8, 10, 12, 14 );
+            const ZU___CHARS_WORDS all = (ZU___CHARS_WORDS)( ( low | high ) & 0xFFFF0000 );
+            if ( ( all[ 0 ] | all[ 1 ] ) == 0 && !utfAnySurrogate( eight ) ) {
+                const ZU___CHARS_HALVES ordered = utfOrder<SWAP>( eight );
+                memcpy( dest, &ordered, sizeof ordered );
                 pos += STEP;
                 dest += 2 * STEP;
                 continue;

@@ -127,7 +127,8 @@ static ZU_INT exactCharSourceTake( ZU_EXACT_CHAR_SOURCE *ecs, ZU_CHAR *chars, ZU
     case ZU___EXACT_UTF8:
         // All of the cache is looked at once, however few characters are asked for.
         if ( ecs->pos >= ecs->checked ) {
-            ecs->checked = zu___UtfWellFormed( pos, end ) - ecs->bytes;
+            ZU_INT count = 0;
+            ecs->checked = zu___UtfWellFormed( pos, end, &count ) - ecs->bytes;
         }
         taken = zu___UtfDecode8( chars, room, &pos, ecs->bytes + ecs->checked );
         break;

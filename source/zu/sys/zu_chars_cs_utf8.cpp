@@ -15,20 +15,7 @@ static constexpr ZU_INT STEP = 8;                         // bytes looked at tog
 static constexpr uint64_t HIGH_BITS = 0x8080808080808080; // of all bytes of a step
 static constexpr ZU_INT SEQUENCE_MAX = ZU___CHARS_UTF8_SEQUENCE_MAX;
 
-// Whether to let vectors do the work: found out at the first conversion.  The threads that may do that find the same,
-// and nothing else depends on it, so that the order does not matter.
-enum : int { SHUFFLE_UNKNOWN = -1, SHUFFLE_NO, SHUFFLE_YES };
-int zu___charsUtf8Shuffle = SHUFFLE_UNKNOWN;
-
-static inline bool utf8Shuffles()
-{
-    int shuffle = __atomic_load_n( &zu___charsUtf8Shuffle, __ATOMIC_RELAXED );
-    if ( ZU___UNLIKELY( shuffle == SHUFFLE_UNKNOWN ) ) {
-        shuffle = zu___CharsUtf8CanShuffle() ? SHUFFLE_YES : SHUFFLE_NO;
-        __atomic_store_n( &zu___charsUtf8Shuffle, shuffle, __ATOMIC_RELAXED );
-    }
-    return shuffle == SHUFFLE_YES;
-}
+int zu___charsUtf8Shuffle = -1;
 
 // Decoding
 
@@ -102,7 +89,7 @@ template <bool STORE>
 static inline ZU_INT utf8DecodeWhole( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end )
 {
     ZU_INT length = 0;
-    if ( utf8Shuffles() ) {
+    if ( zu___CharsUtf8Shuffles() ) {
         length = STORE ? zu___CharsUtf8ShuffleDecode( dest, room, src, end ) : zu___CharsUtf8ShuffleCount( src, end );
     }
     const uint8_t *pos = *src;
@@ -179,7 +166,7 @@ static inline ZU_INT utf8SequenceLength( ZU_CHAR ch )
 
 uint8_t *zu___CharsEncodeUtf8( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end )
 {
-    if ( utf8Shuffles() ) {
+    if ( zu___CharsUtf8Shuffles() ) {
         dest = zu___CharsUtf8ShuffleEncode( dest, destEnd, src, end );
     }
     const ZU_CHAR *pos = *src;
