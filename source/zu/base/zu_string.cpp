@@ -10,6 +10,7 @@
 
 #include "zu/runtime/zu_module.h"
 #include "zu/runtime/zu_ref_internal.h"
+#include "zu/sys/zu_chars_internal.h"
 #include "zu/sys/zu_mem.h"
 
 #include <cstring>
@@ -705,7 +706,8 @@ ZU_BOOL zuStringEndsWithWcstr( ZU_STRING *zus, const char16_t *sub, ZU_INT subLe
     return zuStringEndsWith( zus, zu___Owned( zuStringCreateFromWcstr( sub, subLen ) ) );
 }
 
-// Conversion: one run of the converter to measure, one to fill an array of just that size.
+// Conversion: one run of the converter to measure, one to fill an array of just that size.  What a short string becomes
+// is made on the stack, in one run.
 template <typename UNIT>
 static UNIT *stringConvert( ZU_INT ( *convert )( UNIT *, ZU_INT, const ZU_CHAR *, ZU_INT, ZU_BOOL ), ZU_STRING *zus,
                             ZU_BOOL nulTerminate, ZU_INT *outLength )
@@ -713,12 +715,21 @@ static UNIT *stringConvert( ZU_INT ( *convert )( UNIT *, ZU_INT, const ZU_CHAR *
     if ( outLength ) {
         *outLength = 0;
     }
-    ZU_INT length = convert( nullptr, 0, stringText( zus ), zus->length, nulTerminate );
+    static constexpr ZU_INT SHORT_CHARS = 256;
+    static constexpr ZU_INT SLACK = 64; // what lets vectors go on to the end
+    UNIT made[ SHORT_CHARS * ZU___CHARS_UTF8_SEQUENCE_MAX + SLACK ];
+    const bool isShort = zus->length <= SHORT_CHARS;
+    const ZU_INT room = isShort ? (ZU_INT)( sizeof made / sizeof made[ 0 ] ) : 0;
+    ZU_INT length = convert( isShort ? made : nullptr, room, stringText( zus ), zus->length, nulTerminate );
     if ( length == 0 ) {
         return nullptr;
     }
     UNIT *units = (UNIT *)zuMemAllocN( length, sizeof( UNIT ) );
-    convert( units, length, stringText( zus ), zus->length, nulTerminate );
+    if ( length <= room ) {
+        zuMemCopyN( units, made, length, sizeof( UNIT ) );
+    } else {
+        convert( units, length, stringText( zus ), zus->length, nulTerminate );
+    }
     if ( outLength ) {
         *outLength = length;
     }
