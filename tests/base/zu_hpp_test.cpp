@@ -123,9 +123,8 @@ TEST( HppText, ConvertsBothWays )
         EXPECT_EQ( same, text );
         EXPECT_EQ( std::hash<STRING_REF>()( same ), std::hash<STRING_REF>()( text ) );
     }
-    EXPECT_EQ( zu::text( std::u16string{ 0xD83D, u'b', 0xDE00 } ), std::u32string_view( U"\xD83D"
-                                                                                        U"b"
-                                                                                        U"\xDE00" ) );
+    EXPECT_EQ( zu::text( std::u16string{ 0xD83D, u'b', 0xDE00 } ), std::u32string_view( U"\uFFFDb\uFFFD" ) );
+    EXPECT_EQ( zu::text( "x\xE9\"\xC0\x80" ), std::u32string_view( U"x\uFFFD\"\uFFFD\uFFFD" ) );
     std::ostringstream stream;
     stream << text << STRING_REF() << zu::adopt( zuBoxedIntCreate( 7 ) );
     EXPECT_EQ( stream.str(), "a\U0001F6007" );

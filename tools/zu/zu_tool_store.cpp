@@ -21,7 +21,7 @@ struct STORE_PATH {
 
 static STRING storeText( const std::string &text )
 {
-    return zu::adopt( zuStringCreateFromUtf8( text.data(), (ZU_INT)text.size() ) );
+    return zu::text( text );
 }
 // Reads a path; one that is none is reported.
 static std::optional<STORE_PATH> storeReadPath( std::string text, int *status )

@@ -224,8 +224,7 @@ static void textPrintJson( const char *name, const TextCounts &counts )
 {
     zu::Ref<ZU_STRING> json = zu::format(
         "{ \"file\": %s, \"bytes\": %i, \"codePoints\": %i, \"lines\": %i, \"invalidSequences\": %i, \"longestLine\": ",
-        toolJsonString( zu::adopt( zuStringCreateFromUtf8( name, -1 ) ).get() ), counts.bytes, counts.codePoints,
-        counts.lines, counts.invalid );
+        toolJsonString( zu::text( name ).get() ), counts.bytes, counts.codePoints, counts.lines, counts.invalid );
     if ( counts.longestLine > 0 ) {
         zu::appendFormat( json.inOut(), "{ \"line\": %i, \"codePoints\": %i }", counts.longestLine,
                           counts.longestLength );
@@ -301,10 +300,9 @@ private:
             zuUnicodeNormalizerRead( normalizer.get(), text.inOut(), -1 );
         }
         ZU_INT length = 0;
-        if ( char *bytes = zuStringConvertToUtf8( text.get(), ZU_FALSE, &length ) ) {
-            fwrite( bytes, 1, (size_t)length, stdout );
-            zuMemFree( bytes );
-        }
+        char *bytes = zuUtf8Encode( text.get(), &length );
+        fwrite( bytes, 1, (size_t)length, stdout );
+        zuMemFree( bytes );
     }
 
     const TEXT_CASE *mapping;
@@ -335,7 +333,7 @@ static int textTransform( const std::vector<const char *> &names, const TEXT_TRA
 static int textFindTransformation( const char *caseName, const char *formName, TEXT_TRANSFORMATION *found )
 {
     if ( caseName ) {
-        auto name = zu::adopt( zuStringCreateFromUtf8( caseName, -1 ) );
+        auto name = zu::text( caseName );
         for ( const TEXT_CASE &each : CASES ) {
             if ( zuStringEqualsCaseFoldCstr( name.get(), each.name, -1 ) ) {
                 found->mapping = &each;
@@ -346,7 +344,7 @@ static int textFindTransformation( const char *caseName, const char *formName, T
         }
     }
     if ( formName ) {
-        auto name = zu::adopt( zuStringCreateFromUtf8( formName, -1 ) );
+        auto name = zu::text( formName );
         for ( ZU_UNICODE_NORMAL_FORM form = 0; ZU_UNICODE_NORMAL_FORM_OK( form ); form++ ) {
             if ( zuStringEqualsCaseFold( name.get(), zu::adopt( zuUnicodeNormalFormToString( form ) ).get() ) ) {
                 found->form = form;

@@ -5,9 +5,11 @@
 //     std::string utf8 = zu::toUtf8( text );
 //     for ( char32_t ch : text ) { ... }
 //
-// Narrow text is UTF-8 here, whatever the system's encoding is.
+// Narrow text is UTF-8 here, whatever the system's encoding is.  What is ill-formed, and a surrogate of a string,
+// becomes U+FFFD; zu_utf.h has the forms that tell.
 #pragma once
 
+#include "zu/base/zu_utf.h"
 #include "zu/hpp/zu_ref.hpp"
 #include "zu/sys/zu_mem.h"
 
@@ -19,10 +21,10 @@
 namespace zu {
 
 // Into strings
-/// Returns a new string of UTF-8; what is ill-formed is taken as zuStringCreateFromUtf8 takes it.
+/// Returns a new string of UTF-8.
 [[nodiscard]] inline Ref<ZU_STRING> text( std::string_view utf8 )
 {
-    return adopt( zuStringCreateFromUtf8( utf8.data(), static_cast<ZU_INT>( utf8.size() ) ) );
+    return adopt( zuUtf8Decode( utf8.data(), static_cast<ZU_INT>( utf8.size() ) ) );
 }
 /// Returns a new string of code points; one beyond U+10FFFF aborts.
 [[nodiscard]] inline Ref<ZU_STRING> text( std::u32string_view chars )
@@ -31,19 +33,10 @@ namespace zu {
     return adopt( zuStringCreateFromCharsCopy( reinterpret_cast<const ZU_CHAR *>( chars.data() ),
                                                static_cast<ZU_INT>( chars.size() ) ) );
 }
-/// Returns a new string of UTF-16, with pairs of surrogates joined; one that has lost its partner stays as it is.
+/// Returns a new string of UTF-16, with pairs of surrogates joined.
 [[nodiscard]] inline Ref<ZU_STRING> text( std::u16string_view utf16 )
 {
-    std::u32string chars;
-    chars.reserve( utf16.size() );
-    for ( std::size_t i = 0; i < utf16.size(); i++ ) {
-        char32_t unit = utf16[ i ];
-        if ( unit >> 10 == 0xD800 >> 10 && i + 1 < utf16.size() && utf16[ i + 1 ] >> 10 == 0xDC00 >> 10 ) {
-            unit = 0x10000 + ( ( unit & 0x3FF ) << 10 ) + ( utf16[ ++i ] & 0x3FF );
-        }
-        chars.push_back( unit );
-    }
-    return text( std::u32string_view( chars ) );
+    return adopt( zuUtf16Decode( utf16.data(), static_cast<ZU_INT>( utf16.size() ) ) );
 }
 
 // Out of strings
@@ -61,8 +54,8 @@ namespace zu {
 [[nodiscard]] inline std::string toUtf8( ZU_STRING *zus )
 {
     ZU_INT length = 0;
-    char *bytes = zuStringConvertToUtf8( zus, ZU_FALSE, &length );
-    std::string utf8( bytes ? bytes : "", static_cast<std::size_t>( length ) );
+    char *bytes = zuUtf8Encode( zus, &length );
+    std::string utf8( bytes, static_cast<std::size_t>( length ) );
     zuMemFree( bytes );
     return utf8;
 }
@@ -74,8 +67,8 @@ namespace zu {
 [[nodiscard]] inline std::u16string toUtf16( ZU_STRING *zus )
 {
     ZU_INT length = 0;
-    char16_t *units = zuStringConvertToWcstr( zus, ZU_FALSE, &length );
-    std::u16string utf16( units ? units : u"", static_cast<std::size_t>( length ) );
+    char16_t *units = zuUtf16Encode( zus, &length );
+    std::u16string utf16( units, static_cast<std::size_t>( length ) );
     zuMemFree( units );
     return utf16;
 }
