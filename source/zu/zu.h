@@ -39,6 +39,7 @@
 #include "zu/base/zu_range_map.h"
 #include "zu/base/zu_real_text.h"
 #include "zu/base/zu_region.h"
+#include "zu/base/zu_reserve.h"
 #include "zu/base/zu_signal.h"
 #include "zu/base/zu_signalable.h"
 #include "zu/base/zu_signalable_imp.h"

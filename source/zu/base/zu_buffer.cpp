@@ -482,6 +482,13 @@ static inline void bufferMakeRoom( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
     }
 }
 
+void zu___BufferReserveBits( ZU_BUFFER **buf, UINT bitCount )
+{
+    bufferMakeRoom( buf, ( *buf )->bitLength, bitCount );
+    ( *buf )->bitLength -= bitCount;
+    ( *buf )->bitBspace += bitCount;
+}
+
 // Standard functions
 static void bufferFree( ZU_OBJ *thisObj )
 {

@@ -86,6 +86,9 @@ static inline bool zu___BufferTakeAtEnd( ZU_BUFFER *buf, ZU___INT_UNSIGNED byteC
     return true;
 }
 
+// Makes free room of `bitCount` bits at the end.
+void zu___BufferReserveBits( ZU_BUFFER **buf, ZU___INT_UNSIGNED bitCount );
+
 // Returns the bits that the length lacks to whole bytes.
 static inline ZU___INT_UNSIGNED zu___BufferMissingBits( ZU_BUFFER *buf )
 {
