@@ -26,8 +26,9 @@ UTF = ["UTF-8", "UTF-16", "UTF-16BE", "UTF-16LE", "UTF-32", "UTF-32BE", "UTF-32L
 ICONV_OTHER_TABLES = {"cp875", "IBM1026"}
 # loses the letter ahead of a fault in these two,
 ICONV_HOLDS_BACK = {"windows-1255", "windows-1258"}
-# keeps the mark of UTF-8, begins UTF-16 and UTF-32 with a mark unasked, and does not look for other forms of a character
-# that a single-byte set lacks: the texts below have no mark in front, and nothing that a set has in another form only.
+# takes UTF-8 beyond U+10FFFF, keeps the mark of UTF-8, begins UTF-16 and UTF-32 with a mark unasked, and does not look for
+# other forms of a character that a single-byte set lacks: the texts below have no mark in front, and nothing that a set
+# has in another form only.
 
 
 # A sanitizer keeps freed memory for a while; here that would hide what the command itself keeps.
@@ -124,7 +125,7 @@ class Convert(unittest.TestCase):
                 self.expect(wanted, "--from", "utf-8", "--to", name, "--errors=skip", *marks, data=mixed.encode())
                 if name in ICONV_HOLDS_BACK:
                     continue
-                data = nasty(seed)
+                data = nasty(seed).replace(b"\xf4\x90\x80\x80", b"")
                 wanted, ok = other("iconv", "-f", name, "-t", "utf-8", data=data)
                 self.expect(wanted, "--from", name, "--to", "utf-8", "--errors=fail", data=data, status=not ok)
 
