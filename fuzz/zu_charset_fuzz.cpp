@@ -1,11 +1,11 @@
-// However many characters a reader asks for at a time, it gets the same text, for all sets and flags.
+// However many characters a reader asks for at a time, it gets the same text, for all sets and flags, by either road.
 //
-// The first byte selects the set, the second the flags, the third how many characters a read asks for; all that follow
-// are the text.
+// The first byte selects the set, the second the flags and the road, the third how many characters a read asks for; all
+// that follow are the text.
 
 #include "zu_fuzz_support.h"
 
-#include "zu/charset/zu_charset.h"
+#include "zu/charset/zu_exact_char_source.h"
 #include "zu/io/zu_buffer_byte_source.h"
 #include "zu/runtime/zu_runtime.h"
 
@@ -19,12 +19,14 @@ int LLVMFuzzerInitialize( int *, char *** )
 
 // A reader of single characters meets the replacement of a truncated end again and again, and so stops at twice the
 // length that a text can have.
-static std::u32string readText( ZU_BUFFER *bytes, ZU_CHARSET charset, ZU_CHARSET_FLAGS flags, ZU_INT count,
+static std::u32string readText( ZU_BUFFER *bytes, ZU_CHARSET charset, ZU_CHARSET_FLAGS flags, bool exact, ZU_INT count,
                                 bool *failed )
 {
     ZU_BUFFER_BYTE_SOURCE *source = zuBufferByteSourceCreate( bytes );
     ZU_BYTE_SOURCE *byteSource = zuBufferByteSourceByteSource( source );
-    ZU_CHAR_SOURCE *charSource = zuCharsetCreateCharSource( byteSource, charset, flags );
+    ZU_EXACT_CHAR_SOURCE *exactSource = zuExactCharSourceCreate( byteSource, charset, flags );
+    ZU_CHAR_SOURCE *charSource =
+        exact ? zuExactCharSourceCharSource( exactSource ) : zuCharsetCreateCharSource( byteSource, charset, flags );
     std::u32string text;
     std::vector<ZU_CHAR> chars( (size_t)count );
     const size_t most = 2 * (size_t)zuBufferLength( bytes ) + 8;
@@ -34,7 +36,9 @@ static std::u32string readText( ZU_BUFFER *bytes, ZU_CHARSET charset, ZU_CHARSET
         text.append( chars.begin(), chars.begin() + got );
     }
     *failed = zuCharSourceError( charSource );
+    require( !*failed || !exact || zuExactCharSourceFault( exactSource ) >= 0 );
     zuCharSourceRelease( charSource );
+    zuExactCharSourceRelease( exactSource );
     zuByteSourceRelease( byteSource );
     zuBufferByteSourceRelease( source );
     return text;
@@ -47,12 +51,14 @@ int LLVMFuzzerTestOneInput( const uint8_t *data, size_t size )
     }
     const ZU_CHARSET charset = data[ 0 ] % ( ZU_CHARSET_UTF_32_LE + 1 );
     const ZU_CHARSET_FLAGS flags = data[ 1 ] & 15;
+    const bool exact = data[ 1 ] & 16;
     ZU_BUFFER *bytes = zuBufferCreateFromBytesCopy( data + 3, (ZU_INT)size - 3 );
     bool wholeFailed, partsFailed;
-    std::u32string whole = readText( bytes, charset, flags, 2 * (ZU_INT)size + 16, &wholeFailed );
-    std::u32string parts = readText( bytes, charset, flags, 1 + data[ 2 ] % 64, &partsFailed );
+    std::u32string whole = readText( bytes, charset, flags, exact, 2 * (ZU_INT)size + 16, &wholeFailed );
+    std::u32string parts = readText( bytes, charset, flags, exact, 1 + data[ 2 ] % 64, &partsFailed );
     require( wholeFailed == partsFailed );
     require( parts.compare( 0, whole.size(), whole ) == 0 );
+    require( !exact || parts == whole );
     require( parts.find_first_not_of( U'\uFFFD', whole.size() ) == std::u32string::npos );
     zuBufferRelease( bytes );
     return 0;

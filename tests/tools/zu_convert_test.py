@@ -110,7 +110,7 @@ class Convert(unittest.TestCase):
                 rng = random.Random(seed)
                 text = "".join(chr(rng.choice([rng.randrange(0x80), rng.randrange(0x100, 0x250), rng.randrange(0x400, 0xD800),
                                                rng.randrange(0xE000, 0x110000)])) if name in UTF else rng.choice(own)
-                               for _ in range(rng.randrange(300)))
+                               for _ in range(rng.randrange(1, 300)))
                 data = text.encode()
                 marks = {"UTF-16": ["--bom"], "UTF-32": ["--bom"]}.get(name, [])
                 encoded, ok = other("iconv", "-f", "utf-8", "-t", name, data=data)

@@ -8,7 +8,8 @@
 //
 // The single-byte sets compose text (NFC) on the way out, and leave it alone on the way in.  Of UTF-16 the sinks write
 // only the lower half of each unit, and the sources deliver surrogate pairs as two characters, which zuStringSanitize
-// joins.  ISO 8859-8 is converted by the tables of ISO 8859-7.  A set that is out of range aborts.
+// joins.  ISO 8859-8 is converted by the tables of ISO 8859-7.  All that is contract; zu_exact_char_source.h and
+// zu_exact_char_sink.h convert by the letter of the standards.  A set that is out of range aborts.
 //
 // All functions are callable from any thread.
 #pragma once
