@@ -53,7 +53,7 @@ void zu___AbortEnter( const ZU___ABORT_RECORD *record, const ZU___ABORT_EXCEPTIO
 // Hands the thread to a debugger, if there is one, and ends the process.
 ZU_NORETURN void zu___AbortLeave( void );
 // Called when a report has taken too long, on whatever the thread that writes it is doing: hands on what has been
-// written and ends the process.
+// written and ends the process.  Called during that, it ends the process at once.
 ZU_NORETURN void zu___AbortGiveUp( void );
 // Clears the state, and keeps the name of the report file; null, and a name that is too long: there will be none.
 void zu___AbortReset( const char *reportFileName );
@@ -71,7 +71,8 @@ void zu___AbortPrepareThread( void );
 // The platform, in a broken process.
 
 // Called by the thread that reports, ahead of all others: nothing disturbs it any more, a fault of its own comes back
-// to zu___AbortEnter, and zu___AbortGiveUp is called after `millisec` milliseconds.  The context stays until the end.
+// to zu___AbortEnter, and zu___AbortGiveUp is called after `millisec` milliseconds, and again if
+// it has not ended the process after as many more.  Time in which the thread waits for a processor does not count.  The context stays until the end.
 void zu___AbortBegin( const ZU___ABORT_CONTEXT *context, ZU_INT millisec );
 // Returns the identifier of the calling thread, never 0.
 uint32_t zu___AbortThreadIdentifier( void );

@@ -314,18 +314,63 @@ void zu___AbortPlatformShutdown( void )
 // The thread that reports
 static char spareStack[ HANDLER_STACK_SIZE ]; // for a fault in the report of a thread that has no second stack
 
+// The time limit is for a report that hangs.  On a machine with far more to do than it can, a thread may get no processor
+// for seconds, and that does not count: the report is short of nothing but time.
+static constexpr ZU_INT CHECK_INTERVAL = 100;       // milliseconds, once the limit has come
+static constexpr ZU_INT STARVATION_MAX = 60 * 1000; // milliseconds that may be left out at most
+static ZU_INT timeLimit;                            // milliseconds
+static ZU_INT timeBegin;                            // on the monotonic clock
+static ZU_INT timeStarved;                          // ahead of timeBegin
+
+static ZU_INT abortMillisec()
+{
+    struct timespec now = {};
+    clock_gettime( CLOCK_MONOTONIC, &now );
+    return (ZU_INT)now.tv_sec * 1000 + now.tv_nsec / 1000000;
+}
+// Returns the milliseconds that this thread has waited for a processor in its life; 0 if the system does not tell.
+static ZU_INT abortStarvation()
+{
+    int file = open( "/proc/thread-self/schedstat", O_RDONLY | O_CLOEXEC );
+    if ( file < 0 ) {
+        return 0;
+    }
+    // Two numbers count here, both in nanoseconds: <time on a processor> <time of waiting for one> ...
+    char text[ 64 ];
+    ssize_t length = read( file, text, sizeof text );
+    close( file );
+    ssize_t pos = 0;
+    while ( pos < length && text[ pos ] != ' ' ) {
+        pos++;
+    }
+    ZU_INT nanosec = 0;
+    while ( ++pos < length && text[ pos ] >= '0' && text[ pos ] <= '9' && nanosec < ZU_INT_MAX / 100 ) {
+        nanosec = nanosec * 10 + ( text[ pos ] - '0' );
+    }
+    return nanosec / 1000000;
+}
 static void abortTimeOut( int, siginfo_t *info, void * )
 {
     // The program's own alarms come as the same signal.
-    if ( info->si_code == SI_TIMER && info->si_value.sival_ptr == &timer ) {
+    if ( info->si_code != SI_TIMER || info->si_value.sival_ptr != &timer ) {
+        return;
+    }
+    int error = errno;
+    ZU_INT starved = zuIntMin( abortStarvation() - timeStarved, STARVATION_MAX );
+    if ( abortMillisec() - timeBegin - starved >= timeLimit ) {
+        timeBegin += timeLimit; // for what is still to be done, which may hang itself
         zu___AbortGiveUp();
     }
+    errno = error;
 }
 static void abortSetTimer( ZU_INT millisec )
 {
+    timeLimit = millisec;
+    timeBegin = abortMillisec();
+    timeStarved = abortStarvation();
     struct sigaction action = {};
     action.sa_sigaction = abortTimeOut;
-    action.sa_flags = SA_SIGINFO | SA_ONSTACK;
+    action.sa_flags = SA_SIGINFO | SA_ONSTACK | SA_NODEFER | SA_RESTART;
     sigaction( SIGALRM, &action, nullptr );
     struct sigevent event = {};
     event.sigev_notify = SIGEV_THREAD_ID;
@@ -334,7 +379,7 @@ static void abortSetTimer( ZU_INT millisec )
     event._sigev_un._tid = (pid_t)zu___AbortThreadIdentifier();
     struct itimerspec limit = {};
     limit.it_value.tv_sec = (time_t)( millisec / 1000 );
-    limit.it_interval = limit.it_value;
+    limit.it_interval.tv_nsec = CHECK_INTERVAL * 1000000;
     timerSet = timer_create( CLOCK_MONOTONIC, &event, &timer ) == 0 && timer_settime( timer, 0, &limit, nullptr ) == 0;
 }
 void zu___AbortBegin( const ZU___ABORT_CONTEXT *context, ZU_INT millisec )
