@@ -29,7 +29,8 @@ static bool readObject( ZU_DECODER *dec, ZU_BOOL ( *decode )( ZU_DECODER *, OBJE
         ZU_DECODER *again = zuDecoderCreate( bytes );
         OBJECT *back = nullptr;
         require( decode( again, &back ) && zuDecoderRemaining( again ) == 0 );
-        require( !value == !back && ( !value || zuObjCompare( (ZU_OBJ *)value, (ZU_OBJ *)back ) == 0 ) );
+        require( ( value == nullptr ) == ( back == nullptr ) &&
+                 ( !value || zuObjCompare( (ZU_OBJ *)value, (ZU_OBJ *)back ) == 0 ) );
         ZU_REF_RELEASE_OPT( back );
         ZU_REF_RELEASE_OPT( value );
         zuDecoderRelease( again );

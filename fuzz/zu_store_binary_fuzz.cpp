@@ -18,9 +18,9 @@ int LLVMFuzzerTestOneInput( const uint8_t *data, size_t size )
     ZU_BUFFER *bytes = zuBufferCreateFromBytesCopy( data, (ZU_INT)size );
     ZU_DECODER *dec = zuDecoderCreate( bytes );
     ZU_STORE *store = zuStoreBinaryTryDecodeFromDecoder( dec );
-    require( !store == zuDecoderError( dec ) );
+    require( ( store == nullptr ) == ( zuDecoderError( dec ) != ZU_FALSE ) );
     ZU_STORE *alone = zuStoreBinaryTryDecodeFromBuffer( bytes );
-    require( !alone == ( !store || zuDecoderRemaining( dec ) > 0 ) );
+    require( ( alone == nullptr ) == ( !store || zuDecoderRemaining( dec ) > 0 ) );
     if ( store ) {
         ZU_BUFFER *plain = zuStoreBinaryEncodeToBuffer( store );
         require( zuBufferLength( plain ) <= zuDecoderOffset( dec ) );
