@@ -177,6 +177,12 @@ static uint8_t *encoderPutChars( uint8_t *dest, const ZU_CHAR *values, ZU_INT le
 [[gnu::noinline]] static void encoderAppendAnyChars( ZU_ENCODER *enc, const ZU_CHAR *values, ZU_INT length,
                                                      bool counted )
 {
+    // There is room for the largest that they can become nearly always, and then nothing has to be counted.
+    ENCODER_TAIL tail( enc->buffer );
+    if ( ZU___LIKELY( tail.fits( INT_BYTES + CHAR_BYTES * length ) ) ) {
+        tail.take( encoderPutChars( counted ? encoderPutInt( tail.begin, length ) : tail.begin, values, length ) );
+        return;
+    }
     ZU_INT longs = 0;
     ZU_INT i = 0;
     for ( ; length - i >= STEP; i += STEP ) {
