@@ -3,17 +3,20 @@
 usage: zu_store_test.py ZU [unittest options]
 """
 import json
+import os
+import pathlib
 import random
 import subprocess
 import sys
+import tempfile
 import unicodedata
 import unittest
 
 ZU = sys.argv.pop(1)
 
 
-def run(*arguments):
-    finished = subprocess.run([ZU, "store", *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+def run(*arguments, data=b""):
+    finished = subprocess.run([ZU, "store", *map(str, arguments)], input=data, capture_output=True)
     return finished.returncode, finished.stdout.decode(), finished.stderr.decode()
 
 
@@ -41,13 +44,6 @@ def add(store, entry):
         store["stores"].setdefault(last, make_store())
 
 
-def build(entries):
-    store = make_store()
-    for entry in entries:
-        add(store, entry)
-    return store
-
-
 def delete(store, path):
     store, last = find(store, path)
     if store:
@@ -57,10 +53,7 @@ def delete(store, path):
 def merge(store, other):
     store["values"] = {**other["values"], **store["values"]}
     for address, sub in other["stores"].items():
-        if address in store["stores"]:
-            merge(store["stores"][address], sub)
-        else:
-            store["stores"][address] = sub
+        merge(store["stores"].setdefault(address, make_store()), sub)
 
 
 def escape(value):
@@ -77,44 +70,61 @@ def lines(store, prefix=""):
 class Store(unittest.TestCase):
     maxDiff = 4000
 
-    def check(self, wanted, *arguments):
-        self.assertEqual(run(*arguments), (0, lines(wanted), ""), arguments)
-        status, output, _ = run("--json", *arguments)
-        self.assertEqual((status, json.loads(output)), (0, wanted), arguments)
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
 
-    def test_random_stores(self):
+    def test_random_files(self):
         seed = random.randrange(1 << 32)
         print("seed", seed, flush=True)
         rng = random.Random(seed)
+        file, other = self.folder / "file", self.folder / "other"
+        model, is_text = make_store(), True
 
-        def path():
-            return ".".join(rng.choices(["0", "A", "_", "a", "a-b", "z9"], k=rng.choice([1, 1, 2, 3])))
+        def path(endings):
+            return ".".join(rng.choices(["0", "A", "_", "a", "a-b", "z9"], k=rng.choice([1, 1, 2, 3]))) + rng.choice(endings)
 
         def entries():
-            values = ["", "1", "x=y", "100%", "a.b", "tab\t\n\x7f\x85", 'q"\\', "€😀", " "]
-            return [path() + rng.choice([".", "=" + rng.choice(values)]) for _ in range(rng.randrange(12))]
+            values = ["", "1", "x=y", "100%", "a.b", "tab\t\n\x7f\x85", 'q"\\', "€😀\u2028", " "]
+            return [path([".", "=" + rng.choice(values), "=" + rng.choice(values)]) for _ in range(rng.randrange(1, 8))]
 
-        for _ in range(60):
-            first, second, third = entries(), entries(), entries()
-            self.check(build(first), "set", *first)
-            merged = build(first)
-            merge(merged, build(second))
-            merge(merged, build(third))
-            self.check(merged, "merge", *first, "+", *second, "+", *third)
-            place = path() + rng.choice(["", "."])
-            rest = build(first)
-            delete(rest, place)
-            self.check(rest, "del", place, *first)
-            holder, last = find(build(first), place)
+        self.assertEqual(run("set", file, "a=1"), (0, "", ""))
+        add(model, "a=1")
+        for step in range(150):
+            changes, place = entries(), path(["", "."])
+            match rng.choice(["set", "del", "merge", "convert"]):
+                case "set":
+                    self.assertEqual(run("set", file, *changes), (0, "", ""))
+                    for entry in changes:
+                        add(model, entry)
+                case "del":
+                    self.assertEqual(run("del", file, place), (0, "", ""))
+                    delete(model, place)
+                case "merge":
+                    added = make_store()
+                    for entry in changes:
+                        add(added, entry)
+                    other.unlink(missing_ok=True)
+                    self.assertEqual(run("set", "--to", rng.choice(["text", "binary"]), other, *changes)[0], 0)
+                    self.assertEqual(run("merge", file, other), (0, "", ""))
+                    merge(model, added)
+                case "convert":
+                    is_text = not is_text
+                    self.assertEqual(run("convert", file, "--to", "text" if is_text else "binary"), (0, "", ""))
+            text = lines(model).encode()
+            self.assertEqual(file.read_bytes() == text, is_text or not text and file.stat().st_size == 0, step)
+            self.assertEqual(run("show", file), (0, text.decode(), ""))
+            self.assertEqual(json.loads(run("show", "--json", file)[1]), model)
+            holder, last = find(model, place)
             there = holder and holder["stores" if place.endswith(".") else "values"].get(last)
             if there is None:
                 kind = "sub-store" if place.endswith(".") else "value"
-                self.assertEqual(run("get", place, *first), (1, "", f"zu store: no {kind} at {place}\n"))
-            elif place.endswith("."):
-                self.check(there, "get", place, *first)
+                self.assertEqual(run("get", file, place), (1, "", f"zu store: no {kind} at {place}\n"))
             else:
-                self.assertEqual(run("get", place, *first), (0, there + "\n", ""))
-                self.assertEqual(json.loads(run("get", place, *first, "--json")[1]), there)
+                shown = lines(there) if place.endswith(".") else there + "\n"
+                self.assertEqual(run("get", file, place), (0, shown, ""))
+                self.assertEqual(json.loads(run("get", file, place, "--json")[1]), there)
 
     def test_types(self):
         for kind, text, shown in (
@@ -123,33 +133,49 @@ class Store(unittest.TestCase):
             ("real", "1,5", "1.500000"), ("real", "", None),
         ):
             wanted = (1, "", f"zu store: no {kind} at a.b: {text}\n") if shown is None else (0, shown + "\n", "")
-            self.assertEqual(run("get", "--type", kind, "a.b", f"a.b={text}"), wanted)
+            self.assertEqual(run("get", "--type", kind, "-", "a.b", data=f"a.b={text}".encode()), wanted)
 
-    def test_use(self):
-        self.assertEqual(run("set", "--", "-a=1", "--json=2"), (0, "--json=2\n-a=1\n", ""))
-        deep = ".".join(["a"] * 100)
-        self.assertEqual(run("set", deep + "=1"), (0, deep + "=1\n", ""))
-        status, output, errors = run("--help")
-        self.assertEqual((status, errors), (0, ""))
-        self.assertTrue(output.startswith("usage: zu store "))
+    def test_files(self):
+        file, deep = self.folder / "file", ".".join(["a"] * 100)
+        self.assertEqual(run("set", "-", "--", "-a=1", "--json=2"), (0, "--json=2\n-a=1\n", ""))
+        self.assertEqual(run("set", "-", deep + "=1"), (0, deep + "=1\n", ""))
+        self.assertEqual(run("convert", "--to", "text", "-", data=b"# none\r\n a = b\r\n")[1], "a= b\n")
+        file.write_text("a=1\n")
+        file.chmod(0o640)
+        self.assertEqual(run("set", file, "a=2", "--output", "-"), (0, "a=2\n", ""))
+        self.assertEqual(run("del", file, "a.b", "b."), (0, "", ""))
+        self.assertEqual((file.read_text(), file.stat().st_mode & 0o777), ("a=1\n", 0o640))
+        self.assertEqual(os.listdir(self.folder), ["file"])
         for arguments, message in (
-            ([], "an action is missing: set, get, del or merge"),
-            (["put"], "unknown action: put"),
-            (["set", "a"], 'neither ADDRESS=VALUE nor ADDRESS.: "a"'),
-            (["set", "a.=1"], 'neither ADDRESS=VALUE nor ADDRESS.: "a.=1"'),
-            (["set", "=1"], 'not an address: "" in ""'),
-            (["set", "a..b=1"], 'not an address: "" in "a..b"'),
-            (["set", "a.ö=1"], 'not an address: "ö" in "a.ö"'),
-            (["set", "+"], 'not an address: "+" in "+"'),
-            (["set", deep + ".a=1"], "an address of more than 100 parts"),
-            (["get"], "get needs an address"),
-            (["get", "a/", "a=1"], 'not an address: "a/" in "a/"'),
-            (["get", "--type", "text", "a"], "unknown type: text"),
-            (["get", "--type", "int", "a.", "a.b=1"], "--type does not go with a sub-store: a."),
-            (["set", "--type", "int"], "--type does not go with set"),
-            (["set", "--jsno"], "unknown option: --jsno"),
+            (["show", self.folder / "gone"], f"cannot read {self.folder}/gone: No such file or directory"),
+            (["set", self.folder, "a=1"], f"cannot read {self.folder}: Is a directory"),
+            (["set", file, "a=1", "-o", "/dev/null/x"], "cannot write /dev/null/x: Not a directory"),
+            (["merge", file, file, "/nowhere"], "cannot read /nowhere: No such file or directory"),
+            (["show", "-"], "- holds settings neither as text nor in binary"),
         ):
-            self.assertEqual(run(*arguments), (2, "", f'zu store: {message}\nTry "zu store --help".\n'))
+            self.assertEqual(run(*arguments, data=b"a=\xff"), (1, "", f"zu store: {message}\n"))
+        self.assertEqual(file.read_text(), "a=1\n")
+
+    def test_misuse(self):
+        deep = ".".join(["a"] * 101)
+        for arguments, message in (
+            ([], "an action is missing: show, get, set, del, merge or convert"),
+            (["put"], "the action is show, get, set, del, merge or convert, and not put"),
+            (["show"], "show needs a FILE"),
+            (["show", "-", "a"], "too much for show: a"),
+            (["get", "-"], "get needs an ADDRESS"),
+            (["set", "-", "a"], 'neither ADDRESS=VALUE nor ADDRESS.: "a"'),
+            (["set", "-", "a.=1"], 'neither ADDRESS=VALUE nor ADDRESS.: "a.=1"'),
+            (["set", "-", "=1"], 'not an address: "" in ""'),
+            (["set", "-", "a..b=1"], 'not an address: "" in "a..b"'),
+            (["set", "-", "a.ö=1"], 'not an address: "ö" in "a.ö"'),
+            (["del", "-", deep], "an address of more than 100 parts"),
+            (["get", "--type", "text", "-", "a"], "--type is bool, int or real, and not text"),
+            (["get", "--type", "int", "-", "a."], "--type does not go with a sub-store: a."),
+            (["set", "--type", "int"], "--type does not go with set"),
+            (["convert", "-"], "convert needs --to"),
+        ):
+            self.assertEqual(run(*arguments, data=b"a=1"), (2, "", f'zu store: {message}\nTry "zu store --help".\n'))
 
 
 unittest.main()

@@ -160,10 +160,11 @@ class Text(unittest.TestCase):
             self.check_transformed([b"x" * (BLOCK - ahead) + "e\u0301\u0323\u1100\u1161 Σ".encode()])
 
     def test_file_names(self):
-        names = ['quote"back\\slash', "tab\tline\n", "--json", "\udcff"]
+        # What is no UTF-8 in a name is told as half a surrogate pair, as Python does.
+        names = ['quote"back\\slash', "tab\tline\nend", "--json", "\udcff"]
         paths = [self.write(name, b"x") for name in names]
         self.assertEqual([pathlib.Path(each["file"]).name for each in json.loads(run("text", "--json", *paths).stdout)],
-                         names[:-1] + ["\ufffd"])
+                         names)
         self.assertEqual(run("text", "-", data=b"x").stdout, run("text", data=b"x").stdout)
 
     def test_unreadable_files(self):
@@ -188,25 +189,35 @@ class Text(unittest.TestCase):
         os.close(pipe)
         self.assertEqual((finished.returncode, finished.stderr), (-signal.SIGPIPE, b""), "like any filter ahead of head")
 
-    def test_use(self):
-        for arguments in (["--help"], ["text", "--help"], ["text", "-h"]):
-            finished = run(*arguments)
-            self.assertEqual((finished.returncode, finished.stderr), (0, b""))
-            self.assertTrue(finished.stdout.startswith(b"usage: zu "))
-        for arguments, message in (
-            (["text", "--jsno"], "zu text: unknown option: --jsno\n"),
-            (["text", "--json=1"], "zu text: --json takes no value\n"),
-            (["text", "--case"], "zu text: --case needs a value\n"),
-            (["text", "--case", "title"], "zu text: --case takes lower, upper or fold, and not title\n"),
-            (["text", "--normalize", "NFX"], "zu text: --normalize takes NFC, NFD, NFKC or NFKD, and not NFX\n"),
-            (["text", "--case", "fold", "--json"], "zu text: --json is for counts; there are none with --case and "),
-            (["txet"], "zu: unknown command: txet\n"),
-            (["--txet"], "zu: unknown option: --txet\n"),
-            ([], "usage: zu "),
-        ):
-            finished = run(*arguments)
-            self.assertEqual((finished.returncode, finished.stdout), (2, b""))
-            self.assertTrue(finished.stderr.decode().startswith(message), finished.stderr)
+    def test_descriptions(self):
+        """What is told of code points, against the database in Python."""
+        mappings = {"lowerCase": str.lower, "upperCase": str.upper, "caseFolding": str.casefold}
+        forms = {form: lambda ch, form=form: unicodedata.normalize(form, ch) for form in ("NFC", "NFD", "NFKC", "NFKD")}
+        edges = "\x01\t\n\x85 09AFaf\x7f\u0660\uff21ǄßİΣς\u0301\u212b\uac00\uac01\ufb03\ufdfa\ufffe\u2028😀\U0010ffff"
+        text = edges + "".join(map(chr, [*range(0xA0, 0x250), *range(0x1E00, 0x2200, 7), *range(0xE000, 0x20000, 977)]))
+        found = json.loads(run("text", "--char", text, "--json").stdout)
+        self.assertEqual(len(found), len(text))
+        codes = lambda text: " ".join(f"U+{ord(ch):04X}" for ch in text)
+        for ch, told in zip(text, found):
+            decomposition = unicodedata.decomposition(ch)
+            wanted = {
+                "codePoint": codes(ch),
+                "generalCategory": unicodedata.category(ch),
+                "script": script(ch),
+                "combiningClass": unicodedata.combining(ch),
+                "decimalDigit": unicodedata.decimal(ch, None),
+                "hexadecimalDigit": int(unicodedata.normalize("NFKC", ch), 16) if ch in "09AFaf\uff21" else None,
+                "whiteSpace": ch.isspace() or None,
+                "newlineFunction": True if ch in "\n\x85\u2028\u2029" else None,
+                "decomposition": re.sub(r"\b([0-9A-F]{4,})", r"U+\1", decomposition) or None,
+                "decompositionKind": told.get("decompositionKind"),
+                "utf8": ch.encode().hex(" ").upper(),
+                "utf16": ch.encode("utf-16-be").hex(" ", 2).upper(),
+            } | {key: codes(change(ch)) if change(ch) != ch else None for key, change in (mappings | forms).items()}
+            self.assertEqual(told, {key: value for key, value in wanted.items() if value is not None})
+        lines = run("text", "--char", "U+e9").stdout.decode().splitlines()
+        self.assertEqual((lines[0], lines[1].split()), ("U+00E9  é", ["General", "category", "Ll,", "Letter,", "Lowercase"]))
+        self.assertEqual(json.loads(run("text", "-ju", "U+D800").stdout)[0].get("utf8"), None)
 
     def test_memory_does_not_grow_with_the_file(self):
         def memory(megabytes, line, *options):

@@ -1,230 +1,260 @@
-// The command zu: the table of its subcommands, and what they share.
+// The command zu: the table of its subcommands, and how a command line becomes the arguments of one.
+//
+// The library finds the subcommand and walks through the options.  What it says of a wrong word is terse, and so the
+// tool has messages of its own for whatever a user can get wrong; only a word that fits goes to the switch.
 
 #include "zu_tool.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <unistd.h>
-
-static const TOOL_COMMAND *const COMMANDS[] = {
-    &toolConvertCommand,
-    &toolInfoCommand,
-    &toolStoreCommand,
-    &toolTextCommand,
-};
 
 static const TOOL_COMMAND *running = nullptr; // null: none yet
+static int runWithArguments( const TOOL_COMMAND &command, ZU_VECTOR *argv );
 
-static bool progressShown = false; // on the terminal's last line
-static void toolWipeProgress()
+template <const TOOL_COMMAND &COMMAND>
+static ZU_BOOL run( ZU_VECTOR *argv, void *context )
 {
-    if ( progressShown ) {
-        fputs( "\r\x1B[K", stderr );
-        progressShown = false;
-    }
+    int status = runWithArguments( COMMAND, argv );
+    *(int *)context = status;
+    return status == TOOL_OK;
 }
+struct ENTRY {
+    const TOOL_COMMAND *command;
+    ZU_TOOL_SWITCH_TOOL_FUNC function;
+};
+template <const TOOL_COMMAND &COMMAND>
+static constexpr ENTRY ENTRY_OF = { &COMMAND, run<COMMAND> };
+static constexpr ENTRY ENTRIES[] = {
+    ENTRY_OF<toolConvertCommand>,
+    ENTRY_OF<toolInfoCommand>,
+    ENTRY_OF<toolStoreCommand>,
+    ENTRY_OF<toolTextCommand>,
+};
 
 // Messages
-void toolPrint( FILE *file, ZU_STRING *text )
-{
-    ZU_INT length;
-    char *narrow = zuStringConvertToCstr( text, ZU_FALSE, &length );
-    if ( narrow ) {
-        fwrite( narrow, 1, (size_t)length, file );
-        zuMemFree( narrow );
-    }
-}
 void toolPrintError( ZU_STRING *message )
 {
-    fflush( stdout );
-    toolWipeProgress();
-    toolPrint( stderr, zu::format( zu::runtime( running ? "zu %lc: %s\n" : "zu: %#lc%s\n" ),
-                                   running ? running->name : nullptr, message )
-                           .get() );
+    TEXT prefix = running ? zu::format( "zu %lc:", running->name ) : zu::text( "zu:" );
+    toolPrint( stderr, zu::format( "%s %s\n", toolBold( stderr, prefix ), message ).get() );
 }
 void toolPrintHint()
 {
     fprintf( stderr, "Try \"zu %s%s--help\".\n", running ? running->name : "", running ? " " : "" );
 }
 
-zu::Ref<ZU_STRING> toolJsonString( ZU_STRING *text )
+// Options.  The option at the place `i` of a table has the identifier `i`.
+static constexpr ZU_INT HELP = 1000;
+static constexpr ZU_INT OPERAND = 1001;
+static constexpr TOOL_OPTION HELP_OPTION = { "help", 'h', nullptr, "prints this" };
+
+static void setOption( ZU_OPT_DEF **def, const TOOL_OPTION &option, ZU_INT id )
 {
-    zu::Ref<ZU_STRING> json = zu::format( "\"%#%" );
-    for ( ZU_INT i = 0; i < zuStringLength( text ); i++ ) {
-        ZU_CHAR ch = zuStringCharAt( text, i );
-        if ( ch < ZU_CHAR_SPACE || ( ch >= 0xD800 && ch < 0xE000 ) ) {
-            zu::appendFormat( json.inOut(), "\\u%04X", ch );
+    zuOptDefSetLongOptCstr( def, option.name, -1, id );
+    if ( option.letter ) {
+        zuOptDefSetShortOpt( def, (ZU_CHAR)option.letter, id );
+    }
+    zuOptDefSetFlags( def, id, option.value ? ZU_OPT_FLAG_ARGUMENT : 0 );
+}
+static zu::Ref<ZU_OPT_DEF> makeDefinition( std::span<const TOOL_OPTION> options )
+{
+    auto def = zu::adopt( zuOptDefCreate() );
+    for ( size_t i = 0; i < options.size(); i++ ) {
+        setOption( def.inOut(), options[ i ], (ZU_INT)i );
+    }
+    setOption( def.inOut(), HELP_OPTION, HELP );
+    zuOptDefSetArgOnly( def.inOut(), OPERAND );
+    return def;
+}
+// Reports what the walk has stumbled over.
+static int refuse( ZU_OPT_SEQ *seq )
+{
+    TEXT option = zu::adopt( zuOptSeqOpt( seq ) );
+    switch ( zuOptSeqId( seq ) ) {
+    case -1:
+        return toolMisuse( "unknown option: %s", option );
+    case -2:
+        return toolMisuse( "several options begin with %s", option );
+    default:
+        // Only a long option can have a value that it does not take: -xyz is three options.
+        return zuOptSeqHasArg( seq ) ? toolMisuse( "%s takes no value", option )
+                                     : toolMisuse( "%s needs a value", option );
+    }
+}
+
+// Help
+static constexpr size_t OPTION_COLUMN = 24;
+static constexpr size_t COLUMNS = 80;
+
+// Adds `text` to the line that has begun, and begins lines of blanks as wide as `indent` where it gets too long.  What
+// stands in brackets stays on one line.
+static std::string wrap( std::string line, size_t indent, std::string_view text )
+{
+    std::string lines;
+    while ( !text.empty() ) {
+        size_t length = 0;
+        for ( int depth = 0; length < text.size() && ( depth > 0 || text[ length ] != ' ' ); length++ ) {
+            depth += text[ length ] == '[' ? 1 : text[ length ] == ']' ? -1 : 0;
+        }
+        if ( line.size() + length > COLUMNS ) {
+            lines += line.substr( 0, line.find_last_not_of( ' ' ) + 1 ) + "\n";
+            line.assign( indent, ' ' );
+        }
+        line += std::string( text.substr( 0, length ) ) + " ";
+        text.remove_prefix( std::min( length + 1, text.size() ) );
+    }
+    line.back() = '\n';
+    return lines + line;
+}
+static std::string describeOption( const TOOL_OPTION &option )
+{
+    std::string line = option.letter ? std::string( "  -" ) + option.letter + ", --" + option.name
+                                     : std::string( "  --" ) + option.name;
+    line += option.value ? std::string( " " ) + option.value : "";
+    ZU_ASSERT( line.size() + 2 <= OPTION_COLUMN );
+    line.resize( OPTION_COLUMN, ' ' );
+    return wrap( line, OPTION_COLUMN, option.help );
+}
+static void printHelp( const TOOL_COMMAND &command )
+{
+    std::string lead = "usage: ";
+    std::string_view forms = command.usage;
+    while ( !forms.empty() ) {
+        std::string_view form = forms.substr( 0, forms.find( '\n' ) );
+        lead += std::string( "zu " ) + command.name + " ";
+        fputs( wrap( lead, lead.size(), form ).c_str(), stdout );
+        forms.remove_prefix( std::min( form.size() + 1, forms.size() ) );
+        lead.assign( 7, ' ' );
+    }
+    printf( "\n%s\n", command.description );
+    toolPrintFormat( "%s\n", toolBold( stdout, zu::text( "Options:" ) ) );
+    for ( const TOOL_OPTION &option : command.options ) {
+        fputs( describeOption( option ).c_str(), stdout );
+    }
+    printf( "%s\n%s", describeOption( HELP_OPTION ).c_str(), command.statuses );
+}
+
+static int runWithArguments( const TOOL_COMMAND &command, ZU_VECTOR *argv )
+{
+    running = &command;
+    ToolArguments arguments( command.options );
+    auto seq = zu::adopt( zuOptSeqCreate( makeDefinition( command.options ).get(), argv ) );
+    while ( zuOptSeqHasNext( seq.get() ) ) {
+        ZU_INT id = zuOptSeqNext( seq.get() );
+        if ( id < 0 ) {
+            return refuse( seq.get() );
+        }
+        if ( id == HELP ) {
+            printHelp( command );
+            return TOOL_OK;
+        }
+        TEXT argument = zu::adopt( zuOptSeqArgString( seq.get() ) );
+        if ( id == OPERAND ) {
+            arguments.operands.push_back( argument );
         } else {
-            zu::appendFormat( json.inOut(), zu::runtime( ch == '"' || ch == '\\' ? "\\%c" : "%c" ), ch );
+            arguments.set( (size_t)id, argument );
         }
     }
-    zuStringAppendChar( json.inOut(), '"' );
-    return json;
-}
-
-// Options
-static const TOOL_OPTION *toolFindOption( std::initializer_list<TOOL_OPTION> options, const char *argument,
-                                          size_t nameLength )
-{
-    for ( const TOOL_OPTION &option : options ) {
-        if ( strlen( option.name ) == nameLength && strncmp( option.name, argument, nameLength ) == 0 ) {
-            return &option;
-        }
-    }
-    return nullptr;
-}
-static bool toolIsHelp( const char *argument )
-{
-    return strcmp( argument, "--help" ) == 0 || strcmp( argument, "-h" ) == 0;
-}
-bool toolReadArguments( int argc, char **argv, std::initializer_list<TOOL_OPTION> options,
-                        std::vector<const char *> *operands, int *status )
-{
-    for ( int i = 0; i < argc; i++ ) {
-        const char *argument = argv[ i ];
-        if ( argument[ 0 ] != '-' || strcmp( argument, "-" ) == 0 ) {
-            operands->push_back( argument );
-            continue;
-        }
-        if ( strcmp( argument, "--" ) == 0 ) {
-            operands->insert( operands->end(), argv + i + 1, argv + argc );
-            return true;
-        }
-        if ( toolIsHelp( argument ) ) {
-            fputs( running->help, stdout );
-            *status = TOOL_OK;
-            return false;
-        }
-        const char *equals = strchr( argument, '=' );
-        const TOOL_OPTION *option =
-            toolFindOption( options, argument, equals ? (size_t)( equals - argument ) : strlen( argument ) );
-        if ( !option ) {
-            *status = toolMisuse( "unknown option: %lc", argument );
-            return false;
-        }
-        bool isFlag = option->flag != nullptr;
-        if ( isFlag && equals ) {
-            *status = toolMisuse( "%lc takes no value", option->name );
-            return false;
-        }
-        if ( isFlag ) {
-            *option->flag = true;
-        } else if ( equals ) {
-            *option->value = equals + 1;
-        } else if ( i + 1 < argc ) {
-            *option->value = argv[ ++i ];
-        } else {
-            *status = toolMisuse( "%lc needs a value", option->name );
-            return false;
-        }
-    }
-    return true;
-}
-
-// Input
-static constexpr size_t BLOCK_SIZE = 256 * 1024;
-static constexpr std::chrono::milliseconds SHOW_AFTER( 1000 ); // whatever is done by then needs no progress
-static constexpr std::chrono::milliseconds SHOW_EACH( 100 );
-static constexpr ZU_INT SHOWN_NAME_LENGTH = 40; // keeps the line of progress on one line of the terminal
-
-ToolReader::ToolReader( const char *fileName, bool printsMeanwhile )
-    : name( fileName ), buffer( BLOCK_SIZE ), nextShow( std::chrono::steady_clock::now() + SHOW_AFTER ),
-      shows( isatty( STDERR_FILENO ) && !( printsMeanwhile && isatty( STDOUT_FILENO ) ) )
-{
-    file = name == "-" ? stdin : fopen( fileName, "rb" );
-    if ( !file ) {
-        fail();
-    } else if ( fstat( fileno( file ), &info ) != 0 ) {
-        info = {};
-    }
-}
-ToolReader::~ToolReader()
-{
-    toolWipeProgress();
-    if ( file && file != stdin ) {
-        fclose( file );
-    }
-}
-size_t ToolReader::read()
-{
-    if ( failed ) {
-        return 0;
-    }
-    size_t length = fread( buffer.data(), 1, buffer.size(), file );
-    if ( length < buffer.size() && ferror( file ) ) {
-        fail();
-        return 0;
-    }
-    done += (ZU_INT)length;
-    if ( length == 0 ) {
-        toolWipeProgress();
-    } else if ( shows && std::chrono::steady_clock::now() >= nextShow ) {
-        showProgress();
-    }
-    return length;
-}
-bool ToolReader::reads( const struct stat &other ) const
-{
-    return S_ISREG( info.st_mode ) && info.st_dev == other.st_dev && info.st_ino == other.st_ino;
-}
-void ToolReader::fail()
-{
-    toolError( "cannot read %lc: %lc", name.c_str(), strerror( errno ) );
-    failed = true;
-}
-void ToolReader::showProgress()
-{
-    nextShow = std::chrono::steady_clock::now() + SHOW_EACH;
-    zu::Ref<ZU_STRING> line = zu::format( "\r\x1B[K%.*lc: ", SHOWN_NAME_LENGTH, name.c_str() );
-    if ( S_ISREG( info.st_mode ) && info.st_size > 0 ) {
-        zu::appendFormat( line.inOut(), "%i %%", zuIntMin( done * 100 / info.st_size, 100 ) );
-    } else {
-        zu::appendFormat( line.inOut(), "%i MB", done / 1000000 );
-    }
-    toolPrint( stderr, line.get() );
-    progressShown = true;
+    return command.run( arguments );
 }
 
 // The command itself
-static const TOOL_COMMAND *toolFindCommand( const char *name )
+static void printUsage( FILE *file )
 {
-    for ( const TOOL_COMMAND *command : COMMANDS ) {
-        if ( strcmp( command->name, name ) == 0 ) {
-            return command;
+    toolPrint( file, zu::format( "usage: zu COMMAND [ARGUMENT...]\n       zu --help | --version\n\n%s\n",
+                                 toolBold( file, zu::text( "Commands:" ) ) )
+                         .get() );
+    for ( const ENTRY &entry : ENTRIES ) {
+        if ( entry.command->summary ) {
+            fprintf( file, "  %-10s  %s\n", entry.command->name, entry.command->summary );
         }
     }
-    return nullptr;
+    fputs( "\n\"zu COMMAND --help\" tells about one of them.  Commands and long options may be\n"
+           "shortened as long as no other begins so.\n",
+           file );
 }
-static void toolPrintUsage( FILE *file )
+static void printVersion()
 {
-    fputs( "usage: zu COMMAND [ARGUMENT...]\n\nCommands:\n", file );
-    for ( const TOOL_COMMAND *command : COMMANDS ) {
-        fprintf( file, "  %-10s  %s\n", command->name, command->summary );
+    toolPrintFormat( "zu %lc, the library\n%~s %~s by %~s, the product that it was built for\n", zuVersion(),
+                     zuRuntimeVersionProductFriendlyName(), zuRuntimeVersionProductVersion(),
+                     zuRuntimeVersionProductVendorName() );
+}
+// A command that is not on the list goes by its full name only.
+static zu::Ref<ZU_TOOL_SWITCH> makeSwitch( ZU_STRING *word )
+{
+    auto tools = zu::adopt( zuToolSwitchCreate() );
+    for ( const ENTRY &entry : ENTRIES ) {
+        if ( entry.command->summary || zuUtf8Equals( word, entry.command->name, -1 ) ) {
+            zuToolSwitchSetToolCstr( tools.inOut(), entry.command->name, -1, entry.function );
+        }
     }
-    fputs( "\n\"zu COMMAND --help\" tells about one of them.\n", file );
+    return tools;
 }
-static int toolRun( int argc, char **argv )
+static int runCommand( ZU_VECTOR *argv )
 {
-    if ( argc < 2 ) {
-        toolPrintUsage( stderr );
+    if ( zuVectorLength( argv ) == 0 ) {
+        printUsage( stderr );
         return TOOL_MISUSE;
     }
-    if ( toolIsHelp( argv[ 1 ] ) ) {
-        toolPrintUsage( stdout );
+    TEXT word = zu::share( zuStringFrom( zuVectorBacking( argv )[ 0 ] ) );
+    if ( word == "--help" || word == "-h" ) {
+        printUsage( stdout );
         return TOOL_OK;
     }
-    const TOOL_COMMAND *command = toolFindCommand( argv[ 1 ] );
-    if ( !command ) {
-        return toolMisuse( zu::runtime( argv[ 1 ][ 0 ] == '-' ? "unknown option: %lc" : "unknown command: %lc" ),
-                           argv[ 1 ] );
+    if ( word == "--version" || word == "-V" ) {
+        printVersion();
+        return TOOL_OK;
     }
-    running = command;
-    return command->run( argc - 2, argv + 2 );
+    if ( zuStringBeginsWithChar( word.get(), '-' ) ) {
+        return toolMisuse( "unknown option: %s", word );
+    }
+    auto tools = makeSwitch( word.get() );
+    TEXT fitting = zu::adopt( zuStringCreate() );
+    ZU_INT count = 0;
+    for ( ZU_STRING *name : zu::items<ZU_STRING>( zu::adopt( zuToolSwitchToolsVector( tools.get() ) ) ) ) {
+        if ( zuStringBeginsWith( name, word.get() ) ) {
+            count++;
+            zu::appendFormat( fitting.inOut(), " %s", name );
+        }
+    }
+    if ( count != 1 && !zuToolSwitchHasTool( tools.get(), word.get() ) ) {
+        return count == 0 ? toolMisuse( "unknown command: %s", word )
+                          : toolMisuse( "several commands begin with \"%s\":%s", word, fitting );
+    }
+    int status = TOOL_MISUSE;
+    zuToolSwitchRunTool( tools.get(), argv, &status );
+    return status;
+}
+
+static void start( ZU_INT flags, ZU_RUNTIME_PRINT_FUNC printFunc )
+{
+    zuRuntimeStartup( flags, -1, printFunc, "zu", "The companion command of zu", zuVersion() );
+}
+static std::function<int()> secondLife; // of the library; empty: all is done in the first one
+int toolRestart( ZU_INT flags, ZU_RUNTIME_PRINT_FUNC printFunc, std::function<int()> rest )
+{
+    secondLife = [ =, rest = std::move( rest ) ] {
+        zuRuntimeShutdown();
+        start( flags, printFunc );
+        return rest();
+    };
+    return TOOL_OK;
+}
+static zu::Ref<ZU_VECTOR> readWords( int argc, char **argv )
+{
+    auto words = zu::adopt( zuVectorCreate() );
+    for ( int i = 1; i < argc; i++ ) {
+        zuVectorAppendObj( words.inOut(), zuStringObj( toolTextOfBytes( argv[ i ] ).get() ) );
+    }
+    return words;
 }
 int main( int argc, char **argv )
 {
-    zuRuntimeStartup( 0, -1, nullptr, "zu", "The companion command of zu", "1.0" );
-    int status = toolRun( argc, argv );
+    start( 0, nullptr );
+    int status = runCommand( readWords( argc, argv ).get() );
+    if ( secondLife ) {
+        status = secondLife();
+    }
     // What has not arrived is no result, as on a full disk.
     if ( ( fflush( stdout ) != 0 || ferror( stdout ) ) && status == TOOL_OK ) {
         toolError( "cannot write the standard output: %lc", strerror( errno ) );

@@ -1,28 +1,88 @@
 // zu_tool.h: what the subcommands of the command zu share.
 //
 // A subcommand `x` is a file zu_tool_x.cpp, which defines the TOOL_COMMAND that stands here and in the table of
-// zu_tool.cpp.  Results go to standard output, messages and progress to standard error.
+// zu_tool.cpp.  Results go to standard output, messages and progress to standard error.  Texts from the command line
+// are strings in which a byte 0xNN that is no UTF-8 is U+DCNN, as zu_file.h has it of names of files; on output it
+// becomes that byte again.
 #pragma once
 
 #include "zu/zu.hpp"
 
 #include <chrono>
 #include <cstdio>
-#include <initializer_list>
+#include <functional>
+#include <span>
 #include <string>
 #include <sys/stat.h>
 #include <vector>
+
+using TEXT = zu::Ref<ZU_STRING>;
 
 // Exit statuses
 static constexpr int TOOL_OK = 0;
 static constexpr int TOOL_FAILED = 1; // a file cannot be read, and the like
 static constexpr int TOOL_MISUSE = 2; // an option or a command that does not exist
 
+// The command line
+
+// An option, `--name` or `-x`; with a value `--name VALUE`, `--name=VALUE`, `-x VALUE` or `-xVALUE`.
+struct TOOL_OPTION {
+    const char *name;  // without its hyphens
+    char letter;       // of the short form; 0: there is none
+    const char *value; // what the help calls its value; null: it takes none
+    const char *help;  // what it does, a paragraph
+};
+
+// What a command line said
+class ToolArguments {
+public:
+    std::vector<TEXT> operands;
+
+    explicit ToolArguments( std::span<const TOOL_OPTION> optionTable )
+        : options( optionTable ), given( optionTable.size() ), values( optionTable.size() )
+    {
+    }
+    /// Tells whether an option was given.
+    bool has( std::string_view name ) const
+    {
+        return given[ index( name ) ];
+    }
+    /// Returns the value of an option, the last one if it was given more than once; empty if it was not given.
+    TEXT value( std::string_view name ) const
+    {
+        return values[ index( name ) ];
+    }
+    /// Enters an option of the table by its place there.
+    void set( size_t place, TEXT value )
+    {
+        given[ place ] = true;
+        values[ place ] = std::move( value );
+    }
+
+private:
+    size_t index( std::string_view name ) const
+    {
+        size_t place = 0;
+        while ( options[ place ].name != name ) {
+            place++;
+            ZU_ASSERT( place < options.size() );
+        }
+        return place;
+    }
+
+    std::span<const TOOL_OPTION> options;
+    std::vector<bool> given;
+    std::vector<TEXT> values;
+};
+
 struct TOOL_COMMAND {
-    const char *name;                      // as it is typed
-    const char *summary;                   // for the list of all commands: what it does, on one line
-    const char *help;                      // all of `zu <name> --help`
-    int ( *run )( int argc, char **argv ); // argv[ 0 ] is the first argument behind the name; returns an exit status
+    const char *name;                         // as it is typed
+    const char *summary;                      // for the list of all commands; null: it is not on the list
+    const char *usage;                        // what may stand behind the name, a line for each form
+    const char *description;                  // paragraphs of lines
+    std::span<const TOOL_OPTION> options;     // but --help, which every command has
+    const char *statuses;                     // which exit status means what
+    int ( *run )( ToolArguments &arguments ); // returns an exit status
 };
 
 extern const TOOL_COMMAND toolConvertCommand;
@@ -30,9 +90,18 @@ extern const TOOL_COMMAND toolInfoCommand;
 extern const TOOL_COMMAND toolStoreCommand;
 extern const TOOL_COMMAND toolTextCommand;
 
+/// Lets the library be stopped and started with other flags once the command has returned, and calls `rest` then, which
+/// holds no object and returns the exit status.  Returns TOOL_OK.
+int toolRestart( ZU_INT flags, ZU_RUNTIME_PRINT_FUNC printFunc, std::function<int()> rest );
+
+/// Returns the text of an argument.
+TEXT toolTextOfBytes( const char *bytes );
+/// Returns the bytes of a text, the reverse.
+std::string toolBytesOfText( ZU_STRING *text );
+
 // Messages
 
-/// Prints a line "zu <command>: <message>" to standard error; the arguments are those of a format.
+/// Prints a line "zu <command>: <message>" to standard error.
 void toolPrintError( ZU_STRING *message );
 /// Points to the --help of the running command.
 void toolPrintHint();
@@ -49,27 +118,69 @@ int toolMisuse( zu::FormatFor<Args...> fmt, const Args &...args )
     toolPrintHint();
     return TOOL_MISUSE;
 }
-/// Prints text as it is, in the narrow encoding.
+
+// Values of options and operands.  What is wrong with one is reported as a wrong use.
+
+/// Finds which of `words` a value is, in letters of either case; -1 if none.
+int toolReadWord( const char *what, ZU_STRING *value, std::span<const char *const> words );
+/// Reads an integer in the form that formats have, such as "12" or "0x10", of `low` to `high`.
+bool toolReadInt( const char *what, ZU_STRING *value, ZU_INT low, ZU_INT high, ZU_INT *result );
+
+// Printing
+
+/// Prints text to a file.
 void toolPrint( FILE *file, ZU_STRING *text );
-/// Returns text as JSON has it, with its quotation marks.
-zu::Ref<ZU_STRING> toolJsonString( ZU_STRING *text );
+template <typename... Args>
+void toolPrintFormat( zu::FormatFor<Args...> fmt, const Args &...args )
+{
+    toolPrint( stdout, zu::format( fmt, args... ).get() );
+}
+/// Returns text in bold type, where the file is a terminal that shows it, and the environment has no NO_COLOR.
+TEXT toolBold( FILE *file, TEXT text );
+/// Prints a line of a report, its label in bold type and as wide as `width`.
+void toolPrintRow( const char *label, int width, ZU_STRING *value );
 
-// Options
+/// Output for programs.  Of each value in an object the key is given, in an array it is empty.
+class ToolJson {
+public:
+    ToolJson() : text( zu::adopt( zuStringCreate() ) )
+    {
+    }
+    void openObject( std::string_view key = {} )
+    {
+        open( key, "{}" );
+    }
+    void openArray( std::string_view key = {} )
+    {
+        open( key, "[]" );
+    }
+    /// Ends the object or array that was opened last.
+    void close();
+    /// Adds a string; null becomes null.
+    void add( std::string_view key, ZU_STRING *value );
+    void add( std::string_view key, const TEXT &value )
+    {
+        add( key, value.get() );
+    }
+    void addInt( std::string_view key, ZU_INT value );
+    void addBool( std::string_view key, bool value );
+    /// Prints what there is so far, and a line end behind the last object or array.
+    void print();
 
-// An option: `--name`, which sets a flag, or `--name VALUE` and `--name=VALUE`.  One of the two pointers is null.
-struct TOOL_OPTION {
-    const char *name; // with its hyphens
-    bool *flag;
-    const char **value;
+private:
+    struct LEVEL {
+        char closing;
+        bool empty;
+    };
+
+    void open( std::string_view key, const char *brackets );
+    void beginValue( std::string_view key );
+
+    TEXT text;
+    std::vector<LEVEL> levels;
 };
 
-/// Reads the arguments of a command.  Options may stand between the operands, which are collected, and "--" ends them;
-/// "-" is an operand.  Returns true if the command shall run; otherwise --help was printed or a wrong use reported, and
-/// `status` is what the command returns.
-bool toolReadArguments( int argc, char **argv, std::initializer_list<TOOL_OPTION> options,
-                        std::vector<const char *> *operands, int *status );
-
-// Input
+// Input and output
 
 /// Reads a file in blocks, the standard input where the name is "-".  What goes wrong is reported, once.
 ///
@@ -77,7 +188,7 @@ bool toolReadArguments( int argc, char **argv, std::initializer_list<TOOL_OPTION
 /// prints while it reads says so: then it shows nothing if the results go to a terminal.
 class ToolReader {
 public:
-    explicit ToolReader( const char *name, bool printsMeanwhile = false );
+    explicit ToolReader( ZU_STRING *name, bool printsMeanwhile = false );
     ~ToolReader();
     ToolReader( const ToolReader & ) = delete;
     ToolReader &operator=( const ToolReader & ) = delete;
@@ -101,8 +212,8 @@ private:
     void fail();
     void showProgress();
 
-    std::string name;
-    FILE *file;
+    TEXT name;
+    zu::Ref<ZU_BYTE_SOURCE> source; // empty: it cannot be opened
     bool failed = false;
     std::vector<unsigned char> buffer;
     struct stat info = {}; // zeros if there is none
@@ -110,3 +221,19 @@ private:
     std::chrono::steady_clock::time_point nextShow;
     bool shows; // there is a terminal to show progress on
 };
+
+/// Reports that a file cannot be read or written; errno may tell why.
+void toolReportFile( const char *what, ZU_STRING *name );
+/// Returns the content of a file, of the standard input for "-"; empty if that fails, which is reported.
+zu::Ref<ZU_BUFFER> toolReadFile( ZU_STRING *name );
+/// Replaces the content of a file as a whole, or prints it for "-"; tells whether that worked, and reports if not.
+bool toolWriteFile( ZU_STRING *name, ZU_BUFFER *content );
+/// Tells whether `name` is "-".
+bool toolIsStandard( ZU_STRING *name );
+
+/// Reads a store from a file in either form; empty if that fails, which is reported.  `isBinary`, which may be null, is
+/// told the form.
+zu::Ref<ZU_STORE> toolReadStore( ZU_STRING *name, bool *isBinary );
+
+/// Describes code points: `zu text --char`.
+int toolDescribe( ZU_STRING *which, bool json );

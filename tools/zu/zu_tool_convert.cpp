@@ -12,130 +12,74 @@
 static constexpr ZU_INT BLOCK_CHARS = 16 * 1024;
 
 // The input as a byte source
-class ConvertInput {
-public:
-    ConvertInput( const char *name, bool printsMeanwhile ) : reader( name, printsMeanwhile )
-    {
-        auto read = []( ZU_OBJ *closure, uint8_t *bytes, ZU_INT maxByteCount, ZU_INT *bytesRead ) -> ZU_BOOL {
-            auto *input = (ConvertInput *)zu___BoxedPointerValue( zu___BoxedPointerFrom( closure ) );
-            *bytesRead = input->take( bytes, maxByteCount );
-            return input->ok();
-        };
-        auto closure = zu::adopt( zu___BoxedPointerCreate( this, nullptr ) );
-        source = zu::adopt( zu___ByteSourceCreate( read, nullptr, zu___BoxedPointerObj( closure.get() ) ) );
-    }
-    ZU_BYTE_SOURCE *byteSource() const
-    {
-        return source.get();
-    }
-    bool ok() const
-    {
-        return reader.ok();
-    }
-    bool reads( const struct stat &other ) const
-    {
-        return reader.reads( other );
-    }
-
-private:
-    ZU_INT take( uint8_t *bytes, ZU_INT count )
-    {
+static zu::Ref<ZU_BYTE_SOURCE> convertByteSource( ToolReader *reader )
+{
+    return zu::byteSource( [ reader, pos = (size_t)0, length = (size_t)0 ]( uint8_t *bytes, ZU_INT count ) mutable {
         ZU_INT taken = 0;
         while ( taken < count ) {
             if ( pos == length ) {
                 pos = 0;
-                length = reader.read();
+                length = reader->read();
                 if ( length == 0 ) {
-                    break;
+                    return reader->ok() ? taken : -1;
                 }
             }
             size_t part = std::min( length - pos, (size_t)( count - taken ) );
-            memcpy( bytes + taken, reader.block() + pos, part );
+            memcpy( bytes + taken, reader->block() + pos, part );
             pos += part;
             taken += (ZU_INT)part;
         }
         return taken;
-    }
+    } );
+}
 
-    ToolReader reader;
-    size_t pos = 0;
-    size_t length = 0;
-    zu::Ref<ZU_BYTE_SOURCE> source;
-};
-
-// The output as a byte sink
+// The output as a byte sink.  What goes wrong is reported, once; with the standard output, when the command ends.
 class ConvertOutput {
 public:
-    ConvertOutput( const char *fileName, const ConvertInput &input ) : name( fileName )
+    ConvertOutput( ZU_STRING *fileName, const ToolReader &input ) : name( zu::share( fileName ) )
     {
         // Opening a file empties it, so the input is kept from that; appended to itself it would have no end.
         struct stat info;
-        if ( ( name == "-" ? fstat( STDOUT_FILENO, &info ) : stat( fileName, &info ) ) == 0 && input.reads( info ) ) {
-            toolError( "%lc is the input, too", shownName() );
-            failed = true;
-        } else {
-            file = name == "-" ? stdout : fopen( fileName, "wb" );
-            if ( !file ) {
-                fail();
-            }
+        bool isStandard = toolIsStandard( fileName );
+        if ( ( isStandard ? fstat( STDOUT_FILENO, &info ) : stat( toolBytesOfText( fileName ).c_str(), &info ) ) == 0 &&
+             input.reads( info ) ) {
+            toolError( "%s is the input, too", isStandard ? zu::text( "the standard output" ) : name );
+            return;
         }
-        auto write = []( ZU_OBJ *closure, const uint8_t *bytes, ZU_INT byteCount ) -> ZU_BOOL {
-            return of( closure )->write( bytes, (size_t)byteCount );
-        };
-        auto flush = []( ZU_OBJ * ) -> ZU_BOOL { return ZU_TRUE; }; // close tells
-        auto closure = zu::adopt( zu___BoxedPointerCreate( this, nullptr ) );
-        sink = zu::adopt( zu___ByteSinkCreate( write, flush, zu___BoxedPointerObj( closure.get() ) ) );
+        errno = 0;
+        sink = isStandard ? standardOutput() : zu::adopt( zuFileOpenByteSink( fileName ) );
+        if ( !sink ) {
+            toolReportFile( "write", fileName );
+        }
     }
-    ~ConvertOutput()
-    {
-        close();
-    }
-    ConvertOutput( const ConvertOutput & ) = delete;
-    ConvertOutput &operator=( const ConvertOutput & ) = delete;
-
     ZU_BYTE_SINK *byteSink() const
     {
         return sink.get();
     }
     bool ok() const
     {
-        return !failed;
+        return sink && !zuByteSinkError( sink.get() );
     }
-    // Writes out what the system still holds back.  The standard output is looked at when the command ends.
-    void close()
+    // Hands out what is still held back, and tells whether all has arrived.
+    bool finish()
     {
-        if ( file && file != stdout && fclose( file ) != 0 && !failed ) {
-            fail();
+        if ( zuByteSinkFlush( sink.get() ) || toolIsStandard( name.get() ) ) {
+            return ok();
         }
-        file = nullptr;
+        toolReportFile( "write", name.get() );
+        return false;
     }
 
 private:
-    static ConvertOutput *of( ZU_OBJ *closure )
+    static zu::Ref<ZU_BYTE_SINK> standardOutput()
     {
-        return (ConvertOutput *)zu___BoxedPointerValue( zu___BoxedPointerFrom( closure ) );
-    }
-    bool write( const uint8_t *bytes, size_t count )
-    {
-        if ( !failed && fwrite( bytes, 1, count, file ) != count ) {
-            fail();
-        }
-        return !failed;
-    }
-    void fail()
-    {
-        toolError( "cannot write %lc: %lc", shownName(), strerror( errno ) );
-        failed = true;
-    }
-    const char *shownName() const
-    {
-        return name == "-" ? "the standard output" : name.c_str();
+        return zu::byteSink( []( const uint8_t *bytes, ZU_INT count ) {
+            return fwrite( bytes, 1, (size_t)count, stdout ) == (size_t)count;
+        } );
     }
 
-    std::string name;
-    FILE *file = nullptr;
-    bool failed = false;
-    zu::Ref<ZU_BYTE_SINK> sink;
+    TEXT name;
+    zu::Ref<ZU_BYTE_SINK> sink; // empty: there is none
 };
 
 // A conversion
@@ -152,15 +96,6 @@ using BLOCK = std::vector<ZU_CHAR>;
 
 // Newlines: a line feed, a carriage return, both in this order, a next line, a line and a paragraph separator each
 // become the one that was asked for.  Vertical tabs and form feeds are left alone.
-struct NewlineForm {
-    const char *name;
-    ZU_NLF_FLAGS flag;
-};
-static constexpr NewlineForm NEWLINE_FORMS[] = {
-    { "lf", ZU_NLF_FLAG_LF },   { "crlf", ZU_NLF_FLAG_CRLF }, { "cr", ZU_NLF_FLAG_CR },
-    { "nel", ZU_NLF_FLAG_NEL }, { "ls", ZU_NLF_FLAG_LS },     { "ps", ZU_NLF_FLAG_PS },
-};
-
 class NewlineFilter {
 public:
     explicit NewlineFilter( ZU_NLF_FLAGS form )
@@ -200,17 +135,18 @@ private:
     bool lastWasReturn = false;
 };
 
-static int convert( const CONVERSION &conversion, ConvertInput *input, ConvertOutput *output )
+static int convert( const CONVERSION &conversion, ToolReader *input, ConvertOutput *output )
 {
+    auto bytes = convertByteSource( input );
     zu::Ref<ZU_EXACT_CHAR_SOURCE> exactSource;
     zu::Ref<ZU_EXACT_CHAR_SINK> exactSink;
     zu::Ref<ZU_CHAR_SOURCE> source;
     zu::Ref<ZU_CHAR_SINK> sink;
     if ( conversion.contract ) {
-        source = zu::adopt( zuCharsetCreateCharSource( input->byteSource(), conversion.from, conversion.flags ) );
+        source = zu::adopt( zuCharsetCreateCharSource( bytes.get(), conversion.from, conversion.flags ) );
         sink = zu::adopt( zuCharsetCreateCharSink( output->byteSink(), conversion.to, conversion.flags ) );
     } else {
-        exactSource = zu::adopt( zuExactCharSourceCreate( input->byteSource(), conversion.from, conversion.flags ) );
+        exactSource = zu::adopt( zuExactCharSourceCreate( bytes.get(), conversion.from, conversion.flags ) );
         exactSink = zu::adopt( zuExactCharSinkCreate( output->byteSink(), conversion.to, conversion.flags ) );
         source = zu::adopt( zuExactCharSourceCharSource( exactSource.get() ) );
         sink = zu::adopt( zuExactCharSinkCharSink( exactSink.get() ) );
@@ -230,7 +166,7 @@ static int convert( const CONVERSION &conversion, ConvertInput *input, ConvertOu
         done += (ZU_INT)block.size();
     }
     zuCharSinkFlush( sink.get() );
-    if ( !input->ok() || !output->ok() ) {
+    if ( !output->finish() || !input->ok() ) {
         return TOOL_FAILED;
     }
     if ( lack ) {
@@ -258,7 +194,7 @@ static int convertPrintList()
 {
     for ( ZU_CHARSET cs = 0; ZU_CHARSET_OK( cs ); cs++ ) {
         auto names = zu::adopt( zuCharsetIanaNamesVector( cs ) );
-        zu::Ref<ZU_STRING> line = zu::format( "%-~14o", zuVectorObjAt( names.get(), 0 ) );
+        TEXT line = zu::format( "%-~14o", zuVectorObjAt( names.get(), 0 ) );
         ZU_INT codePage = zuCharsetToWindowsCodePage( cs );
         if ( codePage >= 0 ) {
             zu::appendFormat( line.inOut(), " %6i ", codePage );
@@ -275,122 +211,96 @@ static int convertPrintList()
 }
 
 // Options
-static bool convertReadCharset( const char *option, const char *name, ZU_CHARSET *charset )
+static bool convertReadCharset( const char *option, const TEXT &name, ZU_CHARSET *charset )
 {
     if ( !name ) {
         toolMisuse( "%lc is missing", option );
         return false;
     }
-    *charset = zuCharsetFromIanaName( zu::adopt( zuStringCreateFromCstr( name, -1 ) ).get() );
+    *charset = zuCharsetFromIanaName( name.get() );
     if ( *charset < 0 ) {
-        toolMisuse( "unknown character set: %lc (\"zu convert --list\" shows all)", name );
+        toolMisuse( "unknown character set: %s (\"zu convert --list\" shows all)", name );
         return false;
     }
     return true;
 }
-static bool convertReadErrors( const char *name, ZU_CHARSET_FLAGS *flags )
+static bool convertReadErrors( const TEXT &name, ZU_CHARSET_FLAGS *flags )
 {
-    if ( !name || strcmp( name, "replace" ) == 0 ) {
-        return true;
-    }
-    if ( strcmp( name, "skip" ) == 0 || strcmp( name, "ignore" ) == 0 ) {
-        *flags |= ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS;
-        return true;
-    }
-    if ( strcmp( name, "fail" ) == 0 ) {
-        *flags |= ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER;
-        return true;
-    }
-    toolMisuse( "--errors is replace, skip or fail, not %lc", name );
-    return false;
+    static constexpr const char *NAMES[] = { "replace", "skip", "fail", "ignore" };
+    static constexpr ZU_CHARSET_FLAGS FLAGS[] = { 0, ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS,
+                                                  ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER,
+                                                  ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS };
+    int found = name ? toolReadWord( "--errors", name.get(), NAMES ) : 0;
+    *flags |= found >= 0 ? FLAGS[ found ] : 0;
+    return found >= 0;
 }
-static bool convertReadNewlines( const char *name, ZU_NLF_FLAGS *flags )
+static bool convertReadNewlines( const TEXT &name, ZU_NLF_FLAGS *flags )
 {
-    if ( !name ) {
-        return true;
-    }
-    for ( const NewlineForm &form : NEWLINE_FORMS ) {
-        if ( strcmp( form.name, name ) == 0 ) {
-            *flags = form.flag;
-            return true;
-        }
-    }
-    toolMisuse( "--newlines is lf, crlf, cr, nel, ls or ps, not %lc", name );
-    return false;
+    static constexpr const char *NAMES[] = { "lf", "crlf", "cr", "nel", "ls", "ps" };
+    static constexpr ZU_NLF_FLAGS FLAGS[] = { ZU_NLF_FLAG_LF,  ZU_NLF_FLAG_CRLF, ZU_NLF_FLAG_CR,
+                                              ZU_NLF_FLAG_NEL, ZU_NLF_FLAG_LS,   ZU_NLF_FLAG_PS };
+    int found = name ? toolReadWord( "--newlines", name.get(), NAMES ) : 0;
+    *flags = name && found >= 0 ? FLAGS[ found ] : 0;
+    return found >= 0;
 }
 
-static int convertRun( int argc, char **argv )
+static int convertRun( ToolArguments &arguments )
 {
-    bool list = false;
-    bool bom = false;
-    bool contract = false;
-    const char *from = nullptr;
-    const char *to = nullptr;
-    const char *errors = nullptr;
-    const char *newlines = nullptr;
-    std::vector<const char *> operands;
-    int status;
-    if ( !toolReadArguments( argc, argv,
-                             { { "--list", &list, nullptr },
-                               { "--bom", &bom, nullptr },
-                               { "--contract", &contract, nullptr },
-                               { "--from", nullptr, &from },
-                               { "--to", nullptr, &to },
-                               { "--errors", nullptr, &errors },
-                               { "--newlines", nullptr, &newlines } },
-                             &operands, &status ) ) {
-        return status;
+    std::vector<TEXT> &operands = arguments.operands;
+    if ( arguments.has( "list" ) ) {
+        bool alone = operands.empty() && !arguments.has( "from" ) && !arguments.has( "to" );
+        return alone ? convertPrintList() : toolMisuse( "%lc stands alone", "--list" );
     }
-    if ( list ) {
-        return argc == 1 ? convertPrintList() : toolMisuse( "%lc stands alone", "--list" );
-    }
-    CONVERSION conversion = { -1, -1, bom ? ZU_CHARSET_FLAG_INSERT_BYTE_ORDER_MARK : 0, 0, contract };
-    if ( !convertReadCharset( "--from", from, &conversion.from ) || !convertReadCharset( "--to", to, &conversion.to ) ||
-         !convertReadErrors( errors, &conversion.flags ) || !convertReadNewlines( newlines, &conversion.newlines ) ) {
+    CONVERSION conversion = { -1, -1, arguments.has( "bom" ) ? ZU_CHARSET_FLAG_INSERT_BYTE_ORDER_MARK : 0, 0,
+                              arguments.has( "contract" ) };
+    if ( !convertReadCharset( "--from", arguments.value( "from" ), &conversion.from ) ||
+         !convertReadCharset( "--to", arguments.value( "to" ), &conversion.to ) ||
+         !convertReadErrors( arguments.value( "errors" ), &conversion.flags ) ||
+         !convertReadNewlines( arguments.value( "newlines" ), &conversion.newlines ) ) {
         return TOOL_MISUSE;
     }
     if ( operands.size() > 2 ) {
         return toolMisuse( "one input and one output at most, not %i files", operands.size() );
     }
-    operands.resize( 2, "-" );
-    ConvertInput input( operands[ 0 ], operands[ 1 ] == std::string( "-" ) );
+    operands.resize( 2, zu::text( "-" ) );
+    ToolReader input( operands[ 0 ].get(), toolIsStandard( operands[ 1 ].get() ) );
     if ( !input.ok() ) {
         return TOOL_FAILED;
     }
-    ConvertOutput output( operands[ 1 ], input );
-    if ( !output.ok() ) {
-        return TOOL_FAILED;
-    }
-    status = convert( conversion, &input, &output );
-    output.close();
-    return output.ok() ? status : TOOL_FAILED;
+    ConvertOutput output( operands[ 1 ].get(), input );
+    return output.ok() ? convert( conversion, &input, &output ) : TOOL_FAILED;
 }
 
+static constexpr TOOL_OPTION OPTIONS[] = {
+    { "from", 'f', "SET",
+      "the set of the input; in UTF-8, UTF-16 and UTF-32 without BE or LE a byte order mark is "
+      "dropped" },
+    { "to", 't', "SET", "the set of the output" },
+    { "errors", 'e', "WHAT",
+      "what becomes of invalid input, and of characters that the output's set lacks: \"replace\" "
+      "them, which is what happens without this option, \"ignore\" them, or \"fail\" at the "
+      "first" },
+    { "bom", 'b', nullptr, "begins output in a set of the UTF family with a byte order mark" },
+    { "newlines", 'n', "FORM", "turns all line ends into one form: lf, crlf, cr, nel, ls or ps" },
+    { "contract", 'c', nullptr,
+      "converts by the lenient streams of the library, oddities included: overlong forms and "
+      "surrogates pass, UTF-16 is written up to U+00FF only, ISO-8859-8 is read as Greek" },
+    { "list", 'l', nullptr, "lists all sets, each with its Windows code page and its other names" },
+};
 const TOOL_COMMAND toolConvertCommand = {
     "convert",
     "converts text from one character set to another",
-    R"(usage: zu convert --from SET --to SET [--errors WHAT] [--bom] [--newlines FORM] [--contract] [IN [OUT]]
-       zu convert --list
-
-Converts text from one character set to another, from the file IN or the standard input to the file OUT or the standard
-output; "-" stands for either.  SET is a name such as UTF-8, ISO-8859-2, windows-1252, cp437 or KOI8-R, in letters of
-either case.  What the input is by its standard is converted, and nothing else.  In single-byte sets a letter and a mark
-are composed, or come apart, where the set has the text in no other form.
-
-Options:
-  --from SET         the set of the input; in UTF-8, UTF-16 and UTF-32 without BE or LE a byte order mark is dropped
-  --to SET           the set of the output
-  --errors WHAT      what becomes of invalid input, and of characters that the output's set lacks: "replace" them, which
-                     is what happens without this option, "skip" them, or "fail" at the first and tell where it is
-  --bom              begins output in a set of the UTF family with a byte order mark
-  --newlines FORM    turns all line ends into one form: lf, crlf, cr, nel, ls or ps
-  --contract         converts by the lenient streams of the library, oddities included: overlong forms and surrogates
-                     pass, UTF-16 is written up to U+00FF only, ISO-8859-8 is read as Greek
-  --list             lists all sets, each with its Windows code page and its other names
-  --help             prints this
-
-The exit status is 0 if all went well, 1 if a file cannot be read or written or the text cannot be converted, 2 if an
-option is wrong.
+    "--from SET --to SET [--errors WHAT] [--bom] [--newlines FORM] [--contract] [IN [OUT]]\n--list",
+    R"(Converts text from one character set to another, from the file IN or the
+standard input to the file OUT or the standard output; "-" stands for either.
+SET is a name such as UTF-8, ISO-8859-2, windows-1252, cp437 or KOI8-R, in
+letters of either case.  What the input is by its standard is converted, and
+nothing else.  In single-byte sets a letter and a mark are composed, or come
+apart, where the set has the text in no other form.
+)",
+    OPTIONS,
+    R"(The exit status is 0 if all went well, 1 if a file cannot be read or written or
+the text cannot be converted, 2 if the use is wrong.
 )",
     convertRun,
 };

@@ -3,7 +3,6 @@
 #include "zu_tool.h"
 
 using STORE = zu::Ref<ZU_STORE>;
-using STRING = zu::Ref<ZU_STRING>;
 
 // The values of zuRuntimeInfo in the order in which a reader wants them
 static const struct {
@@ -26,16 +25,8 @@ static const struct {
     { "cpuInfo", "Processor" },
     { "startTime", "Started" },
 };
-static constexpr ZU_INT LABEL_WIDTH = 15;
+static constexpr int LABEL_WIDTH = 15;
 
-static STRING infoText( const char *narrow )
-{
-    return zu::adopt( zuStringCreateFromCstr( narrow, -1 ) );
-}
-static void infoPrintRow( const char *label, ZU_STRING *value )
-{
-    toolPrint( stdout, zu::format( "%-*lc%s\n", LABEL_WIDTH, label, value ).get() );
-}
 // Output of the library itself, such as the lines of ZU_RUNTIME_FLAG_MODULE_DEBUG
 static void infoPrintFunction( const ZU_CHAR *chs, ZU_INT chsLength )
 {
@@ -43,9 +34,9 @@ static void infoPrintFunction( const ZU_CHAR *chs, ZU_INT chsLength )
 }
 
 struct INFO_MODULE {
-    STRING name;
-    STRING version;
-    STRING description;
+    TEXT name;
+    TEXT version;
+    TEXT description;
 };
 static std::vector<INFO_MODULE> infoModules()
 {
@@ -63,84 +54,115 @@ static std::vector<INFO_MODULE> infoModules()
 static void infoPrintText( ZU_STORE *info, ZU_STRING *flags )
 {
     for ( const auto &row : INFO_ROWS ) {
-        if ( STRING value = zu::adopt( zuStoreValueCstr( info, row.address, -1 ) ) ) {
-            infoPrintRow( row.label, value.get() );
+        if ( TEXT value = zu::adopt( zuStoreValueCstr( info, row.address, -1 ) ) ) {
+            toolPrintRow( row.label, LABEL_WIDTH, value.get() );
         }
     }
-    infoPrintRow( "Flags", zuStringLength( flags ) > 0 ? flags : infoText( "none" ).get() );
+    toolPrintRow( "Flags", LABEL_WIDTH, zuStringLength( flags ) > 0 ? flags : zu::text( "none" ).get() );
     const char *label = "Modules";
     for ( const INFO_MODULE &module : infoModules() ) {
-        infoPrintRow( label, zu::format( "%s %s: %s", module.name, module.version, module.description ).get() );
+        toolPrintRow( label, LABEL_WIDTH,
+                      zu::format( "%s %s: %s", module.name, module.version, module.description ).get() );
         label = "";
     }
 }
 static void infoPrintJson( ZU_STORE *info, ZU_STRING *flags )
 {
-    STRING json = zu::format( "{\n%#%" );
+    ToolJson json;
+    json.openObject();
     for ( const auto &row : INFO_ROWS ) {
-        if ( STRING value = zu::adopt( zuStoreValueCstr( info, row.address, -1 ) ) ) {
-            zu::appendFormat( json.inOut(), "  \"%lc\": %s,\n", row.address, toolJsonString( value.get() ) );
+        if ( TEXT value = zu::adopt( zuStoreValueCstr( info, row.address, -1 ) ) ) {
+            json.add( row.address, value );
         }
     }
-    zu::appendFormat( json.inOut(), "  \"flags\": %s,\n  \"modules\": [", toolJsonString( flags ) );
-    const char *separator = "\n";
+    json.add( "flags", flags );
+    json.openArray( "modules" );
     for ( const INFO_MODULE &module : infoModules() ) {
-        zu::appendFormat( json.inOut(), "%lc    { \"name\": %s, \"version\": %s, \"description\": %s }", separator,
-                          toolJsonString( module.name.get() ), toolJsonString( module.version.get() ),
-                          toolJsonString( module.description.get() ) );
-        separator = ",\n";
+        json.openObject();
+        json.add( "name", module.name );
+        json.add( "version", module.version );
+        json.add( "description", module.description );
+        json.close();
     }
-    zu::appendFormat( json.inOut(), "\n  ]\n}\n%#%" );
-    toolPrint( stdout, json.get() );
+    json.close();
+    json.close();
+    json.print();
 }
 
-static int infoRun( int argc, char **argv )
+// The directories of the product
+static const char *const PATH_LABELS[] = { "Installed in", "Product", "Programs", "Resources", "Data",
+                                           "Storage",      "Traces",  "Reports",  "Temporary" };
+static void infoPrintPaths( bool asJson )
 {
-    bool json = false;
-    const char *flagsText = nullptr;
-    const char *names = nullptr;
-    std::vector<const char *> operands;
-    int status;
-    if ( !toolReadArguments(
-             argc, argv,
-             { { "--json", &json, nullptr }, { "--flags", nullptr, &flagsText }, { "--load", nullptr, &names } },
-             &operands, &status ) ) {
-        return status;
+    auto paths = zu::adopt( zuRuntimePaths() );
+    ToolJson json;
+    json.openObject();
+    for ( ZU_INT kind = 0; ZU_RUNTIME_PATH_OK( kind ); kind++ ) {
+        TEXT path = zu::adopt( zuRuntimePathsPath( paths.get(), kind ) );
+        if ( asJson ) {
+            json.add( zu::toUtf8( zu::adopt( zuRuntimePathToString( kind ) ) ), path );
+        } else {
+            toolPrintRow( PATH_LABELS[ kind ], LABEL_WIDTH, path ? path.get() : zu::text( "none" ).get() );
+        }
     }
-    if ( !operands.empty() ) {
-        return toolMisuse( "takes no operand: %lc", operands[ 0 ] );
+    json.close();
+    if ( asJson ) {
+        json.print();
+    }
+}
+
+static void infoPrintAll( bool asJson )
+{
+    STORE info = zu::adopt( zuRuntimeInfo() );
+    TEXT flags = zu::adopt( zuRuntimeFlagsToString( zuRuntimeFlags() ) );
+    ( asJson ? infoPrintJson : infoPrintText )( info.get(), flags.get() );
+}
+
+static int infoRun( ToolArguments &arguments )
+{
+    if ( !arguments.operands.empty() ) {
+        return toolMisuse( "takes no operand: %s", arguments.operands[ 0 ] );
     }
     // Flags are those of the whole life of the library, which so begins anew.
-    ZU_INT flags = flagsText ? zuRuntimeFlagsFromString( infoText( flagsText ).get() ) : 0;
-    zuRuntimeShutdown();
-    zuRuntimeStartup( flags, -1, infoPrintFunction, "zu", "The companion command of zu", "1.0" );
-    if ( names && !zuRuntimeTryLoadModulesCstr( names, -1 ) ) {
-        toolError( "cannot load the modules: %lc", names );
-        return TOOL_FAILED;
-    }
-    STORE info = zu::adopt( zuRuntimeInfo() );
-    STRING flagNames = zu::adopt( zuRuntimeFlagsToString( zuRuntimeFlags() ) );
-    ( json ? infoPrintJson : infoPrintText )( info.get(), flagNames.get() );
-    return TOOL_OK;
+    TEXT flagsText = arguments.value( "flags" );
+    TEXT names = arguments.value( "load" );
+    return toolRestart( flagsText ? zuRuntimeFlagsFromString( flagsText.get() ) : 0, infoPrintFunction,
+                        [ loads = !!names, names = names ? toolBytesOfText( names.get() ) : "",
+                          paths = arguments.has( "paths" ), json = arguments.has( "json" ) ] {
+                            if ( loads && !zuRuntimeTryLoadModulesCstr( names.c_str(), -1 ) ) {
+                                toolError( "cannot load the modules: %lc", names.c_str() );
+                                return TOOL_FAILED;
+                            }
+                            ( paths ? infoPrintPaths : infoPrintAll )( json );
+                            return TOOL_OK;
+                        } );
 }
 
+static constexpr TOOL_OPTION OPTIONS[] = {
+    { "paths", 'p', nullptr,
+      "prints the directories of the product instead, and \"none\" for those that it does not "
+      "have here" },
+    { "flags", 'f', "FLAGS",
+      "starts the library with these flags, by their names in zu_runtime_flags.h, with \"|\" "
+      "between them" },
+    { "load", 'l', "NAMES",
+      "loads these modules first, with blanks between their names; with "
+      "ZU_RUNTIME_FLAG_IMPLICIT_MODULE_PATH from where the system looks for shared files, with "
+      "ZU_RUNTIME_FLAG_MODULE_DEBUG telling why one cannot be loaded" },
+    { "json", 'j', nullptr,
+      "prints an object with the values of zuRuntimeInfo, \"flags\" and \"modules\", or the "
+      "directories by the names of their kinds, null for those that there are not" },
+};
 const TOOL_COMMAND toolInfoCommand = {
     "info",
     "tells of the product, the system and the modules",
-    R"(usage: zu info [--json] [--flags FLAGS] [--load "NAME..."]
-
-Prints which product the library belongs to, what it was built for and runs on, the flags of the process, and the loaded
-modules with their versions.
-
-Options:
-  --flags FLAGS      starts the library with these flags, such as
-                     "ZU_RUNTIME_FLAG_IMPLICIT_MODULE_PATH|ZU_RUNTIME_FLAG_MODULE_DEBUG"
-  --load "NAME..."   loads these modules first; with the first of the flags above from where the system looks for shared
-                     files, with the second telling why one cannot be loaded
-  --json             prints an object with the values of zuRuntimeInfo, "flags" and "modules"
-  --help             prints this
-
-The exit status is 0 if all went well, 1 if a module cannot be loaded, 2 if the use is wrong.
+    "[--paths] [--json] [--flags FLAGS] [--load NAMES]",
+    R"(Prints which product the library belongs to, what it was built for and runs on,
+the flags of the process, and the loaded modules with their versions.
+)",
+    OPTIONS,
+    R"(The exit status is 0 if all went well, 1 if a module cannot be loaded, 2 if the
+use is wrong.
 )",
     infoRun,
 };

@@ -1,47 +1,43 @@
-// zu store: settings that are given on the command line.
+// zu store: settings in files.
 //
-// An argument names a place by a path of addresses, each a store's own; the store is built from the entries in their
-// order, and what an action leaves of it is printed.
+// An argument names a place by a path of addresses, each a store's own.  A file is read and written as a whole, so that
+// whoever reads it meanwhile finds the old settings or the new ones; the form that it has, text or binary, it keeps.
 
 #include "zu_tool.h"
 
+#include <cstring>
+#include <iterator>
 #include <optional>
 
 using STORE = zu::Ref<ZU_STORE>;
-using STRING = zu::Ref<ZU_STRING>;
 
 static constexpr size_t LEVELS_MAX = 100; // of stores within each other, which all functions here descend into
 
 // Where an argument points: at a value, or at a sub-store if the text ended in a full stop.
 struct STORE_PATH {
-    std::string text;
-    std::vector<STRING> addresses; // the last one is that of the value or sub-store
+    TEXT text;
+    std::vector<TEXT> addresses; // the last one is that of the value or sub-store
     bool isStore;
 };
 
-static STRING storeText( const std::string &text )
-{
-    return zu::text( text );
-}
 // Reads a path; one that is none is reported.
-static std::optional<STORE_PATH> storeReadPath( std::string text, int *status )
+static std::optional<STORE_PATH> storeReadPath( const TEXT &text )
 {
-    STORE_PATH path = { text, {}, false };
-    if ( !text.empty() && text.back() == '.' ) {
-        path.isStore = true;
-        text.pop_back();
+    STORE_PATH path = { text, {}, (bool)zuStringEndsWithChar( text.get(), '.' ) };
+    TEXT rest = text;
+    if ( path.isStore ) {
+        zuStringDelTrailing( rest.inOut(), 1 );
     }
-    for ( size_t begin = 0; begin <= text.size(); ) {
-        size_t end = std::min( text.find( '.', begin ), text.size() );
-        path.addresses.push_back( storeText( text.substr( begin, end - begin ) ) );
-        if ( !zuStoreAddressOk( path.addresses.back().get() ) ) {
-            *status = toolMisuse( "not an address: \"%s\" in \"%lc\"", path.addresses.back(), path.text.c_str() );
+    auto parts = zu::adopt( zuStringSplitChar( rest.get(), '.', -1 ) );
+    for ( ZU_STRING *address : zu::items<ZU_STRING>( parts ) ) {
+        if ( !zuStoreAddressOk( address ) ) {
+            toolMisuse( "not an address: \"%s\" in \"%s\"", address, text );
             return std::nullopt;
         }
-        begin = end + 1;
+        path.addresses.push_back( zu::share( address ) );
     }
     if ( path.addresses.size() > LEVELS_MAX ) {
-        *status = toolMisuse( "an address of more than %i parts", LEVELS_MAX );
+        toolMisuse( "an address of more than %i parts", LEVELS_MAX );
         return std::nullopt;
     }
     return path;
@@ -73,20 +69,22 @@ static void storeChangeAt( ZU_STORE **store, const STORE_PATH &path, size_t leve
 }
 
 // Adds an entry, ADDRESS=VALUE or ADDRESS. for an empty sub-store.
-static bool storeAddEntry( ZU_STORE **store, const std::string &entry, int *status )
+static bool storeAddEntry( ZU_STORE **store, const TEXT &entry )
 {
-    size_t equals = entry.find( '=' );
-    std::optional<STORE_PATH> path = storeReadPath( entry.substr( 0, equals ), status );
+    ZU_INT equals = zuStringFindChar( entry.get(), 0, '=' );
+    TEXT place = equals < 0 ? entry : zu::adopt( zuStringCreateFromLeading( entry.get(), equals ) );
+    std::optional<STORE_PATH> path = storeReadPath( place );
     if ( !path ) {
         return false;
     }
-    if ( path->isStore == ( equals != std::string::npos ) ) {
-        *status = toolMisuse( "neither ADDRESS=VALUE nor ADDRESS.: \"%lc\"", entry.c_str() );
+    if ( path->isStore == ( equals >= 0 ) ) {
+        toolMisuse( "neither ADDRESS=VALUE nor ADDRESS.: \"%s\"", entry );
         return false;
     }
     storeChangeAt( store, *path, 0, [ & ]( ZU_STORE **node, ZU_STRING *address ) {
         if ( !path->isStore ) {
-            zuStoreSetValue( node, address, storeText( entry.substr( equals + 1 ) ).get() );
+            ZU_INT length = zuStringLength( entry.get() ) - equals - 1;
+            zuStoreSetValue( node, address, zu::adopt( zuStringCreateFromTrailing( entry.get(), length ) ).get() );
         } else if ( !zuStoreHasStore( *node, address ) ) {
             zuStoreSetStore( node, address, zu::adopt( zuStoreCreate() ).get() );
         }
@@ -94,250 +92,285 @@ static bool storeAddEntry( ZU_STORE **store, const std::string &entry, int *stat
     return true;
 }
 
-// For a reader: a line for each value and each empty sub-store, in the form of an entry
-static STRING storeEscaped( ZU_STRING *value )
+// Printing
+static void storeAddJson( ToolJson *json, std::string_view key, ZU_STORE *store )
 {
-    STRING escaped = zu::adopt( zuStringCreate() );
-    for ( ZU_INT i = 0; i < zuStringLength( value ); i++ ) {
-        ZU_CHAR ch = zuStringCharAt( value, i );
-        if ( zuUnicodeIsOtherControl( ch ) ) {
-            zu::appendFormat( escaped.inOut(), "%%%06X", ch );
-        } else if ( ch == '%' ) {
-            zu::appendFormat( escaped.inOut(), "%%%%%#%" );
-        } else {
-            zuStringAppendChar( escaped.inOut(), ch );
+    json->openObject( key );
+    json->openObject( "values" );
+    for ( auto [ address, value, sub ] : zu::entries( store ) ) {
+        if ( value ) {
+            json->add( zu::toUtf8( address ), value );
         }
     }
-    return escaped;
+    json->close();
+    json->openObject( "stores" );
+    for ( auto [ address, value, sub ] : zu::entries( store ) ) {
+        if ( sub ) {
+            storeAddJson( json, zu::toUtf8( address ), sub.get() );
+        }
+    }
+    json->close();
+    json->close();
 }
-static void storeAppendLines( ZU_STRING **lines, ZU_STORE *store, ZU_STRING *prefix )
+static void storePrint( ZU_STORE *store, bool asJson )
 {
-    for ( ZU_INT i = 0; i < zuStoreLength( store ); i++ ) {
-        if ( STRING value = zu::adopt( zuStoreValueAt( store, i ) ) ) {
-            STRING address = zu::adopt( zuStoreAddressAt( store, i ) );
-            zu::appendFormat( lines, "%s%s=%s\n", prefix, address, storeEscaped( value.get() ) );
-        }
+    if ( asJson ) {
+        ToolJson json;
+        storeAddJson( &json, "", store );
+        json.print();
+        return;
     }
-    for ( ZU_INT i = 0; i < zuStoreLength( store ); i++ ) {
-        if ( STORE sub = zu::adopt( zuStoreStoreAt( store, i ) ) ) {
-            STRING path = zu::format( "%s%s.", prefix, zu::adopt( zuStoreAddressAt( store, i ) ) );
-            if ( zuStoreLength( sub.get() ) == 0 ) {
-                zu::appendFormat( lines, "%s\n", path );
-            }
-            storeAppendLines( lines, sub.get(), path.get() );
-        }
+    auto lines = zu::adopt( zuStoreTextEncodeToStringVector( store ) );
+    for ( ZU_STRING *line : zu::items<ZU_STRING>( lines ) ) {
+        toolPrintFormat( "%s\n", line );
     }
 }
 
-// For a program
-static void storeAppendJson( ZU_STRING **json, ZU_STORE *store )
+// What an action works on
+struct STORE_REQUEST {
+    ToolArguments &arguments;
+    TEXT file;
+    std::vector<TEXT> operands; // behind FILE
+    STORE store;
+    bool isBinary; // the form of the file
+};
+
+// Writes the settings to where they belong, in the form that is asked for.
+static int storeWrite( const STORE_REQUEST &request )
 {
-    zu::appendFormat( json, "{ \"values\": {%#%" );
-    const char *separator = " ";
-    for ( ZU_INT i = 0; i < zuStoreLength( store ); i++ ) {
-        if ( STRING value = zu::adopt( zuStoreValueAt( store, i ) ) ) {
-            STRING address = zu::adopt( zuStoreAddressAt( store, i ) );
-            zu::appendFormat( json, "%lc\"%s\": %s", separator, address, toolJsonString( value.get() ) );
-            separator = ", ";
+    static constexpr const char *FORMS[] = { "text", "binary" };
+    bool isBinary = request.isBinary;
+    if ( TEXT form = request.arguments.value( "to" ) ) {
+        int found = toolReadWord( "--to", form.get(), FORMS );
+        if ( found < 0 ) {
+            return TOOL_MISUSE;
         }
+        isBinary = found == 1;
     }
-    zu::appendFormat( json, " }, \"stores\": {%#%" );
-    separator = " ";
-    for ( ZU_INT i = 0; i < zuStoreLength( store ); i++ ) {
-        if ( STORE sub = zu::adopt( zuStoreStoreAt( store, i ) ) ) {
-            zu::appendFormat( json, "%lc\"%s\": ", separator, zu::adopt( zuStoreAddressAt( store, i ) ) );
-            storeAppendJson( json, sub.get() );
-            separator = ", ";
-        }
-    }
-    zu::appendFormat( json, " } }%#%" );
-}
-static void storePrint( ZU_STORE *store, bool json )
-{
-    STRING text = zu::adopt( zuStringCreate() );
-    if ( json ) {
-        storeAppendJson( text.inOut(), store );
-        zuStringAppendChar( text.inOut(), '\n' );
+    zu::Ref<ZU_BUFFER> content;
+    if ( isBinary ) {
+        content = zu::adopt( zuStoreBinaryEncodeToBuffer( request.store.get() ) );
     } else {
-        storeAppendLines( text.inOut(), store, zu::adopt( zuStringCreate() ).get() );
+        content = zu::adopt( zuStoreTextTryEncodeToBuffer(
+            request.store.get(), ZU_CHARSET_UTF_8, ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER, ZU_NLF_FLAG_LF ) );
     }
-    toolPrint( stdout, text.get() );
+    if ( !content ) {
+        toolError( "a value of %s cannot be written as text", request.file );
+        return TOOL_FAILED;
+    }
+    TEXT output = request.arguments.value( "output" );
+    return toolWriteFile( ( output ? output : request.file ).get(), content.get() ) ? TOOL_OK : TOOL_FAILED;
 }
 
 // The actions
-struct STORE_REQUEST {
-    std::optional<STORE_PATH> path; // of the actions that take one
-    std::vector<STORE> stores;      // at least one
-    bool json;
-    const char *type; // null: any text
-};
-
-static int storeRunSet( const STORE_REQUEST &request )
+static int storeRunShow( STORE_REQUEST &request )
 {
-    storePrint( request.stores[ 0 ].get(), request.json );
+    storePrint( request.store.get(), request.arguments.has( "json" ) );
     return TOOL_OK;
 }
+static int storeRunSet( STORE_REQUEST &request )
+{
+    for ( const TEXT &entry : request.operands ) {
+        if ( !storeAddEntry( request.store.inOut(), entry ) ) {
+            return TOOL_MISUSE;
+        }
+    }
+    return storeWrite( request );
+}
 // Returns a value as one of a type, in its own form; none if it is not.
-static STRING storeTypedText( ZU_STORE *store, ZU_STRING *address, const std::string &type )
+static TEXT storeTypedText( ZU_STORE *store, ZU_STRING *address, int type )
 {
     ZU_BOOL b;
     ZU_INT i;
     double r;
-    if ( type == "bool" ) {
-        return zuStoreValueBool( store, &b, address ) ? zu::format( "%b", b ) : STRING();
+    switch ( type ) {
+    case 0:
+        return zuStoreValueBool( store, &b, address ) ? zu::format( "%b", b ) : TEXT();
+    case 1:
+        return zuStoreValueInt( store, &i, address ) ? zu::format( "%i", i ) : TEXT();
+    default:
+        return zuStoreValueReal( store, &r, address ) ? zu::format( "%r", r ) : TEXT();
     }
-    if ( type == "int" ) {
-        return zuStoreValueInt( store, &i, address ) ? zu::format( "%i", i ) : STRING();
-    }
-    return zuStoreValueReal( store, &r, address ) ? zu::format( "%r", r ) : STRING();
 }
-static int storeRunGet( const STORE_REQUEST &request )
+static int storePrintValue( const STORE_REQUEST &request, ZU_STORE *holder, const STORE_PATH &path, ZU_STRING *value )
 {
-    const STORE_PATH &path = *request.path;
-    ZU_STRING *address = path.addresses.back().get();
-    STORE holder = storeFindHolder( request.stores[ 0 ], path );
-    if ( path.isStore ) {
-        STORE sub = zu::adopt( holder ? zuStoreStore( holder.get(), address ) : nullptr );
-        if ( !sub ) {
-            toolError( "no sub-store at %lc", path.text.c_str() );
+    static constexpr const char *TYPES[] = { "bool", "int", "real" };
+    TEXT shown = zu::share( value );
+    bool asJson = request.arguments.has( "json" );
+    if ( TEXT type = request.arguments.value( "type" ) ) {
+        int found = toolReadWord( "--type", type.get(), TYPES );
+        if ( found < 0 ) {
+            return TOOL_MISUSE;
+        }
+        shown = storeTypedText( holder, path.addresses.back().get(), found );
+        if ( !shown ) {
+            toolError( "no %lc at %s: %s", TYPES[ found ], path.text, value );
             return TOOL_FAILED;
         }
-        storePrint( sub.get(), request.json );
-        return TOOL_OK;
+        asJson = false; // as it is, it is a value of JSON
     }
-    STRING value = zu::adopt( holder ? zuStoreValue( holder.get(), address ) : nullptr );
-    if ( !value ) {
-        toolError( "no value at %lc", path.text.c_str() );
-        return TOOL_FAILED;
+    if ( asJson ) {
+        ToolJson json;
+        json.add( "", shown );
+        json.print();
+    } else {
+        toolPrintFormat( "%s\n", shown );
     }
-    STRING shown = request.type   ? storeTypedText( holder.get(), address, request.type )
-                   : request.json ? toolJsonString( value.get() )
-                                  : value;
-    if ( !shown ) {
-        toolError( "no %lc at %lc: %s", request.type, path.text.c_str(), value );
-        return TOOL_FAILED;
-    }
-    toolPrint( stdout, zu::format( "%s\n", shown ).get() );
     return TOOL_OK;
 }
-static int storeRunDel( const STORE_REQUEST &request )
+static int storeRunGet( STORE_REQUEST &request )
 {
-    STORE store = request.stores[ 0 ];
-    if ( storeFindHolder( store, *request.path ) ) {
-        storeChangeAt( store.inOut(), *request.path, 0, request.path->isStore ? zuStoreDelStore : zuStoreDelValue );
+    std::optional<STORE_PATH> path = storeReadPath( request.operands[ 0 ] );
+    if ( !path ) {
+        return TOOL_MISUSE;
     }
-    storePrint( store.get(), request.json );
+    if ( path->isStore && request.arguments.has( "type" ) ) {
+        return toolMisuse( "--type does not go with a sub-store: %s", path->text );
+    }
+    ZU_STRING *address = path->addresses.back().get();
+    STORE holder = storeFindHolder( request.store, *path );
+    STORE sub = zu::adopt( holder && path->isStore ? zuStoreStore( holder.get(), address ) : nullptr );
+    TEXT value = zu::adopt( holder && !path->isStore ? zuStoreValue( holder.get(), address ) : nullptr );
+    if ( !sub && !value ) {
+        toolError( "no %lc at %s", path->isStore ? "sub-store" : "value", path->text );
+        return TOOL_FAILED;
+    }
+    if ( value ) {
+        return storePrintValue( request, holder.get(), *path, value.get() );
+    }
+    storePrint( sub.get(), request.arguments.has( "json" ) );
     return TOOL_OK;
 }
-static int storeRunMerge( const STORE_REQUEST &request )
+static int storeRunDel( STORE_REQUEST &request )
 {
-    STORE store = request.stores[ 0 ];
-    for ( size_t i = 1; i < request.stores.size(); i++ ) {
-        zuStoreMerge( store.inOut(), request.stores[ i ].get() );
+    for ( const TEXT &place : request.operands ) {
+        std::optional<STORE_PATH> path = storeReadPath( place );
+        if ( !path ) {
+            return TOOL_MISUSE;
+        }
+        if ( storeFindHolder( request.store, *path ) ) {
+            storeChangeAt( request.store.inOut(), *path, 0, path->isStore ? zuStoreDelStore : zuStoreDelValue );
+        }
     }
-    storePrint( store.get(), request.json );
-    return TOOL_OK;
+    return storeWrite( request );
+}
+static int storeRunMerge( STORE_REQUEST &request )
+{
+    for ( const TEXT &file : request.operands ) {
+        STORE other = toolReadStore( file.get(), nullptr );
+        if ( !other ) {
+            return TOOL_FAILED;
+        }
+        zuStoreMerge( request.store.inOut(), other.get() );
+    }
+    return storeWrite( request );
+}
+static int storeRunConvert( STORE_REQUEST &request )
+{
+    return request.arguments.has( "to" ) ? storeWrite( request ) : toolMisuse( "convert needs %lc", "--to" );
 }
 
 struct STORE_ACTION {
     const char *name;
-    bool takesPath;
-    bool takesStores; // several, and not one
-    bool takesType;
-    int ( *run )( const STORE_REQUEST &request );
+    const char *operand; // what the operands behind FILE are; null: there are none
+    size_t operandsMin;
+    size_t operandsMax;
+    const char *options; // that go with it, each with a blank on either side
+    int ( *run )( STORE_REQUEST &request );
 };
 static constexpr STORE_ACTION ACTIONS[] = {
-    { "set", false, false, false, storeRunSet },
-    { "get", true, false, true, storeRunGet },
-    { "del", true, false, false, storeRunDel },
-    { "merge", false, true, false, storeRunMerge },
+    { "show", nullptr, 0, 0, " json ", storeRunShow },
+    { "get", "ADDRESS", 1, 1, " json type ", storeRunGet },
+    { "set", "ENTRY", 1, SIZE_MAX, " to output ", storeRunSet },
+    { "del", "ADDRESS", 1, SIZE_MAX, " to output ", storeRunDel },
+    { "merge", "OTHER", 1, SIZE_MAX, " to output ", storeRunMerge },
+    { "convert", nullptr, 0, 0, " to output ", storeRunConvert },
 };
-static const STORE_ACTION *storeFindAction( const std::string &name )
-{
-    for ( const STORE_ACTION &action : ACTIONS ) {
-        if ( name == action.name ) {
-            return &action;
-        }
-    }
-    return nullptr;
-}
-static bool storeTypeOk( const std::string &type )
-{
-    return type == "bool" || type == "int" || type == "real";
-}
 
-static int storeRun( int argc, char **argv )
+static int storeRun( ToolArguments &arguments )
 {
-    STORE_REQUEST request = { std::nullopt, { zu::adopt( zuStoreCreate() ) }, false, nullptr };
-    std::vector<const char *> operands;
-    int status = TOOL_OK;
-    if ( !toolReadArguments( argc, argv, { { "--json", &request.json, nullptr }, { "--type", nullptr, &request.type } },
-                             &operands, &status ) ) {
-        return status;
+    std::vector<TEXT> &operands = arguments.operands;
+    const char *names[ std::size( ACTIONS ) ];
+    for ( size_t i = 0; i < std::size( ACTIONS ); i++ ) {
+        names[ i ] = ACTIONS[ i ].name;
     }
     if ( operands.empty() ) {
-        return toolMisuse( "an action is missing: %lc", "set, get, del or merge" );
+        return toolMisuse( "an action is missing: %lc", "show, get, set, del, merge or convert" );
     }
-    const STORE_ACTION *action = storeFindAction( operands[ 0 ] );
-    if ( !action ) {
-        return toolMisuse( "unknown action: %lc", operands[ 0 ] );
+    int found = toolReadWord( "the action", operands[ 0 ].get(), names );
+    if ( found < 0 ) {
+        return TOOL_MISUSE;
     }
-    if ( request.type && !action->takesType ) {
-        return toolMisuse( "--type does not go with %lc", action->name );
-    }
-    if ( request.type && !storeTypeOk( request.type ) ) {
-        return toolMisuse( "unknown type: %lc", request.type );
-    }
-    size_t next = 1;
-    if ( action->takesPath ) {
-        if ( next == operands.size() ) {
-            return toolMisuse( "%lc needs an address", action->name );
-        }
-        request.path = storeReadPath( operands[ next++ ], &status );
-        if ( !request.path ) {
-            return status;
-        }
-        if ( request.type && request.path->isStore ) {
-            return toolMisuse( "--type does not go with a sub-store: %lc", operands[ next - 1 ] );
+    const STORE_ACTION &action = ACTIONS[ found ];
+    for ( const char *option : { "json", "type", "to", "output" } ) {
+        if ( arguments.has( option ) && !strstr( action.options, ( std::string( " " ) + option + " " ).c_str() ) ) {
+            return toolMisuse( "--%lc does not go with %lc", option, action.name );
         }
     }
-    for ( ; next < operands.size(); next++ ) {
-        if ( action->takesStores && operands[ next ] == std::string( "+" ) ) {
-            request.stores.push_back( zu::adopt( zuStoreCreate() ) );
-        } else if ( !storeAddEntry( request.stores.back().inOut(), operands[ next ], &status ) ) {
-            return status;
-        }
+    if ( operands.size() < 2 ) {
+        return toolMisuse( "%lc needs a FILE", action.name );
     }
-    return action->run( request );
+    STORE_REQUEST request = { arguments, operands[ 1 ], { operands.begin() + 2, operands.end() }, nullptr, false };
+    if ( request.operands.size() < action.operandsMin ) {
+        return toolMisuse( "%lc needs an %lc", action.name, action.operand );
+    }
+    if ( request.operands.size() > action.operandsMax ) {
+        return toolMisuse( "too much for %lc: %s", action.name, request.operands[ action.operandsMax ] );
+    }
+    bool isNew =
+        action.run == storeRunSet && !toolIsStandard( request.file.get() ) && !zuFileExists( request.file.get() );
+    request.store = isNew ? zu::adopt( zuStoreCreate() ) : toolReadStore( request.file.get(), &request.isBinary );
+    return request.store ? action.run( request ) : TOOL_FAILED;
 }
 
+static constexpr TOOL_OPTION OPTIONS[] = {
+    { "to", 't', "FORM",
+      "writes the settings as \"text\" or in \"binary\"; otherwise they keep the form of FILE, and a "
+      "new one is text" },
+    { "output", 'o', "OUT", "leaves FILE as it is and writes to the file OUT, to the standard output for \"-\"" },
+    { "type", 'T', "TYPE",
+      "get: takes the value as a \"bool\", an \"int\" or a \"real\", such as 0x10, and prints it in "
+      "its usual form" },
+    { "json", 'j', nullptr,
+      "show, get: prints a string or, for settings, an object of two: \"values\", and \"stores\" "
+      "of the same form" },
+};
 const TOOL_COMMAND toolStoreCommand = {
     "store",
-    "shows, edits and merges settings",
-    R"(usage: zu store set ENTRY...
-       zu store get [--type TYPE] ADDRESS ENTRY...
-       zu store del ADDRESS ENTRY...
-       zu store merge ENTRY... [+ ENTRY...]...
+    "shows, edits, merges and converts settings in files",
+    "show [--json] FILE\n"
+    "get [--type TYPE] [--json] FILE ADDRESS\n"
+    "set [--to FORM] [--output OUT] FILE ENTRY...\n"
+    "del [--to FORM] [--output OUT] FILE ADDRESS...\n"
+    "merge [--to FORM] [--output OUT] FILE OTHER...\n"
+    "convert --to FORM [--output OUT] FILE",
+    R"(Reads the settings in FILE, whichever form they have, and
 
-Makes a store of the entries, later ones over earlier ones, and prints
+  show       prints them
+  get        prints the value at ADDRESS; the sub-store there if ADDRESS ends in
+             a full stop
+  set        adds entries, or replaces their values; FILE need not exist
+  del        removes values and sub-stores; what is not there is no failure
+  merge      adds what the files OTHER have and FILE has not; of several that
+             have a value, the first counts
+  convert    changes nothing but the form
 
-  set                all of it
-  get                the value at ADDRESS; the sub-store there if ADDRESS ends in a full stop
-  del                all but that value or sub-store
-  merge              the stores on either side of each "+" in one; where several have a value, the first has it
+The last four write FILE back, as a whole: whoever reads it meanwhile finds the
+old settings or the new ones.  For FILE "-" settings come from the standard
+input and go to the standard output.
 
-An ENTRY is ADDRESS=VALUE, or ADDRESS. for an empty sub-store.  An ADDRESS consists of letters, digits, "-" and "_", and
-names a place in a sub-store by full stops: "window.width".  An operand that begins with "-" goes behind "--".
+An ENTRY is ADDRESS=VALUE, or ADDRESS. for an empty sub-store.  An ADDRESS
+consists of letters, digits, "-" and "_", and names a place in a sub-store by
+full stops: "window.width".  An operand that begins with "-" goes behind "--".
 
-Stores are printed as entries, all values of a store ahead of its sub-stores, in the order of the addresses; "%%" stands
-for "%" there, and "%" with six hexadecimal digits for a control character.  A single value is printed as it is.
-
-Options:
-  --type TYPE        takes the value as a bool, an int or a real, such as "0x10", and prints it in its usual form
-  --json             prints a string or, for a store, an object of two: "values", and "stores" of the same form
-  --help             prints this
-
-The exit status is 0 if all went well, 1 if there is nothing at ADDRESS or no value of the TYPE, 2 if the use is wrong.
+Text is UTF-8, a line for each entry, all values of a store ahead of its
+sub-stores, in the order of the addresses; "%%" stands for "%" there, and "%"
+with six hexadecimal digits for a control character.  A single value is printed
+as it is.  Comments and other lines that are no entries are not written back.
+)",
+    OPTIONS,
+    R"(The exit status is 0 if all went well, 1 if a file cannot be read or written,
+there is nothing at ADDRESS, or no value of the TYPE, 2 if the use is wrong.
 )",
     storeRun,
 };

@@ -163,7 +163,7 @@ static std::vector<TEXT_GROUP> textGroups( const TextCounts &counts, ZU_INT ( *c
 
 // For a reader
 static void textPrintGroups( ZU_STRING **report, const TextCounts &counts, const std::vector<TEXT_GROUP> &groups,
-                             zu::Ref<ZU_STRING> ( *name )( ZU_INT value ) )
+                             TEXT ( *name )( ZU_INT value ) )
 {
     for ( const TEXT_GROUP &group : groups ) {
         double percent = 100.0 * (double)group.count / (double)counts.codePoints;
@@ -171,17 +171,17 @@ static void textPrintGroups( ZU_STRING **report, const TextCounts &counts, const
                           percent + 0.05 ); // formats cut digits off
     }
 }
-static zu::Ref<ZU_STRING> textCategoryName( ZU_INT genc )
+static TEXT textCategoryName( ZU_INT genc )
 {
     return zu::format( "%~s  %~s", zuUnicodeGencAbbreviation( genc ), zuUnicodeGencDescription( genc ) );
 }
-static zu::Ref<ZU_STRING> textScriptName( ZU_INT script )
+static TEXT textScriptName( ZU_INT script )
 {
     return zu::adopt( zuUnicodeScriptName( script ) );
 }
-static void textPrintReport( const char *name, const TextCounts &counts )
+static void textPrintReport( const TEXT &name, const TextCounts &counts )
 {
-    zu::Ref<ZU_STRING> report = zu::format( "%lc\n", name );
+    TEXT report = zu::format( "%s\n", toolBold( stdout, name ) );
     zu::appendFormat( report.inOut(), "  bytes                       %14i\n", counts.bytes );
     zu::appendFormat( report.inOut(), "  code points                 %14i\n", counts.codePoints );
     zu::appendFormat( report.inOut(), "  lines                       %14i\n", counts.lines );
@@ -200,58 +200,57 @@ static void textPrintReport( const char *name, const TextCounts &counts )
 }
 
 // For a program
-static void textPrintJsonGroups( ZU_STRING **json, const char *key, const std::vector<TEXT_GROUP> &groups,
-                                 zu::Ref<ZU_STRING> ( *name )( ZU_INT value ) )
+static void textAddGroups( ToolJson *json, const char *key, const std::vector<TEXT_GROUP> &groups,
+                           void ( *addName )( ToolJson *json, ZU_INT value ) )
 {
-    zu::appendFormat( json, ", \"%lc\": [", key );
-    const char *separator = "";
+    json->openArray( key );
     for ( const TEXT_GROUP &group : groups ) {
-        zu::appendFormat( json, "%lc{ %s, \"count\": %i }", separator, name( group.value ), group.count );
-        separator = ", ";
+        json->openObject();
+        addName( json, group.value );
+        json->addInt( "count", group.count );
+        json->close();
     }
-    zu::appendFormat( json, "]%#%" );
+    json->close();
 }
-static zu::Ref<ZU_STRING> textCategoryJson( ZU_INT genc )
+static void textAddCategory( ToolJson *json, ZU_INT genc )
 {
-    return zu::format( "\"abbreviation\": \"%~s\", \"name\": \"%~s\"", zuUnicodeGencAbbreviation( genc ),
-                       zuUnicodeGencDescription( genc ) );
+    json->add( "abbreviation", zu::adopt( zuUnicodeGencAbbreviation( genc ) ) );
+    json->add( "name", zu::adopt( zuUnicodeGencDescription( genc ) ) );
 }
-static zu::Ref<ZU_STRING> textScriptJson( ZU_INT script )
+static void textAddScript( ToolJson *json, ZU_INT script )
 {
-    return zu::format( "\"name\": \"%~s\"", zuUnicodeScriptName( script ) );
+    json->add( "name", textScriptName( script ) );
 }
-static void textPrintJson( const char *name, const TextCounts &counts )
+static void textAddJson( ToolJson *json, const TEXT &name, const TextCounts &counts )
 {
-    zu::Ref<ZU_STRING> json = zu::format(
-        "{ \"file\": %s, \"bytes\": %i, \"codePoints\": %i, \"lines\": %i, \"invalidSequences\": %i, \"longestLine\": ",
-        toolJsonString( zu::text( name ).get() ), counts.bytes, counts.codePoints, counts.lines, counts.invalid );
+    json->openObject();
+    json->add( "file", name );
+    json->addInt( "bytes", counts.bytes );
+    json->addInt( "codePoints", counts.codePoints );
+    json->addInt( "lines", counts.lines );
+    json->addInt( "invalidSequences", counts.invalid );
     if ( counts.longestLine > 0 ) {
-        zu::appendFormat( json.inOut(), "{ \"line\": %i, \"codePoints\": %i }", counts.longestLine,
-                          counts.longestLength );
+        json->openObject( "longestLine" );
+        json->addInt( "line", counts.longestLine );
+        json->addInt( "codePoints", counts.longestLength );
+        json->close();
     } else {
-        zuStringAppendCstr( json.inOut(), "null", -1 );
+        json->add( "longestLine", nullptr );
     }
-    textPrintJsonGroups( json.inOut(), "generalCategories", textGroups( counts, zuUnicodeGenc, CATEGORIES ),
-                         textCategoryJson );
-    textPrintJsonGroups( json.inOut(), "scripts", textGroups( counts, zuUnicodeScript, SCRIPTS ), textScriptJson );
-    zu::appendFormat( json.inOut(), " }%#%" );
-    toolPrint( stdout, json.get() );
+    textAddGroups( json, "generalCategories", textGroups( counts, zuUnicodeGenc, CATEGORIES ), textAddCategory );
+    textAddGroups( json, "scripts", textGroups( counts, zuUnicodeScript, SCRIPTS ), textAddScript );
+    json->close();
 }
 
 // Transformation
-struct TEXT_CASE {
-    const char *name;
-    void ( *map )( ZU_STRING **zus );
-};
-static constexpr TEXT_CASE CASES[] = {
-    { "lower", zuStringToLower },
-    { "upper", zuStringToUpper },
-    { "fold", zuStringToCaseFold },
-};
+using TEXT_MAPPING = void ( * )( ZU_STRING **zus );
+static constexpr const char *CASE_NAMES[] = { "lower", "upper", "fold" };
+static constexpr TEXT_MAPPING CASES[] = { zuStringToLower, zuStringToUpper, zuStringToCaseFold };
+static constexpr const char *FORM_NAMES[] = { "NFC", "NFKC", "NFD", "NFKD" }; // by their values
 
 // What is asked for, by the values of the options
 struct TEXT_TRANSFORMATION {
-    const TEXT_CASE *mapping = nullptr;
+    TEXT_MAPPING mapping = nullptr;   // null: none
     ZU_UNICODE_NORMAL_FORM form = -1; // -1: none
 };
 
@@ -289,7 +288,7 @@ private:
         auto text = zu::adopt( zuStringCreateFromCharsCopy( chars.data(), (ZU_INT)chars.size() ) );
         chars.clear();
         if ( mapping ) {
-            mapping->map( text.inOut() );
+            mapping( text.inOut() );
         }
         if ( normalizer.get() ) {
             zuUnicodeNormalizerWrite( normalizer.get(), text.get() );
@@ -305,18 +304,18 @@ private:
         zuMemFree( bytes );
     }
 
-    const TEXT_CASE *mapping;
+    TEXT_MAPPING mapping;
     zu::Ref<ZU_UNICODE_NORMALIZER> normalizer;
     TextDecoder decoder;
     std::vector<ZU_CHAR> chars; // of the block
 };
 
-static int textTransform( const std::vector<const char *> &names, const TEXT_TRANSFORMATION &wanted )
+static int textTransform( const std::vector<TEXT> &names, const TEXT_TRANSFORMATION &wanted )
 {
     int status = TOOL_OK;
-    for ( const char *name : names ) {
+    for ( const TEXT &name : names ) {
         TextTransformer transformer( wanted );
-        ToolReader reader( name, true );
+        ToolReader reader( name.get(), true );
         while ( size_t length = reader.read() ) {
             transformer.take( reader.block(), length );
             if ( ferror( stdout ) ) {
@@ -329,120 +328,119 @@ static int textTransform( const std::vector<const char *> &names, const TEXT_TRA
     return status;
 }
 
-// Finds what the values of the options stand for, in letters of either case.  Returns an exit status.
-static int textFindTransformation( const char *caseName, const char *formName, TEXT_TRANSFORMATION *found )
+// Finds what the values of the options stand for.
+static bool textReadTransformation( const ToolArguments &arguments, TEXT_TRANSFORMATION *wanted )
 {
-    if ( caseName ) {
-        auto name = zu::text( caseName );
-        for ( const TEXT_CASE &each : CASES ) {
-            if ( zuStringEqualsCaseFoldCstr( name.get(), each.name, -1 ) ) {
-                found->mapping = &each;
-            }
+    if ( TEXT name = arguments.value( "case" ) ) {
+        int found = toolReadWord( "--case", name.get(), CASE_NAMES );
+        if ( found < 0 ) {
+            return false;
         }
-        if ( !found->mapping ) {
-            return toolMisuse( "--case takes lower, upper or fold, and not %lc", caseName );
-        }
+        wanted->mapping = CASES[ found ];
     }
-    if ( formName ) {
-        auto name = zu::text( formName );
-        for ( ZU_UNICODE_NORMAL_FORM form = 0; ZU_UNICODE_NORMAL_FORM_OK( form ); form++ ) {
-            if ( zuStringEqualsCaseFold( name.get(), zu::adopt( zuUnicodeNormalFormToString( form ) ).get() ) ) {
-                found->form = form;
-            }
-        }
-        if ( found->form == -1 ) {
-            return toolMisuse( "--normalize takes NFC, NFD, NFKC or NFKD, and not %lc", formName );
-        }
+    if ( TEXT name = arguments.value( "normalize" ) ) {
+        wanted->form = toolReadWord( "--normalize", name.get(), FORM_NAMES );
+        return wanted->form >= 0;
     }
-    return TOOL_OK;
+    return true;
 }
 
 // Counting
-static int textCount( const std::vector<const char *> &names, bool json )
+static int textCount( const std::vector<TEXT> &names, bool asJson )
 {
     int status = TOOL_OK;
-    const char *separator = json ? "[ " : "";
-    for ( const char *name : names ) {
+    bool isFirst = true;
+    ToolJson json;
+    json.openArray();
+    for ( const TEXT &name : names ) {
         TextCounts counts;
-        ToolReader reader( name );
+        ToolReader reader( name.get() );
         while ( size_t length = reader.read() ) {
             counts.take( reader.block(), length );
         }
         counts.end();
         if ( !reader.ok() ) {
             status = TOOL_FAILED;
-            continue;
+        } else if ( asJson ) {
+            textAddJson( &json, name, counts );
+            json.print();
+        } else {
+            fputs( isFirst ? "" : "\n", stdout );
+            textPrintReport( name, counts );
+            isFirst = false;
         }
-        fputs( separator, stdout );
-        separator = json ? ",\n  " : "\n";
-        ( json ? textPrintJson : textPrintReport )( name, counts );
         fflush( stdout );
     }
-    if ( json ) {
-        fputs( *separator == '[' ? "[]\n" : " ]\n", stdout );
+    json.close();
+    if ( asJson ) {
+        json.print();
     }
     return status;
 }
 
-static int textRun( int argc, char **argv )
+static int textRun( ToolArguments &arguments )
 {
-    bool json = false;
-    const char *caseName = nullptr;
-    const char *formName = nullptr;
-    std::vector<const char *> names;
-    int status = TOOL_OK;
-    if ( !toolReadArguments(
-             argc, argv,
-             { { "--json", &json, nullptr }, { "--case", nullptr, &caseName }, { "--normalize", nullptr, &formName } },
-             &names, &status ) ) {
-        return status;
+    bool transforms = arguments.has( "case" ) || arguments.has( "normalize" );
+    bool describes = arguments.has( "char" );
+    if ( transforms && ( describes || arguments.has( "json" ) ) ) {
+        return toolMisuse( "--%lc does not go with --case and --normalize", describes ? "char" : "json" );
     }
-    TEXT_TRANSFORMATION transformation;
-    status = textFindTransformation( caseName, formName, &transformation );
-    if ( status != TOOL_OK ) {
-        return status;
+    if ( describes ) {
+        return arguments.operands.empty() ? toolDescribe( arguments.value( "char" ).get(), arguments.has( "json" ) )
+                                          : toolMisuse( "%lc takes no FILE", "--char" );
     }
-    if ( names.empty() ) {
-        names.push_back( "-" );
+    TEXT_TRANSFORMATION wanted;
+    if ( !textReadTransformation( arguments, &wanted ) ) {
+        return TOOL_MISUSE;
     }
-    if ( !caseName && !formName ) {
-        return textCount( names, json );
+    if ( arguments.operands.empty() ) {
+        arguments.operands.push_back( zu::text( "-" ) );
     }
-    if ( json ) {
-        return toolMisuse( "%lc is for counts; there are none with --case and --normalize", "--json" );
-    }
-    return textTransform( names, transformation );
+    return transforms ? textTransform( arguments.operands, wanted )
+                      : textCount( arguments.operands, arguments.has( "json" ) );
 }
 
+static constexpr TOOL_OPTION OPTIONS[] = {
+    { "json", 'j', nullptr, "prints an array of objects for programs" },
+    { "case", 'c', "MAPPING",
+      "maps the text to \"lower\" or \"upper\" case, or to what it has in common with texts "
+      "that differ in case alone (\"fold\"); in full, in no language's own way" },
+    { "normalize", 'n', "FORM",
+      "brings the text, after mapping, into the normalization form NFC, NFD, NFKC or NFKD, "
+      "each file by itself" },
+    { "char", 'u', "CHAR",
+      "describes a code point, U+ and 1 to 6 hexadecimal digits, or each in a text: all that the "
+      "Unicode Character Database 14.0 says of it, and how it is encoded" },
+};
 const TOOL_COMMAND toolTextCommand = {
     "text",
-    "tells what is in text files, and transforms them",
-    R"(usage: zu text [--json] [FILE...]
-       zu text [--case MAPPING] [--normalize FORM] [FILE...]
-
-Reads each FILE as UTF-8, the standard input where it is "-" or missing, and prints
+    "tells what is in text files, transforms them, describes characters",
+    "[--json] [FILE...]\n"
+    "[--case MAPPING] [--normalize FORM] [FILE...]\n"
+    "--char CHAR [--json]",
+    R"(Reads each FILE as UTF-8, the standard input where it is "-" or missing, and
+prints
 
   bytes              its size
   code points        how many characters it has, without the invalid sequences
-  lines              how many lines; a line ends at a line feed, carriage return, both in this order, line tabulation,
-                     form feed, next line, line separator, paragraph separator, or the end of the text
-  invalid sequences  how many sequences of bytes are no UTF-8, each as long as the beginning of a character or a byte
+  lines              how many lines; a line ends at a line feed, a carriage
+                     return, both in the order CR LF, a line tabulation, a form
+                     feed, a next line, a line or paragraph separator, or the
+                     end of the text
+  invalid sequences  how many sequences of bytes are no UTF-8, each as long as
+                     the beginning of a character or a byte
   longest line       the length of the longest line, and where it is
   general categories, scripts
-                     how many code points belong to each, by the Unicode Character Database 14.0, the most first
+                     how many code points belong to each, by the Unicode
+                     Character Database 14.0, the most first
 
-With --case or --normalize it writes the transformed text of all files to the standard output instead, as UTF-8 again,
-with U+FFFD in place of each invalid sequence.
-
-Options:
-  --json             prints an array of objects for programs
-  --case MAPPING     maps the text to "lower" or "upper" case, or to what it has in common with texts that differ in
-                     case alone ("fold"); in full, in no language's own way
-  --normalize FORM   brings the text, after mapping, into the normalization form NFC, NFD, NFKC or NFKD, each file by
-                     itself
-  --help             prints this
-
-The exit status is 0 if every file could be read, 1 if one could not, 2 if an option is wrong.
+With --case or --normalize it writes the transformed text of all files to the
+standard output instead, as UTF-8 again, with U+FFFD in place of each invalid
+sequence.
+)",
+    OPTIONS,
+    R"(The exit status is 0 if every file could be read, 1 if one could not, 2 if the
+use is wrong.
 )",
     textRun,
 };
