@@ -26,10 +26,9 @@ struct ENTRY {
 template <const TOOL_COMMAND &COMMAND>
 static constexpr ENTRY ENTRY_OF = { &COMMAND, run<COMMAND> };
 static constexpr ENTRY ENTRIES[] = {
-    ENTRY_OF<toolConvertCommand>,
-    ENTRY_OF<toolInfoCommand>,
-    ENTRY_OF<toolStoreCommand>,
-    ENTRY_OF<toolTextCommand>,
+    ENTRY_OF<toolConvertCommand>, ENTRY_OF<toolCrashCommand>,  ENTRY_OF<toolIdCommand>,    ENTRY_OF<toolInfoCommand>,
+    ENTRY_OF<toolModuleCommand>,  ENTRY_OF<toolRandomCommand>, ENTRY_OF<toolStoreCommand>, ENTRY_OF<toolTagsCommand>,
+    ENTRY_OF<toolTextCommand>,    ENTRY_OF<toolZoneCommand>,
 };
 
 // Messages

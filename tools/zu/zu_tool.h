@@ -86,9 +86,15 @@ struct TOOL_COMMAND {
 };
 
 extern const TOOL_COMMAND toolConvertCommand;
+extern const TOOL_COMMAND toolCrashCommand;
+extern const TOOL_COMMAND toolIdCommand;
 extern const TOOL_COMMAND toolInfoCommand;
+extern const TOOL_COMMAND toolModuleCommand;
+extern const TOOL_COMMAND toolRandomCommand;
 extern const TOOL_COMMAND toolStoreCommand;
+extern const TOOL_COMMAND toolTagsCommand;
 extern const TOOL_COMMAND toolTextCommand;
+extern const TOOL_COMMAND toolZoneCommand;
 
 /// Lets the library be stopped and started with other flags once the command has returned, and calls `rest` then, which
 /// holds no object and returns the exit status.  Returns TOOL_OK.
