@@ -1,4 +1,4 @@
-"""The command line of zu: what each command prints and returns.
+"""The command line of zu: what each command prints and returns, its manual and its completion.
 
 usage: zu_command_test.py ZU [unittest options]
 """
@@ -14,6 +14,7 @@ import unittest
 
 ZU = sys.argv.pop(1)
 TESTS = pathlib.Path(__file__).resolve().parent.parent
+TOOL = TESTS.parent / "tools" / "zu"
 MODULES = pathlib.Path(ZU).resolve().parents[2] / "tests" / "modules"
 
 
@@ -107,6 +108,9 @@ class Command(unittest.TestCase):
                 self.assertTrue(output.startswith(f"usage: zu {name} "))
                 self.assertLessEqual(max(map(len, output.splitlines())), 80, name)
 
+    def test_manual_is_that_of_the_help(self):
+        subprocess.run([sys.executable, TESTS.parent / "scripts" / "update_manual.py", "--check", ZU], check=True)
+
     def test_versions(self):
         output = run("--version")[1]
         version = re.findall(r"#define ZU_VERSION_[MP]\w+ (\d+)",
@@ -114,6 +118,17 @@ class Command(unittest.TestCase):
         self.assertTrue(output.startswith(f"zu {'.'.join(version)}, the library\n"), output)
         info = json.loads(run("info", "--json")[1])
         self.assertIn(f"{info['friendlyName']} {info['version']} by ", output)
+
+    def test_completion(self):
+        def complete(*words):
+            script = f'source {TOOL / "zu.bash"}; COMP_WORDS=(zu "$@"); COMP_CWORD=$#; _zu; printf "%s\\n" "${{COMPREPLY[@]}}"'
+            path = {**os.environ, "PATH": f"{pathlib.Path(ZU).parent}:{os.environ['PATH']}"}
+            return subprocess.run(["bash", "-c", script, "-", *words], capture_output=True, text=True, env=path).stdout.split()
+
+        self.assertEqual(complete("t"), ["tags", "text"])
+        self.assertEqual(complete("text", "--c"), ["--case", "--char"])
+        self.assertEqual(complete("text", "--case", ""), ["lower", "upper", "fold"])
+        self.assertEqual(complete("store", "m"), ["merge"])
 
     def test_zones(self):
         zones = json.loads(run("zone", "--json")[1])
