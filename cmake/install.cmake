@@ -13,14 +13,23 @@ install( TARGETS zu_static EXPORT zu
     ARCHIVE COMPONENT development
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} )
 if( TARGET zu_tool )
-    file( RELATIVE_PATH library_dir ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR} )
-    set_target_properties( zu_tool PROPERTIES INSTALL_RPATH "$ORIGIN/${library_dir}" )
-    install( TARGETS zu_tool RUNTIME COMPONENT runtime )
+    if( NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr" ) # where the loader looks by itself
+        file( RELATIVE_PATH library_dir ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR} )
+        set_target_properties( zu_tool PROPERTIES INSTALL_RPATH "$ORIGIN/${library_dir}" )
+    endif()
+    install( TARGETS zu_tool RUNTIME COMPONENT tool )
 endif()
-# gdb reads it when it sees the library, where it trusts the folder.
-install( FILES tools/gdb/libzu-gdb.py DESTINATION ${CMAKE_INSTALL_LIBDIR}
+# gdb reads it when it sees the library, where it trusts the folder.  It trusts none beside the system's libraries, and
+# looks for what belongs to those below one that it does.
+set( gdb_dir ${CMAKE_INSTALL_LIBDIR} )
+if( CMAKE_INSTALL_PREFIX STREQUAL "/usr" )
+    set( gdb_dir ${CMAKE_INSTALL_DATADIR}/gdb/auto-load${CMAKE_INSTALL_FULL_LIBDIR} )
+endif()
+install( FILES tools/gdb/libzu-gdb.py DESTINATION ${gdb_dir}
     RENAME libzu.so.${PROJECT_VERSION}-gdb.py COMPONENT development )
 install( FILES LICENSE NOTICE CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime )
+install( FILES README.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development )
+install( DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development )
 
 # Each header by itself, not the folder, so that no header of the inside and no stray file slips in.
 file( GLOB_RECURSE ZU_PUBLIC_HEADERS CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/source
@@ -39,7 +48,13 @@ write_basic_package_version_file( ${PROJECT_BINARY_DIR}/zuConfigVersion.cmake CO
 install( FILES ${PROJECT_BINARY_DIR}/zuConfig.cmake ${PROJECT_BINARY_DIR}/zuConfigVersion.cmake
     DESTINATION ${package_dir} COMPONENT development )
 
-# pkg-config zu, pkg-config zu-static
+# pkg-config zu, pkg-config zu-static.  The headers are those of a system: what a program has its own code warned of is
+# no matter of theirs.  In /usr/include they are that by their place, and an option -isystem would put the C library's
+# headers ahead of the C++ library's, which wrap them.
+set( PKGCONFIG_INCLUDE_OPTION "-isystem " )
+if( CMAKE_INSTALL_PREFIX STREQUAL "/usr" )
+    set( PKGCONFIG_INCLUDE_OPTION "-I" )
+endif()
 file( RELATIVE_PATH PREFIX_FROM_PKGCONFIG /${pkgconfig_dir} / )
 foreach( where LIBDIR INCLUDEDIR )
     if( IS_ABSOLUTE "${CMAKE_INSTALL_${where}}" )

@@ -8,6 +8,8 @@ set( CMAKE_C_STANDARD_REQUIRED ON )
 set( CMAKE_C_EXTENSIONS OFF )
 set( CMAKE_EXPORT_COMPILE_COMMANDS ON )
 set( CMAKE_POSITION_INDEPENDENT_CODE ON )
+# Programs find the library relative to themselves, so that none of them knows the folder that it was built in.
+set( CMAKE_BUILD_RPATH_USE_ORIGIN ON )
 
 if( NOT CMAKE_BUILD_TYPE )
     set( CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE )
