@@ -51,7 +51,7 @@ install( FILES ${PROJECT_BINARY_DIR}/zuConfig.cmake ${PROJECT_BINARY_DIR}/zuConf
 # pkg-config zu, pkg-config zu-static.  The headers are those of a system: what a program has its own code warned of is
 # no matter of theirs.  In /usr/include they are that by their place, and an option -isystem would put the C library's
 # headers ahead of the C++ library's, which wrap them.
-set( PKGCONFIG_INCLUDE_OPTION "-isystem " )
+set( PKGCONFIG_INCLUDE_OPTION "-isystem" ) # pkgconf quotes blanks in one argument, if it is the only one
 if( CMAKE_INSTALL_PREFIX STREQUAL "/usr" )
     set( PKGCONFIG_INCLUDE_OPTION "-I" )
 endif()
