@@ -19,6 +19,7 @@ export SOURCE_DATE_EPOCH
 umask 022
 configure package
 build package
+build package zu_reference
 rm -rf "$ZU_ROOT/build/package/packages"
 say "Packaging"
 ( cd "$ZU_ROOT/build/package" && cpack -G DEB > packages.log 2>&1 ) \
