@@ -64,7 +64,8 @@ if( WIN32 )
     # Windows 10.  What MinGW's printf takes is what C tells, and programs bring its libraries along.  Visibility is a
     # matter of the list of exported names there, and attributes that tell it are passed over.
     target_compile_definitions( zu_code INTERFACE _WIN32_WINNT=0x0A00 __USE_MINGW_ANSI_STDIO=1 )
-    target_compile_options( zu_code INTERFACE -Wno-attributes )
+    # Debuggers there read version 4 of DWARF, as does DbgHelp under Wine.
+    target_compile_options( zu_code INTERFACE -Wno-attributes -gdwarf-4 )
     target_link_options( zu_code INTERFACE -static -fstack-protector-strong )
 else()
     target_compile_options( zu_code INTERFACE -fno-plt )

@@ -3,12 +3,8 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <map>
 #include <set>
-#include <sys/wait.h>
-#include <thread>
-#include <unistd.h>
 #include <vector>
 
 typedef std::vector<uint8_t> BYTES;
@@ -94,41 +90,6 @@ TEST( Random, HandsEachByteOutOnce )
         all.insert( each.begin(), each.end() );
     }
     EXPECT_EQ( all.size(), 20000u * THREADS );
-}
-
-// A child shares no byte of the pool with its parent, and gets some even if another thread was drawing at the fork.
-TEST( Random, ForkedChildHasItsOwn )
-{
-    std::atomic<bool> done{ false };
-    std::thread drawing( [ & ] {
-        while ( !done ) {
-            zuRandomByte();
-        }
-    } );
-    for ( int round = 0; round < 30; round++ ) {
-        int channel[ 2 ];
-        ASSERT_EQ( pipe( channel ), 0 );
-        pid_t child = fork();
-        if ( child == 0 ) {
-            alarm( 20 );
-            BYTES bytes = drawBytes( 128 );
-            _exit( write( channel[ 1 ], bytes.data(), bytes.size() ) == 128 ? 0 : 1 );
-        }
-        BYTES mine = drawBytes( 128 );
-        BYTES theirs( 128 );
-        int status;
-        ASSERT_EQ( waitpid( child, &status, 0 ), child );
-        ASSERT_EQ( status, 0 );
-        ASSERT_EQ( read( channel[ 0 ], theirs.data(), theirs.size() ), 128 );
-        close( channel[ 0 ] );
-        close( channel[ 1 ] );
-        for ( size_t i = 0; i + 8 <= theirs.size(); i++ ) {
-            EXPECT_EQ( std::search( mine.begin(), mine.end(), theirs.begin() + (long)i, theirs.begin() + (long)i + 8 ),
-                       mine.end() );
-        }
-    }
-    done = true;
-    drawing.join();
 }
 
 // Each of the 24 orders of four items comes up as often as any other: 1000 times, with a deviation of 31.

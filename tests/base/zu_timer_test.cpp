@@ -3,11 +3,9 @@
 
 #include <algorithm>
 #include <atomic>
-#include <csignal>
 #include <functional>
 #include <numeric>
 #include <random>
-#include <unistd.h>
 #include <vector>
 
 // An argument that says how often it was fired, and where.
@@ -311,23 +309,6 @@ TEST( Timer, ManyThreadsScheduleAndCancel )
         all += each.count;
     }
     EXPECT_EQ( all, THREADS * ROUNDS ) << "each was either cancelled or fired, once";
-}
-
-// What is sent to the process is for the program's threads: a signal that all of those block waits for them.
-TEST( Timer, LeavesSignalsToTheProgram )
-{
-    runRestarted( 0, [] {
-        for ( int number : { SIGTERM, SIGINT, SIGHUP, SIGUSR1, SIGCHLD, SIGRTMIN } ) {
-            sigset_t one;
-            sigemptyset( &one );
-            sigaddset( &one, number );
-            pthread_sigmask( SIG_BLOCK, &one, nullptr );
-            kill( getpid(), number );
-            int received = 0;
-            EXPECT_EQ( sigwait( &one, &received ), 0 );
-            EXPECT_EQ( received, number );
-        }
-    } );
 }
 
 // The child process of an abort has no thread of timers until it starts one of its own.

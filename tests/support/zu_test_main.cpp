@@ -1,6 +1,5 @@
-#include "zu_test_support.h"
+#include "zu_test_platform.h"
 
-#include "zu/base/zu_stack_trace_internal.h"
 #include "zu/zu.h"
 
 #include <cstdio>
@@ -18,10 +17,7 @@ class LibraryEnvironment : public testing::Environment {
 public:
     void SetUp() override
     {
-        // The many children that fail a check inherit what their reports need to read, instead of reading it again.
-        ZU___STACK_TRACE_PLACE place;
-        zu___StackTraceReportStart();
-        zu___StackTraceReportFind( (uintptr_t)zu___StackTraceReportFind + 1, &place );
+        prepareReports();
         zuRuntimeStartup( startFlags(), -1, getenv( COMMON_FLAGS ) ? printToErrors : nullptr, "zu-test", "Tests of zu",
                           "1.0" );
     }

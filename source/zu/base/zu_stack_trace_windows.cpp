@@ -9,12 +9,9 @@
 static constexpr size_t NAME_SIZE = 4008; // bytes of a symbol's name, terminator included
 
 // Walk
-bool zu___StackTraceUnwind( CONTEXT *registers )
+bool zu___StackTraceUnwind( CONTEXT *registers, const ZU___STACK_TRACE_STACK *stack )
 {
-    ULONG_PTR lowest;
-    ULONG_PTR end;
-    GetCurrentThreadStackLimits( &lowest, &end );
-    if ( registers->Rsp < lowest || registers->Rsp >= end ) {
+    if ( registers->Rsp < stack->lowest || registers->Rsp >= stack->end ) {
         return false;
     }
     DWORD64 image;
@@ -33,9 +30,11 @@ bool zu___StackTraceUnwind( CONTEXT *registers )
 // Not inlined, since its frame is counted.
 __attribute__( ( noinline ) ) void zu___StackTraceWalk( ZU___STACK_TRACE_FRAME_FUNC func, void *closure )
 {
+    ZU___STACK_TRACE_STACK stack;
+    GetCurrentThreadStackLimits( &stack.lowest, &stack.end );
     CONTEXT registers;
     RtlCaptureContext( &registers );
-    while ( zu___StackTraceUnwind( &registers ) && func( registers.Rip, closure ) ) {}
+    while ( zu___StackTraceUnwind( &registers, &stack ) && func( registers.Rip, closure ) ) {}
 }
 
 // Symbols

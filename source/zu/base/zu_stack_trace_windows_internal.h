@@ -7,7 +7,13 @@
 
 ZU_BEGIN_DECLS
 
+// A thread's stack
+typedef struct ZU___STACK_TRACE_STACK {
+    ULONG_PTR lowest;
+    ULONG_PTR end;
+} ZU___STACK_TRACE_STACK;
+
 // Makes of the registers in a function those in its caller, where that goes on; false at the end of the stack.
-bool zu___StackTraceUnwind( CONTEXT *registers );
+bool zu___StackTraceUnwind( CONTEXT *registers, const ZU___STACK_TRACE_STACK *stack );
 
 ZU_END_DECLS

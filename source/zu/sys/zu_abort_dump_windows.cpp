@@ -10,7 +10,8 @@
 
 #include <dbghelp.h>
 
-static constexpr DWORD TYPE_DEFAULT = 3; // data segments of all modules, and handles
+static constexpr DWORD TYPE_DEFAULT = 3;  // data segments of all modules, and handles
+static constexpr DWORD PATIENCE = 120000; // milliseconds for a report with its dump, which may be of any size
 static constexpr size_t COMMENT_WIDTH = 119;
 static constexpr size_t KEY_SIZE = 256;
 
@@ -106,6 +107,7 @@ static ZU_BOOL abortDumpBegin( const char *name, uint32_t *error )
         *error = GetLastError();
         return ZU_FALSE;
     }
+    zu___AbortLimit( PATIENCE );
     abortDumpAddTitle();
     return ZU_TRUE;
 }
@@ -113,7 +115,7 @@ static ZU_BOOL abortDumpEnd( const ZU___ABORT_CONTEXT *context, uint32_t *error 
 {
     EXCEPTION_POINTERS pointers;
     zu___AbortException( context, &pointers );
-    MINIDUMP_EXCEPTION_INFORMATION exception = { GetCurrentThreadId(), &pointers, FALSE };
+    MINIDUMP_EXCEPTION_INFORMATION exception = { zu___AbortThreadIdentifier(), &pointers, FALSE };
     MINIDUMP_USER_STREAM_INFORMATION streams = { commentCount, comments };
     BOOL ok = MiniDumpWriteDump( GetCurrentProcess(), GetCurrentProcessId(), dumpFile, (MINIDUMP_TYPE)dumpType,
                                  &exception, &streams, nullptr );

@@ -1,6 +1,7 @@
-// An exception that nobody handles comes to the filter of the process, on the stack of its thread; each thread that the
-// library has to do with keeps some of that stack back for the case that there is no more.  A failed check needs no
-// exception of its own: the registers are there to be captured, and no handler of the program gets in between.
+// An exception that nobody handles comes to the filter of the process, on the stack of its thread.  Where that stack is
+// what has come to an end, a thread made for it reports instead; each thread that the library has to do with keeps as much
+// of its stack back as that takes.  A failed check needs no exception of its own: the registers are there to be captured,
+// and no handler of the program gets in between.
 
 #include "zu/sys/zu_abort_windows_internal.h"
 
@@ -15,7 +16,7 @@
 #include <share.h>
 #include <sys/stat.h>
 
-static constexpr ULONG STACK_GUARANTEE = 32 * 1024; // bytes; a report takes up to 20 KiB, threads have 128 KiB
+static constexpr ULONG STACK_GUARANTEE = 16 * 1024; // bytes, to get from the end of a stack to another one
 static constexpr size_t LINE_SIZE = 4096;           // of text, without the line's end
 
 static constexpr int ABORT_STATUS = 3; // of a process that ends by abort()
@@ -27,12 +28,17 @@ static bool filterSet = false;
 static EXCEPTION_RECORD checkRecord; // of a failed check
 static CONTEXT checkRegisters;       // likewise, where it was found
 static HANDLE watched = nullptr;     // the thread, for its watchdog
-static DWORD patience;               // of that one, in milliseconds
-static uint32_t breaking = 0;        // a developer has the thread
+static DWORD patience;               // of that one, in milliseconds from the beginning; may grow
+
+// A thread that has come to the end of its stack, and the one that reports in its place; 0: none
+static DWORD overflowed = 0;
+static DWORD substitute = 0;
+static ZU___STACK_TRACE_STACK overflowedStack;
 
 uint32_t zu___AbortThreadIdentifier( void )
 {
-    return GetCurrentThreadId();
+    DWORD self = GetCurrentThreadId();
+    return self == substitute ? overflowed : self;
 }
 void zu___AbortPrepareThread( void )
 {
@@ -68,20 +74,48 @@ static void abortClassify( ZU___ABORT_EXCEPTION *exception, const EXCEPTION_RECO
         exception->parameters[ i ] = record->ExceptionInformation[ i ];
     }
 }
-static LONG WINAPI abortFilter( EXCEPTION_POINTERS *pointers )
+ZU_NORETURN static void abortReport( EXCEPTION_POINTERS *pointers )
 {
     ZU___ABORT_EXCEPTION exception;
     abortClassify( &exception, pointers->ExceptionRecord );
-    if ( exception.fault == ZU___ABORT_FAULT_OTHER && previousFilter ) {
+    ZU___ABORT_CONTEXT context = { (uintptr_t)pointers->ContextRecord->Rip, ZU_TRUE, pointers->ContextRecord,
+                                   pointers->ExceptionRecord };
+    zu___AbortEnter( nullptr, &exception, &context );
+    zu___AbortLeave();
+}
+static DWORD WINAPI abortReportInPlace( void *pointers )
+{
+    abortReport( (EXCEPTION_POINTERS *)pointers );
+}
+static void abortReportOverflow( EXCEPTION_POINTERS *pointers )
+{
+    DWORD none = 0;
+    if ( !__atomic_compare_exchange_n( &overflowed, &none, GetCurrentThreadId(), false, __ATOMIC_RELAXED,
+                                       __ATOMIC_RELAXED ) ) {
+        return; // one such thread at a time; this one comes second in any case
+    }
+    GetCurrentThreadStackLimits( &overflowedStack.lowest, &overflowedStack.end );
+    HANDLE thread = CreateThread( nullptr, 0, abortReportInPlace, pointers, CREATE_SUSPENDED, &substitute );
+    if ( thread ) {
+        ResumeThread( thread );
+        WaitForSingleObject( thread, INFINITE );
+    }
+}
+static LONG WINAPI abortFilter( EXCEPTION_POINTERS *pointers )
+{
+    DWORD code = pointers->ExceptionRecord->ExceptionCode;
+    bool always =
+        code == EXCEPTION_ACCESS_VIOLATION || code == EXCEPTION_INT_DIVIDE_BY_ZERO || code == EXCEPTION_STACK_OVERFLOW;
+    if ( !always && previousFilter ) {
         LONG result = previousFilter( pointers );
         if ( result != EXCEPTION_CONTINUE_SEARCH ) {
             return result;
         }
     }
-    ZU___ABORT_CONTEXT context = { (uintptr_t)pointers->ContextRecord->Rip, ZU_TRUE, pointers->ContextRecord,
-                                   pointers->ExceptionRecord };
-    zu___AbortEnter( nullptr, &exception, &context );
-    zu___AbortLeave();
+    if ( code == EXCEPTION_STACK_OVERFLOW ) {
+        abortReportOverflow( pointers );
+    }
+    abortReport( pointers );
 }
 void zu___AbortPlatformStartup( ZU_BOOL handlers )
 {
@@ -106,9 +140,9 @@ void zu___AbortPlatformShutdown( void )
 // The thread that reports
 static DWORD WINAPI abortWatch( void * )
 {
-    Sleep( patience );
-    if ( __atomic_load_n( &breaking, __ATOMIC_RELAXED ) ) {
-        return 0;
+    DWORD waited = 0;
+    for ( DWORD limit; waited < ( limit = __atomic_load_n( &patience, __ATOMIC_RELAXED ) ); waited = limit ) {
+        Sleep( limit - waited );
     }
     if ( watched ) {
         SuspendThread( watched );
@@ -125,6 +159,10 @@ void zu___AbortBegin( const ZU___ABORT_CONTEXT *, ZU_INT millisec )
     if ( watchdog ) {
         CloseHandle( watchdog );
     }
+}
+void zu___AbortLimit( DWORD millisec )
+{
+    __atomic_store_n( &patience, millisec, __ATOMIC_RELAXED );
 }
 void zu___AbortSleep( void )
 {
@@ -161,10 +199,10 @@ void zu___AbortException( const ZU___ABORT_CONTEXT *context, EXCEPTION_POINTERS 
     *exception = { &checkRecord, &checkRegisters };
 }
 // What is ahead of the failed check belongs to the report.
-static bool abortFindCheck( CONTEXT *registers, uintptr_t begin )
+static bool abortFindCheck( CONTEXT *registers, const ZU___STACK_TRACE_STACK *stack, uintptr_t begin )
 {
     RtlCaptureContext( registers );
-    while ( zu___StackTraceUnwind( registers ) ) {
+    while ( zu___StackTraceUnwind( registers, stack ) ) {
         if ( registers->Rip == begin ) {
             checkRegisters = *registers;
             return true;
@@ -174,14 +212,18 @@ static bool abortFindCheck( CONTEXT *registers, uintptr_t begin )
 }
 void zu___AbortWalk( const ZU___ABORT_CONTEXT *context, ZU___ABORT_FRAME_FUNC func, void *closure )
 {
+    ZU___STACK_TRACE_STACK stack = overflowedStack;
+    if ( GetCurrentThreadId() != substitute ) {
+        GetCurrentThreadStackLimits( &stack.lowest, &stack.end );
+    }
     CONTEXT registers;
     if ( context->registers ) {
         registers = *(const CONTEXT *)context->registers;
-    } else if ( !abortFindCheck( &registers, context->begin ) ) {
+    } else if ( !abortFindCheck( &registers, &stack, context->begin ) ) {
         func( context->begin, closure );
         return;
     }
-    while ( func( registers.Rip, closure ) && zu___StackTraceUnwind( &registers ) ) {}
+    while ( func( registers.Rip, closure ) && zu___StackTraceUnwind( &registers, &stack ) ) {}
 }
 
 // Error stream, as the C runtime has it; who has redirected that means the report too.
@@ -251,6 +293,6 @@ ZU_BOOL zu___AbortDebuggerPresent( void )
 }
 void zu___AbortBreak( void )
 {
-    __atomic_store_n( &breaking, 1, __ATOMIC_RELAXED );
+    zu___AbortLimit( INFINITE );
     DebugBreak();
 }

@@ -13,6 +13,9 @@ ZU_BEGIN_DECLS
 // Stores what the dump tells of: the caller's exception, or one of the library with the registers at the failed check.
 void zu___AbortException( const ZU___ABORT_CONTEXT *context, EXCEPTION_POINTERS *exception );
 
+// Sets how long after its beginning a report is given up.
+void zu___AbortLimit( DWORD millisec );
+
 // Reads which dump the machine is set to have.
 void zu___AbortDumpStartup( void );
 
