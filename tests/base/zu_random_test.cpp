@@ -1,20 +1,12 @@
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
 
-#include <algorithm>
 #include <array>
 #include <map>
 #include <set>
 #include <vector>
 
 typedef std::vector<uint8_t> BYTES;
-
-static BYTES drawBytes( size_t count )
-{
-    BYTES bytes( count );
-    zuRandomBytes( bytes.data(), (ZU_INT)count );
-    return bytes;
-}
 
 // What each draw can set it does, and nothing else: a bit that 400 draws have missed is missing.
 TEST( Random, CoversItsRange )
