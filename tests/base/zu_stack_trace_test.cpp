@@ -2,8 +2,6 @@
 
 #include "zu_test_support.h"
 
-#include <regex.h>
-
 static std::vector<std::string> trace( ZU_INT skip, ZU_INT maxLength )
 {
     zu::Ref<ZU_STACK_TRACE> trace = zu::adopt( zuStackTraceCreate( skip, maxLength ) );
@@ -31,22 +29,11 @@ __attribute__( ( noinline ) ) static void callFromDepth( int depth, const std::f
     __asm__ volatile( "" ); // something is left to do: no call is a jump
 }
 
-// Tells whether an extended regular expression matches part of a line.  That of C: g++ 12 warns of std::regex under the
-// sanitizers.
-static bool matches( const std::string &line, const char *form )
-{
-    regex_t compiled;
-    EXPECT_EQ( regcomp( &compiled, form, REG_EXTENDED | REG_NOSUB ), 0 );
-    bool result = regexec( &compiled, line.c_str(), 0, nullptr, 0 ) == 0;
-    regfree( &compiled );
-    return result;
-}
-
 TEST( StackTrace, LinesHaveOneOfTwoForms )
 {
     const char *const form = "^(.+\\([1-9][0-9]*\\+0x[0-9a-f]+\\): )?[^ ].*\\+0x[0-9a-f]+ \\[[0-9A-F]{16}\\]$";
     for ( const std::string &line : trace( 0, -1 ) ) {
-        EXPECT_TRUE( matches( line, form ) ) << line;
+        EXPECT_TRUE( matchesForm( line, form ) ) << line;
     }
 }
 TEST( StackTrace, BeginsWithItself )
@@ -74,7 +61,8 @@ TEST( StackTrace, EveryFrameIsALine )
     EXPECT_EQ( deep.size(), shallow.size() + 100 );
 #ifdef ZU_TEST_BACKTRACE
     const char *const own = "zu_stack_trace_test\\.cpp\\([0-9]+\\+0x[0-9a-f]+\\): callFromDepth\\(.*\\)\\+0x";
-    EXPECT_EQ( std::count_if( deep.begin(), deep.end(), [ = ]( auto &line ) { return matches( line, own ); } ), 101 );
+    EXPECT_EQ( std::count_if( deep.begin(), deep.end(), [ = ]( auto &line ) { return matchesForm( line, own ); } ),
+               101 );
 #endif
 }
 TEST( StackTrace, EndsAfterFourThousandLines )

@@ -343,7 +343,7 @@ TEST( TimerAborts, FiledTimersAndWatchdogs )
                      zuSleep( nullptr );
                  } ) );
     expectAbort( nullptr, between( [] { // over the thread that has to abort
-                     alarm( 60 ); // ends the child if that has frozen itself
+                     endAfter( 60 ); // the child, if that has frozen itself
                      Fired fired;
                      zu::Ref<ZU_TIMER> watchdog;
                      fired.then = [ & ] {

@@ -19,6 +19,12 @@ void runOnSmallStack( const std::function<void()> &body );
 // Runs a program and returns its standard output; a failure to run it, or its failing, fails the test.
 std::string runProgram( const std::string &commandLine );
 
+// Ends the process, as a failure, if it is still there after so many seconds.
+void endAfter( unsigned seconds );
+
+// Tells whether an extended regular expression, as POSIX has them, matches part of a line.
+bool matchesForm( const std::string &line, const char *form );
+
 // Runs the current test in a process of its own, in which the library has been started with `flags`; there this runs
 // `statement`.  A failed expectation there is one here.
 void runRestarted( int64_t flags, const std::function<void()> &statement );

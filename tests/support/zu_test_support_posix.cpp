@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <pthread.h>
+#include <regex.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -69,4 +70,19 @@ void runThisTest( const std::string &variable, const std::string &value )
     runProgram( variable + "=" + value + " " ZU_TEST_EMULATOR " " +
                 std::filesystem::read_symlink( "/proc/self/exe" ).string() + " --gtest_filter=" + thisTest() +
                 " 2>&1" );
+}
+
+// By the functions of C: g++ 12 warns of std::regex under the sanitizers.
+bool matchesForm( const std::string &line, const char *form )
+{
+    regex_t compiled;
+    EXPECT_EQ( regcomp( &compiled, form, REG_EXTENDED | REG_NOSUB ), 0 );
+    bool result = regexec( &compiled, line.c_str(), 0, nullptr, 0 ) == 0;
+    regfree( &compiled );
+    return result;
+}
+
+void endAfter( unsigned seconds )
+{
+    alarm( seconds );
 }

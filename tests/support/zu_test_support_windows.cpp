@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <regex>
 #include <windows.h>
 
 static constexpr DWORD ABORT_STATUS = 3; // of abort()
@@ -100,4 +101,20 @@ std::string runProgram( const std::string &commandLine )
     std::string output = readAll( program );
     EXPECT_EQ( _pclose( program ), 0 ) << commandLine << "\n" << output;
     return output;
+}
+
+bool matchesForm( const std::string &line, const char *form )
+{
+    return std::regex_search( line, std::regex( form, std::regex::extended ) );
+}
+
+static DWORD WINAPI endAfterSleep( void *seconds )
+{
+    Sleep( (DWORD)(uintptr_t)seconds * 1000 );
+    TerminateProcess( GetCurrentProcess(), 1 );
+    return 0;
+}
+void endAfter( unsigned seconds )
+{
+    CloseHandle( CreateThread( nullptr, 0, endAfterSleep, (void *)(uintptr_t)seconds, 0, nullptr ) );
 }
