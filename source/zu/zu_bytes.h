@@ -68,6 +68,12 @@
 // zu_charset_utf.h: the streams of UTF-8, UTF-16 and UTF-32.
 #include "zu/charset/zu_charset_utf.h"
 
+// ZU_EXACT_CHAR_SOURCE: reads a character set by the letter of its standard.
+#include "zu/charset/zu_exact_char_source.h"
+
+// ZU_EXACT_CHAR_SINK: writes a character set by the letter of its standard.
+#include "zu/charset/zu_exact_char_sink.h"
+
 // zu_file.h: files as streams and as wholes, the state of files, directories, and names of files.
 #include "zu/io/zu_file.h"
 
