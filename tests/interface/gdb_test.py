@@ -9,6 +9,7 @@ import sys
 EXPECTED = {
     "text": '"κόσμε \\"😀\\""',
     "any": 'ZU_DICT of 1 = {["key"] = ZU_BOXED_BOOL 1}',
+    "many": "ZU_DICT of 5000 = {[ZU_BOXED_INT 1] = ZU_BOXED_INT 1, [ZU_BOXED_INT 2] = ZU_BOXED_INT 2, ",
     "items": 'ZU_VECTOR of 2 = {ZU_BOXED_INT 7, "seven"}',
     "settings": 'ZU_STORE of 1 = {["inner"] = ZU_STORE of 1 = {["depth"] = "two"}}',
     "thread": "ZU_THREAD ",

@@ -43,9 +43,18 @@ def text_of(string):
     return '"' + text.replace("\\", "\\\\").replace('"', '\\"').replace("\n", "\\n") + '"' + more
 
 
+def pair_of(dict_, i):
+    if int(dict_["items"]):
+        return dict_["items"][i]
+    rings = dict_["rings"]  # of a large dict
+    ring = rings["items"][i >> int(rings["shift"])]
+    return ring["pairs"][(int(ring["first"]) + i) & ((1 << int(rings["shift"])) - 1)]
+
+
 def pairs_of(dict_):
     for i in range(min(int(dict_["length"]), MOST_ITEMS)):
-        yield dict_["items"][i]["key"], dict_["items"][i]["val"]
+        pair = pair_of(dict_, i)
+        yield pair["key"], pair["val"]
 
 
 class Printer:
