@@ -45,6 +45,7 @@ EXCEPTIONS = {
     "runtime/zu_runtime_platform.cpp": ["io"],
     "base/zu_store_text.h": ["io", "charset"],
     "base/zu_store_text.cpp": ["io"],
+    "base/zu_timezone_windows.cpp": ["io"],
     "base/zu_tool_switch.cpp": ["io"],
     "io/zu_file.h": ["charset"],
     "runtime/zu_runtime_paths.cpp": ["io"],
@@ -55,13 +56,16 @@ EXCEPTIONS = {
     "unicode/zu_unicode_normalizer.cpp": ["runtime"],
     "sys/zu_abort.cpp": ["runtime", "base"],
     "sys/zu_abort_internal.h": ["base"],
+    "sys/zu_abort_dump_windows.cpp": ["runtime"],
     "sys/zu_abort_linux.cpp": ["base"],
+    "sys/zu_abort_windows.cpp": ["base"],
 }
 # Of the runtime all other folders see objects, sorts and the module that their sorts belong to.
 RUNTIME_FOR_ALL = {"zu_obj.h", "zu_obj_internal.h", "zu_ref_internal.h", "zu_sort.h", "zu_module.h"}
 RUNTIME_EXCEPTIONS = {
     "io/zu_print.cpp": {"zu_runtime.h"},
     "io/zu_debug_print.cpp": {"zu_runtime_version.h"},
+    "sys/zu_abort_dump_windows.cpp": {"zu_runtime_version.h"},
     "sys/zu_abort.cpp": {"zu_runtime_hardware.h", "zu_runtime_os.h", "zu_runtime_variant.h", "zu_runtime_version.h"},
 }
 
