@@ -1,3 +1,6 @@
+// A file of settings brings its pairs in any order, so that they are collected and sorted once at the end: setting them
+// one by one would search and move for each.
+
 #include "zu/base/zu_store_internal.h"
 
 #include "zu/runtime/zu_obj_internal.h"

@@ -1,3 +1,6 @@
+// What a program is told of the system's version depends on what its manifest says it was made for, so that the system
+// is asked to verify a version instead of to tell its own.
+
 #include "zu/base/zu_string_format.h"
 #include "zu/runtime/zu_runtime_computer_internal.h"
 

@@ -1,3 +1,5 @@
+// An installation is recorded in the registry, and data goes into the folders that the shell names.
+
 #include "zu/base/zu_string_format.h"
 #include "zu/base/zu_string_search.h"
 #include "zu/runtime/zu_runtime_paths_internal.h"
