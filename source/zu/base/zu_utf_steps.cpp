@@ -7,20 +7,16 @@
 #include "zu/sys/zu_chars_ascii_internal.h"
 #include "zu/sys/zu_chars_internal.h"
 #include "zu/sys/zu_chars_utf8_shuffle_internal.h"
+#include "zu/sys/zu_surrogate_internal.h"
 
 #include <cstring>
 
 static constexpr ZU_INT STEP = 8;                         // units at a time
 static constexpr uint64_t HIGH_BITS = 0x8080808080808080; // of all bytes of a step
-static constexpr ZU_CHAR HIGH_SURROGATE = 0xD800, LOW_SURROGATE = 0xDC00, SUPPLEMENTARY_FIRST = 0x10000;
 
-static inline bool utfIsSurrogate( ZU_CHAR ch )
-{
-    return ( ch & 0xFFFFF800 ) == HIGH_SURROGATE;
-}
 static inline bool utfIsFault( ZU_CHAR ch )
 {
-    return utfIsSurrogate( ch ) || !ZU_CHAR_OK( ch );
+    return zu___IsSurrogate( ch ) || !ZU_CHAR_OK( ch );
 }
 
 // Units of UTF-16 and UTF-32 in either order of their bytes
@@ -58,7 +54,7 @@ static inline ZU___CHARS_HALVES utfLoadEight( const uint8_t *src )
 }
 static inline bool utfAnySurrogate( ZU___CHARS_HALVES eight )
 {
-    const ZU___CHARS_WORDS surrogates = (ZU___CHARS_WORDS)( ( eight & 0xF800 ) == (uint16_t)HIGH_SURROGATE );
+    const ZU___CHARS_WORDS surrogates = (ZU___CHARS_WORDS)( ( eight & 0xF800 ) == (uint16_t)ZU___SURROGATE_FIRST );
     return ( surrogates[ 0 ] | surrogates[ 1 ] ) != 0;
 }
 static bool utfSwaps( bool littleEndian )
@@ -122,9 +118,9 @@ const char16_t *zu___UtfWellFormed16( const char16_t *src, const char16_t *end, 
             }
         }
         for ( ZU_INT i = 0; i < STEP && pos < end; i++, ++*count ) {
-            if ( !utfIsSurrogate( *pos ) ) {
+            if ( !zu___IsSurrogate( *pos ) ) {
                 pos++;
-            } else if ( *pos < LOW_SURROGATE && end - pos > 1 && ( pos[ 1 ] & 0xFC00 ) == LOW_SURROGATE ) {
+            } else if ( zu___IsHighSurrogate( *pos ) && end - pos > 1 && zu___IsLowSurrogate( pos[ 1 ] ) ) {
                 pos += 2;
             } else {
                 return pos;
@@ -150,7 +146,7 @@ static const ZU_CHAR *utfWellFormed32( const ZU_CHAR *src, const ZU_CHAR *end, Z
         for ( ; pos < blockEnd; pos += WIDTH ) {
             LANES chars;
             memcpy( &chars, pos, sizeof chars );
-            bad |= ( chars > 0x10FFFF ) | ( chars < 0 ) | ( ( chars & ~0x7FF ) == (int32_t)HIGH_SURROGATE );
+            bad |= ( chars > 0x10FFFF ) | ( chars < 0 ) | ( ( chars & ~0x7FF ) == (int32_t)ZU___SURROGATE_FIRST );
             if constexpr ( COUNTED == BYTES ) {
                 lanes -= ( chars > 0x7F ) + ( chars > 0x7FF );
             }
@@ -242,13 +238,13 @@ static ZU_INT utfDecode16( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, cons
         }
         for ( ZU_INT i = 0; i < STEP && taken < room && pos < units; i++ ) {
             ZU_CHAR ch = load( pos );
-            if ( utfIsSurrogate( ch ) ) {
+            if ( zu___IsSurrogate( ch ) ) {
                 const ZU_CHAR low = pos + 1 < units ? load( pos + 1 ) : 0;
-                good = ch < LOW_SURROGATE && ( low & 0xFC00 ) == LOW_SURROGATE;
+                good = zu___IsHighSurrogate( ch ) && zu___IsLowSurrogate( low );
                 if ( !good ) {
                     break;
                 }
-                ch = SUPPLEMENTARY_FIRST + ( ( ch - HIGH_SURROGATE ) << 10 ) + ( low - LOW_SURROGATE );
+                ch = zu___SurrogatesJoin( ch, low );
                 pos++;
             }
             dest[ taken++ ] = ch;
@@ -290,12 +286,12 @@ static uint8_t *utfEncode16( uint8_t *dest, const uint8_t *destEnd, const ZU_CHA
             if ( !good ) {
                 break;
             }
-            if ( ch < SUPPLEMENTARY_FIRST ) {
+            if ( ch < ZU___SUPPLEMENTARY_FIRST ) {
                 utfStore<uint16_t, SWAP>( dest, ch );
                 dest += 2;
             } else {
-                utfStore<uint16_t, SWAP>( dest, HIGH_SURROGATE + ( ( ch - SUPPLEMENTARY_FIRST ) >> 10 ) );
-                utfStore<uint16_t, SWAP>( dest + 2, LOW_SURROGATE + ( ch & 0x3FF ) );
+                utfStore<uint16_t, SWAP>( dest, zu___HighSurrogate( ch ) );
+                utfStore<uint16_t, SWAP>( dest + 2, zu___LowSurrogate( ch ) );
                 dest += 4;
             }
             pos++;

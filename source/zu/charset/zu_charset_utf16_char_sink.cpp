@@ -3,6 +3,7 @@
 
 #include "zu/charset/zu_charset_utf.h"
 #include "zu/charset/zu_charset_wide_internal.h"
+#include "zu/sys/zu_surrogate_internal.h"
 
 static constexpr int UNIT_BYTES = 2;
 static constexpr ZU_INT FLUSH_AT = 1020; // bytes in the cache, always an even number
@@ -69,8 +70,8 @@ static ZU_BOOL utf16CharSinkPut( ZU___CHARSET_OUTPUT *output, const ZU_CHAR *cha
                 utf16CharSinkPutUnit<LITTLE_ENDIAN>( bytes, ch );
                 output->used += UNIT_BYTES;
             } else {
-                utf16CharSinkPutUnit<LITTLE_ENDIAN>( bytes, ( ( ch - 0x10000 ) >> 10 ) + 0xD800 );
-                utf16CharSinkPutUnit<LITTLE_ENDIAN>( bytes + UNIT_BYTES, ( ch & 0x3FF ) + 0xDC00 );
+                utf16CharSinkPutUnit<LITTLE_ENDIAN>( bytes, zu___HighSurrogate( ch ) );
+                utf16CharSinkPutUnit<LITTLE_ENDIAN>( bytes + UNIT_BYTES, zu___LowSurrogate( ch ) );
                 output->used += 2 * UNIT_BYTES;
             }
         }

@@ -8,6 +8,7 @@
 #include "zu/io/zu_file_posix_internal.h"
 #include "zu/sys/zu_chars_internal.h"
 #include "zu/sys/zu_mem.h"
+#include "zu/sys/zu_surrogate_internal.h"
 
 #include <cstring>
 #include <fcntl.h>
@@ -34,12 +35,12 @@ char *zu___FilePosixPath( ZU_STRING *fn )
     bool ok = true;
     for ( ZU_INT i = 0; i < length && ok; i++ ) {
         ZU_CHAR ch = chars[ i ];
-        if ( ch >> 10 == 0xD800 >> 10 && i + 1 < length && chars[ i + 1 ] >> 10 == 0xDC00 >> 10 ) {
-            ch = 0x10000 + ( ( ch & 0x3FF ) << 10 ) + ( chars[ ++i ] & 0x3FF );
+        if ( zu___IsHighSurrogate( ch ) && i + 1 < length && zu___IsLowSurrogate( chars[ i + 1 ] ) ) {
+            ch = zu___SurrogatesJoin( ch, chars[ ++i ] );
         }
         if ( ch >= ESCAPED_BYTE + 0x80 && ch <= ESCAPED_BYTE + 0xFF ) {
             *end++ = (uint8_t)( ch - ESCAPED_BYTE );
-        } else if ( ch == 0 || ch >> 11 == 0xD800 >> 11 ) {
+        } else if ( ch == 0 || zu___IsSurrogate( ch ) ) {
             ok = false;
         } else {
             end = zu___CharsPutUtf8( end, ch );

@@ -1,9 +1,7 @@
 #include "zu/sys/zu_chars.h"
 
-static constexpr ZU_CHAR HIGH_SURROGATE_FIRST = 0xD800;
-static constexpr ZU_CHAR LOW_SURROGATE_FIRST = 0xDC00;
-static constexpr ZU_CHAR SURROGATES_PER_HALF = 0x400;
-static constexpr ZU_CHAR SUPPLEMENTARY_FIRST = 0x10000;
+#include "zu/sys/zu_surrogate_internal.h"
+
 static constexpr ZU_INT CHECKED_BLOCK = 16;
 
 ZU_BOOL zuCharsAllOk( const ZU_CHAR *src, ZU_INT srcLength )
@@ -40,15 +38,15 @@ ZU_INT zuCharsSanitize( ZU_CHAR *dest, ZU_INT destLength, const ZU_CHAR *src, ZU
     ZU_CHAR pending = 0; // a high surrogate that waits for its other half; 0: none
     for ( ZU_INT i = 0; i < srcLength; i++ ) {
         ZU_CHAR ch = src[ i ];
-        if ( ch - HIGH_SURROGATE_FIRST < SURROGATES_PER_HALF ) {
+        if ( zu___IsHighSurrogate( ch ) ) {
             pending = ch;
             continue;
         }
-        if ( ch - LOW_SURROGATE_FIRST < SURROGATES_PER_HALF ) {
+        if ( zu___IsLowSurrogate( ch ) ) {
             if ( !pending ) {
                 continue;
             }
-            ch = SUPPLEMENTARY_FIRST + ( ( pending - HIGH_SURROGATE_FIRST ) << 10 ) + ( ch - LOW_SURROGATE_FIRST );
+            ch = zu___SurrogatesJoin( pending, ch );
         }
         pending = 0;
         if ( ZU_CHAR_OK( ch ) ) {

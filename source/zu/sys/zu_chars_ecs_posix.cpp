@@ -8,17 +8,13 @@
 // they have let through what is not sound here, the piece is taken again, one character at a time.
 
 #include "zu/sys/zu_chars_internal.h"
+#include "zu/sys/zu_surrogate_internal.h"
 
 #include <cstring>
 
 static constexpr ZU_CHAR REPLACEMENT = ZU_CHAR_REPLACEMENT_CHARACTER;
 static constexpr ZU_INT PIECE_CHARS = 256;
 static constexpr ZU_INT TAIL_BYTES = 16; // no more are taken one at a time, as nearly all would be in any case
-
-static inline bool ecsIsSurrogate( ZU_CHAR ch )
-{
-    return ch >> 11 == 0xD800 >> 11;
-}
 
 // Takes one character from `*src`, or what replaces a broken subpart.
 static ZU_CHAR ecsTakeCharacter( const uint8_t **src, const uint8_t *end )
@@ -49,7 +45,7 @@ static ECS_PIECE ecsLookAt( ZU_CHAR *chars, ZU_INT count )
         ECS_LANES inPairs = lanes > 0xFFFF; // -1 where that is so
         longer += ( lanes > 0x7F ) + ( lanes > 0x7FF ) + inPairs;
         pairs += inPairs;
-        surrogates |= ( lanes & ~0x7FF ) == 0xD800;
+        surrogates |= ( lanes & ~0x7FF ) == (int32_t)ZU___SURROGATE_FIRST;
     }
     ECS_PIECE piece = { 0, 0, 0 };
     for ( int i = 0; i < LANES; i++ ) {
@@ -66,8 +62,8 @@ static ZU_CHAR *ecsPutUnits( ZU_CHAR *dest, const ZU_CHAR *chars, ZU_INT count )
     for ( ZU_INT i = 0; i < count; i++ ) {
         ZU_CHAR ch = chars[ i ];
         ZU_INT inPairs = ch > 0xFFFF;
-        dest[ 0 ] = inPairs ? 0xD7C0 + ( ch >> 10 ) : ch;
-        dest[ 1 ] = 0xDC00 | ( ch & 0x3FF );
+        dest[ 0 ] = inPairs ? zu___HighSurrogate( ch ) : ch;
+        dest[ 1 ] = zu___LowSurrogate( ch );
         dest += 1 + inPairs;
     }
     return dest;
@@ -86,8 +82,8 @@ ZU_INT zu___CharsEcsToUnits( ZU_CHAR *dest, ZU_INT destLength, const char *src, 
     };
     auto putCharacter = [ & ]( ZU_CHAR ch ) {
         if ( ch > 0xFFFF ) {
-            put( 0xD7C0 + ( ch >> 10 ) ); // 0xD800 less the 0x10000 that no unit tells
-            put( 0xDC00 + ( ch & 0x3FF ) );
+            put( zu___HighSurrogate( ch ) );
+            put( zu___LowSurrogate( ch ) );
         } else {
             put( ch );
         }
@@ -124,10 +120,10 @@ ZU_INT zu___CharsEcsToUnits( ZU_CHAR *dest, ZU_INT destLength, const char *src, 
 static ZU_CHAR ecsTakeElements( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT *idx )
 {
     ZU_CHAR ch = src[ ( *idx )++ ];
-    if ( ch >> 10 == 0xD800 >> 10 && *idx < srcLength && src[ *idx ] >> 10 == 0xDC00 >> 10 ) {
-        return 0x10000 + ( ( ch & 0x3FF ) << 10 ) + ( src[ ( *idx )++ ] & 0x3FF );
+    if ( zu___IsHighSurrogate( ch ) && *idx < srcLength && zu___IsLowSurrogate( src[ *idx ] ) ) {
+        return zu___SurrogatesJoin( ch, src[ ( *idx )++ ] );
     }
-    return ch == 0 || !ZU_CHAR_OK( ch ) || ecsIsSurrogate( ch ) ? REPLACEMENT : ch;
+    return ch == 0 || !ZU_CHAR_OK( ch ) || zu___IsSurrogate( ch ) ? REPLACEMENT : ch;
 }
 static bool ecsStayAsTheyAre( const ZU_CHAR *chars, ZU_INT count )
 {
@@ -136,10 +132,10 @@ static bool ecsStayAsTheyAre( const ZU_CHAR *chars, ZU_INT count )
     for ( ; i + LANES <= count; i += LANES ) {
         ECS_LANES lanes;
         memcpy( &lanes, chars + i, sizeof lanes );
-        others |= ( lanes <= 0 ) | ( lanes > 0x10FFFF ) | ( ( lanes & ~0x7FF ) == 0xD800 );
+        others |= ( lanes <= 0 ) | ( lanes > 0x10FFFF ) | ( ( lanes & ~0x7FF ) == (int32_t)ZU___SURROGATE_FIRST );
     }
     for ( ; i < count; i++ ) {
-        others[ 0 ] |= chars[ i ] == 0 || !ZU_CHAR_OK( chars[ i ] ) || ecsIsSurrogate( chars[ i ] );
+        others[ 0 ] |= chars[ i ] == 0 || !ZU_CHAR_OK( chars[ i ] ) || zu___IsSurrogate( chars[ i ] );
     }
     return ( others[ 0 ] | others[ 1 ] | others[ 2 ] | others[ 3 ] ) == 0;
 }

@@ -1,4 +1,5 @@
 #include "zu/sys/zu_chars_internal.h"
+#include "zu/sys/zu_surrogate_internal.h"
 
 ZU_INT zuCharsConvertFromWcstr( ZU_CHAR *dest, ZU_INT destLength, const char16_t *src, ZU_INT srcLength )
 {
@@ -33,8 +34,8 @@ ZU_INT zuCharsConvertToWcstr( char16_t *dest, ZU_INT destLength, const ZU_CHAR *
         }
         if ( ch > 0xFFFF ) {
             ZU_ASSERT( ZU_INT_ADD_OK( j, 2 ) );
-            put( 0xD800 + ( ( ch - 0x10000 ) >> 10 ) );
-            put( 0xDC00 + ( ch & 0x3FF ) );
+            put( zu___HighSurrogate( ch ) );
+            put( zu___LowSurrogate( ch ) );
         } else {
             ZU_ASSERT( ZU_INT_ADD_OK( j, 1 ) );
             put( ch );
