@@ -238,7 +238,6 @@ static void dictSlotsDown( ZU___DICT_PAIR *pairs, ZU_INT size, ZU_INT from, ZU_I
     ZU_INT toEnd = zuIntMin( count, size - from );
     if ( from > 0 ) {
         dictMovePairs( pairs + from - 1, pairs + from, toEnd );
-        from = 0;
         count -= toEnd;
     }
     if ( count > 0 ) {
@@ -282,6 +281,7 @@ static void dictMoveGap( ZU_DICT *dict, ZU_INT used, ZU_INT gap, ZU_INT to )
         }
         return;
     }
+    ZU_ASSERT( dict->rings.items );
     const ZU_INT size = dictRingSize( dict );
     const ZU_INT mask = size - 1;
     ZU_INT at = gap >> dict->rings.shift;
