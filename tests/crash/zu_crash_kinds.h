@@ -45,11 +45,13 @@ CRASH_FUNCTION( crashByExecute )
     ( (void ( * )())target )();
     CRASH_HERE;
 }
+#if defined( __x86_64__ ) || defined( __i386__ ) // elsewhere the result is 0
 CRASH_FUNCTION( crashByDivision )
 {
     static int volatile zero = 0;
     crashSink = crashSink / zero;
 }
+#endif
 CRASH_FUNCTION( crashByCutMapping )
 {
     int file = memfd_create( "cut", 0 );
@@ -128,7 +130,7 @@ static const CRASH_KIND CRASH_KINDS[] = {
       "\n  EXCEPTION\n    EXCEPTION_ACCESS_VIOLATION\n    write to address 0x#\n" },
     { "execute", crashByExecute, "crashByExecute", SIGSEGV,
       "\n  EXCEPTION\n    EXCEPTION_ACCESS_VIOLATION\n    execute data (DEP) at address 0x0000000000000000\n" },
-#if defined( __x86_64__ ) || defined( __i386__ ) // elsewhere the result is 0
+#if defined( __x86_64__ ) || defined( __i386__ )
     { "divide", crashByDivision, "crashByDivision", SIGFPE, "\n  EXCEPTION\n    EXCEPTION_INT_DIVIDE_BY_ZERO\n" },
 #endif
     { "bus", crashByCutMapping, "crashByCutMapping", SIGBUS,

@@ -252,8 +252,9 @@ static void runtimeForkChild()
     zu___MonitorFork( zu___RuntimeLoadMonitor, ZU___FORK_CHILD );
     if ( loading ) {
         zuMonitorEnter( zu___RuntimeLoadMonitor );
-    } else if ( __atomic_exchange_n( &loadingAnywhere, false, __ATOMIC_RELAXED ) ) {
-        zu___RuntimeLoadingDict = zuDictCreate(); // the old one may be half changed
+    } else if ( __atomic_load_n( &loadingAnywhere, __ATOMIC_RELAXED ) ) {
+        __atomic_store_n( &loadingAnywhere, false, __ATOMIC_RELAXED ); // no exchange: the child has one thread
+        zu___RuntimeLoadingDict = zuDictCreate();                     // the old one may be half changed
     }
 }
 void zu___RuntimeFork( ZU___FORK_STEP step )
