@@ -63,7 +63,7 @@ public:
         // Each end is an object of its own, since equal events wait once.
         for ( std::size_t i = 0; i < threads.size(); i++ ) {
             zuEventQueueWriteEvent( queue.get(),
-                                    zu::upcast( zu::adopt( zuBoxedIntCreate( static_cast<ZU_INT>( i ) ) ).get() ) );
+                                    zu::upcast( zu::adopt( zuBoxedIntCreate( static_cast<ZU_INT>( i ) ) ) ) );
         }
         for ( const zu::Ref<ZU_THREAD> &thread : threads ) {
             zuThreadJoin( thread.get() );
@@ -71,7 +71,7 @@ public:
     }
     void submit( const zu::Ref<JOB> &job )
     {
-        zuEventQueueWriteEvent( queue.get(), zu::upcast( job.get() ) );
+        zuEventQueueWriteEvent( queue.get(), zu::upcast( job ) );
     }
 
 private:
@@ -109,12 +109,12 @@ int main()
         pool.submit( job );
     }
     for ( const zu::Ref<JOB> &job : jobs ) {
-        zuSignalWait( job.get()->done );
-        if ( !job.get()->result ) {
+        zuSignalWait( job->done );
+        if ( !job->result ) {
             std::cout << "that is no text of its character set\n";
             continue;
         }
-        zu::Ref<ZU_STRING> text = zu::adopt( zuCharsetBufferToString( ZU_CHARSET_UTF_8, job.get()->result ) );
+        zu::Ref<ZU_STRING> text = zu::adopt( zuCharsetBufferToString( ZU_CHARSET_UTF_8, job->result ) );
         std::cout << text << '\n';
     }
 }

@@ -126,9 +126,10 @@ TEST( HppText, ConvertsBothWays )
     EXPECT_EQ( zu::text( std::u16string{ 0xD83D, u'b', 0xDE00 } ), std::u32string_view( U"\uFFFDb\uFFFD" ) );
     EXPECT_EQ( zu::text( "x\xE9\"\xC0\x80" ), std::u32string_view( U"x\uFFFD\"\uFFFD\uFFFD" ) );
     std::ostringstream stream;
-    stream << text << STRING_REF() << zu::adopt( zuBoxedIntCreate( 7 ) );
-    EXPECT_EQ( stream.str(), "a\U0001F6007" );
+    stream << text << STRING_REF() << zu::adopt( zuBoxedIntCreate( 7 ) ) << text.get() << zu::upcast( text );
+    EXPECT_EQ( stream.str(), "a\U0001F6007a\U0001F600a\U0001F600" );
     EXPECT_TRUE( text == "a\U0001F600" && text != "b" && text < "b"_zs && STRING_REF() < text && text != nullptr );
+    EXPECT_TRUE( "a\U0001F600" == text && u"a\U0001F600" == text && U"a\U0001F600" == text && u"b" != text );
 }
 TEST( HppRanges, WalkWhatStoodThere )
 {

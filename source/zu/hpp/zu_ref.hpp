@@ -53,6 +53,11 @@ public:
     {
         return obj;
     }
+    /// Gets at the fields of an object of a class of one's own; the library's classes show none.
+    constexpr T *operator->() const noexcept
+    {
+        return obj;
+    }
     /// Returns the object and leaves its reference to the caller.
     constexpr T *release() noexcept
     {
@@ -101,6 +106,11 @@ template <typename T>
 {
     static_assert( std::is_class_v<T>, "T is the class of an object, such as ZU_STRING" );
     return reinterpret_cast<ZU_OBJ *>( obj );
+}
+template <typename T>
+[[nodiscard]] ZU_OBJ *upcast( const Ref<T> &ref ) noexcept
+{
+    return upcast( ref.get() );
 }
 
 // Order

@@ -104,6 +104,10 @@ namespace literals {
 {
     return zus && view( zus ) == chars;
 }
+[[nodiscard]] inline bool operator==( const Ref<ZU_STRING> &zus, std::u16string_view utf16 )
+{
+    return zus && zuStringEquals( zus.get(), text( utf16 ).get() );
+}
 [[nodiscard]] inline bool operator==( const Ref<ZU_STRING> &zus, std::string_view utf8 )
 {
     return zus && zuStringEquals( zus.get(), text( utf8 ).get() );
@@ -112,9 +116,38 @@ namespace literals {
 {
     return !( zus == chars );
 }
+[[nodiscard]] inline bool operator!=( const Ref<ZU_STRING> &zus, std::u16string_view utf16 )
+{
+    return !( zus == utf16 );
+}
 [[nodiscard]] inline bool operator!=( const Ref<ZU_STRING> &zus, std::string_view utf8 )
 {
     return !( zus == utf8 );
+}
+// The other way round, which C++17 does not find by itself
+[[nodiscard]] inline bool operator==( std::u32string_view chars, const Ref<ZU_STRING> &zus )
+{
+    return zus == chars;
+}
+[[nodiscard]] inline bool operator==( std::u16string_view utf16, const Ref<ZU_STRING> &zus )
+{
+    return zus == utf16;
+}
+[[nodiscard]] inline bool operator==( std::string_view utf8, const Ref<ZU_STRING> &zus )
+{
+    return zus == utf8;
+}
+[[nodiscard]] inline bool operator!=( std::u32string_view chars, const Ref<ZU_STRING> &zus )
+{
+    return zus != chars;
+}
+[[nodiscard]] inline bool operator!=( std::u16string_view utf16, const Ref<ZU_STRING> &zus )
+{
+    return zus != utf16;
+}
+[[nodiscard]] inline bool operator!=( std::string_view utf8, const Ref<ZU_STRING> &zus )
+{
+    return zus != utf8;
 }
 
 // Range-for over the code points of a string
@@ -135,6 +168,17 @@ std::ostream &operator<<( std::ostream &stream, const Ref<T> &ref )
 }
 
 } // namespace zu
+
+/// Writes what a Ref to the object would, not its address: so ranges print what they hand out.
+inline std::ostream &operator<<( std::ostream &stream, ZU_OBJ *obj )
+{
+    return stream << zu::share( obj );
+}
+template <typename T, typename = decltype( zu___From( nullptr, static_cast<const T *>( nullptr ) ) )>
+std::ostream &operator<<( std::ostream &stream, T *obj )
+{
+    return stream << zu::share( obj );
+}
 
 /// Strings that are equal have equal hashes, so that they can be keys of unordered containers.
 template <>
