@@ -12,6 +12,14 @@ install( TARGETS zu EXPORT zu
 install( TARGETS zu_static EXPORT zu
     ARCHIVE COMPONENT development
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} )
+# The twins for those who look for races are no part of what find_package must find.
+foreach( twin ${ZU_RACE_TWINS} )
+    string( REPLACE "zu_" "" tool ${twin} )
+    install( TARGETS ${twin} EXPORT zu_races
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/zu/${tool} COMPONENT races
+        INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} )
+    list( APPEND pkgconfig_twins zu-${tool}.pc )
+endforeach()
 if( TARGET zu_tool )
     if( NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr" ) # where the loader looks by itself
         file( RELATIVE_PATH library_dir ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR} )
@@ -42,13 +50,16 @@ endforeach()
 
 # find_package( zu ): the targets zu::zu and zu::static
 install( EXPORT zu NAMESPACE zu:: FILE zuTargets.cmake DESTINATION ${package_dir} COMPONENT development )
+if( ZU_RACE_TWINS )
+    install( EXPORT zu_races NAMESPACE zu:: FILE zuRaceTargets.cmake DESTINATION ${package_dir} COMPONENT races )
+endif()
 configure_package_config_file( cmake/zuConfig.cmake.in ${PROJECT_BINARY_DIR}/zuConfig.cmake
     INSTALL_DESTINATION ${package_dir} NO_SET_AND_CHECK_MACRO )
 write_basic_package_version_file( ${PROJECT_BINARY_DIR}/zuConfigVersion.cmake COMPATIBILITY SameMajorVersion )
 install( FILES ${PROJECT_BINARY_DIR}/zuConfig.cmake ${PROJECT_BINARY_DIR}/zuConfigVersion.cmake
     DESTINATION ${package_dir} COMPONENT development )
 
-# pkg-config zu, pkg-config zu-static.  The headers are those of a system: what a program has its own code warned of is
+# pkg-config zu, zu-static, and zu-tsan and zu-helgrind for the twins.  The headers are those of a system: what a program has its own code warned of is
 # no matter of theirs.  In /usr/include they are that by their place, and an option -isystem would put the C library's
 # headers ahead of the C++ library's, which wrap them.
 set( PKGCONFIG_INCLUDE_OPTION "-isystem" ) # pkgconf quotes blanks in one argument, if it is the only one
@@ -69,7 +80,11 @@ else()
     string( REGEX REPLACE "/$" "" PREFIX_FROM_PKGCONFIG "${PREFIX_FROM_PKGCONFIG}" )
     set( PKGCONFIG_PREFIX "\${pcfiledir}/${PREFIX_FROM_PKGCONFIG}" )
 endif()
-foreach( file zu.pc zu-static.pc )
+foreach( file zu.pc zu-static.pc ${pkgconfig_twins} )
+    set( component development )
+    if( file IN_LIST pkgconfig_twins )
+        set( component races )
+    endif()
     configure_file( cmake/${file}.in ${PROJECT_BINARY_DIR}/${file} @ONLY )
-    install( FILES ${PROJECT_BINARY_DIR}/${file} DESTINATION ${pkgconfig_dir} COMPONENT development )
+    install( FILES ${PROJECT_BINARY_DIR}/${file} DESTINATION ${pkgconfig_dir} COMPONENT ${component} )
 endforeach()

@@ -10,6 +10,9 @@ set( CPACK_PACKAGE_CONTACT "${ZU_PACKAGE_CONTACT}" )
 set( CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages )
 set( CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX} )
 set( CPACK_COMPONENTS_ALL runtime development tool )
+if( ZU_RACE_TWINS )
+    list( APPEND CPACK_COMPONENTS_ALL races )
+endif()
 set( CPACK_DEB_COMPONENT_INSTALL ON )
 set( CPACK_DEBIAN_FILE_NAME DEB-DEFAULT )
 set( CPACK_DEBIAN_COMPRESSION_TYPE xz )
@@ -35,6 +38,14 @@ set( CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${library} (= ${version}), libc6-
 set( CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "${library}-dbgsym (= ${version}), gdb, pkg-config" )
 set( CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "Headers for C and C++, the libraries to link with, what CMake, pkg-config and
 gdb read, documentation and examples." )
+
+# For who looks for races in a program: hardly every developer, and as large as all the rest
+set( CPACK_DEBIAN_RACES_PACKAGE_NAME libzu-race-dev )
+set( CPACK_DEBIAN_RACES_PACKAGE_SECTION libdevel )
+set( CPACK_DEBIAN_RACES_PACKAGE_DEPENDS "libzu-dev (= ${version})" )
+set( CPACK_DEBIAN_RACES_PACKAGE_SUGGESTS "valgrind" )
+set( CPACK_COMPONENT_RACES_DESCRIPTION "The library as programs need it that are run under the thread sanitizer or under
+helgrind." )
 
 set( CPACK_DEBIAN_TOOL_PACKAGE_NAME zu )
 set( CPACK_DEBIAN_TOOL_PACKAGE_SECTION utils )

@@ -3,6 +3,7 @@
 #include "zu/base/zu_alertable.h"
 #include "zu/base/zu_listener_internal.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/sys/zu_happens_internal.h"
 #include "zu/sys/zu_lock_internal.h"
 
 // The flag goes up under the object's lock and down without; it is atomic, and full order makes it the one thing that
@@ -35,7 +36,9 @@ static void alertFree( ZU_OBJ *thisObj )
 ZU_BOOL zuAlertIsSet( ZU_ALERT *al )
 {
     ZU_ASSERT( al );
-    return __atomic_load_n( &al->set, __ATOMIC_SEQ_CST ) != 0;
+    bool set = __atomic_load_n( &al->set, __ATOMIC_SEQ_CST ) != 0;
+    ZU___HAPPENS_AFTER( &al->set );
+    return set;
 }
 static void alertFire( ZU_OBJ *imp )
 {
@@ -45,6 +48,7 @@ void zuAlertSet( ZU_ALERT *al )
 {
     ZU_ASSERT( al );
     zu___LockAcquireInline( &al->obj.lock );
+    ZU___HAPPENS_BEFORE( &al->set );
     if ( __atomic_exchange_n( &al->set, 1, __ATOMIC_SEQ_CST ) == 0 ) {
         zu___ListenerSetFireLocked( &al->alertables, alertFire, ZU_FALSE );
     }
@@ -53,7 +57,10 @@ void zuAlertSet( ZU_ALERT *al )
 ZU_BOOL zuAlertUnset( ZU_ALERT *al )
 {
     ZU_ASSERT( al );
-    return __atomic_exchange_n( &al->set, 0, __ATOMIC_SEQ_CST ) != 0;
+    ZU___HAPPENS_BEFORE( &al->set );
+    bool set = __atomic_exchange_n( &al->set, 0, __ATOMIC_SEQ_CST ) != 0;
+    ZU___HAPPENS_AFTER( &al->set );
+    return set;
 }
 
 void zuAlertAddAlertable( ZU_ALERT *al, ZU_ALERTABLE *alb )

@@ -7,6 +7,7 @@
 #include "zu/base/zu_threading_fork_internal.h"
 #include "zu/base/zu_timestamp.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/sys/zu_happens_internal.h"
 #include "zu/sys/zu_srw_internal.h"
 
 #include <algorithm>
@@ -36,12 +37,15 @@ ZU_BARRIER *zuBarrierCreate( ZU_BOOL blocked )
 // Opening and closing
 static inline bool barrierIsOpen( ZU_BARRIER *barrier )
 {
-    return __atomic_load_n( &barrier->open, __ATOMIC_ACQUIRE ) != ZU_FALSE;
+    bool open = __atomic_load_n( &barrier->open, __ATOMIC_ACQUIRE ) != ZU_FALSE;
+    ZU___HAPPENS_AFTER( &barrier->open );
+    return open;
 }
 static void barrierSetOpen( ZU_BARRIER *barrier, ZU_BOOL open )
 {
     zu___SrwLockAcquireExclusive( &barrier->srw );
-    __atomic_store_n( &barrier->open, open, __ATOMIC_RELEASE );
+    ZU___HAPPENS_BEFORE( &barrier->open );
+    ZU___HAPPENS_STORE( &barrier->open, open, __ATOMIC_RELEASE );
     zu___SrwLockReleaseExclusive( &barrier->srw );
 }
 void zuBarrierBlock( ZU_BARRIER *barrier )

@@ -24,6 +24,7 @@
 #include "zu/runtime/zu_module.h"
 #include "zu/runtime/zu_obj_internal.h"
 #include "zu/runtime/zu_ref_internal.h"
+#include "zu/sys/zu_happens_internal.h"
 #include "zu/sys/zu_mem.h"
 #include "zu/sys/zu_real.h"
 
@@ -882,12 +883,12 @@ static ZU_INT dictIndexOf( ZU_DICT *dict, DICT_TEXT_KEY key )
     }
     ZU_INT next = __atomic_load_n( &dict->walk, __ATOMIC_RELAXED );
     if ( next > 0 && next < dict->length && key.order( zu___DictPair( dict, next )->key ) == 0 ) {
-        __atomic_store_n( &dict->walk, next + 1, __ATOMIC_RELAXED );
+        ZU___HAPPENS_STORE( &dict->walk, next + 1, __ATOMIC_RELAXED );
         return next;
     }
     ZU_INT idx = dictFoundIdx( dictBisect( dict, -1, dict->length, key ) );
     if ( idx == 0 || ( next > 0 && idx > 0 ) ) {
-        __atomic_store_n( &dict->walk, idx == 0 || idx > next ? idx + 1 : 0, __ATOMIC_RELAXED );
+        ZU___HAPPENS_STORE( &dict->walk, idx == 0 || idx > next ? idx + 1 : 0, __ATOMIC_RELAXED );
     }
     return idx;
 }

@@ -8,6 +8,7 @@
 #include "zu/base/zu_listener_internal.h"
 #include "zu/base/zu_signalable.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/sys/zu_happens_internal.h"
 #include "zu/sys/zu_lock_internal.h"
 
 // The kinds of object that can be attached, in the order in which they are told.
@@ -69,12 +70,15 @@ static void ( *const TELL[ KINDS ] )( ZU_OBJ *obj ) = { signalTellSignalable, si
 ZU_BOOL zuSignalAsserted( ZU_SIGNAL *sig )
 {
     ZU_ASSERT( sig );
-    return __atomic_load_n( &sig->asserted, __ATOMIC_SEQ_CST ) != 0;
+    bool asserted = __atomic_load_n( &sig->asserted, __ATOMIC_SEQ_CST ) != 0;
+    ZU___HAPPENS_AFTER( &sig->asserted );
+    return asserted;
 }
 void zuSignalAssert( ZU_SIGNAL *sig )
 {
     ZU_ASSERT( sig );
     zu___LockAcquireInline( &sig->obj.lock );
+    ZU___HAPPENS_BEFORE( &sig->asserted );
     if ( __atomic_exchange_n( &sig->asserted, 1, __ATOMIC_SEQ_CST ) == 0 ) {
         if ( sig->waitBarrier ) {
             zuBarrierUnblock( sig->waitBarrier );

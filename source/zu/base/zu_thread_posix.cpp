@@ -5,6 +5,7 @@
 // has.
 
 #include "zu/base/zu_thread_internal.h"
+#include "zu/sys/zu_happens_internal.h"
 #include "zu/sys/zu_mem.h"
 #include "zu/sys/zu_wait_internal.h"
 
@@ -32,6 +33,7 @@ static void *threadRun( void *argument )
     while ( __atomic_load_n( &handle->gate, __ATOMIC_ACQUIRE ) == 0 ) {
         zu___WaitOnWord( &handle->gate, 0, -1 );
     }
+    ZU___HAPPENS_AFTER( &handle->gate );
     zu___ThreadApplyPriority( handle->prio );
     handle->entry( handle->argument ); // the handle may be closed by now
     return nullptr;
@@ -100,6 +102,7 @@ void zu___ThreadHandleSetPriority( ZU___THREAD_HANDLE *handle, ZU_THREAD_PRIORIT
 }
 ZU_INT zu___ThreadHandleResume( ZU___THREAD_HANDLE *handle )
 {
+    ZU___HAPPENS_BEFORE( &handle->gate );
     uint32_t before = __atomic_exchange_n( &handle->gate, 1, __ATOMIC_RELEASE );
     // The thread may have run through and freed the handle by now; waking reads nothing.
     zu___WaitWakeOne( &handle->gate );
@@ -116,7 +119,8 @@ ZU_BOOL zu___ThreadHandleWait( ZU___THREAD_HANDLE *handle )
     if ( __atomic_compare_exchange_n( &handle->join, &join, JOINING, false, __ATOMIC_ACQUIRE, __ATOMIC_ACQUIRE ) ) {
         bool joined = pthread_join( handle->thread, nullptr ) == 0;
         // The other waiters see what the thread has done before its end.
-        __atomic_store_n( &handle->join, joined ? JOINED : NOT_JOINED, __ATOMIC_RELEASE );
+        ZU___HAPPENS_BEFORE( &handle->join );
+        ZU___HAPPENS_STORE( &handle->join, joined ? JOINED : NOT_JOINED, __ATOMIC_RELEASE );
         zu___WaitWakeAll( &handle->join );
         return joined;
     }
@@ -124,6 +128,7 @@ ZU_BOOL zu___ThreadHandleWait( ZU___THREAD_HANDLE *handle )
         zu___WaitOnWord( &handle->join, JOINING, -1 );
         join = __atomic_load_n( &handle->join, __ATOMIC_ACQUIRE );
     }
+    ZU___HAPPENS_AFTER( &handle->join );
     return join == JOINED;
 }
 ZU_BOOL zu___ThreadHandleIsLost( ZU___THREAD_HANDLE *handle )

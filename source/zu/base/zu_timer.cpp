@@ -22,6 +22,7 @@
 #include "zu/runtime/zu_module.h"
 #include "zu/runtime/zu_obj_internal.h"
 #include "zu/runtime/zu_ref_internal.h"
+#include "zu/sys/zu_happens_internal.h"
 #include "zu/sys/zu_mem.h"
 
 // How far ahead of a time of the calendar the looks come closer, in seconds, and how long the thread sleeps between
@@ -338,7 +339,7 @@ static bool timerFileLocked( ZU___TIMER_CLOSURE *tcl, ZU_INT timestamp )
 {
     ZU_ASSERT( timerThread );
     timerHeapSetLocked( tcl, timestamp );
-    __atomic_store_n( &tcl->sched, 1, __ATOMIC_RELEASE );
+    ZU___HAPPENS_STORE( &tcl->sched, 1, __ATOMIC_RELEASE );
     return timestamp < timerWakeUp || zuDictLength( timerAbsDict ) > 0;
 }
 static bool timerIsFirstLocked( ZU___TIMER_CLOSURE *tcl )
@@ -380,7 +381,7 @@ void zuTimerScheduleAtTime( ZU_TIMER *timer, ZU_TIME *at )
     timerDropScheduleLocked( timer->tcl );
     zuDictSetObjKey( &timerAbsDict, zuTimeObj( at ), &timer->tcl->obj );
     bool isFirst = timerIsAtLocked( timer->tcl, 0 );
-    __atomic_store_n( &timer->tcl->sched, 1, __ATOMIC_RELEASE );
+    ZU___HAPPENS_STORE( &timer->tcl->sched, 1, __ATOMIC_RELEASE );
     timer->tcl->schedAbs = ZU_TRUE;
     timer->tcl->at = zuTimeRetain( at );
     zuMonitorLeave( timerMonitor );

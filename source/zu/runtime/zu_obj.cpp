@@ -36,6 +36,7 @@
 #include "zu/runtime/zu_obj_internal.h"
 #include "zu/runtime/zu_runtime_internal.h"
 #include "zu/sys/zu_chars.h"
+#include "zu/sys/zu_happens_internal.h"
 #include "zu/sys/zu_lock_internal.h"
 #include "zu/sys/zu_mem.h"
 #include "zu/sys/zu_unique.h"
@@ -468,15 +469,20 @@ void zuObjRelease( ZU_OBJ *obj )
 }
 ZU___RETAIN_COUNT zu___RetainCountIncrement( ZU___RETAIN_COUNT *count )
 {
-    return ZU___RETAIN_COUNT_INCREMENT( *count );
+    return __atomic_add_fetch( count, 1, __ATOMIC_ACQ_REL );
 }
 ZU___RETAIN_COUNT zu___RetainCountDecrement( ZU___RETAIN_COUNT *count )
 {
-    return ZU___RETAIN_COUNT_DECREMENT( *count );
+    ZU___HAPPENS_BEFORE( count );
+    ZU___RETAIN_COUNT left = __atomic_sub_fetch( count, 1, __ATOMIC_ACQ_REL );
+    ZU___HAPPENS_AFTER( count );
+    return left;
 }
 ZU___RETAIN_COUNT zu___RetainCountValue( ZU___RETAIN_COUNT *count )
 {
-    return ZU___RETAIN_COUNT_VALUE( *count );
+    ZU___RETAIN_COUNT value = __atomic_load_n( count, __ATOMIC_ACQUIRE );
+    ZU___HAPPENS_AFTER( count );
+    return value;
 }
 
 // Identity and order

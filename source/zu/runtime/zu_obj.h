@@ -12,7 +12,7 @@
 //   holder's reference, and replace that by a private copy first if anybody else holds the value: retaining is copying.
 //   One holder's variable is changed by one thread at a time.
 //
-// docs/objects.md tells more, and how to declare a sort.
+// docs/objects.md tells more, and docs/sorts.md how to declare a sort.
 #pragma once
 
 #include "zu/sys/zu_lock.h"
@@ -88,9 +88,15 @@ struct ZU_OBJ {
 // References.  The decrement orders every holder's last use ahead of the free; the reading acquires, so that a holder
 // that reads 1 sees what the others did.  The increment needs no order, since who retains has the object already; it is
 // a full barrier like all changes of atomic words in the header, which classes may rely on, and on x86 costs nothing.
+#ifdef ZU_HELGRIND // the library's functions, which tell helgrind of that order: docs/debugging.md
+#define ZU___RETAIN_COUNT_VALUE( count )     zu___RetainCountValue( &( count ) )
+#define ZU___RETAIN_COUNT_INCREMENT( count ) zu___RetainCountIncrement( &( count ) )
+#define ZU___RETAIN_COUNT_DECREMENT( count ) zu___RetainCountDecrement( &( count ) )
+#else
 #define ZU___RETAIN_COUNT_VALUE( count )     __atomic_load_n( &( count ), __ATOMIC_ACQUIRE )
 #define ZU___RETAIN_COUNT_INCREMENT( count ) __atomic_add_fetch( &( count ), 1, __ATOMIC_ACQ_REL )
 #define ZU___RETAIN_COUNT_DECREMENT( count ) __atomic_sub_fetch( &( count ), 1, __ATOMIC_ACQ_REL )
+#endif
 
 /// Reads the retain count of `obj`.  To a holder 1 means that nobody else has a reference, until it shares its own.
 #define ZU_REF_RETAIN_COUNT( obj ) ZU___RETAIN_COUNT_VALUE( ( (ZU_OBJ *)( obj ) )->retainCount )

@@ -6,6 +6,7 @@
 
 #include "zu/base/zu_stack_trace_internal.h"
 #include "zu/sys/zu_abort_posix_internal.h"
+#include "zu/sys/zu_happens_internal.h"
 
 #include <cerrno>
 #include <csignal>
@@ -76,6 +77,7 @@ static void abortFreeThreadStack( void *argument )
     // Release and acquire pass on to the next thread what this one has written there.
     for ( ABORT_THREAD_STACK *&spare : spareStacks ) {
         ABORT_THREAD_STACK *none = nullptr;
+        ZU___HAPPENS_BEFORE( &spare );
         if ( __atomic_compare_exchange_n( &spare, &none, stack, false, __ATOMIC_RELEASE, __ATOMIC_RELAXED ) ) {
             return;
         }
@@ -87,6 +89,7 @@ static ABORT_THREAD_STACK *abortMapStack( size_t page, size_t size )
 {
     for ( ABORT_THREAD_STACK *&spare : spareStacks ) {
         ABORT_THREAD_STACK *stack = __atomic_exchange_n( &spare, nullptr, __ATOMIC_ACQUIRE );
+        ZU___HAPPENS_AFTER( &spare );
         if ( stack ) {
             return stack;
         }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "zu/sys/zu_chars.h"
+#include "zu/sys/zu_happens_internal.h"
 
 ZU_BEGIN_DECLS
 
@@ -20,7 +21,7 @@ static inline bool zu___CharsUtf8Shuffles( void )
     int shuffle = __atomic_load_n( &zu___charsUtf8Shuffle, __ATOMIC_RELAXED );
     if ( ZU___UNLIKELY( shuffle < 0 ) ) {
         shuffle = zu___CharsUtf8CanShuffle();
-        __atomic_store_n( &zu___charsUtf8Shuffle, shuffle, __ATOMIC_RELAXED );
+        ZU___HAPPENS_STORE( &zu___charsUtf8Shuffle, shuffle, __ATOMIC_RELAXED );
     }
     return shuffle;
 }

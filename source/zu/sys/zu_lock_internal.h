@@ -1,6 +1,7 @@
 // zu_lock_internal.h: the plain lock's fast ways, inlined where a call would cost as much as they do.
 #pragma once
 
+#include "zu/sys/zu_happens_internal.h"
 #include "zu/sys/zu_lock.h"
 
 ZU_BEGIN_DECLS
@@ -33,9 +34,11 @@ static inline void zu___LockAcquireInline( ZU___LOCK *lock )
     if ( ZU___UNLIKELY( !zu___LockTry( lock ) ) ) {
         zu___LockWait( lock );
     }
+    ZU___HAPPENS_AFTER( lock );
 }
 static inline void zu___LockReleaseInline( ZU___LOCK *lock )
 {
+    ZU___HAPPENS_BEFORE( lock );
     uint32_t expected = ZU___LOCK_HELD;
     if ( ZU___UNLIKELY( !__atomic_compare_exchange_n( &lock->state, &expected, ZU___LOCK_FREE, 0, __ATOMIC_RELEASE,
                                                       __ATOMIC_RELAXED ) ) ) {

@@ -22,6 +22,7 @@
 
 #include "zu/sys/zu_srw_internal.h"
 
+#include "zu/sys/zu_happens_internal.h"
 #include "zu/sys/zu_wait_internal.h"
 
 static constexpr int COUNT_BITS = 20;
@@ -115,13 +116,16 @@ void zu___SrwLockAcquireShared( ZU___SRW_LOCK *lock )
     uint64_t state = srwLook( lock );
     while ( ZU___LIKELY( srwOpenToReaders( state ) ) ) {
         if ( ZU___LIKELY( srwTryChange( lock, &state, state + READER, __ATOMIC_ACQUIRE ) ) ) {
+            ZU___HAPPENS_AFTER( lock );
             return;
         }
     }
     srwWaitShared( lock );
+    ZU___HAPPENS_AFTER( lock );
 }
 void zu___SrwLockReleaseShared( ZU___SRW_LOCK *lock )
 {
+    ZU___HAPPENS_BEFORE( lock );
     uint64_t state = __atomic_sub_fetch( &lock->state, READER, __ATOMIC_RELEASE );
     if ( ZU___UNLIKELY( ( state & READERS ) == 0 && ( state & WRITERS_WAITING ) != 0 ) ) {
         srwWakeWriter( lock, state );
@@ -185,13 +189,15 @@ static void srwWaitExclusive( ZU___SRW_LOCK *lock )
 void zu___SrwLockAcquireExclusive( ZU___SRW_LOCK *lock )
 {
     uint64_t state = srwLook( lock );
-    if ( ZU___LIKELY( srwOpenToWriters( state ) && srwTryChange( lock, &state, state | HELD, __ATOMIC_ACQUIRE ) ) ) {
-        return;
+    if ( ZU___UNLIKELY( !srwOpenToWriters( state ) ||
+                        !srwTryChange( lock, &state, state | HELD, __ATOMIC_ACQUIRE ) ) ) {
+        srwWaitExclusive( lock );
     }
-    srwWaitExclusive( lock );
+    ZU___HAPPENS_AFTER( lock );
 }
 void zu___SrwLockReleaseExclusive( ZU___SRW_LOCK *lock )
 {
+    ZU___HAPPENS_BEFORE( lock );
     uint64_t state = srwLook( lock );
     uint64_t newState;
     do {
