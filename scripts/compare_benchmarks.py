@@ -4,15 +4,17 @@
 usage: compare_benchmarks.py FILE...
 
 The last element of a benchmark's name is the contestant, what stands ahead of it the case: Topic/zu,
-Topic/case/glib.  An argument of a benchmark, as in Topic/zu/64, belongs to the case.  A ratio is the processor time of
-zu over that of the peer: below 1 zu is the faster one.  Where a file has aggregates, the median counts.
+Topic/case/glib.  An argument of a benchmark, as in Topic/zu/64, belongs to the case.  A ratio is the time of zu over
+that of the peer: below 1 zu is the faster one.  It is the processor's time, but for cases of which the name says that
+they measure the real one, since others work in them too.  Where a file has aggregates, the median counts.
 """
 import argparse
 import json
 import math
 import sys
 
-CONTESTANTS = ["zu", "std", "libc", "futex", "glib", "icu", "icu16", "qt", "iconv", "utf8proc", "uv", "msgpack"]
+CONTESTANTS = ["zu", "std", "libc", "getopt_long", "futex", "copy", "glib", "icu", "icu16", "qt", "absl", "apr", "iconv",
+               "utf8proc", "uv", "msgpack"]
 NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
@@ -32,7 +34,8 @@ def read_times(paths):
                 continue
             elements.remove(contestant)
             case = times.setdefault("/".join(elements), {})
-            case[contestant] = run["cpu_time"] * NANOSECONDS[run["time_unit"]]
+            clock = "real_time" if {"real_time", "manual_time"} & set(elements) else "cpu_time"
+            case[contestant] = run[clock] * NANOSECONDS[run["time_unit"]]
     return times, strangers
 
 
