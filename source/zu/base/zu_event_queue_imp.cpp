@@ -5,8 +5,8 @@
 
 #include "zu/base/zu_alert.h"
 #include "zu/base/zu_event_set_internal.h"
-#include "zu/base/zu_monitor.h"
-#include "zu/base/zu_vector.h"
+#include "zu/base/zu_monitor_internal.h"
+#include "zu/base/zu_vector_internal.h"
 #include "zu/runtime/zu_module.h"
 
 struct ZU___EVENT_QUEUE_IMP {
@@ -68,14 +68,14 @@ void zu___EventQueueImpWriteEvent( ZU___EVENT_QUEUE_IMP *imp, ZU_OBJ *event )
     ZU_ASSERT( imp );
     ZU_ASSERT( event );
     ZU_ALERT *alert = nullptr;
-    zuMonitorEnter( imp->monitor );
+    zu___MonitorEnterInline( imp->monitor );
     if ( !imp->halted && zu___EventSetInsert( &imp->set, event ) ) {
-        if ( zuVectorLength( imp->vector ) == 0 ) {
+        if ( imp->vector->length == 0 ) {
             alert = zuAlertRetain( imp->alert );
         }
         zuVectorPush( &imp->vector, event );
     }
-    zuMonitorLeave( imp->monitor );
+    zu___MonitorLeaveInline( imp->monitor );
     if ( alert ) {
         zuAlertSet( alert );
         ZU_REF_RELEASE( alert );
@@ -85,16 +85,16 @@ ZU_OBJ *zu___EventQueueImpReadEvent( ZU___EVENT_QUEUE_IMP *imp )
 {
     ZU_ASSERT( imp );
     ZU_OBJ *event = nullptr;
-    zuMonitorEnter( imp->monitor );
+    zu___MonitorEnterInline( imp->monitor );
     ZU_ASSERT( !imp->halted );
-    if ( zuVectorLength( imp->vector ) > 0 ) {
+    if ( imp->vector->length > 0 ) {
         event = zuVectorUnshift( &imp->vector );
         zu___EventSetRemove( &imp->set, event );
     }
-    if ( zuVectorLength( imp->vector ) == 0 ) {
+    if ( imp->vector->length == 0 ) {
         zuAlertUnset( imp->alert );
     }
-    zuMonitorLeave( imp->monitor );
+    zu___MonitorLeaveInline( imp->monitor );
     return event;
 }
 

@@ -11,8 +11,10 @@
 #include <cstring>
 
 // Identities: linear probing, without marks for what has been removed, since the events behind it move up.
-static constexpr int TABLE_BITS_MIN = 5;   // 256 bytes: enough for a queue that is short all the time
-static constexpr ZU_INT TABLE_SPARSE = 16; // slots for each event, above which the table is halved
+static constexpr int TABLE_BITS_MIN = 5; // 256 bytes: enough for a queue that is short all the time
+static constexpr int TABLE_BITS_STEP =
+    2; // it grows and shrinks by a factor of 4: most moves are those of the last step
+static constexpr ZU_INT TABLE_SPARSE = 64; // slots for each event, above which the table shrinks
 static constexpr uint64_t HASH_FACTOR = UINT64_C( 0x9E3779B97F4A7C15 ); // 2^64 by the golden ratio
 
 static ZU_INT eventTableSize( const ZU___EVENT_TABLE *table )
@@ -52,7 +54,7 @@ static void eventTableResize( ZU___EVENT_TABLE *table, int bits )
 static bool eventTableInsert( ZU___EVENT_TABLE *table, ZU_OBJ *event )
 {
     if ( 2 * table->count >= eventTableSize( table ) ) {
-        eventTableResize( table, table->slots ? table->bits + 1 : TABLE_BITS_MIN );
+        eventTableResize( table, table->slots ? table->bits + TABLE_BITS_STEP : TABLE_BITS_MIN );
     }
     ZU_INT idx = eventTableFind( table, event );
     if ( table->slots[ idx ] ) {
@@ -77,7 +79,7 @@ static void eventTableRemove( ZU___EVENT_TABLE *table, ZU_OBJ *event )
     table->slots[ gap ] = nullptr;
     table->count--;
     if ( table->bits > TABLE_BITS_MIN && table->count * TABLE_SPARSE < eventTableSize( table ) ) {
-        eventTableResize( table, table->bits - 1 );
+        eventTableResize( table, table->bits - TABLE_BITS_STEP );
     }
 }
 
@@ -105,11 +107,16 @@ static void eventMove( T *dest, const T *src, ZU_INT count )
     memmove( dest, src, (size_t)count * sizeof( T ) );
 }
 
+// As zuObjSort, without a call for all but sorts and modules.
+static inline ZU_SORT *eventSortOf( ZU_OBJ *event )
+{
+    return ZU___LIKELY( event->sort != nullptr ) ? event->sort : zuObjSort( event );
+}
 // Compares with an event of the set.  Only equality counts, so classes need not be told apart by name.
 static ZU_INT eventCompare( ZU_OBJ *stored, ZU_OBJ *event )
 {
-    ZU_SORT *storedSort = zuObjSort( stored );
-    ZU_SORT *eventSort = zuObjSort( event );
+    ZU_SORT *storedSort = eventSortOf( stored );
+    ZU_SORT *eventSort = eventSortOf( event );
     if ( storedSort == eventSort ) {
         return stored == event ? 0 : storedSort->compareFunc( stored, event );
     }
@@ -260,7 +267,7 @@ static void eventOrderFree( ZU___EVENT_ORDER *order )
 // The set
 static bool eventIsValue( ZU_OBJ *event )
 {
-    return zuObjSort( event )->compareFunc != nullptr;
+    return eventSortOf( event )->compareFunc != nullptr;
 }
 ZU_BOOL zu___EventSetInsert( ZU___EVENT_SET *set, ZU_OBJ *event )
 {

@@ -1,15 +1,9 @@
 // The lock of the object's header does the work, so that a monitor is no larger than its header and a flag.
 
-#include "zu/base/zu_monitor.h"
+#include "zu/base/zu_monitor_internal.h"
 
 #include "zu/base/zu_threading_fork_internal.h"
 #include "zu/runtime/zu_module.h"
-#include "zu/sys/zu_lock_internal.h"
-
-struct ZU_MONITOR {
-    ZU_OBJ obj;
-    ZU_BOOL entered; // a thread is inside; written by that thread alone
-};
 
 static void monitorFree( ZU_OBJ *thisObj );
 
