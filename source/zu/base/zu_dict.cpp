@@ -751,16 +751,10 @@ struct DICT_REAL_KEY {
     }
 };
 
-// Where a key stands or, if it does not, belongs.
-struct DICT_PLACE {
-    ZU_INT idx;
-    bool found;
-};
-
 // Searches between the pairs at `below` and `above`, which the key is known to lie between.  Each may be beside the
 // array.
 template <typename KEY>
-static DICT_PLACE dictBisect( ZU_DICT *dict, ZU_INT below, ZU_INT above, KEY key )
+static ZU___DICT_PLACE dictBisect( ZU_DICT *dict, ZU_INT below, ZU_INT above, KEY key )
 {
     while ( above - below > 1 ) {
         ZU_INT mid = below + ( above - below ) / 2;
@@ -790,7 +784,7 @@ struct DICT_RINGS_ITEMS {
 // whatever lies between them has that in common too, and is compared from there on.  The keys of a large dict are in no
 // cache, so that those that may come next are fetched meanwhile.
 template <bool LARGE, typename ITEMS>
-static inline DICT_PLACE dictBisectTexts( ITEMS items, ZU_INT below, ZU_INT above, DICT_TEXT_KEY key )
+static inline ZU___DICT_PLACE dictBisectTexts( ITEMS items, ZU_INT below, ZU_INT above, DICT_TEXT_KEY key )
 {
     ZU_INT begin = below + 1;
     ZU_INT sameBelow = 0;
@@ -816,7 +810,7 @@ static inline DICT_PLACE dictBisectTexts( ITEMS items, ZU_INT below, ZU_INT abov
     }
     return { above, false };
 }
-static DICT_PLACE dictBisect( ZU_DICT *dict, ZU_INT below, ZU_INT above, DICT_TEXT_KEY key )
+static ZU___DICT_PLACE dictBisect( ZU_DICT *dict, ZU_INT below, ZU_INT above, DICT_TEXT_KEY key )
 {
     if ( ZU___UNLIKELY( dict->keySort != &zu___sort_ZU_STRING ) ) {
         return dictBisect<DICT_TEXT_KEY>( dict, below, above, key );
@@ -832,7 +826,7 @@ static DICT_PLACE dictBisect( ZU_DICT *dict, ZU_INT below, ZU_INT above, DICT_TE
 
 // Searches the pairs from `begin` on, the ends first: keys often come in order.
 template <typename KEY>
-static DICT_PLACE dictFindFrom( ZU_DICT *dict, ZU_INT begin, KEY key )
+static ZU___DICT_PLACE dictFindFrom( ZU_DICT *dict, ZU_INT begin, KEY key )
 {
     if ( begin == dict->length ) {
         return { begin, false };
@@ -852,7 +846,7 @@ static inline DICT_TEXT_KEY dictTextKey( ZU_STRING *zus )
 {
     return { zus->chars + zus->fspace, zus->length };
 }
-static DICT_PLACE dictFindObjFrom( ZU_DICT *dict, ZU_INT begin, ZU_OBJ *key )
+static ZU___DICT_PLACE dictFindObjFrom( ZU_DICT *dict, ZU_INT begin, ZU_OBJ *key )
 {
     if ( key->sort == &zu___sort_ZU_STRING ) {
         return dictFindFrom( dict, begin, dictTextKey( (ZU_STRING *)key ) );
@@ -863,7 +857,7 @@ static DICT_PLACE dictFindObjFrom( ZU_DICT *dict, ZU_INT begin, ZU_OBJ *key )
     return dictFindFrom( dict, begin, DICT_OBJ_KEY{ key } );
 }
 
-static inline ZU_INT dictFoundIdx( DICT_PLACE place )
+static inline ZU_INT dictFoundIdx( ZU___DICT_PLACE place )
 {
     return place.found ? place.idx : -1;
 }
@@ -919,7 +913,7 @@ static bool dictKeyBeginsWith( ZU_DICT *dict, ZU_INT idx, const ZU_CHAR *chars, 
 ZU_INT zu___DictIndexOfAbbreviation( ZU_DICT *dict, const ZU_CHAR *chars, ZU_INT length, bool *exact )
 {
     ZU_ASSERT( dict );
-    DICT_PLACE place = dictBisect( dict, -1, dict->length, DICT_TEXT_KEY{ chars, length } );
+    ZU___DICT_PLACE place = dictBisect( dict, -1, dict->length, DICT_TEXT_KEY{ chars, length } );
     *exact = place.found;
     if ( place.found ) {
         return place.idx;
@@ -1122,10 +1116,17 @@ void zuDictSetObjKey( ZU_DICT **dict, ZU_OBJ *key, ZU_OBJ *value )
     ZU_ASSERT( *dict );
     ZU_ASSERT( key );
     ZU_ASSERT( value );
+    zu___DictSetAt( dict, dictFindObjFrom( *dict, 0, key ), key, value );
+}
+ZU___DICT_PLACE zu___DictPlaceOfString( ZU_DICT *dict, ZU_STRING *key )
+{
+    return dictFindFrom( dict, 0, dictTextKey( key ) );
+}
+void zu___DictSetAt( ZU_DICT **dict, ZU___DICT_PLACE place, ZU_OBJ *key, ZU_OBJ *value )
+{
     // Ahead of the copy, since either may be the dict itself
     ZU___DICT_PAIR pair = { zuObjRetain( key ), zuObjRetain( value ) };
     dictUnshare( dict );
-    DICT_PLACE place = dictFindObjFrom( *dict, 0, key );
     if ( place.found ) {
         ZU___DICT_PAIR old = *zu___DictPair( *dict, place.idx );
         *zu___DictPair( *dict, place.idx ) = pair;
@@ -1313,7 +1314,7 @@ void zuDictInclude( ZU_DICT **dest, ZU_DICT *src, ZU_BOOL overwrite )
     ZU_INT begin = 0;
     for ( ZU_INT i = 0; i < src->length; i++ ) {
         ZU___DICT_PAIR pair = *zu___DictPair( src, i );
-        DICT_PLACE place = dictFindObjFrom( own, begin, pair.key );
+        ZU___DICT_PLACE place = dictFindObjFrom( own, begin, pair.key );
         begin = place.idx + place.found;
         places[ i ] = place.found ? -1 : place.idx;
         if ( !place.found ) {
@@ -1371,7 +1372,7 @@ void zuDictExclude( ZU_DICT **dest, ZU_DICT *src )
     ZU_INT run = 0;  // first pair that is not
     ZU_INT begin = 0;
     for ( ZU_INT i = 0; i < src->length; i++ ) {
-        DICT_PLACE place = dictFindObjFrom( *dest, begin, zu___DictPair( src, i )->key );
+        ZU___DICT_PLACE place = dictFindObjFrom( *dest, begin, zu___DictPair( src, i )->key );
         begin = place.idx + place.found;
         if ( place.found ) {
             if ( left == length ) {
@@ -1410,7 +1411,7 @@ void zuDictIntersect( ZU_DICT **dest, ZU_DICT *src, ZU_BOOL useSrcValues )
     ZU_INT begin = 0;
     for ( ZU_INT i = 0; i < old->length; i++ ) {
         ZU___DICT_PAIR pair = *zu___DictPair( old, i );
-        DICT_PLACE place = dictFindObjFrom( src, begin, pair.key );
+        ZU___DICT_PLACE place = dictFindObjFrom( src, begin, pair.key );
         begin = place.idx + place.found;
         if ( place.found ) {
             ZU_OBJ *value = useSrcValues ? zu___DictPair( src, place.idx )->val : pair.val;
@@ -1427,7 +1428,7 @@ ZU_INT zu___DictCommonKeys( ZU_DICT *dictA, ZU_DICT *dictB, ZU_INT most )
     ZU_INT common = 0;
     ZU_INT begin = 0;
     for ( ZU_INT i = 0; i < smaller->length && common < most; i++ ) {
-        DICT_PLACE place = dictFindObjFrom( larger, begin, zu___DictPair( smaller, i )->key );
+        ZU___DICT_PLACE place = dictFindObjFrom( larger, begin, zu___DictPair( smaller, i )->key );
         begin = place.idx + place.found;
         common += place.found;
     }

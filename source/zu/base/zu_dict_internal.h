@@ -70,6 +70,17 @@ void zu___DictSpread( ZU_DICT *dict, ZU_INT shift );
 // stands first or, with `lastWins`, last, key and value alike.  Takes the time of a sort.
 void zu___DictSort( ZU_DICT *dict, bool lastWins );
 
+// Where a key stands or, if it does not, belongs.
+typedef struct ZU___DICT_PLACE {
+    ZU_INT idx;
+    bool found;
+} ZU___DICT_PLACE;
+
+// Returns the place of a string key.
+ZU___DICT_PLACE zu___DictPlaceOfString( ZU_DICT *dict, ZU_STRING *key );
+// Does what zuDictSetObjKey does when it has found the place of the key.
+void zu___DictSetAt( ZU_DICT **dict, ZU___DICT_PLACE place, ZU_OBJ *key, ZU_OBJ *value );
+
 // Returns the position of the string key of `length` code points, of which no string is made; -1 if there is none.
 ZU_INT zu___DictIndexOfChars( ZU_DICT *dict, const ZU_CHAR *chars, ZU_INT length );
 

@@ -266,6 +266,15 @@ static ZU_STORE *storeStoreNoRetain( ZU_STORE *store, ZU___STORE_KEY address )
     ZU_INT idx = zu___DictIndexOfChars( store->stores, address.chars, address.length );
     return idx < 0 ? nullptr : zuStoreFrom( zu___DictPair( store->stores, idx )->val );
 }
+// Sets `address` in the addresses and in `*kind`.  Where all addresses are of that kind, as in most stores, both dicts
+// have the same keys, and one search serves both: it takes most of the time that settings in any order take.
+static void storeSet( ZU_STORE *own, ZU_DICT **kind, ZU_STRING *address, ZU_OBJ *obj )
+{
+    bool all = ( *kind )->length == own->addresses->length;
+    ZU___DICT_PLACE place = zu___DictPlaceOfString( own->addresses, address );
+    zu___DictSetAt( &own->addresses, place, zuStringObj( address ), zuStringObj( address ) );
+    zu___DictSetAt( kind, all ? place : zu___DictPlaceOfString( *kind, address ), zuStringObj( address ), obj );
+}
 // Removes `address` from `*kind`, and from the addresses unless `remaining` has it too.
 static void storeDel( ZU_STORE *own, ZU_DICT **kind, ZU_DICT *remaining, ZU_STRING *address )
 {
@@ -301,8 +310,7 @@ void zuStoreSetValue( ZU_STORE **store, ZU_STRING *address, ZU_STRING *value )
     STORE_ASSERT_ADDRESS( ZU___STORE_KEY( address ) );
     ZU_ASSERT( value );
     storeUnshare( store );
-    zuDictSetStringKey( &( *store )->addresses, address, zuStringObj( address ) );
-    zuDictSetStringKey( &( *store )->values, address, zuStringObj( value ) );
+    storeSet( *store, &( *store )->values, address, zuStringObj( value ) );
 }
 
 void zuStoreDelValue( ZU_STORE **store, ZU_STRING *address )
@@ -335,8 +343,7 @@ void zuStoreSetStore( ZU_STORE **store, ZU_STRING *address, ZU_STORE *other )
     // Set into itself, a store is held over the change: that makes a new node of it, with the old one below.
     auto held = zu___HeldIf( other == *store, other );
     storeUnshare( store );
-    zuDictSetStringKey( &( *store )->addresses, address, zuStringObj( address ) );
-    zuDictSetStringKey( &( *store )->stores, address, zuStoreObj( other ) );
+    storeSet( *store, &( *store )->stores, address, zuStoreObj( other ) );
 }
 
 void zuStoreDelStore( ZU_STORE **store, ZU_STRING *address )
