@@ -4,33 +4,35 @@
 
 #include "zu/sys/zu_mem_internal.h"
 
-#include <cstdlib>
 #include <cstring>
 
 static constexpr uint8_t DEBUG_FILL = 0xFF;
 
 bool zu___MemDebug = false;
-static bool memFill = false; // as zu___MemDebug was at start-up
+bool zu___MemFill = false; // as zu___MemDebug was at start-up
 
 void zu___MemStartup( void )
 {
-    memFill = zu___MemDebug;
+    zu___MemFill = zu___MemDebug;
 }
 void zu___MemShutdown( void )
 {
 }
 
 // Allocation
+void *zu___MemFinishAlloc( void *res, ZU_INT size )
+{
+    ZU_ASSERT( res );
+    if ( zu___MemFill ) {
+        memset( res, DEBUG_FILL, (size_t)size );
+    }
+    return res;
+}
 void *zuMemAlloc( ZU_INT size )
 {
     ZU_ASSERT( size >= 0 );
     ZU_ASSERT( size > 0 );
-    void *res = malloc( (size_t)size );
-    ZU_ASSERT( res );
-    if ( ZU___UNLIKELY( memFill ) ) {
-        memset( res, DEBUG_FILL, (size_t)size );
-    }
-    return res;
+    return zu___MemAllocInline( size );
 }
 void *zuMemAllocN( ZU_INT count, ZU_INT size )
 {
