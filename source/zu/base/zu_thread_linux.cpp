@@ -4,7 +4,6 @@
 #include <pthread.h>
 #include <sched.h>
 #include <sys/resource.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 static constexpr size_t NAME_BYTES = 16; // that the system keeps of a thread's name, terminator included
@@ -22,11 +21,10 @@ void zu___ThreadApplyPriority( ZU_THREAD_PRIORITY prio )
         struct sched_param param = {};
         sched_setscheduler( 0, wanted, &param );
     }
-    // Both are numbers of tasks: that of the first thread, whose nice value is the process's, and the caller's own.
+    // Of tasks: the first thread, whose nice value is the process's, and the caller itself.
     int nice = getpriority( PRIO_PROCESS, (id_t)getpid() ) + NICE[ prio ];
-    id_t self = (id_t)syscall( SYS_gettid );
-    if ( getpriority( PRIO_PROCESS, self ) != nice ) {
-        setpriority( PRIO_PROCESS, self, nice );
+    if ( getpriority( PRIO_PROCESS, 0 ) != nice ) {
+        setpriority( PRIO_PROCESS, 0, nice );
     }
 }
 
