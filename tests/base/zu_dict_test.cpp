@@ -4,6 +4,7 @@
 #include "zu_test_support.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <map>
 #include <numeric>
@@ -430,6 +431,66 @@ TEST( Dict, FindsStringsInAnyOrder )
         auto found = model.find( key );
         ZU_INT idx = found == model.end() ? -1 : (ZU_INT)std::distance( model.begin(), found );
         ASSERT_EQ( zuDictIndexOfStringKeyCstr( dict.get(), key.c_str(), -1 ), idx ) << "step " << i;
+    }
+}
+
+static bool samePairs( const DICT &a, const DICT &b )
+{
+    bool same = zuDictLength( a.get() ) == zuDictLength( b.get() );
+    for ( ZU_INT idx = 0; same && idx < zuDictLength( a.get() ); idx++ ) {
+        same = zu___DictPair( a.get(), idx )->key == zu___DictPair( b.get(), idx )->key;
+    }
+    return same;
+}
+// Reals within the tolerance of each other and NaN, of which each order is another: many keys at once are single calls.
+TEST( Dict, TakesRealsOneByOne )
+{
+    std::mt19937 random( 1 );
+    OBJ value = boxed( 1 );
+    auto real = [ & ] {
+        double number = random() % 16 == 0 ? NAN : (double)( random() % 10 ) * 1e-16;
+        return zu::adopt( zuBoxedRealObj( zuBoxedRealCreate( number ) ) );
+    };
+    auto dictOfReals = [ & ] {
+        DICT dict = zu::adopt( zuDictCreate() );
+        zu::Ref<ZU_VECTOR> keys = zu::adopt( zuVectorCreate() );
+        zu::Ref<ZU_VECTOR> values = zu::adopt( zuVectorCreate() );
+        for ( size_t left = random() % 8; left > 0; left-- ) {
+            zuVectorPrependObj( keys.inOut(), random() % 4 == 0 ? value.get() : real().get() );
+            zuVectorPrependObj( values.inOut(), value.get() );
+            zuDictSetObjKey( dict.inOut(), zuVectorBacking( keys.get() )[ 0 ], value.get() );
+        }
+        EXPECT_TRUE( samePairs( zu::adopt( zuDictCreateWithKeysAndValues( keys.get(), values.get() ) ), dict ) );
+        return dict;
+    };
+    for ( int i = 0; i < 2000; i++ ) {
+        DICT dict = dictOfReals();
+        DICT src = dictOfReals();
+        DICT included = dict;
+        DICT excluded = dict;
+        DICT common = zu::adopt( zuDictCreate() );
+        for ( ZU_INT idx = 0; idx < zuDictLength( src.get() ); idx++ ) {
+            OBJ key = zu::adopt( zuDictKeyAt( src.get(), idx ) );
+            if ( i % 2 == 0 || !zuDictHasObjKey( included.get(), key.get() ) ) {
+                zuDictSetObjKey( included.inOut(), key.get(), value.get() );
+            }
+            zuDictDelObjKey( excluded.inOut(), key.get() );
+        }
+        for ( ZU_INT idx = 0; idx < zuDictLength( dict.get() ); idx++ ) {
+            OBJ key = zu::adopt( zuDictKeyAt( dict.get(), idx ) );
+            if ( zuDictHasObjKey( src.get(), key.get() ) ) {
+                zuDictSetObjKey( common.inOut(), key.get(), value.get() );
+            }
+        }
+        DICT result = dict;
+        zuDictInclude( result.inOut(), src.get(), i % 2 == 0 );
+        ASSERT_TRUE( samePairs( result, included ) ) << i;
+        result = dict;
+        zuDictExclude( result.inOut(), src.get() );
+        ASSERT_TRUE( samePairs( result, excluded ) ) << i;
+        result = dict;
+        zuDictIntersect( result.inOut(), src.get(), ZU_FALSE );
+        ASSERT_TRUE( samePairs( result, common ) ) << i;
     }
 }
 

@@ -532,7 +532,7 @@ static void dictMergePairs( ZU___DICT_PAIR *dest, const ZU___DICT_PAIR *left, ZU
 }
 
 // Sorts pairs by key, equal keys in the order in which they stand.  A merge sort stays within the array even where the
-// order of a class contradicts itself, as that of reals does within its tolerance; std::sort need not.
+// order of a class contradicts itself; std::sort need not.
 static void dictSortPairs( ZU___DICT_PAIR *pairs, ZU_INT count )
 {
     static constexpr ZU_INT RUN = 8; // runs by insertion, which passes ascending keys with one comparison each
@@ -601,6 +601,14 @@ ZU_DICT *zuDictCreateWithKeysAndValues( ZU_VECTOR *keysVector, ZU_VECTOR *values
     ZU_OBJ *const *keys = zuVectorBacking( keysVector );
     ZU_OBJ *const *values = zuVectorBacking( valuesVector );
     ZU___DICT_PAIR *gap = zu___DictMakeRoom( dict, 0, count );
+    ZU_SORT *realSort = zuBoxedRealSort(); // which dictHasReals tells of
+    if ( std::any_of( keys, keys + count, [ = ]( ZU_OBJ *key ) { return key->sort == realSort; } ) ) {
+        dict->length = 0;
+        for ( ZU_INT i = count - 1; i >= 0; i-- ) {
+            zuDictSetObjKey( &dict, keys[ i ], values[ i ] );
+        }
+        return dict;
+    }
     for ( ZU_INT i = 0; i < count; i++ ) {
         gap[ i ] = { zuObjRetain( keys[ i ] ), zuObjRetain( values[ i ] ) };
     }
@@ -1235,6 +1243,25 @@ void zuDictDelSortKey( ZU_DICT **dict, ZU_SORT *key )
 }
 
 // Whole dicts
+
+// The order of reals contradicts itself, within their tolerance and at NaN.  What a run of single calls makes of that
+// depends on each of its steps, so that what takes many keys takes just those steps if there are reals among them.
+struct DICT_SORT_KEY {
+    ZU_SORT *sort;
+
+    ZU_INT order( ZU_OBJ *stored ) const
+    {
+        return zuSortCompare( zuObjSort( stored ), sort );
+    }
+};
+static bool dictHasReals( ZU_DICT *dict )
+{
+    if ( dict->length == 0 || dict->keySort ) {
+        return dict->length > 0 && dict->keySort == zuBoxedRealSort();
+    }
+    return dictBisect( dict, -1, dict->length, DICT_SORT_KEY{ zuBoxedRealSort() } ).found;
+}
+
 void zuDictClear( ZU_DICT **dict )
 {
     ZU_ASSERT( dict );
@@ -1302,6 +1329,15 @@ void zuDictInclude( ZU_DICT **dest, ZU_DICT *src, ZU_BOOL overwrite )
     }
     zu___Owned held( zuDictRetain( src ) ); // it may be *dest
     dictUnshare( dest );
+    if ( dictHasReals( src ) ) {
+        for ( ZU_INT i = 0; i < src->length; i++ ) {
+            ZU___DICT_PAIR pair = *zu___DictPair( src, i );
+            if ( overwrite || !zuDictHasObjKey( *dest, pair.key ) ) {
+                zuDictSetObjKey( dest, pair.key, pair.val );
+            }
+        }
+        return;
+    }
     zu___Taken taken;
     ZU_DICT *own = *dest;
 
@@ -1363,6 +1399,13 @@ void zuDictExclude( ZU_DICT **dest, ZU_DICT *src )
         zuDictClear( dest );
         return;
     }
+    if ( dictHasReals( src ) ) {
+        zu___Owned held( zuDictRetain( src ) );
+        for ( ZU_INT i = 0; i < src->length; i++ ) {
+            zuDictDelObjKey( dest, zu___DictPair( src, i )->key );
+        }
+        return;
+    }
     // The pairs behind each removed one move ahead when the next is found.
     zu___Taken taken;
     ZU_INT length = ( *dest )->length;
@@ -1408,13 +1451,18 @@ void zuDictIntersect( ZU_DICT **dest, ZU_DICT *src, ZU_BOOL useSrcValues )
     }
     ZU_DICT *result = zu___DictCreateEmpty();
     result->keySort = old->keySort;
+    const bool hasReals = dictHasReals( old );
     ZU_INT begin = 0;
     for ( ZU_INT i = 0; i < old->length; i++ ) {
         ZU___DICT_PAIR pair = *zu___DictPair( old, i );
         ZU___DICT_PLACE place = dictFindObjFrom( src, begin, pair.key );
-        begin = place.idx + place.found;
+        begin = hasReals ? 0 : place.idx + place.found;
         if ( place.found ) {
             ZU_OBJ *value = useSrcValues ? zu___DictPair( src, place.idx )->val : pair.val;
+            if ( hasReals ) {
+                zuDictSetObjKey( &result, pair.key, value );
+                continue;
+            }
             *zu___DictMakeRoom( result, result->length, 1 ) = { zuObjRetain( pair.key ), zuObjRetain( value ) };
         }
     }
@@ -1425,11 +1473,12 @@ ZU_INT zu___DictCommonKeys( ZU_DICT *dictA, ZU_DICT *dictB, ZU_INT most )
 {
     ZU_DICT *smaller = dictB->length < dictA->length ? dictB : dictA;
     ZU_DICT *larger = smaller == dictA ? dictB : dictA;
+    const bool hasReals = dictHasReals( smaller );
     ZU_INT common = 0;
     ZU_INT begin = 0;
     for ( ZU_INT i = 0; i < smaller->length && common < most; i++ ) {
         ZU___DICT_PLACE place = dictFindObjFrom( larger, begin, zu___DictPair( smaller, i )->key );
-        begin = place.idx + place.found;
+        begin = hasReals ? 0 : place.idx + place.found;
         common += place.found;
     }
     return common;
