@@ -5,6 +5,7 @@
 #include "zu/base/zu_decoder_internal.h"
 
 #include "zu/base/zu_string_internal.h"
+#include "zu/base/zu_wire_chars_internal.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/sys/zu_chars_ascii_internal.h"
 #include "zu/sys/zu_mem.h"
@@ -204,27 +205,39 @@ static inline ZU_INT decoderTakeAscii( ZU_DECODER *dec, ZU_CHAR *value, ZU_INT l
 }
 // Takes `length` characters, all of them below `end`.
 template <bool STORE>
-static bool decoderTakeChars( ZU_DECODER *dec, ZU_CHAR *value, ZU_INT length, ZU_CHAR end )
+[[gnu::noinline]] static bool decoderTakeAnyChars( ZU_DECODER *dec, ZU_CHAR *value, ZU_INT length, ZU_CHAR end )
 {
     ZU_INT i = 0;
+    if constexpr ( STORE ) {
+        const uint8_t *src = dec->bytes + dec->offset;
+        i = zu___WireTakeChars( value, length, &src, dec->bytes + dec->length, end );
+        if ( i < 0 ) {
+            return decoderFail( dec );
+        }
+        dec->offset = src - dec->bytes;
+    }
     while ( ( i += decoderTakeAscii<STORE>( dec, STORE ? value + i : nullptr, length - i ) ) < length ) {
-        do {
-            const uint8_t *bytes = dec->bytes + dec->offset;
-            if ( !decoderCheckLeft( dec, 3 ) || bytes[ 0 ] & CHAR_UNUSED ) {
-                return decoderFail( dec );
-            }
-            ZU_CHAR ch = (ZU_CHAR)( bytes[ 0 ] & 0x1F ) << 16 | (ZU_CHAR)bytes[ 1 ] << 8 | bytes[ 2 ];
-            if ( ZU___UNLIKELY( ch >= end ) ) {
-                return decoderFail( dec );
-            }
-            if constexpr ( STORE ) {
-                value[ i ] = ch;
-            }
-            dec->offset += 3;
-            i++;
-        } while ( i < length && dec->offset < dec->length && dec->bytes[ dec->offset ] >= CHAR_LONG );
+        const uint8_t *bytes = dec->bytes + dec->offset;
+        if ( !decoderCheckLeft( dec, ZU___WIRE_CHAR_BYTES ) || bytes[ 0 ] & CHAR_UNUSED ) {
+            return decoderFail( dec );
+        }
+        ZU_CHAR ch = (ZU_CHAR)( bytes[ 0 ] & 0x1F ) << 16 | (ZU_CHAR)bytes[ 1 ] << 8 | bytes[ 2 ];
+        if ( ZU___UNLIKELY( ch >= end ) ) {
+            return decoderFail( dec );
+        }
+        if constexpr ( STORE ) {
+            value[ i ] = ch;
+        }
+        dec->offset += ZU___WIRE_CHAR_BYTES;
+        i++;
     }
     return true;
+}
+template <bool STORE>
+static inline bool decoderTakeChars( ZU_DECODER *dec, ZU_CHAR *value, ZU_INT length, ZU_CHAR end )
+{
+    ZU_INT i = decoderTakeAscii<STORE>( dec, value, length );
+    return i == length || decoderTakeAnyChars<STORE>( dec, STORE ? value + i : nullptr, length - i, end );
 }
 
 // Takes the number of characters or bytes that follow, each of which is a byte at least.

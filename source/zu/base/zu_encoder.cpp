@@ -1,11 +1,14 @@
-// Values are written where they stay: most go into the free room at the end of the buffer, which nobody else has, as
-// long as that is sure to hold the largest that they can become.  Nearly all text on the wire is ASCII, so that a string
-// is first taken for that, and only if it was more is it done once more in full.
+// Values are written where they stay: into the free room at the end of the buffer, as long as that is sure to hold the
+// largest that they can become.  A value is a few bytes, and to look at the buffer for each, at who else holds it and at
+// its lengths in bits, costs more than those.  So the encoder keeps the bounds of the room for itself, and the buffer
+// gets its lengths when anybody is to see it.
 
 #include "zu/base/zu_encoder.h"
 
 #include "zu/base/zu_buffer_internal.h"
+#include "zu/base/zu_reserve.h"
 #include "zu/base/zu_string_internal.h"
+#include "zu/base/zu_wire_chars_internal.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/sys/zu_chars_ascii_internal.h"
 #include "zu/sys/zu_mem.h"
@@ -16,16 +19,15 @@
 static_assert( std::endian::native == std::endian::little );
 
 static constexpr int INT_SIGN = 0x80;
-static constexpr ZU_INT INT_BYTES = 9; // at most
-static constexpr ZU_CHAR ASCII_END = 0x80;
-static constexpr ZU_CHAR CHAR_LONG = 0x80000000; // set in the first byte of those below
-static constexpr ZU_INT CHAR_BYTES = 3;          // of a character that is no ASCII
-static constexpr ZU_INT STEP = 16;               // characters that are looked at together
-static constexpr ZU_INT SPARE_MIN = 256;         // bytes of room that are made beyond what is wanted: a small message
+static constexpr ZU_INT INT_BYTES = 9;      // at most
+static constexpr ZU_INT SPARE_MIN = 512;    // bytes of room that are made beyond what is wanted: a small message
+static constexpr ZU_INT PIECE_CHARS = 1024; // of a text that there is no room for at once
 
 struct ZU_ENCODER {
     ZU_OBJ obj;
     ZU_BUFFER *buffer; // never on foreign memory, since it begins empty and is only appended to
+    uint8_t *end;      // where the content really ends, and
+    uint8_t *limit;    // where the room behind it does; both null while the buffer tells that itself
 };
 
 static void encoderFree( ZU_OBJ *thisObj );
@@ -39,6 +41,8 @@ ZU_ENCODER *zuEncoderCreate( void )
 {
     ZU_ENCODER *enc = (ZU_ENCODER *)zu___ObjCreate( sizeof( ZU_ENCODER ), &zu___sort_ZU_ENCODER );
     enc->buffer = zuBufferCreate();
+    enc->end = nullptr;
+    enc->limit = nullptr;
     return enc;
 }
 static void encoderFree( ZU_OBJ *thisObj )
@@ -49,166 +53,134 @@ static void encoderFree( ZU_OBJ *thisObj )
     ZU_REF_POISON( enc->buffer );
 }
 
+// Has the buffer tell its lengths again, and returns where it is held.
+static ZU_BUFFER **encoderClose( ZU_ENCODER *enc )
+{
+    if ( enc->limit ) {
+        ZU_BUFFER *buf = enc->buffer;
+        buf->bitLength = BYTES_TO_BITS( enc->end - buf->bytes ) - buf->bitFspace;
+        buf->bitBspace = BYTES_TO_BITS( enc->limit - enc->end );
+        enc->end = nullptr;
+        enc->limit = nullptr;
+    }
+    return &enc->buffer;
+}
+// Takes the room for `byteCount` bytes at least, and makes as much as there is content beyond that if there is not
+// enough, since more will come.  Returns false if the content ends within a byte.
+static bool encoderOpen( ZU_ENCODER *enc, ZU_INT byteCount )
+{
+    ZU_BUFFER **buf = encoderClose( enc );
+    if ( !zuBufferBitIsAligned( *buf ) ) {
+        return false;
+    }
+    if ( ZU_REF_RETAIN_COUNT( *buf ) != 1 || ( *buf )->bitBspace < BYTES_TO_BITS( byteCount ) ) {
+        zuBufferReserve( buf, zuIntAddSaturating( byteCount, zuIntMax( zuBufferLength( *buf ), SPARE_MIN ) ) );
+    }
+    ZU_BUFFER *own = *buf;
+    enc->end = own->bytes + ( own->bitFspace + own->bitLength ) / 8;
+    enc->limit = enc->end + own->bitBspace / 8;
+    return true;
+}
+
 // The whole
 ZU_BUFFER *zuEncoderBuffer( ZU_ENCODER *enc )
 {
     ZU_ASSERT( enc );
-    return zuBufferRetain( enc->buffer );
+    return zuBufferRetain( *encoderClose( enc ) );
 }
 ZU_INT zuEncoderLength( ZU_ENCODER *enc )
 {
     ZU_ASSERT( enc );
-    return zuBufferLength( enc->buffer );
+    return zuBufferLength( *encoderClose( enc ) );
 }
 void zuEncoderClear( ZU_ENCODER *enc )
 {
     ZU_ASSERT( enc );
-    zuBufferClear( &enc->buffer );
+    zuBufferClear( encoderClose( enc ) );
 }
 
 // Appending
 
-// Where a buffer of whole bytes that nobody else has goes on.  What is stored there may be anything to a compiler, even
-// the lengths of the buffer, so that these are read ahead.
-struct ENCODER_TAIL {
-    ZU_BUFFER *buf;
-    ZU___INT_UNSIGNED bitLength;
-    ZU___INT_UNSIGNED bitBspace;
-    uint8_t *begin;
-
-    explicit ENCODER_TAIL( ZU_BUFFER *buffer )
-        : buf( buffer ), bitLength( buffer->bitLength ), bitBspace( buffer->bitBspace ),
-          begin( buffer->bytes + ( buffer->bitFspace + bitLength ) / 8 )
-    {
-    }
-    // Tells whether `byteCount` bytes may be stored.
-    bool fits( ZU_INT byteCount ) const
-    {
-        return ZU_REF_RETAIN_COUNT( buf ) == 1 && bitBspace >= (ZU___INT_UNSIGNED)byteCount * 8 && bitLength % 8 == 0;
-    }
-    // Takes what has been stored up to `end` into the content.
-    void take( const uint8_t *end ) const
-    {
-        ZU___INT_UNSIGNED bits = (ZU___INT_UNSIGNED)( end - begin ) * 8;
-        buf->bitLength = bitLength + bits;
-        buf->bitBspace = bitBspace - bits;
-    }
-};
-
-// Makes room for `byteCount` bytes at the end of a buffer of whole bytes, and for as much as there is already, since
-// more will come: it is appended as zeros, and the content is given its length back.
-static void encoderMakeRoom( ZU_BUFFER **buf, ZU_INT byteCount )
-{
-    ZU_INT room = zuIntAddSaturating( byteCount, zuIntMax( zuBufferLength( *buf ), SPARE_MIN ) );
-    zuBufferAppendZero( buf, room );
-    ( *buf )->bitLength -= (ZU___INT_UNSIGNED)room * 8;
-    ( *buf )->bitBspace += (ZU___INT_UNSIGNED)room * 8;
-}
 // Appends what `put` stores from the address on that it gets, at most `most` bytes; it returns where that ends.
 template <typename PUT>
 [[gnu::noinline]] static void encoderAppendAnyhow( ZU_ENCODER *enc, ZU_INT most, PUT put )
 {
-    if ( enc->buffer->bitLength % 8 != 0 ) {
-        uint8_t *bytes = (uint8_t *)zuMemAlloc( most );
-        zuBufferAppendBytes( &enc->buffer, bytes, put( bytes ) - bytes );
-        zuMemFree( bytes );
+    if ( encoderOpen( enc, most ) ) {
+        enc->end = put( enc->end );
         return;
     }
-    if ( !ENCODER_TAIL( enc->buffer ).fits( most ) ) {
-        encoderMakeRoom( &enc->buffer, most );
-    }
-    ENCODER_TAIL tail( enc->buffer );
-    tail.take( put( tail.begin ) );
+    uint8_t *bytes = (uint8_t *)zuMemAlloc( most );
+    zuBufferAppendBytes( &enc->buffer, bytes, put( bytes ) - bytes );
+    zuMemFree( bytes );
+}
+static inline bool encoderHasRoom( const ZU_ENCODER *enc, ZU_INT byteCount )
+{
+    return ZU___LIKELY( enc->limit - enc->end >= byteCount );
 }
 template <typename PUT>
-static inline void encoderAppend( ZU_ENCODER *enc, ZU_INT most, PUT put )
+[[gnu::always_inline]] static inline void encoderAppend( ZU_ENCODER *enc, ZU_INT most, PUT put )
 {
-    ENCODER_TAIL tail( enc->buffer );
-    if ( ZU___LIKELY( tail.fits( most ) ) ) {
-        tail.take( put( tail.begin ) );
+    if ( encoderHasRoom( enc, most ) ) {
+        enc->end = put( enc->end );
     } else {
         encoderAppendAnyhow( enc, most, put );
     }
 }
 
-// Each stores a value and returns where it ends; what lies behind may be overwritten, up to as many bytes as any value
-// has.
-static inline uint8_t *encoderPutInt( uint8_t *dest, ZU_INT value )
+// Stores a value and returns where it ends; what lies behind may be overwritten, up to as many bytes as any value has.
+[[gnu::always_inline]] static inline uint8_t *encoderPutInt( uint8_t *dest, ZU_INT value )
 {
     uint64_t magnitude = value < 0 ? 0 - (uint64_t)value : (uint64_t)value;
     int sign = value < 0 ? INT_SIGN : 0;
-    if ( magnitude < 256 ) {
-        dest[ 0 ] = (uint8_t)( sign | ( magnitude > 0 ) );
+    if ( ZU___LIKELY( magnitude < 256 ) ) {
+        int bytes = magnitude > 0;
+        dest[ 0 ] = (uint8_t)( sign | bytes );
         dest[ 1 ] = (uint8_t)magnitude;
-        return dest + 1 + ( magnitude > 0 );
+        return dest + 1 + bytes;
     }
-    int bytes = ( 64 + 7 - std::countl_zero( magnitude ) ) / 8;
+    int bytes = ( 64 + 7 - __builtin_clzll( magnitude ) ) / 8;
     dest[ 0 ] = (uint8_t)( sign | bytes );
-    uint64_t word = __builtin_bswap64( magnitude << ( 64 - 8 * bytes ) );
+    uint64_t word = __builtin_bswap64( magnitude << ( -8 * bytes & 63 ) );
     memcpy( dest + 1, &word, sizeof word );
     return dest + 1 + bytes;
 }
-static inline uint8_t *encoderPutChar( uint8_t *dest, ZU_CHAR value )
+// Characters, for which there is room.  Most text is ASCII, and what is not mostly does not begin so.
+[[gnu::noinline]] static void encoderPutAnyChars( ZU_ENCODER *enc, uint8_t *dest, const ZU_CHAR *values, ZU_INT length )
 {
-    bool isLong = value >= ASCII_END;
-    uint32_t word = __builtin_bswap32( isLong ? CHAR_LONG | value << 8 : value << 24 );
-    memcpy( dest, &word, sizeof word );
-    return dest + ( isLong ? CHAR_BYTES : 1 );
+    enc->end = zu___WirePutChars( dest, values, length );
 }
-
-static uint8_t *encoderPutChars( uint8_t *dest, const ZU_CHAR *values, ZU_INT length )
+[[gnu::always_inline]] static inline void encoderPutChars( ZU_ENCODER *enc, uint8_t *dest, const ZU_CHAR *values,
+                                                           ZU_INT length )
 {
-    ZU_INT i = 0;
-    for ( ; length - i >= STEP; i += STEP ) {
-        if ( zu___CharsPackAscii( dest, values + i, STEP ) ) {
-            dest += STEP;
-        } else {
-            for ( ZU_INT k = i; k < i + STEP; k++ ) {
-                dest = encoderPutChar( dest, values[ k ] );
-            }
-        }
+    if ( ZU___LIKELY( ( length == 0 || values[ 0 ] < ZU___WIRE_ASCII_END ) &&
+                      zu___CharsPackAscii( dest, values, length ) ) ) {
+        enc->end = dest + length;
+    } else {
+        encoderPutAnyChars( enc, dest, values, length );
     }
-    for ( ; i < length; i++ ) {
-        dest = encoderPutChar( dest, values[ i ] );
-    }
-    return dest;
 }
-// Appends characters, and their number ahead of them if it is `counted`.
-[[gnu::noinline]] static void encoderAppendAnyChars( ZU_ENCODER *enc, const ZU_CHAR *values, ZU_INT length,
-                                                     bool counted )
+static inline ZU_INT encoderRoomForChars( ZU_INT length )
 {
-    // There is room for the largest that they can become nearly always, and then nothing has to be counted.
-    ENCODER_TAIL tail( enc->buffer );
-    if ( ZU___LIKELY( tail.fits( INT_BYTES + CHAR_BYTES * length ) ) ) {
-        tail.take( encoderPutChars( counted ? encoderPutInt( tail.begin, length ) : tail.begin, values, length ) );
-        return;
-    }
-    ZU_INT longs = 0;
-    ZU_INT i = 0;
-    for ( ; length - i >= STEP; i += STEP ) {
-        for ( ZU_INT k = i; k < i + STEP; k++ ) {
-            longs += values[ k ] >= ASCII_END;
-        }
-    }
-    for ( ; i < length; i++ ) {
-        longs += values[ i ] >= ASCII_END;
-    }
-    encoderAppendAnyhow( enc, INT_BYTES + length + ( CHAR_BYTES - 1 ) * longs, [ = ]( uint8_t *dest ) {
-        return encoderPutChars( counted ? encoderPutInt( dest, length ) : dest, values, length );
-    } );
+    return ZU___WIRE_CHAR_BYTES * length + ZU___WIRE_ROOM_BEHIND;
 }
-[[gnu::always_inline]] static inline void encoderAppendChars( ZU_ENCODER *enc, const ZU_CHAR *values, ZU_INT length,
-                                                              bool counted )
+// Appends characters where there is no room for the largest that they can become.  That is not made for all of a long
+// text, which is seldom as large.
+[[gnu::noinline]] static void encoderAppendAnyChars( ZU_ENCODER *enc, const ZU_CHAR *values, ZU_INT length )
 {
-    ENCODER_TAIL tail( enc->buffer );
-    if ( ZU___LIKELY( tail.fits( INT_BYTES + length ) ) ) {
-        uint8_t *text = counted ? encoderPutInt( tail.begin, length ) : tail.begin;
-        if ( ZU___LIKELY( zu___CharsPackAscii( text, values, length ) ) ) {
-            tail.take( text + length );
-            return;
-        }
+    if ( length > PIECE_CHARS && !encoderHasRoom( enc, length + encoderRoomForChars( PIECE_CHARS ) ) ) {
+        encoderOpen( enc, length + encoderRoomForChars( PIECE_CHARS ) );
     }
-    encoderAppendAnyChars( enc, values, length, counted );
+    for ( ; length > 0; values += PIECE_CHARS, length -= PIECE_CHARS ) {
+        ZU_INT count = zuIntMin( length, PIECE_CHARS );
+        encoderAppend( enc, encoderRoomForChars( count ),
+                       [ = ]( uint8_t *dest ) { return zu___WirePutChars( dest, values, count ); } );
+    }
+}
+// The same for a string that has its number ahead.
+[[gnu::noinline]] static void encoderAppendAnyString( ZU_ENCODER *enc, ZU_STRING *value )
+{
+    zuEncoderEncodeInt( enc, value->length );
+    encoderAppendAnyChars( enc, value->chars + value->fspace, value->length );
 }
 
 // Values
@@ -225,32 +197,50 @@ void zuEncoderEncodeChar( ZU_ENCODER *enc, ZU_CHAR value )
 {
     ZU_ASSERT( enc );
     ZU_ASSERT( ZU_CHAR_OK( value ) );
-    encoderAppend( enc, INT_BYTES, [ = ]( uint8_t *dest ) { return encoderPutChar( dest, value ); } );
+    encoderAppendAnyChars( enc, &value, 1 );
 }
 void zuEncoderEncodeChars( ZU_ENCODER *enc, const ZU_CHAR *values, ZU_INT valuesLength )
 {
     ZU_ASSERT( enc );
     ZU_ASSERT( valuesLength >= 0 );
     ZU_ASSERT( values || valuesLength == 0 );
-    for ( ZU_INT i = 0; i < valuesLength; i++ ) {
-        ZU_CHAR value = values[ i ];
-        ZU_ASSERT( ZU_CHAR_OK( value ) );
+    if ( !zuCharsAllOk( values, valuesLength ) ) {
+        for ( ZU_INT i = 0; i < valuesLength; i++ ) {
+            ZU_CHAR value = values[ i ];
+            ZU_ASSERT( ZU_CHAR_OK( value ) );
+        }
     }
-    encoderAppendChars( enc, values, valuesLength, false );
+    if ( encoderHasRoom( enc, encoderRoomForChars( valuesLength ) ) ) {
+        encoderPutChars( enc, enc->end, values, valuesLength );
+    } else {
+        encoderAppendAnyChars( enc, values, valuesLength );
+    }
 }
 void zuEncoderEncodeString( ZU_ENCODER *enc, ZU_STRING *value )
 {
     ZU_ASSERT( enc );
     ZU_ASSERT( value );
-    encoderAppendChars( enc, value->chars + value->fspace, value->length, true );
+    const ZU_INT length = value->length;
+    if ( encoderHasRoom( enc, INT_BYTES + encoderRoomForChars( length ) ) ) {
+        encoderPutChars( enc, encoderPutInt( enc->end, length ), value->chars + value->fspace, length );
+    } else {
+        encoderAppendAnyString( enc, value );
+    }
 }
 void zuEncoderEncodeBuffer( ZU_ENCODER *enc, ZU_BUFFER *buf )
 {
     ZU_ASSERT( enc );
     ZU_ASSERT( buf );
     ZU_ASSERT( zuBufferBitIsAligned( buf ) );
-    zuEncoderEncodeInt( enc, zuBufferLength( buf ) );
-    zuBufferAppend( &enc->buffer, buf );
+    ZU_INT length = zuBufferLength( buf );
+    if ( encoderHasRoom( enc, INT_BYTES + length ) ) {
+        enc->end = encoderPutInt( enc->end, length );
+        zuMemCopy( enc->end, zuBufferBacking( buf ), length );
+        enc->end += length;
+        return;
+    }
+    zuEncoderEncodeInt( enc, length );
+    zuBufferAppend( encoderClose( enc ), buf );
 }
 // As many characters as bytes, each of them its own byte: an identifier's buffer looks as its string does.
 void zuEncoderEncodeIdentifier( ZU_ENCODER *enc, ZU_IDENTIFIER *value )
@@ -312,27 +302,27 @@ void zuEncoderEncodeOptionalStringVector( ZU_ENCODER *enc, ZU_VECTOR *value )
 void zuEncoderWrite( ZU_ENCODER *enc, ZU_BUFFER *buf )
 {
     ZU_ASSERT( enc );
-    zuBufferAppend( &enc->buffer, buf );
+    zuBufferAppend( encoderClose( enc ), buf );
 }
 void zuEncoderWriteInner( ZU_ENCODER *enc, ZU_BUFFER *buf, ZU_INT byteOffset, ZU_INT byteCount )
 {
     ZU_ASSERT( enc );
-    zuBufferAppendInner( &enc->buffer, buf, byteOffset, byteCount );
+    zuBufferAppendInner( encoderClose( enc ), buf, byteOffset, byteCount );
 }
 void zuEncoderWriteOuter( ZU_ENCODER *enc, ZU_BUFFER *buf, ZU_INT byteOffset, ZU_INT byteCount )
 {
     ZU_ASSERT( enc );
-    zuBufferAppendOuter( &enc->buffer, buf, byteOffset, byteCount );
+    zuBufferAppendOuter( encoderClose( enc ), buf, byteOffset, byteCount );
 }
 void zuEncoderWriteLeading( ZU_ENCODER *enc, ZU_BUFFER *buf, ZU_INT byteCount )
 {
     ZU_ASSERT( enc );
-    zuBufferAppendLeading( &enc->buffer, buf, byteCount );
+    zuBufferAppendLeading( encoderClose( enc ), buf, byteCount );
 }
 void zuEncoderWriteTrailing( ZU_ENCODER *enc, ZU_BUFFER *buf, ZU_INT byteCount )
 {
     ZU_ASSERT( enc );
-    zuBufferAppendTrailing( &enc->buffer, buf, byteCount );
+    zuBufferAppendTrailing( encoderClose( enc ), buf, byteCount );
 }
 void zuEncoderWriteByte( ZU_ENCODER *enc, uint8_t byte )
 {
@@ -345,21 +335,21 @@ void zuEncoderWriteByte( ZU_ENCODER *enc, uint8_t byte )
 void zuEncoderWriteBytes( ZU_ENCODER *enc, const uint8_t *bytes, ZU_INT byteCount )
 {
     ZU_ASSERT( enc );
-    zuBufferAppendBytes( &enc->buffer, bytes, byteCount );
+    zuBufferAppendBytes( encoderClose( enc ), bytes, byteCount );
 }
 void zuEncoderWriteZero( ZU_ENCODER *enc, ZU_INT byteCount )
 {
     ZU_ASSERT( enc );
-    zuBufferAppendZero( &enc->buffer, byteCount );
+    zuBufferAppendZero( encoderClose( enc ), byteCount );
 }
 void zuEncoderWriteOne( ZU_ENCODER *enc, ZU_INT byteCount )
 {
     ZU_ASSERT( enc );
-    zuBufferAppendOne( &enc->buffer, byteCount );
+    zuBufferAppendOne( encoderClose( enc ), byteCount );
 }
 void zuEncoderWriteEncoder( ZU_ENCODER *enc, ZU_ENCODER *src )
 {
     ZU_ASSERT( enc );
     ZU_ASSERT( src );
-    zuBufferAppend( &enc->buffer, src->buffer );
+    zuBufferAppend( encoderClose( enc ), *encoderClose( src ) );
 }
