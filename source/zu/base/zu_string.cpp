@@ -131,6 +131,18 @@ ZU_STRING *zu___StringCreateEmpty( void )
     STRING_SLACK::initialize( zus, 0 );
     return zus;
 }
+ZU_STRING *zu___StringCreateOf( const ZU_CHAR *chars, ZU_INT count )
+{
+    ZU_STRING *zus = zu___StringCreateEmpty();
+    if ( count <= INLINE_CHARS ) {
+        zus->length = count;
+        zus->bspace -= count;
+        memcpy( zus->inlineChars, chars, sizeof zus->inlineChars );
+    } else {
+        memcpy( zu___StringMakeRoom( zus, 0, count ), chars, (size_t)count * sizeof( ZU_CHAR ) );
+    }
+    return zus;
+}
 ZU_STRING *zuStringCreate( void )
 {
     return emptyString ? zuStringRetain( emptyString ) : nullptr;

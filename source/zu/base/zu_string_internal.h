@@ -29,6 +29,10 @@ extern ZU_SORT zu___sort_ZU_STRING __attribute__( ( visibility( "hidden" ) ) );
 // Returns a new, private, empty string.
 ZU_STRING *zu___StringCreateEmpty( void );
 
+// Returns a new, private string of `count` code points, more than none; that they are code points is the caller's word.
+// As many elements may be read as live in an object, whatever `count` is.
+ZU_STRING *zu___StringCreateOf( const ZU_CHAR *chars, ZU_INT count );
+
 // Opens a gap of `count` elements ahead of `atIndex` in a private string, raises its length by `count` and returns the
 // gap, which the caller fills.
 ZU_CHAR *zu___StringMakeRoom( ZU_STRING *zus, ZU_INT atIndex, ZU_INT count );

@@ -1,6 +1,6 @@
-// Text is read into a cache.  One run over each piece notes the few places that could end a line, without a branch for
+// Text is read into a cache.  One run over each piece lists the few places that could end a line, without a branch for
 // any of them, since where lines end is not foreseen; what a place does depends on the flags and is decided when a line
-// comes to it.  A carriage return at the end of the cache is the one place where what follows has to be read first: it
+// comes to it.  For the same reason the text of a line that the string has room for is copied by a fixed length.  A carriage return at the end of the cache is the one place where what follows has to be read first: it
 // stays in the cache, ahead of the next piece.
 
 #include "zu/io/zu_nlf_line_source.h"
@@ -9,22 +9,25 @@
 #include "zu/io/zu_string_char_source.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/sys/zu_char_names.h"
+#include "zu/sys/zu_chars_ascii_internal.h"
 
 #include <cstring>
 
 static constexpr ZU_INT CACHE_CHARS = 1024;
+static constexpr ZU_INT ENDS_STEP = 4; // places that are stored together: lines are seldom shorter than 16 code points
 static constexpr ZU_NLF_FLAGS BEYOND_CONTROLS = ZU_NLF_FLAG_NEL | ZU_NLF_FLAG_LS | ZU_NLF_FLAG_PS;
 
 struct ZU_NLF_LINE_SOURCE {
     ZU_OBJ obj;
     ZU_CHAR_SOURCE *src;
     ZU_NLF_FLAGS nlfFlags;
-    ZU_INT cacheLength; // code points in the cache
-    ZU_INT cachePos;    // of the first that has not gone into a line, 0 <= cachePos <= cacheLength
-    ZU_BOOL sourceEnd;  // the last refill was short
-    ZU_BOOL cacheOk;    // it holds code points and nothing else
-    ZU_CHAR cache[ CACHE_CHARS ];
-    uint64_t ends[ CACHE_CHARS / 64 ]; // a bit for each code point of the cache that could end a line, lowest bit first
+    ZU_INT cacheLength;      // code points in the cache
+    ZU_INT cachePos;         // of the first that has not gone into a line, 0 <= cachePos <= cacheLength
+    ZU_BOOL sourceEnd;       // the last refill was short
+    ZU_BOOL cacheOk;         // it holds code points and nothing else
+    const uint16_t *nextEnd; // the first of `ends` that is not passed
+    ZU_CHAR cache[ CACHE_CHARS + ZU___STRING_INLINE_CHARS ]; // and what a string of its own room takes along
+    uint16_t ends[ CACHE_CHARS + ENDS_STEP ]; // places in the cache that could end a line, then its length
 };
 
 static void nlfLineSourceFree( ZU_OBJ *thisObj );
@@ -45,6 +48,8 @@ ZU_NLF_LINE_SOURCE *zuNlfLineSourceCreate( ZU_CHAR_SOURCE *src, ZU_NLF_FLAGS nlf
     nls->cachePos = 0;
     nls->sourceEnd = ZU_FALSE;
     nls->cacheOk = ZU_TRUE;
+    nls->ends[ 0 ] = 0;
+    nls->nextEnd = nls->ends;
     return nls;
 }
 ZU_NLF_LINE_SOURCE *zuNlfLineSourceCreateFromString( ZU_STRING *zus, ZU_NLF_FLAGS nlfFlags )
@@ -67,65 +72,94 @@ static void nlfLineSourceFree( ZU_OBJ *thisObj )
 
 // The function of the sources
 
-// Four code points side by side; the compiler has instructions for these on all processors that count.
-typedef int32_t NLF_LANES __attribute__( ( vector_size( 16 ) ) );
-
-// Returns a bit for each of 32 code points that could end a line: the controls up to U+000D, of which the others are
+// Returns a bit for each of 16 code points that could end a line: the controls up to U+000D, of which the others are
 // rare, and with ALL the newline functions beyond them.  Unites the bits of all with `*united`.
+#if defined( __SSE2__ )
 template <bool ALL>
-static inline uint32_t nlfFindEnds( const ZU_CHAR *chars, NLF_LANES *united )
+static inline unsigned nlfFindEnds( const ZU_CHAR *chars, ZU___CHARS_LANES *united )
 {
-    NLF_LANES found = {};
-    NLF_LANES laneBits = { 1, 2, 4, 8 };
-    for ( const ZU_CHAR *end = chars + 32; chars < end; chars += 4 ) {
-        NLF_LANES lanes;
-        memcpy( &lanes, chars, sizeof lanes );
-        NLF_LANES could = lanes < ZU_CHAR_CARRIAGE_RETURN + 1;
+    __m128i lanes[ 4 ];
+    memcpy( lanes, chars, sizeof lanes );
+    *united |= (ZU___CHARS_LANES)( ( lanes[ 0 ] | lanes[ 1 ] ) | ( lanes[ 2 ] | lanes[ 3 ] ) );
+    // What is too large for a byte becomes 255, and what is none at all may become anything.
+    const __m128i low = _mm_packs_epi32( lanes[ 0 ], lanes[ 1 ] );
+    const __m128i high = _mm_packs_epi32( lanes[ 2 ], lanes[ 3 ] );
+    const __m128i bytes = _mm_packus_epi16( low, high );
+    __m128i could = _mm_cmpeq_epi8( _mm_min_epu8( bytes, _mm_set1_epi8( ZU_CHAR_CARRIAGE_RETURN ) ), bytes );
+    if ( ALL ) {
+        const __m128i one = _mm_set1_epi16( 1 );
+        const __m128i separator = _mm_set1_epi16( ZU_CHAR_PARAGRAPH_SEPARATOR ); // and the one for lines ahead of it
+        could = _mm_or_si128( could, _mm_cmpeq_epi8( bytes, _mm_set1_epi8( (char)ZU_CHAR_NEXT_LINE ) ) );
+        could = _mm_or_si128( could, _mm_packs_epi16( _mm_cmpeq_epi16( _mm_or_si128( low, one ), separator ),
+                                                      _mm_cmpeq_epi16( _mm_or_si128( high, one ), separator ) ) );
+    }
+    return (unsigned)_mm_movemask_epi8( could );
+}
+#else
+template <bool ALL>
+static inline unsigned nlfFindEnds( const ZU_CHAR *chars, ZU___CHARS_LANES *united )
+{
+    ZU___CHARS_LANES found = {};
+    ZU___CHARS_LANES laneBits = { 1, 2, 4, 8 };
+    for ( const ZU_CHAR *end = chars + 16; chars < end; chars += 4 ) {
+        const ZU___CHARS_LANES lanes = zu___CharsLoadLanes( chars );
+        ZU___CHARS_LANES could = (ZU___CHARS_LANES)( lanes < ZU_CHAR_CARRIAGE_RETURN + 1 );
         if ( ALL ) {
-            could |= ( lanes == ZU_CHAR_NEXT_LINE ) | ( ( lanes | 1 ) == ZU_CHAR_PARAGRAPH_SEPARATOR );
+            could |= (ZU___CHARS_LANES)( lanes == ZU_CHAR_NEXT_LINE );
+            could |= (ZU___CHARS_LANES)( ( lanes | 1 ) == ZU_CHAR_PARAGRAPH_SEPARATOR );
         }
         found |= could & laneBits;
         laneBits <<= 4;
         *united |= lanes;
     }
-    return (uint32_t)( found[ 0 ] | found[ 1 ] | found[ 2 ] | found[ 3 ] );
+    return found[ 0 ] | found[ 1 ] | found[ 2 ] | found[ 3 ];
 }
+#endif
 
-// Notes where lines could end in the cache, and whether it holds code points.
-template <bool ALL>
-static void nlfLineSourceNoteEnds( ZU_NLF_LINE_SOURCE *nls )
+static inline ZU_INT nlfCountBits( uint64_t bits )
 {
-    NLF_LANES united = {};
+    bits -= bits >> 1 & UINT64_C( 0x5555555555555555 );
+    bits = ( bits & UINT64_C( 0x3333333333333333 ) ) + ( bits >> 2 & UINT64_C( 0x3333333333333333 ) );
+    bits = ( bits + ( bits >> 4 ) ) & UINT64_C( 0x0F0F0F0F0F0F0F0F );
+    return (ZU_INT)( bits * UINT64_C( 0x0101010101010101 ) >> 56 );
+}
+// Stores the places of the bits, counted from `pos`, and returns where they end.  As many as a word mostly has are
+// stored without a look at how many it has.
+static inline uint16_t *nlfStoreEnds( uint16_t *dest, uint64_t bits, ZU_INT pos )
+{
+    const ZU_INT count = nlfCountBits( bits );
+    ZU_INT i = 0;
+    do {
+        for ( ZU_INT k = 0; k < ENDS_STEP; k++ ) {
+            dest[ i + k ] = (uint16_t)( pos + __builtin_ctzll( bits | UINT64_C( 1 ) << 63 ) );
+            bits &= bits - 1;
+        }
+        i += ENDS_STEP;
+    } while ( ZU___UNLIKELY( i < count ) );
+    return dest + count;
+}
+// Lists where lines could end in the cache, and notes whether it holds code points.
+template <bool ALL>
+static void nlfLineSourceListEnds( ZU_NLF_LINE_SOURCE *nls )
+{
+    ZU___CHARS_LANES united = {};
+    uint16_t *ends = nls->ends;
     ZU_INT i = nls->cacheLength;
     for ( ; i % 64 != 0; i++ ) {
         nls->cache[ i ] = ZU_CHAR_SPACE; // fills the last word
     }
     for ( ZU_INT pos = 0; pos < i; pos += 64 ) {
-        uint64_t low = nlfFindEnds<ALL>( nls->cache + pos, &united );
-        uint64_t high = nlfFindEnds<ALL>( nls->cache + pos + 32, &united );
-        nls->ends[ pos / 64 ] = low | high << 32;
+        uint64_t bits = 0;
+        for ( ZU_INT k = 0; k < 64; k += 16 ) {
+            bits |= (uint64_t)nlfFindEnds<ALL>( nls->cache + pos + k, &united ) << k;
+        }
+        ends = nlfStoreEnds( ends, bits, pos );
     }
+    *ends = (uint16_t)nls->cacheLength;
+    nls->nextEnd = nls->ends;
     // A bit that no element has is in no union of elements.
-    ZU_CHAR all = (ZU_CHAR)( united[ 0 ] | united[ 1 ] | united[ 2 ] | united[ 3 ] );
+    ZU_CHAR all = united[ 0 ] | united[ 1 ] | united[ 2 ] | united[ 3 ];
     nls->cacheOk = ZU_CHAR_OK( all ) || zuCharsAllOk( nls->cache, nls->cacheLength );
-}
-
-// Returns the next place from `i` on that could end a line, the length of the cache if there is none.
-static inline ZU_INT nlfLineSourceNextEnd( ZU_NLF_LINE_SOURCE *nls, ZU_INT i )
-{
-    if ( i < nls->cacheLength ) {
-        ZU_INT word = i / 64;
-        uint64_t bits = nls->ends[ word ] >> ( i % 64 );
-        if ( bits != 0 ) {
-            return i + __builtin_ctzll( bits );
-        }
-        for ( word++; word * 64 < nls->cacheLength; word++ ) {
-            if ( nls->ends[ word ] != 0 ) {
-                return word * 64 + __builtin_ctzll( nls->ends[ word ] );
-            }
-        }
-    }
-    return nls->cacheLength;
 }
 
 // Returns the flag of the newline function that `ch` is, 0 if it is none.
@@ -158,7 +192,11 @@ static ZU_INT nlfLineSourceFindEnd( ZU_NLF_LINE_SOURCE *nls, ZU_INT *nlfLength )
     const ZU_CHAR *cache = nls->cache;
     ZU_INT length = nls->cacheLength;
     *nlfLength = 0;
-    for ( ZU_INT i = nls->cachePos; ( i = nlfLineSourceNextEnd( nls, i ) ) < length; i++ ) {
+    while ( *nls->nextEnd < length ) {
+        ZU_INT i = *nls->nextEnd++;
+        if ( i < nls->cachePos ) {
+            continue; // the line feed of a pair
+        }
         ZU_NLF_FLAGS flag = nlfFlagOfChar( cache[ i ] );
         if ( flag == ZU_NLF_FLAG_CR && nls->nlfFlags & ZU_NLF_FLAG_CRLF ) {
             if ( i + 1 < length && cache[ i + 1 ] == ZU_CHAR_LINE_FEED ) {
@@ -185,20 +223,20 @@ static void nlfLineSourceRefill( ZU_NLF_LINE_SOURCE *nls, ZU_INT kept )
     if ( nls->cacheLength < CACHE_CHARS ) {
         nls->sourceEnd = ZU_TRUE;
     }
-    nls->nlfFlags &BEYOND_CONTROLS ? nlfLineSourceNoteEnds<true>( nls ) : nlfLineSourceNoteEnds<false>( nls );
+    nls->nlfFlags &BEYOND_CONTROLS ? nlfLineSourceListEnds<true>( nls ) : nlfLineSourceListEnds<false>( nls );
 }
 
 // Appends `count` elements of the cache to the line, which is private; makes it if it is null.
 static void nlfLineSourceAppend( ZU_NLF_LINE_SOURCE *nls, ZU_STRING **zus, ZU_INT count )
 {
     const ZU_CHAR *chars = nls->cache + nls->cachePos;
-    if ( !*zus ) {
-        *zus = zu___StringCreateEmpty();
-    }
-    if ( nls->cacheOk ) {
+    if ( ZU___UNLIKELY( !nls->cacheOk ) ) {
+        *zus = *zus ? *zus : zuStringCreate();
+        zuStringAppendChars( zus, chars, count ); // aborts if it is this line that has what is no code point
+    } else if ( *zus ) {
         memcpy( zu___StringMakeRoom( *zus, ( *zus )->length, count ), chars, (size_t)count * sizeof( ZU_CHAR ) );
     } else {
-        zuStringAppendChars( zus, chars, count ); // aborts if it is this line that has what is no code point
+        *zus = zu___StringCreateOf( chars, count );
     }
 }
 
