@@ -1,6 +1,6 @@
 // Reading a whole file into memory, beside a plain loop of read(2) into one block and the whole-file reads of the
-// peers; lines of a file of UTF-8, beside std::wifstream and QTextStream; replacing a small file for good.  The file
-// has 100 MB; ZU_BENCHMARK_FILE_MB sets another size.
+// peers; lines of files of UTF-8, beside std::wifstream and QTextStream; replacing a small file for good.  The files
+// have 100 MB; ZU_BENCHMARK_FILE_MB sets another size.
 
 #include "zu/io/zu_file.h"
 #include "zu/io/zu_file_replace.h"
@@ -23,16 +23,17 @@
 #include <QTextStream>
 #endif
 
-// Lines of 0 to 99 characters, a few of which lie beyond ASCII.
+// Lines of 0 to 99 characters: in ASCII, with a few letters beyond it, as in French, and in Greek.
+enum class Texts { ASCII, FRENCH, GREEK };
+
 struct SAMPLE {
     std::string path = "/tmp/zu-file-benchmark";
     size_t size = 0;
     ZU_STRING *name;
 
-    SAMPLE()
+    explicit SAMPLE( Texts texts )
     {
-        zuRuntimeStartup( 0, -1, nullptr, "zu-benchmark", "Benchmarks of zu", "1.0" );
-        path += std::to_string( getpid() );
+        path += std::to_string( getpid() ) + "-" + std::to_string( (int)texts );
         name = zuStringCreateFromUtf8( path.c_str(), -1 );
         const char *megabytes = getenv( "ZU_BENCHMARK_FILE_MB" );
         size_t wanted = ( megabytes ? (size_t)atoi( megabytes ) : 100 ) * 1000000;
@@ -43,10 +44,12 @@ struct SAMPLE {
             state = state * 6364136223846793005u + 1442695040888963407u;
             line.clear();
             for ( size_t i = ( state >> 33 ) % 100; i > 0; i-- ) {
-                if ( i % 31 == 7 ) {
+                if ( texts == Texts::GREEK && i % 7 ) {
+                    line += { '\xCE', (char)( 0xB1 + i % 13 ) };
+                } else if ( texts == Texts::FRENCH && i % 31 == 7 ) {
                     line += "\u00E9";
                 } else {
-                    line += (char)( 'a' + i % 26 );
+                    line += texts == Texts::GREEK ? ' ' : (char)( 'a' + i % 26 );
                 }
             }
             line += '\n';
@@ -59,14 +62,20 @@ struct SAMPLE {
         zuStringRelease( name );
     }
 };
+static const bool started = [] {
+    zuRuntimeStartup( 0, -1, nullptr, "zu-benchmark", "Benchmarks of zu", "1.0" );
+    return true;
+}();
+template <Texts TEXTS = Texts::FRENCH>
 static const SAMPLE &sample()
 {
-    static const SAMPLE made;
+    static const SAMPLE made( TEXTS );
     return made;
 }
+template <Texts TEXTS = Texts::FRENCH>
 static void report( benchmark::State &state, size_t found )
 {
-    state.SetBytesProcessed( state.iterations() * (int64_t)sample().size );
+    state.SetBytesProcessed( state.iterations() * (int64_t)sample<TEXTS>().size );
     state.counters[ "found" ] = (double)found;
 }
 
@@ -129,11 +138,16 @@ BENCHMARK( wholeQt )->Name( "File/whole/qt" )->Unit( benchmark::kMillisecond );
 #endif
 
 // Lines; all count the characters
+#define LINES_BENCHMARKS( function, name )                                                                       \
+    BENCHMARK( function<Texts::ASCII> )->Name( "File/lines in ASCII/" name )->Unit( benchmark::kMillisecond );   \
+    BENCHMARK( function<Texts::FRENCH> )->Name( "File/lines in French/" name )->Unit( benchmark::kMillisecond ); \
+    BENCHMARK( function<Texts::GREEK> )->Name( "File/lines in Greek/" name )->Unit( benchmark::kMillisecond )
+template <Texts TEXTS>
 static void linesZu( benchmark::State &state )
 {
-    size_t found = ( sample(), 0 );
+    size_t found = ( sample<TEXTS>(), 0 );
     for ( auto _ : state ) {
-        ZU_LINE_SOURCE *source = zuFileOpenLineSource( sample().name, ZU_CHARSET_UTF_8, 0, ZU_NLF_FLAG_LF );
+        ZU_LINE_SOURCE *source = zuFileOpenLineSource( sample<TEXTS>().name, ZU_CHARSET_UTF_8, 0, ZU_NLF_FLAG_LF );
         found = 0;
         while ( ZU_STRING *line = zuLineSourceRead( source ) ) {
             found += (size_t)zuStringLength( line );
@@ -141,14 +155,15 @@ static void linesZu( benchmark::State &state )
         }
         zuLineSourceRelease( source );
     }
-    report( state, found );
+    report<TEXTS>( state, found );
 }
-BENCHMARK( linesZu )->Name( "File/lines/zu" )->Unit( benchmark::kMillisecond );
+LINES_BENCHMARKS( linesZu, "zu" );
+template <Texts TEXTS>
 static void linesStd( benchmark::State &state )
 {
-    size_t found = ( sample(), 0 );
+    size_t found = ( sample<TEXTS>(), 0 );
     for ( auto _ : state ) {
-        std::wifstream file( sample().path );
+        std::wifstream file( sample<TEXTS>().path );
         file.imbue( std::locale( "C.UTF-8" ) );
         std::wstring line;
         found = 0;
@@ -156,15 +171,16 @@ static void linesStd( benchmark::State &state )
             found += line.size();
         }
     }
-    report( state, found );
+    report<TEXTS>( state, found );
 }
-BENCHMARK( linesStd )->Name( "File/lines/std" )->Unit( benchmark::kMillisecond );
+LINES_BENCHMARKS( linesStd, "std" );
 #ifdef ZU_BENCHMARK_QT
+template <Texts TEXTS>
 static void linesQt( benchmark::State &state )
 {
-    size_t found = ( sample(), 0 );
+    size_t found = ( sample<TEXTS>(), 0 );
     for ( auto _ : state ) {
-        QFile file( QString::fromStdString( sample().path ) );
+        QFile file( QString::fromStdString( sample<TEXTS>().path ) );
         file.open( QIODevice::ReadOnly );
         QTextStream stream( &file );
         stream.setCodec( "UTF-8" );
@@ -173,9 +189,9 @@ static void linesQt( benchmark::State &state )
             found += (size_t)line.size();
         }
     }
-    report( state, found );
+    report<TEXTS>( state, found );
 }
-BENCHMARK( linesQt )->Name( "File/lines/qt" )->Unit( benchmark::kMillisecond );
+LINES_BENCHMARKS( linesQt, "qt" );
 #endif
 
 // Replacing a small file for good, as settings are
