@@ -7,6 +7,8 @@
 // whole for each piece.  So it lies in a block that is larger, by a reserve in proportion to the content, and mostly
 // moves within that by moving its bounds alone.
 //
+// A copy of a short content is as likely to be read and let go as to be changed: it comes in one piece with the object.
+//
 // All lengths inside are unsigned and in bits; the public forms, most of them in zu_buffer_forms.cpp, check what comes
 // from outside, convert it and hand it to one function for each kind of operand.  A buffer that anybody else holds, and
 // one on foreign memory, is exchanged for a copy before its content changes.
@@ -28,6 +30,7 @@ static constexpr UINT FSPACE_MAX = 2 * ZU_BUFFER_FSPACE;
 static constexpr UINT BSPACE_MAX = 2 * ZU_BUFFER_BSPACE;
 static constexpr UINT CAPACITY_MAX = 3;    // times the storage: what a deletion leaves of the block
 static constexpr UINT RESERVE_DIVISOR = 2; // of the content: what a block that is too small grows by
+static constexpr UINT BEHIND_MAX = 4096;   // bytes of a content whose storage is behind its object until that goes
 static_assert( BIT_AT_BOUND( ZU_BUFFER_FSPACE ) && BIT_AT_BOUND( ZU_BUFFER_BSPACE ) );
 
 static ZU_BUFFER *emptyBuffer = nullptr; // shared by everybody who holds an empty buffer
@@ -40,16 +43,18 @@ static ZU_SORT zu___sort_ZU_BUFFER =
     ZU___SORT_INITIALIZER( "ZU_BUFFER", &zu___module, bufferFree, bufferCompare, bufferToString );
 ZU___STDFUNCS( ZU_BUFFER, zuBuffer )
 
-// Returns a new, private, empty buffer without storage.
-static ZU_BUFFER *bufferCreateEmpty()
+// Returns a new, private, empty buffer without storage, with `bytesBehind` bytes of memory behind it.
+static ZU_BUFFER *bufferCreateEmpty( UINT bytesBehind = 0 )
 {
-    ZU_BUFFER *buf = (ZU_BUFFER *)zu___ObjCreate( sizeof( ZU_BUFFER ), &zu___sort_ZU_BUFFER );
+    ZU_BUFFER *buf = (ZU_BUFFER *)zu___ObjCreate( sizeof( ZU_BUFFER ) + (ZU_INT)bytesBehind, &zu___sort_ZU_BUFFER );
+    buf->obj.objectSize = sizeof( ZU_BUFFER ); // what is behind is declared with the storage
     buf->bitLength = 0;
     buf->bitFspace = 0;
     buf->bitBspace = 0;
     buf->bytes = nullptr;
     buf->block = nullptr;
     buf->capacity = 0;
+    buf->blockBehind = false;
     buf->ref = nullptr;
     return buf;
 }
@@ -208,23 +213,39 @@ static UINT bufferStorageSize( UINT used, UINT room )
     ZU_ASSERT( ZU___INT_UNSIGNED_TO_ZU_INT_CONV_OK( sizeBits ) );
     return sizeBytes;
 }
+static inline void bufferSetBlock( ZU_BUFFER *buf, uint8_t *block, UINT capacity )
+{
+    buf->block = block;
+    buf->capacity = capacity;
+    buf->blockBehind = false;
+}
+static inline void bufferFreeBlock( ZU_BUFFER *buf )
+{
+    if ( !buf->blockBehind ) {
+        zuMemFree( buf->block );
+    }
+}
 // Exchanges the block for one of `capacity` bytes, and moves the storage to `storageAt` in it, with the content from
 // byte `at` of that on.
 static void bufferExchangeBlock( ZU_BUFFER *buf, UINT capacity, UINT storageAt, UINT at )
 {
     uint8_t *block = (uint8_t *)zuMemAlloc( (ZU_INT)capacity );
     bitsMove( block + storageAt + at, bufferContent( buf ), buf->bitLength );
-    zuMemFree( buf->block );
-    buf->block = block;
-    buf->capacity = capacity;
+    bufferFreeBlock( buf );
+    bufferSetBlock( buf, block, capacity );
     buf->bytes = block + storageAt;
 }
 // Grows the block at its end to `capacity` bytes.
 static void bufferGrowBlock( ZU_BUFFER *buf, UINT capacity )
 {
     UINT storageAt = (UINT)( buf->bytes - buf->block );
-    buf->block = (uint8_t *)zuMemRealloc( buf->block, (ZU_INT)capacity );
-    buf->capacity = capacity;
+    if ( buf->blockBehind ) {
+        uint8_t *block = (uint8_t *)zuMemAlloc( (ZU_INT)capacity );
+        memcpy( block, buf->block, buf->capacity );
+        bufferSetBlock( buf, block, capacity );
+    } else {
+        bufferSetBlock( buf, (uint8_t *)zuMemRealloc( buf->block, (ZU_INT)capacity ), capacity );
+    }
     buf->bytes = buf->block + storageAt;
 }
 // Lays the storage anew, with `sizeBytes` in all and the content from byte `at` of it on; the caller sets the rooms.
@@ -284,13 +305,12 @@ static inline void bufferMakeWritable( ZU_BUFFER **buf )
 [[gnu::noinline]] static void bufferShrinkStorage( ZU_BUFFER *buf )
 {
     if ( buf->bitLength == 0 ) {
-        zuMemFree( buf->block );
+        bufferFreeBlock( buf );
+        bufferSetBlock( buf, nullptr, 0 );
         zu___ObjDeclareAllocationSizePrivate( &buf->obj, 0 );
         buf->bitFspace = 0;
         buf->bitBspace = 0;
         buf->bytes = nullptr;
-        buf->block = nullptr;
-        buf->capacity = 0;
         return;
     }
     UINT sizeBytes = bufferStorageSize( buf->bitLength, ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE );
@@ -313,19 +333,21 @@ static inline void bufferTrim( ZU_BUFFER *buf )
 // Each function opens a gap of `bitCount` bits, more than none, in a private buffer with storage of its own, and raises
 // its length.  What the gap holds is left to the caller.
 
-// The first storage of a buffer.
-static void bufferMakeFirstRoom( ZU_BUFFER **buf, UINT bitCount )
+// The first storage of a buffer, in a block of just its size.
+static inline void bufferTakeFirstRoom( ZU_BUFFER *own, uint8_t *block, UINT sizeBytes, UINT bitCount )
 {
-    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE + (*buf)->bitLength, bitCount ) );
-    UINT sizeBytes = bufferStorageSize( bitCount, ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE );
-    ZU_BUFFER *own = *buf;
-    own->block = (uint8_t *)zuMemAlloc( (ZU_INT)sizeBytes );
-    own->bytes = own->block;
-    own->capacity = sizeBytes;
+    bufferSetBlock( own, block, sizeBytes );
+    own->bytes = block;
     zu___ObjDeclareAllocationSizePrivate( &own->obj, (ZU_INT)sizeBytes );
     own->bitLength = bitCount;
     own->bitFspace = ZU_BUFFER_FSPACE;
     own->bitBspace = BYTES_TO_BITS( sizeBytes ) - bitCount - ZU_BUFFER_FSPACE;
+}
+static void bufferMakeFirstRoom( ZU_BUFFER **buf, UINT bitCount )
+{
+    ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE + (*buf)->bitLength, bitCount ) );
+    UINT sizeBytes = bufferStorageSize( bitCount, ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE );
+    bufferTakeFirstRoom( *buf, (uint8_t *)zuMemAlloc( (ZU_INT)sizeBytes ), sizeBytes, bitCount );
 }
 
 // Room off the bytes' boundaries, or that brings what follows off them: the object gets the storage of a new one.
@@ -337,10 +359,9 @@ static void bufferRebuild( ZU_BUFFER **buf, UINT atBit, UINT bitCount )
     bufferMakeFirstRoom( &tmp, own->bitLength + bitCount );
     bitsCopy( bufferContent( tmp ), 0, bufferContent( own ), 0, atBit );
     bitsCopy( bufferContent( tmp ), atBit + bitCount, bufferContent( own ), atBit, own->bitLength - atBit );
-    zuMemFree( own->block );
+    bufferFreeBlock( own );
     own->bytes = tmp->bytes;
-    own->block = tmp->block;
-    own->capacity = tmp->capacity;
+    bufferSetBlock( own, tmp->block, tmp->capacity );
     own->bitLength = tmp->bitLength;
     own->bitFspace = tmp->bitFspace;
     own->bitBspace = tmp->bitBspace;
@@ -497,7 +518,7 @@ static void bufferFree( ZU_OBJ *thisObj )
     if ( buf->ref ) {
         ZU_REF_RELEASE( buf->ref );
     } else {
-        zuMemFree( buf->block );
+        bufferFreeBlock( buf );
         zu___ObjDeclareAllocationSizePrivate( thisObj, 0 );
     }
     ZU_REF_POISON( buf->ref );
@@ -702,9 +723,28 @@ ZU_BUFFER *zuBufferCreate( void )
 {
     return zuBufferRetain( emptyBuffer );
 }
+
+// Returns a new buffer with a copy of `bitLength` bits of `content`, which are whole bytes.
+static ZU_BUFFER *bufferCreateCopy( const uint8_t *content, UINT bitLength )
+{
+    if ( bitLength == 0 || bitLength > BYTES_TO_BITS( BEHIND_MAX ) ) {
+        ZU_BUFFER *buf = bufferCreateEmpty();
+        zu___BufferInsertBytes( &buf, 0, content, bitLength >> 3 );
+        return buf;
+    }
+    UINT sizeBytes = bufferStorageSize( bitLength, ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE );
+    ZU_BUFFER *buf = bufferCreateEmpty( sizeBytes );
+    bufferTakeFirstRoom( buf, (uint8_t *)( buf + 1 ), sizeBytes, bitLength );
+    buf->blockBehind = true;
+    memcpy( bufferContent( buf ), content, bitLength >> 3 );
+    return buf;
+}
 ZU_BUFFER *zuBufferCreateFrom( ZU_BUFFER *src )
 {
     ZU_ASSERT( src );
+    if ( BIT_AT_BOUND( src->bitLength ) ) {
+        return bufferCreateCopy( bufferContent( src ), src->bitLength );
+    }
     ZU_BUFFER *buf = bufferCreateEmpty();
     zu___BufferInsertRange( &buf, 0, src, 0, src->bitLength );
     return buf;
@@ -724,9 +764,7 @@ ZU_BUFFER *zuBufferCreateFromBytesCopy( const uint8_t *bytes, ZU_INT byteCount )
 {
     BUFFER_ASSERT_BYTES( byteCount );
     ZU_ASSERT( bytes || !byteCount );
-    ZU_BUFFER *buf = bufferCreateEmpty();
-    zu___BufferInsertBytes( &buf, 0, bytes, (UINT)byteCount );
-    return buf;
+    return bufferCreateCopy( bytes, BYTES_TO_BITS( byteCount ) );
 }
 ZU_BUFFER *zuBufferCreateFromBytesUse( uint8_t *bytes, ZU_INT byteCount )
 {
@@ -735,8 +773,7 @@ ZU_BUFFER *zuBufferCreateFromBytesUse( uint8_t *bytes, ZU_INT byteCount )
     ZU_ASSERT( ZU___INT_UNSIGNED_TO_ZU_INT_CONV_OK( BYTES_TO_BITS( byteCount ) ) );
     ZU_BUFFER *buf = bufferCreateEmpty();
     buf->bytes = bytes;
-    buf->block = bytes;
-    buf->capacity = (UINT)byteCount;
+    bufferSetBlock( buf, bytes, (UINT)byteCount );
     buf->bitLength = BYTES_TO_BITS( byteCount );
     zu___ObjDeclareAllocationSizePrivate( &buf->obj, byteCount );
     return buf;
@@ -759,6 +796,9 @@ static ZU_BUFFER *bufferRead( ZU_BUFFER *buf, UINT bitIdx, UINT bitCount )
 {
     ZU_ASSERT( ZU___INT_UNSIGNED_ADD_OK( bitIdx, bitCount ) );
     ZU_ASSERT( bitIdx + bitCount <= buf->bitLength );
+    if ( BIT_AT_BOUND( bitIdx | bitCount ) ) {
+        return bufferCreateCopy( bufferContent( buf ) + ( bitIdx >> 3 ), bitCount );
+    }
     ZU_BUFFER *range = bufferCreateEmpty();
     zu___BufferInsertRange( &range, 0, buf, bitIdx, bitCount );
     return range;

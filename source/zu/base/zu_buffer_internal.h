@@ -18,9 +18,10 @@ struct ZU_BUFFER {
     ZU___INT_UNSIGNED bitLength; // at most ZU_INT_MAX
     ZU___INT_UNSIGNED bitFspace; // a multiple of 8, but after the one insertion that zu_buffer.h tells of
     ZU___INT_UNSIGNED bitBspace;
-    uint8_t *bytes;             // null while there is no storage
-    uint8_t *block;             // of zuMemAlloc; null while there is no storage, and if it is foreign
+    uint8_t *bytes; // null while there is no storage
+    uint8_t *block; // of zuMemAlloc, or behind the object; null while there is no storage, and if it is foreign
     ZU___INT_UNSIGNED capacity; // bytes that the block has
+    bool blockBehind;           // the block is the one behind the object
     ZU_OBJ *ref;                // keeps foreign storage, which is never written, resized or freed; null: it is ours
 };
 
