@@ -48,5 +48,5 @@
 // ZU_TAG_DEFINITION_SET: the definitions of tags that belong to one configuration, by tag.
 #include "zu/tag/zu_tag_definition_set.h"
 
-// zu_reserve.h: room for what is going to be appended.
+// zu_reserve.h: room for what is going to be added.
 #include "zu/base/zu_reserve.h"

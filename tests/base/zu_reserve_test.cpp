@@ -2,6 +2,7 @@
 
 #include "zu/base/zu_reserve.h"
 
+#include "zu/base/zu_dict_internal.h"
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
 
@@ -39,5 +40,18 @@ TEST( Reserve, AppendsInPlace )
     expectRoom(
         zu::adopt( zuBufferCreate() ), zuBufferReserve, []( ZU_BUFFER **buf ) { zuBufferAppendBits( buf, 1, 8 ); },
         zuBufferBacking, zuBufferLength );
+    // Keys that ascend stay in an array; in the other order they come into rings, which take over the room.
+    for ( ZU_INT sign : { 1, -1 } ) {
+        expectRoom(
+            zu::adopt( zuDictCreate() ), zuDictReserve,
+            [ & ]( ZU_DICT **dict ) {
+                zuDictSetIntKey( dict, sign * zuDictLength( *dict ), zu::upcast( item.get() ) );
+            },
+            [ & ]( ZU_DICT *dict ) {
+                EXPECT_TRUE( dict->items || dict->rings.count << dict->rings.shift >= MORE );
+                return sign > 0 ? (const void *)dict->items : nullptr;
+            },
+            zuDictLength );
+    }
     expectAbort( "count >= 0", [ & ] { zuStringReserve( item.inOut(), -1 ); } );
 }

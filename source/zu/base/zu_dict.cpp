@@ -176,7 +176,7 @@ void zu___DictSpread( ZU_DICT *dict, ZU_INT shift )
     dictFlatten( dict );
     ZU___DICT_RINGS rings = { nullptr, 0, 0, shift };
     ZU_INT size = (ZU_INT)1 << shift;
-    for ( ZU_INT idx = 0; idx < dict->length; idx += size ) {
+    for ( ZU_INT idx = 0; idx < dict->alloc; idx += size ) { // what has been reserved stays so
         dictAddRing( &rings );
         dictCopyPairs( rings.items[ idx >> shift ].pairs, dict->items + idx, zuIntMin( size, dict->length - idx ) );
     }
@@ -187,7 +187,7 @@ void zu___DictSpread( ZU_DICT *dict, ZU_INT shift )
 // Tells whether there would be too many rings of this size: passing one by takes as long as moving 16 pairs.
 static inline bool dictRingsAreSmall( const ZU_DICT *dict, ZU_INT shift )
 {
-    return ( dict->length >> shift ) * 16 >= (ZU_INT)1 << shift;
+    return ( dict->alloc >> shift ) * 16 >= (ZU_INT)1 << shift;
 }
 static void dictSpreadFrom( ZU_DICT *dict, ZU_INT shift )
 {
@@ -425,6 +425,22 @@ static void dictUnshare( ZU_DICT **dict )
         ZU_DICT *old = *dict;
         *dict = zuDictCreateFrom( old );
         ZU_REF_RELEASE( old );
+    }
+}
+
+void zu___DictReserve( ZU_DICT **dict, ZU_INT count )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( *dict );
+    ZU_ASSERT( ZU_INT_ADD_OK( ( *dict )->length, count ) );
+    dictUnshare( dict );
+    ZU_DICT *own = *dict;
+    const ZU_INT alloc = dictGrownAlloc( own->alloc, own->length + count );
+    if ( alloc > own->alloc ) {
+        dictGrow( own, alloc );
+    }
+    if ( !own->items ) {
+        dictRoomInRings( own, own->length + count );
     }
 }
 

@@ -57,6 +57,9 @@ static inline ZU___DICT_PAIR *zu___DictPair( const ZU_DICT *dict, ZU_INT idx )
 // whose pairs are side by side.  The caller fills it and calls zu___DictSort.
 ZU___DICT_PAIR *zu___DictMakeRoom( ZU_DICT *dict, ZU_INT atIndex, ZU_INT count );
 
+// Makes room for `count` more pairs; a shared dict is exchanged for a private copy.
+void zu___DictReserve( ZU_DICT **dict, ZU_INT count );
+
 // Gives storage back after a private dict has shrunk; its pairs may move.
 void zu___DictCompact( ZU_DICT *dict );
 

@@ -3,6 +3,7 @@
 #include "zu/base/zu_reserve.h"
 
 #include "zu/base/zu_buffer_internal.h"
+#include "zu/base/zu_dict_internal.h"
 #include "zu/base/zu_string_internal.h"
 #include "zu/base/zu_vector_internal.h"
 
@@ -35,4 +36,13 @@ void zuBufferReserve( ZU_BUFFER **buf, ZU_INT byteCount )
     BUFFER_ASSERT_HOLDER( buf );
     BUFFER_ASSERT_BYTES( byteCount );
     zu___BufferReserveBits( buf, BYTES_TO_BITS( byteCount ) );
+}
+void zuDictReserve( ZU_DICT **dict, ZU_INT count )
+{
+    ZU_ASSERT( dict );
+    ZU_ASSERT( *dict );
+    ZU_ASSERT( count >= 0 );
+    if ( count > 0 ) {
+        zu___DictReserve( dict, count );
+    }
 }
