@@ -9,6 +9,9 @@
 // zu_vector_sort.h: bringing the items of a vector in order.
 #include "zu/base/zu_vector_sort.h"
 
+// zu_vector_cursor.h: walking over a vector without a reference for each item.
+#include "zu/base/zu_vector_cursor.h"
+
 // ZU_DICT: a map, or dictionary, from objects to objects, sorted by key.
 #include "zu/base/zu_dict.h"
 

@@ -1,6 +1,7 @@
 #include "zu/base/zu_vector_sort.h"
 
 #include "zu/base/zu_dict_cursor.h"
+#include "zu/base/zu_vector_cursor.h"
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
 
@@ -47,9 +48,10 @@ TEST( VectorSort, IsStableAndAsksLittle )
         EXPECT_EQ( all, model );
     }
 }
-TEST( DictCursor, WalksFromAnywhere )
+TEST( Cursors, WalkFromAnywhere )
 {
     zu::Ref<ZU_DICT> dict = zu::adopt( zuDictCreate() );
+    zu::Ref<ZU_VECTOR> vec = zu::adopt( zuVectorCreate() );
     for ( ZU_INT length = 0; length <= 100; length++ ) {
         for ( ZU_INT from : { (ZU_INT)-1, length - 1, length, 2 * length } ) {
             ZU_DICT_CURSOR cursor =
@@ -66,7 +68,31 @@ TEST( DictCursor, WalksFromAnywhere )
             EXPECT_EQ( expected, std::max( 2 * length, from + from % 2 ) );
             EXPECT_FALSE( cursor.key || cursor.value || zuDictCursorNext( &cursor ) );
         }
+        for ( ZU_INT from : { (ZU_INT)0, length / 2, length } ) {
+            ZU_VECTOR_CURSOR cursor = from == 0 ? zuVectorCursor( vec.get() ) : zuVectorCursorFrom( vec.get(), from );
+            ZU_INT expected = from;
+            while ( zuVectorCursorNext( &cursor ) ) {
+                EXPECT_EQ( zuBoxedIntValue( zuBoxedIntFrom( cursor.item ) ), expected );
+                EXPECT_EQ( cursor.idx, expected++ );
+                EXPECT_EQ( ZU_REF_RETAIN_COUNT( cursor.item ), 1u );
+            }
+            EXPECT_EQ( expected, length );
+            EXPECT_FALSE( cursor.item || zuVectorCursorNext( &cursor ) );
+        }
+        zuVectorAppendInt( vec.inOut(), length );
         zu::Ref<ZU_OBJ> item = zu::adopt( zuBoxedIntCreate( 2 * length ) );
         zuDictSetObjKey( dict.inOut(), item.get(), item.get() );
     }
+    ZU_DICT_CURSOR pair = zuDictCursor( dict.get() );
+    ZU_VECTOR_CURSOR item = zuVectorCursor( vec.get() );
+    zuDictCursorNext( &pair );
+    zuVectorCursorNext( &item );
+    expectAbort( "zu___DictPair( cursor->dict, cursor->idx )->key == cursor->key", [ & ] {
+        zuDictDelAt( dict.inOut(), 0 );
+        zuDictCursorNext( &pair );
+    } );
+    expectAbort( "items[ cursor->idx ] == cursor->item", [ & ] {
+        zuVectorPrependInt( vec.inOut(), 7 );
+        zuVectorCursorNext( &item );
+    } );
 }

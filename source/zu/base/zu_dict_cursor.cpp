@@ -27,6 +27,11 @@ ZU_BOOL zuDictCursorNext( ZU_DICT_CURSOR *cursor )
 {
     ZU_ASSERT( cursor );
     ZU_ASSERT( cursor->dict );
+    if ( cursor->key ) {
+        ZU_ASSERT( cursor->idx < cursor->dict->length );
+        ZU_ASSERT( zu___DictPair( cursor->dict, cursor->idx )->key == cursor->key );
+        ZU_ASSERT( zu___DictPair( cursor->dict, cursor->idx )->val == cursor->value );
+    }
     const bool more = cursor->idx + 1 < cursor->dict->length;
     cursor->idx += more;
     cursor->key = more ? zu___DictPair( cursor->dict, cursor->idx )->key : nullptr;

@@ -6,8 +6,8 @@
 //     }
 //
 // A cursor holds nothing and needs no end.  The dict must live, and must not be changed through the variable that the
-// cursor was made of, as long as the walk goes on; who wants to change it walks over a retained copy.  For vectors
-// zuVectorBacking serves in the same way.
+// cursor was made of, as long as the walk goes on; who wants to change it walks over a retained copy.  A step from a pair
+// that does not stand there any more aborts.
 #pragma once
 
 #include "zu/base/zu_dict.h"
