@@ -138,16 +138,21 @@ TEST_P( Utf, EncodesEveryCodePointButSurrogates )
         ZU_INT length8, length16, fault8, fault16;
         char *utf8 = zuUtf8TryEncode( text.get(), &length8, &fault8 );
         char16_t *utf16 = zuUtf16TryEncode( text.get(), &length16, &fault16 );
+        ZU_INT fault32;
+        ZU_CHAR *utf32 = zuUtf32TryEncode( text.get(), nullptr, &fault32 );
         ASSERT_EQ( zuUtfStringFault( text.get() ), surrogate ? 1 : -1 );
         ASSERT_EQ( fault8, surrogate ? 1 : -1 );
         ASSERT_EQ( fault16, fault8 );
+        ASSERT_EQ( fault32, fault8 );
         ASSERT_EQ( utf8 == nullptr && utf16 == nullptr && length8 == 0 && length16 == 0, surrogate );
         if ( !surrogate ) {
             ASSERT_EQ( zu::adopt( zuUtf8TryDecode( utf8, length8, nullptr ) ), text );
             ASSERT_EQ( zu::adopt( zuUtf16TryDecode( utf16, ch == 0 ? length16 : -1, nullptr ) ), text );
+            ASSERT_EQ( zu::adopt( zuUtf32TryDecode( utf32, ch == 0 ? (ZU_INT)chars.size() : -1, nullptr ) ), text );
         }
         zuMemFree( utf8 );
         zuMemFree( utf16 );
+        zuMemFree( utf32 );
     }
 }
 TEST_P( Utf, JoinsPairsAndReplacesWhatIsAlone )
@@ -167,8 +172,22 @@ TEST_P( Utf, JoinsPairsAndReplacesWhatIsAlone )
     EXPECT_EQ( std::string( utf8 ), "a\uFFFD\uFFFD\uFFFD" );
     EXPECT_EQ( length, 10 );
     EXPECT_EQ( std::u16string( utf16 ), u"a\uFFFD\uFFFD\uFFFD" );
+    const ZU_CHAR large[] = { 'a', 0xDC00, 0xD83D, 0x110000, UINT32_MAX, 0 };
+    ZU_CHAR *utf32 = zuUtf32Encode( text.get(), nullptr );
+    zu::Ref<ZU_STRING> replaced = zu::adopt( zuUtf32Decode( utf32, -1 ) );
+    zuUtf32Append( replaced.inOut(), large + 1, -1 );
+    EXPECT_EQ( replaced, std::u32string_view( U"a\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD" ) );
+    EXPECT_EQ( zuUtf32Fault( large, 4 ), 1 );
+    EXPECT_FALSE( zuUtf32TryAppend( replaced.inOut(), large, 4, &fault ) );
+    for ( int i = 0; i < 5; i++ ) { // its own text
+        EXPECT_TRUE( zuUtf32TryAppend( replaced.inOut(), zuStringBacking( replaced.get() ),
+                                       zuStringLength( replaced.get() ), nullptr ) );
+    }
+    EXPECT_EQ( zuStringLength( replaced.get() ), 8 << 5 );
+    EXPECT_EQ( zuStringCharAt( replaced.get(), 8 * 31 ), 'a' );
     zuMemFree( utf8 );
     zuMemFree( utf16 );
+    zuMemFree( utf32 );
 }
 TEST_P( Utf, AppendsAndFinds )
 {

@@ -6,6 +6,7 @@
 
 #include "zu/base/zu_string_internal.h"
 #include "zu/base/zu_utf_internal.h"
+#include "zu/runtime/zu_ref_internal.h"
 #include "zu/sys/zu_chars_ascii_internal.h"
 #include "zu/sys/zu_chars_internal.h"
 #include "zu/sys/zu_mem.h"
@@ -19,7 +20,8 @@ static ZU_INT utfLength( const char *src, ZU_INT srcLength )
 {
     return zu___CharsMeasureCstr( src, srcLength );
 }
-static ZU_INT utfLength( const char16_t *src, ZU_INT srcLength )
+template <typename UNIT>
+static ZU_INT utfLength( const UNIT *src, ZU_INT srcLength )
 {
     ZU_INT length = srcLength < 0 ? 0 : srcLength;
     while ( srcLength < 0 && src[ length ] ) {
@@ -42,13 +44,20 @@ static const char16_t *utfWellFormed( const char16_t *src, const char16_t *end, 
 {
     return zu___UtfWellFormed16( src, end, count );
 }
+static const ZU_CHAR *utfWellFormed( const ZU_CHAR *src, const ZU_CHAR *end, ZU_INT *count )
+{
+    const ZU_CHAR *goodEnd = zu___UtfWellFormed32( src, end );
+    *count += goodEnd - src;
+    return goodEnd;
+}
 static const char *utfPassFault( const char *src, const char *end )
 {
     const uint8_t *pos = (const uint8_t *)src;
     zu___CharsTakeUtf8( &pos, (const uint8_t *)end );
     return (const char *)pos;
 }
-static const char16_t *utfPassFault( const char16_t *src, const char16_t * )
+template <typename UNIT>
+static const UNIT *utfPassFault( const UNIT *src, const UNIT * )
 {
     return src + 1;
 }
@@ -61,6 +70,11 @@ static ZU_CHAR *utfDecodePiece( ZU_CHAR *dest, ZU_INT count, const char16_t *src
 {
     const uint8_t *pos = (const uint8_t *)src;
     return dest + zu___UtfDecode16( dest, count, &pos, (const uint8_t *)end, LITTLE_ENDIAN_MACHINE );
+}
+static ZU_CHAR *utfDecodePiece( ZU_CHAR *dest, ZU_INT, const ZU_CHAR *src, const ZU_CHAR *end )
+{
+    zuMemCopyN( dest, src, end - src, sizeof( ZU_CHAR ) );
+    return dest + ( end - src );
 }
 
 // Testing
@@ -81,12 +95,15 @@ ZU_INT zuUtf16Fault( const char16_t *src, ZU_INT srcLength )
     UTF_ASSERT_SOURCE();
     return utfFault( src, utfLength( src, srcLength ) );
 }
+ZU_INT zuUtf32Fault( const ZU_CHAR *src, ZU_INT srcLength )
+{
+    UTF_ASSERT_SOURCE();
+    return utfFault( src, utfLength( src, srcLength ) );
+}
 ZU_INT zuUtfStringFault( ZU_STRING *zus )
 {
     ZU_ASSERT( zus );
-    const ZU_CHAR *chars = zuStringBacking( zus );
-    const ZU_INT good = zu___UtfWellFormed32( chars, chars + zus->length ) - chars;
-    return good < zus->length ? good : -1;
+    return utfFault( zuStringBacking( zus ), zus->length );
 }
 
 // Decoding.  Where faults are refused, `fault` is not null; nothing is returned and nothing changed then.
@@ -122,39 +139,48 @@ static void utfDecodeAll( ZU_CHAR *dest, ZU_INT room, const SRC *src, const SRC 
         }
     }
 }
-// Puts the text at the end of a private string.
+// Measures; tells whether to go on.
 template <typename SRC>
-static bool utfDecodeInto( ZU_STRING **dest, const SRC *src, ZU_INT length, ZU_INT *fault )
+static bool utfMeasureOk( const SRC *src, ZU_INT length, ZU_INT *fault, ZU_INT *count, ZU_INT *found )
 {
-    ZU_INT found;
-    const ZU_INT count = utfMeasure( src, src + length, &found );
+    *count = utfMeasure( src, src + length, found );
     if ( fault ) {
-        *fault = found;
-        if ( found >= 0 ) {
-            return false;
-        }
+        *fault = *found;
+    }
+    return !fault || *found < 0;
+}
+template <typename SRC>
+static ZU_STRING *utfDecode( const SRC *src, ZU_INT length, ZU_INT *fault )
+{
+    ZU_INT count, found;
+    if ( !utfMeasureOk( src, length, fault, &count, &found ) ) {
+        return nullptr;
+    }
+    if ( count == 0 ) {
+        return zuStringCreate();
+    }
+    ZU_STRING *zus = zu___StringCreateEmpty();
+    ZU_CHAR *room = zu___StringMakeRoom( zus, 0, count );
+    utfDecodeAll( room, count + zus->bspace, src, src + length, found );
+    return zus;
+}
+template <typename SRC>
+static ZU_BOOL utfAppend( ZU_STRING **dest, const SRC *src, ZU_INT length, ZU_INT *fault )
+{
+    ZU_INT count, found;
+    if ( !utfMeasureOk( src, length, fault, &count, &found ) ) {
+        return ZU_FALSE;
     }
     if ( count > 0 ) {
-        if ( !*dest ) {
-            *dest = zu___StringCreateEmpty();
-        }
+        // UTF-32 may be the string's own, which is held over the change.
+        const uintptr_t at = (uintptr_t)src - (uintptr_t)zuStringBacking( *dest );
+        auto held = zu___HeldIf( at < (uintptr_t)( *dest )->length * sizeof( ZU_CHAR ), *dest );
         zu___StringUnshare( dest );
         // Room behind the text lets vectors go on to its end.
         ZU_CHAR *room = zu___StringMakeRoom( *dest, ( *dest )->length, count );
         utfDecodeAll( room, count + ( *dest )->bspace, src, src + length, found );
     }
-    return true;
-}
-template <typename SRC>
-static ZU_STRING *utfDecode( const SRC *src, ZU_INT length, ZU_INT *fault )
-{
-    ZU_STRING *zus = nullptr;
-    return utfDecodeInto( &zus, src, length, fault ) && !zus ? zuStringCreate() : zus;
-}
-template <typename SRC>
-static ZU_BOOL utfAppend( ZU_STRING **dest, const SRC *src, ZU_INT length, ZU_INT *fault )
-{
-    return utfDecodeInto( dest, src, length, fault );
+    return ZU_TRUE;
 }
 ZU_STRING *zuUtf8TryDecode( const char *src, ZU_INT srcLength, ZU_INT *fault )
 {
@@ -208,6 +234,32 @@ void zuUtf16Append( ZU_STRING **dest, const char16_t *src, ZU_INT srcLength )
     UTF_ASSERT_SOURCE();
     utfAppend( dest, src, utfLength( src, srcLength ), nullptr );
 }
+ZU_STRING *zuUtf32TryDecode( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT *fault )
+{
+    UTF_ASSERT_SOURCE();
+    ZU_INT unused;
+    return utfDecode( src, utfLength( src, srcLength ), fault ? fault : &unused );
+}
+ZU_STRING *zuUtf32Decode( const ZU_CHAR *src, ZU_INT srcLength )
+{
+    UTF_ASSERT_SOURCE();
+    return utfDecode( src, utfLength( src, srcLength ), nullptr );
+}
+ZU_BOOL zuUtf32TryAppend( ZU_STRING **dest, const ZU_CHAR *src, ZU_INT srcLength, ZU_INT *fault )
+{
+    ZU_ASSERT( dest );
+    ZU_ASSERT( *dest );
+    UTF_ASSERT_SOURCE();
+    ZU_INT unused;
+    return utfAppend( dest, src, utfLength( src, srcLength ), fault ? fault : &unused );
+}
+void zuUtf32Append( ZU_STRING **dest, const ZU_CHAR *src, ZU_INT srcLength )
+{
+    ZU_ASSERT( dest );
+    ZU_ASSERT( *dest );
+    UTF_ASSERT_SOURCE();
+    utfAppend( dest, src, utfLength( src, srcLength ), nullptr );
+}
 
 // Encoding, likewise.  UTF-8 of a short string is made on the stack, in one go.
 
@@ -230,6 +282,11 @@ static char16_t *utfEncodePiece( char16_t *dest, ZU_INT units, const ZU_CHAR *sr
     uint8_t *destEnd = (uint8_t *)( dest + units + 1 );
     return (char16_t *)zu___UtfEncode16( (uint8_t *)dest, destEnd, &src, src + count, LITTLE_ENDIAN_MACHINE );
 }
+static ZU_CHAR *utfEncodePiece( ZU_CHAR *dest, ZU_INT, const ZU_CHAR *src, ZU_INT count )
+{
+    zuMemCopyN( dest, src, count, sizeof( ZU_CHAR ) );
+    return dest + count;
+}
 // Passes over what is well-formed at the front of a string, and adds the units that it needs.
 static const ZU_CHAR *utfWellFormed( const ZU_CHAR *src, const ZU_CHAR *end, ZU_INT *units, const char * )
 {
@@ -238,6 +295,10 @@ static const ZU_CHAR *utfWellFormed( const ZU_CHAR *src, const ZU_CHAR *end, ZU_
 static const ZU_CHAR *utfWellFormed( const ZU_CHAR *src, const ZU_CHAR *end, ZU_INT *units, const char16_t * )
 {
     return zu___UtfCountUnits( src, end, units );
+}
+static const ZU_CHAR *utfWellFormed( const ZU_CHAR *src, const ZU_CHAR *end, ZU_INT *units, const ZU_CHAR * )
+{
+    return utfWellFormed( src, end, units );
 }
 template <typename DEST>
 static DEST *utfEncode( ZU_STRING *zus, ZU_INT *length, ZU_INT *fault )
@@ -330,6 +391,17 @@ char16_t *zuUtf16Encode( ZU_STRING *zus, ZU_INT *length )
 {
     ZU_ASSERT( zus );
     return utfEncode<char16_t>( zus, length, nullptr );
+}
+ZU_CHAR *zuUtf32TryEncode( ZU_STRING *zus, ZU_INT *length, ZU_INT *fault )
+{
+    ZU_ASSERT( zus );
+    ZU_INT unused;
+    return utfEncode<ZU_CHAR>( zus, length, fault ? fault : &unused );
+}
+ZU_CHAR *zuUtf32Encode( ZU_STRING *zus, ZU_INT *length )
+{
+    ZU_ASSERT( zus );
+    return utfEncode<ZU_CHAR>( zus, length, nullptr );
 }
 
 // Without a string in between
