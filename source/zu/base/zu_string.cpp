@@ -143,6 +143,22 @@ ZU_STRING *zu___StringCreateOf( const ZU_CHAR *chars, ZU_INT count )
     }
     return zus;
 }
+ZU_STRING *zu___StringCreateToFill( ZU_INT length )
+{
+    static constexpr ZU_INT FREE = 8; // code points that the vectors of the conversions store beyond the last
+    ZU_ASSERT( length >= 0 );
+    ZU_STRING *zus = zu___StringCreateEmpty();
+    if ( length > INLINE_CHARS ) {
+        ZU_ASSERT( ZU_INT_ADD_OK( length, FREE ) );
+        STRING_SLACK::adopt( zus, (ZU_CHAR *)zuMemAllocN( length + FREE, sizeof( ZU_CHAR ) ), length + FREE );
+        zus->length -= FREE;
+        zus->bspace = FREE;
+    } else {
+        zus->length = length;
+        zus->bspace -= length;
+    }
+    return zus;
+}
 ZU_STRING *zuStringCreate( void )
 {
     return emptyString ? zuStringRetain( emptyString ) : nullptr;
@@ -200,18 +216,25 @@ ZU_STRING *zuStringCreateFromCharsUse( ZU_CHAR *src, ZU_INT srcLength )
 }
 
 // Creation from an encoded text.  The first run of the converter fills the object's own room and measures, so that a
-// text that fits is done.
+// text that fits is done; one that is too long for that, unless it is all faults, is only measured.  Free room behind
+// the text is the converter's as well, which lets vectors go on to the end.
 template <typename UNIT>
 static ZU_STRING *stringCreateFromEncoded( ZU_INT ( *convert )( ZU_CHAR *, ZU_INT, const UNIT *, ZU_INT ),
                                            const UNIT *src, ZU_INT srcLength )
 {
+    static constexpr ZU_INT UNITS_MAX = 4; // of an element
     ZU_STRING *zus = zu___StringCreateEmpty();
-    ZU_INT length = convert( zus->inlineChars, INLINE_CHARS, src, srcLength );
-    if ( length <= INLINE_CHARS ) {
+    const bool isLong = srcLength > UNITS_MAX * INLINE_CHARS;
+    const ZU_INT length = convert( zus->inlineChars, isLong ? 0 : INLINE_CHARS, src, srcLength );
+    ZU_CHAR *chars = zus->inlineChars;
+    if ( length > INLINE_CHARS ) {
+        chars = zu___StringMakeRoom( zus, 0, length );
+    } else {
         zus->length = length;
         zus->bspace = INLINE_CHARS - length;
-    } else {
-        convert( zu___StringMakeRoom( zus, 0, length ), length, src, srcLength );
+    }
+    if ( isLong || length > INLINE_CHARS ) {
+        convert( chars, length + zus->bspace, src, srcLength );
     }
     return zus;
 }

@@ -33,6 +33,9 @@ ZU_STRING *zu___StringCreateEmpty( void );
 // As many elements may be read as live in an object, whatever `count` is.
 ZU_STRING *zu___StringCreateOf( const ZU_CHAR *chars, ZU_INT count );
 
+// Returns a new, private string of `length` elements from `chars` on, which the caller fills; some free ones follow.
+ZU_STRING *zu___StringCreateToFill( ZU_INT length );
+
 // Opens a gap of `count` elements ahead of `atIndex` in a private string, raises its length by `count` and returns the
 // gap, which the caller fills.
 ZU_CHAR *zu___StringMakeRoom( ZU_STRING *zus, ZU_INT atIndex, ZU_INT count );

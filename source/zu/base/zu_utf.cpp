@@ -9,6 +9,7 @@
 #include "zu/runtime/zu_ref_internal.h"
 #include "zu/sys/zu_chars_ascii_internal.h"
 #include "zu/sys/zu_chars_internal.h"
+#include "zu/sys/zu_chars_utf8_shuffle_internal.h"
 #include "zu/sys/zu_mem.h"
 
 #include <cstring>
@@ -149,9 +150,39 @@ static bool utfMeasureOk( const SRC *src, ZU_INT length, ZU_INT *fault, ZU_INT *
     }
     return !fault || *found < 0;
 }
+// UTF-8 is looked at and decoded in one go, if vectors can and nothing is wrong; else this returns null.
+static ZU_STRING *utfTryDecodeAtOnce( const char *src, ZU_INT length )
+{
+    if ( length == 0 || zu___CharsUtf8Shuffles() != ZU___CHARS_UTF8_WIDE ) {
+        return nullptr;
+    }
+    const uint8_t *pos = (const uint8_t *)src;
+    const uint8_t *end = pos + length;
+    const bool isShort = length <= ZU___STRING_INLINE_CHARS; // and sure to fit into the object
+    ZU_STRING *zus = zu___StringCreateToFill( isShort ? length : zu___CharsUtf8WideCountStarts( pos, end ) );
+    const ZU_INT room = zus->length + zus->bspace;
+    zus->length = zu___CharsUtf8WideDecodeExact( zus->chars, room, &pos, end );
+    zus->bspace = room - zus->length;
+    if ( pos < end ) {
+        zuStringRelease( zus );
+        return nullptr;
+    }
+    return zus;
+}
+template <typename UNIT>
+static ZU_STRING *utfTryDecodeAtOnce( const UNIT *, ZU_INT )
+{
+    return nullptr;
+}
 template <typename SRC>
 static ZU_STRING *utfDecode( const SRC *src, ZU_INT length, ZU_INT *fault )
 {
+    if ( ZU_STRING *zus = utfTryDecodeAtOnce( src, length ) ) {
+        if ( fault ) {
+            *fault = -1;
+        }
+        return zus;
+    }
     ZU_INT count, found;
     if ( !utfMeasureOk( src, length, fault, &count, &found ) ) {
         return nullptr;
@@ -159,9 +190,8 @@ static ZU_STRING *utfDecode( const SRC *src, ZU_INT length, ZU_INT *fault )
     if ( count == 0 ) {
         return zuStringCreate();
     }
-    ZU_STRING *zus = zu___StringCreateEmpty();
-    ZU_CHAR *room = zu___StringMakeRoom( zus, 0, count );
-    utfDecodeAll( room, count + zus->bspace, src, src + length, found );
+    ZU_STRING *zus = zu___StringCreateToFill( count );
+    utfDecodeAll( zus->chars, count + zus->bspace, src, src + length, found );
     return zus;
 }
 template <typename SRC>

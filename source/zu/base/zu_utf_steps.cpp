@@ -9,6 +9,7 @@
 #include "zu/sys/zu_chars_utf8_shuffle_internal.h"
 #include "zu/sys/zu_surrogate_internal.h"
 
+#include <algorithm>
 #include <cstring>
 
 static constexpr ZU_INT STEP = 8;                         // units at a time
@@ -56,6 +57,23 @@ static inline bool utfAnySurrogate( ZU___CHARS_HALVES eight )
 {
     const ZU___CHARS_WORDS surrogates = (ZU___CHARS_WORDS)( ( eight & 0xF800 ) == (uint16_t)ZU___SURROGATE_FIRST );
     return ( surrogates[ 0 ] | surrogates[ 1 ] ) != 0;
+}
+static inline void utfStoreEight( ZU_CHAR *dest, ZU___CHARS_HALVES eight )
+{
+    const ZU___CHARS_HALVES zeros = {};
+    const ZU___CHARS_HALVES low = __builtin_shufflevector( eight, zeros, 0, 8, 1, 9, 2, 10, 3, 11 );
+    const ZU___CHARS_HALVES high = __builtin_shufflevector( eight, zeros, 4, 12, 5, 13, 6, 14, 7, 15 );
+    memcpy( dest, &low, sizeof low );
+    memcpy( dest + STEP / 2, &high, sizeof high );
+}
+// Joins eight code points into units, if all are single ones; tells whether.
+static inline bool utfLoadSingles( const ZU_CHAR *src, ZU___CHARS_HALVES *eight )
+{
+    const ZU___CHARS_LANES low = zu___CharsLoadLanes( src );
+    const ZU___CHARS_LANES high = zu___CharsLoadLanes( src + STEP / 2 );
+    *eight = __builtin_shufflevector( (ZU___CHARS_HALVES)low, (ZU___CHARS_HALVES)high, 0, 2, 4, 6, 8, 10, 12, 14 );
+    const ZU___CHARS_WORDS all = (ZU___CHARS_WORDS)( ( low | high ) & 0xFFFF0000 );
+    return ( all[ 0 ] | all[ 1 ] ) == 0 && !utfAnySurrogate( *eight );
 }
 static bool utfSwaps( bool littleEndian )
 {
@@ -116,6 +134,9 @@ const char16_t *zu___UtfWellFormed16( const char16_t *src, const char16_t *end, 
                 *count += STEP;
                 continue;
             }
+        } else if ( end - src >= STEP && !utfAnySurrogate( utfLoadEight<false>( (const uint8_t *)( end - STEP ) ) ) ) {
+            *count += end - pos;
+            return end;
         }
         for ( ZU_INT i = 0; i < STEP && pos < end; i++, ++*count ) {
             if ( !zu___IsSurrogate( *pos ) ) {
@@ -223,16 +244,21 @@ static ZU_INT utfDecode16( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, cons
     auto load = [ bytes ]( ZU_INT i ) { return utfLoad<uint16_t, SWAP>( bytes + 2 * i ); };
     bool good = true;
     while ( good && taken < room && pos < units ) {
-        if ( room - taken >= STEP && units - pos >= STEP ) {
-            const ZU___CHARS_HALVES eight = utfLoadEight<SWAP>( bytes + 2 * pos );
+        // The last few are taken with some of those ahead of them once more, if all these are single units.
+        const ZU_INT step = std::min( STEP, units - pos );
+        if ( room - taken >= step && units >= STEP ) {
+            const ZU___CHARS_HALVES eight = utfLoadEight<SWAP>( bytes + 2 * ( pos + step - STEP ) );
             if ( !utfAnySurrogate( eight ) ) {
-                const ZU___CHARS_HALVES zeros = {};
-                const ZU___CHARS_HALVES low = __builtin_shufflevector( eight, zeros, 0, 8, 1, 9, 2, 10, 3, 11 );
-                const ZU___CHARS_HALVES high = __builtin_shufflevector( eight, zeros, 4, 12, 5, 13, 6, 14, 7, 15 );
-                memcpy( dest + taken, &low, sizeof low );
-                memcpy( dest + taken + STEP / 2, &high, sizeof high );
-                pos += STEP;
-                taken += STEP;
+                utfStoreEight( dest + taken + step - STEP, eight );
+                pos += step;
+                taken += step;
+                for ( ; room - taken >= STEP && units - pos >= STEP; pos += STEP, taken += STEP ) {
+                    const ZU___CHARS_HALVES next = utfLoadEight<SWAP>( bytes + 2 * pos );
+                    if ( utfAnySurrogate( next ) ) {
+                        break;
+                    }
+                    utfStoreEight( dest + taken, next );
+                }
                 continue;
             }
         }
@@ -266,19 +292,20 @@ static uint8_t *utfEncode16( uint8_t *dest, const uint8_t *destEnd, const ZU_CHA
     const ZU_CHAR *pos = *src;
     bool good = true;
     while ( good && pos < end && destEnd - dest >= 4 ) {
-        if ( end - pos >= STEP && destEnd - dest >= 2 * STEP ) {
-            const ZU___CHARS_LANES low = zu___CharsLoadLanes( pos );
-            const ZU___CHARS_LANES high = zu___CharsLoadLanes( pos + STEP / 2 );
-            const ZU___CHARS_HALVES eight =
-                __builtin_shufflevector( (ZU___CHARS_HALVES)low, (ZU___CHARS_HALVES)high, 0, 2, 4, 6, 8, 10, 12, 14 );
-            const ZU___CHARS_WORDS all = (ZU___CHARS_WORDS)( ( low | high ) & 0xFFFF0000 );
-            if ( ( all[ 0 ] | all[ 1 ] ) == 0 && !utfAnySurrogate( eight ) ) {
-                const ZU___CHARS_HALVES ordered = utfOrder<SWAP>( eight );
-                memcpy( dest, &ordered, sizeof ordered );
+        const ZU_INT step = std::min( STEP, end - pos );
+        ZU___CHARS_HALVES eight;
+        if ( end - *src >= STEP && destEnd - dest >= 2 * step && utfLoadSingles( pos + step - STEP, &eight ) ) {
+            eight = utfOrder<SWAP>( eight );
+            memcpy( dest + 2 * ( step - STEP ), &eight, sizeof eight );
+            pos += step;
+            dest += 2 * step;
+            while ( end - pos >= STEP && destEnd - dest >= 2 * STEP && utfLoadSingles( pos, &eight ) ) {
+                eight = utfOrder<SWAP>( eight );
+                memcpy( dest, &eight, sizeof eight );
                 pos += STEP;
                 dest += 2 * STEP;
-                continue;
             }
+            continue;
         }
         for ( ZU_INT i = 0; i < STEP && pos < end && destEnd - dest >= 4; i++ ) {
             const ZU_CHAR ch = *pos;

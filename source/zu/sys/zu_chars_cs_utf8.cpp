@@ -89,8 +89,10 @@ template <bool STORE>
 static inline ZU_INT utf8DecodeWhole( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end )
 {
     ZU_INT length = 0;
-    if ( zu___CharsUtf8Shuffles() ) {
-        length = STORE ? zu___CharsUtf8ShuffleDecode( dest, room, src, end ) : zu___CharsUtf8ShuffleCount( src, end );
+    if ( const int shuffles = zu___CharsUtf8Shuffles() ) {
+        length = !STORE                             ? zu___CharsUtf8ShuffleCount( src, end )
+                 : shuffles == ZU___CHARS_UTF8_WIDE ? zu___CharsUtf8WideDecode( dest, room, src, end )
+                                                    : zu___CharsUtf8ShuffleDecode( dest, room, src, end );
     }
     const uint8_t *pos = *src;
     while ( end - pos >= STEP && ( !STORE || room - length >= STEP ) ) {
