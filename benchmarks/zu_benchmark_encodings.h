@@ -28,6 +28,17 @@ static BENCHMARK_TEXT benchmarkEncodings( const BENCHMARK_SCRIPT &script )
     return text;
 }
 
+static const BENCHMARK_SCRIPT BENCHMARK_CHINESE = {
+    "chinese",
+    "渡轮在六点一刻开出， 码头上的 咖啡馆 刚好提前一点 开门。 谁也不着急： 渡海要两个小时， "
+    "咖啡 比天气 好得多。 晚到的人 就在岸边 等下一班。",
+    ""
+};
+static const BENCHMARK_SCRIPT BENCHMARK_EMOJI = {
+    "emoji",
+    "😀😃😄 ⛴☕ 🌊🌊 👩‍👧‍👦 ❤️ 🇨🇭🇳🇴 👍🏽 🐕🦮 🎶🎺🎻 ✨ 🚢 ok! 🙂",
+    " "
+};
 static const BENCHMARK_TEXT BENCHMARK_TEXTS[] = {
     benchmarkEncodings(
         { "ascii",
@@ -44,14 +55,8 @@ static const BENCHMARK_TEXT BENCHMARK_TEXTS[] = {
           "Паром отходит в четверть седьмого, а кофейня на пристани открывается чуть раньше. Никто никуда "
           "не спешит: переправа занимает два часа, и кофе лучше погоды.",
           " " } ),
-    benchmarkEncodings( { "chinese",
-                          "渡轮在六点一刻开出， 码头上的 咖啡馆 刚好提前一点 开门。 谁也不着急： 渡海要两个小时， "
-                          "咖啡 比天气 好得多。 晚到的人 就在岸边 等下一班。",
-                          "" } ),
-    benchmarkEncodings(
-        { "emoji",
-          "😀😃😄 ⛴☕ 🌊🌊 👩‍👧‍👦 ❤️ 🇨🇭🇳🇴 👍🏽 🐕🦮 🎶🎺🎻 ✨ 🚢 ok! 🙂",
-          " " } ),
+    benchmarkEncodings( BENCHMARK_CHINESE ),
+    benchmarkEncodings( BENCHMARK_EMOJI ),
 };
 
 // Runs a contestant on each of the texts: `topic`/<text>/`contestant`, with the throughput in bytes of UTF-8.

@@ -1,4 +1,4 @@
-// Well-formed UTF to strings and back, and its test, on ten scripts and three lengths: 20 and 200 code points, and a
+// Well-formed UTF to strings and back, and its test, on twelve scripts and three lengths: 20 and 200 code points, and a
 // megabyte.  Whoever has strings makes and frees one, as a program does; what is timed is per byte of the source.
 //
 // ICU and Qt keep UTF-16: the same texts are fewer bytes there.  "copy" is a plain widening or narrowing of as many
@@ -13,6 +13,9 @@
 #endif
 #ifdef ZU_BENCHMARK_QT
 #include <QString>
+#endif
+#ifdef ZU_BENCHMARK_UNISTRING
+#include <unistr.h>
 #endif
 
 // A text in the forms of all contestants
@@ -115,9 +118,37 @@ static void qtEncode8( const UTF_TEXT &text )
 }
 #endif
 
+#ifdef ZU_BENCHMARK_UNISTRING
+static void unistringDecode8( const UTF_TEXT &text )
+{
+    size_t length;
+    free( u8_to_u32( (const uint8_t *)text.utf8.data(), text.utf8.size(), nullptr, &length ) );
+}
+static void unistringEncode8( const UTF_TEXT &text )
+{
+    size_t length;
+    free( u32_to_u8( (const uint32_t *)text.chars.data(), text.chars.size(), nullptr, &length ) );
+}
+static void unistringDecode16( const UTF_TEXT &text )
+{
+    size_t length;
+    free( u16_to_u32( (const uint16_t *)text.utf16.data(), text.utf16.size(), nullptr, &length ) );
+}
+static void unistringEncode16( const UTF_TEXT &text )
+{
+    size_t length;
+    free( u32_to_u16( (const uint32_t *)text.chars.data(), text.chars.size(), nullptr, &length ) );
+}
+#endif
+
 static void onTexts( const char *topic, const char *contestant, void ( *func )( const UTF_TEXT &text ) )
 {
-    for ( const BENCHMARK_SCRIPT &script : BENCHMARK_SCRIPTS ) {
+    static const std::vector<BENCHMARK_SCRIPT> scripts = [] {
+        std::vector<BENCHMARK_SCRIPT> all( std::begin( BENCHMARK_SCRIPTS ), std::end( BENCHMARK_SCRIPTS ) );
+        all.insert( all.end(), { BENCHMARK_CHINESE, BENCHMARK_EMOJI } );
+        return all;
+    }();
+    for ( const BENCHMARK_SCRIPT &script : scripts ) {
         for ( size_t length : { (size_t)20, (size_t)200, (size_t)1 << 20 } ) {
             std::string name =
                 std::string( topic ) + "/" + script.name + ":" + std::to_string( length ) + "/" + contestant;
@@ -164,6 +195,12 @@ int main( int argc, char **argv )
 #ifdef ZU_BENCHMARK_QT
     onTexts( "Utf8Decode", "qt", qtDecode8 );
     onTexts( "Utf8Encode", "qt", qtEncode8 );
+#endif
+#ifdef ZU_BENCHMARK_UNISTRING
+    onTexts( "Utf8Decode", "unistring", unistringDecode8 );
+    onTexts( "Utf8Encode", "unistring", unistringEncode8 );
+    onTexts( "Utf16Decode", "unistring", unistringDecode16 );
+    onTexts( "Utf16Encode", "unistring", unistringEncode16 );
 #endif
     return benchmarkRun( argc, argv );
 }

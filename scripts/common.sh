@@ -12,7 +12,7 @@ ZU_PACKAGES_package="dpkg-dev file debootstrap doxygen python3"
 ZU_PACKAGES_abi="abigail-tools xz-utils"
 ZU_PACKAGES_cross="g++-aarch64-linux-gnu g++-riscv64-linux-gnu qemu-user googletest"
 ZU_PACKAGES_windows="g++-mingw-w64-x86-64-posix wine wine64 googletest"
-ZU_PACKAGES_bench="libbenchmark-dev libicu-dev libglib2.0-dev qtbase5-dev libutf8proc-dev libuv1-dev libmsgpack-dev libabsl-dev libapr1-dev python3"
+ZU_PACKAGES_bench="libbenchmark-dev libicu-dev libglib2.0-dev qtbase5-dev libutf8proc-dev libunistring-dev libuv1-dev libmsgpack-dev libabsl-dev libapr1-dev python3"
 
 # Messages go to standard output, ahead of what they announce.
 if [ -t 1 ] && [ -z "${NO_COLOR:-}" ]; then
