@@ -150,6 +150,13 @@ static bool utfMeasureOk( const SRC *src, ZU_INT length, ZU_INT *fault, ZU_INT *
     }
     return !fault || *found < 0;
 }
+static ZU_STRING *utfAllOrNothing( ZU_STRING *zus, bool all )
+{
+    if ( !all ) {
+        zuStringRelease( zus );
+    }
+    return all ? zus : nullptr;
+}
 // UTF-8 is looked at and decoded in one go, if vectors can and nothing is wrong; else this returns null.
 static ZU_STRING *utfTryDecodeAtOnce( const char *src, ZU_INT length )
 {
@@ -163,14 +170,22 @@ static ZU_STRING *utfTryDecodeAtOnce( const char *src, ZU_INT length )
     const ZU_INT room = zus->length + zus->bspace;
     zus->length = zu___CharsUtf8WideDecodeExact( zus->chars, room, &pos, end );
     zus->bspace = room - zus->length;
-    if ( pos < end ) {
-        zuStringRelease( zus );
+    return utfAllOrNothing( zus, pos == end );
+}
+// UTF-16 likewise, if it is sure to fit into the object; it is not measured then.
+static ZU_STRING *utfTryDecodeAtOnce( const char16_t *src, ZU_INT length )
+{
+    if ( length == 0 || length > ZU___STRING_INLINE_CHARS ) {
         return nullptr;
     }
-    return zus;
+    const uint8_t *pos = (const uint8_t *)src;
+    const uint8_t *end = (const uint8_t *)( src + length );
+    ZU_STRING *zus = zu___StringCreateEmpty();
+    zus->length = zu___UtfDecode16( zus->chars, ZU___STRING_INLINE_CHARS, &pos, end, LITTLE_ENDIAN_MACHINE );
+    zus->bspace -= zus->length;
+    return utfAllOrNothing( zus, pos == end );
 }
-template <typename UNIT>
-static ZU_STRING *utfTryDecodeAtOnce( const UNIT *, ZU_INT )
+static ZU_STRING *utfTryDecodeAtOnce( const ZU_CHAR *, ZU_INT )
 {
     return nullptr;
 }
@@ -375,19 +390,30 @@ static DEST *utfEncode( ZU_STRING *zus, ZU_INT *length, ZU_INT *fault )
     *destPos = 0;
     return dest;
 }
+// Stores UTF-8 where there is room for it and for what vectors store beyond; null if the text has a fault.
+static uint8_t *utfTryEncodeShort( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR *chars, ZU_INT count )
+{
+    const ZU_CHAR *end = chars + count;
+    if ( zu___CharsUtf8Shuffles() == ZU___CHARS_UTF8_WIDE ) {
+        dest = zu___CharsUtf8WideEncodeExact( dest, destEnd, &chars, end );
+        return chars == end ? dest : nullptr;
+    }
+    if ( zu___UtfWellFormed32( chars, end ) != end ) {
+        return nullptr;
+    }
+    return zu___CharsPackAscii( dest, chars, count ) ? dest + count
+                                                     : zu___CharsEncodeUtf8( dest, destEnd, &chars, end );
+}
 static char *utfEncode8( ZU_STRING *zus, ZU_INT *length, ZU_INT *fault )
 {
     static constexpr ZU_INT SHORT_CHARS = 256;
-    static constexpr ZU_INT SLACK = 64; // what lets vectors go on to the end
-    const ZU_CHAR *chars = zuStringBacking( zus );
-    const ZU_CHAR *end = chars + zus->length;
-    if ( zus->length > SHORT_CHARS || zu___UtfWellFormed32( chars, end ) != end ) {
-        return utfEncode<char>( zus, length, fault );
-    }
+    static constexpr ZU_INT SLACK = 64;
     uint8_t bytes[ SHORT_CHARS * ZU___CHARS_UTF8_SEQUENCE_MAX + SLACK ];
-    const uint8_t *bytesEnd = bytes + zus->length;
-    if ( !zu___CharsPackAscii( bytes, chars, zus->length ) ) {
-        bytesEnd = zu___CharsEncodeUtf8( bytes, bytes + sizeof bytes, &chars, end );
+    const uint8_t *bytesEnd = zus->length > SHORT_CHARS ? nullptr
+                                                        : utfTryEncodeShort( bytes, bytes + sizeof bytes,
+                                                                             zuStringBacking( zus ), zus->length );
+    if ( !bytesEnd ) {
+        return utfEncode<char>( zus, length, fault );
     }
     const ZU_INT count = bytesEnd - bytes;
     if ( fault ) {

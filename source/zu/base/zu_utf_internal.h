@@ -28,3 +28,10 @@ uint8_t *zu___UtfEncode16( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR 
                            bool littleEndian );
 uint8_t *zu___UtfEncode32( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end,
                            bool littleEndian );
+
+// The same by vectors of 64 bytes, where zu___CharsUtf8Shuffles returns ZU___CHARS_UTF8_WIDE: these stop earlier, where a
+// vector is more than there is room for.  `swap` tells that the order is not that of the machine.
+const char16_t *zu___UtfWideWellFormed16( const char16_t *src, const char16_t *end, ZU_INT *count );
+ZU_INT zu___UtfWideDecode16( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end, bool swap );
+uint8_t *zu___UtfWideEncode16( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end,
+                               bool swap );

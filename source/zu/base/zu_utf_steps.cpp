@@ -75,6 +75,10 @@ static inline bool utfLoadSingles( const ZU_CHAR *src, ZU___CHARS_HALVES *eight 
     const ZU___CHARS_WORDS all = (ZU___CHARS_WORDS)( ( low | high ) & 0xFFFF0000 );
     return ( all[ 0 ] | all[ 1 ] ) == 0 && !utfAnySurrogate( *eight );
 }
+static bool utfIsWide( void )
+{
+    return zu___CharsUtf8Shuffles() == ZU___CHARS_UTF8_WIDE;
+}
 static bool utfSwaps( bool littleEndian )
 {
     return littleEndian != ( __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ );
@@ -126,7 +130,7 @@ const uint8_t *zu___UtfWellFormed( const uint8_t *src, const uint8_t *end, ZU_IN
 }
 const char16_t *zu___UtfWellFormed16( const char16_t *src, const char16_t *end, ZU_INT *count )
 {
-    const char16_t *pos = src;
+    const char16_t *pos = utfIsWide() ? zu___UtfWideWellFormed16( src, end, count ) : src;
     while ( pos < end ) {
         if ( end - pos >= STEP ) {
             if ( !utfAnySurrogate( utfLoadEight<false>( (const uint8_t *)pos ) ) ) {
@@ -282,8 +286,10 @@ static ZU_INT utfDecode16( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, cons
 }
 ZU_INT zu___UtfDecode16( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end, bool littleEndian )
 {
-    return utfSwaps( littleEndian ) ? utfDecode16<true>( dest, room, src, end )
-                                    : utfDecode16<false>( dest, room, src, end );
+    const bool swap = utfSwaps( littleEndian );
+    const ZU_INT taken = utfIsWide() ? zu___UtfWideDecode16( dest, room, src, end, swap ) : 0;
+    return taken + ( swap ? utfDecode16<true>( dest + taken, room - taken, src, end )
+                          : utfDecode16<false>( dest + taken, room - taken, src, end ) );
 }
 
 template <bool SWAP>
@@ -330,8 +336,9 @@ static uint8_t *utfEncode16( uint8_t *dest, const uint8_t *destEnd, const ZU_CHA
 uint8_t *zu___UtfEncode16( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end,
                            bool littleEndian )
 {
-    return utfSwaps( littleEndian ) ? utfEncode16<true>( dest, destEnd, src, end )
-                                    : utfEncode16<false>( dest, destEnd, src, end );
+    const bool swap = utfSwaps( littleEndian );
+    dest = utfIsWide() ? zu___UtfWideEncode16( dest, destEnd, src, end, swap ) : dest;
+    return swap ? utfEncode16<true>( dest, destEnd, src, end ) : utfEncode16<false>( dest, destEnd, src, end );
 }
 
 template <bool SWAP>

@@ -168,8 +168,9 @@ static inline ZU_INT utf8SequenceLength( ZU_CHAR ch )
 
 uint8_t *zu___CharsEncodeUtf8( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end )
 {
-    if ( zu___CharsUtf8Shuffles() ) {
-        dest = zu___CharsUtf8ShuffleEncode( dest, destEnd, src, end );
+    if ( const int shuffles = zu___CharsUtf8Shuffles() ) {
+        dest = shuffles == ZU___CHARS_UTF8_WIDE ? zu___CharsUtf8WideEncode( dest, destEnd, src, end )
+                                                : zu___CharsUtf8ShuffleEncode( dest, destEnd, src, end );
     }
     const ZU_CHAR *pos = *src;
     while ( end - pos >= STEP && destEnd - dest >= STEP * SEQUENCE_MAX ) {
@@ -214,14 +215,24 @@ static ZU_INT utf8EncodeCut( uint8_t *dest, const uint8_t *destEnd, const ZU_CHA
 
 static ZU_INT utf8Measure( const ZU_CHAR *src, ZU_INT srcLength )
 {
+    static constexpr ZU_INT BLOCK = 4096; // code points; their sum is within a lane
+    static constexpr ZU_INT WIDTH = 4;
     ZU_INT compLen = 0;
     for ( ZU_INT i = 0; i < srcLength; ) {
-        ZU_INT blockEnd = i + zuIntMin( srcLength - i, 4096 );
-        uint32_t blockLen = 0; // 32 bits, so that the sum is made of many elements at a time
-        for ( ; i < blockEnd; i++ ) {
-            blockLen += (uint32_t)utf8SequenceLength( src[ i ] );
+        const ZU_INT count = zuIntMin( srcLength - i, BLOCK );
+        const ZU_INT blockEnd = i + count;
+        ZU_INT addLen = count;
+        ZU___CHARS_LANES more = {};
+        for ( ; blockEnd - i >= WIDTH; i += WIDTH ) {
+            const ZU___CHARS_LANES chars = zu___CharsLoadLanes( src + i );
+            // Each comparison that holds is -1.
+            more -= (ZU___CHARS_LANES)( ( chars >= 0x80 ) + ( chars >= 0x800 ) + ( chars >= 0x10000 ) -
+                                        ( chars >= 0x110000 ) );
         }
-        ZU_INT addLen = blockLen;
+        addLen += more[ 0 ] + more[ 1 ] + more[ 2 ] + more[ 3 ];
+        for ( ; i < blockEnd; i++ ) {
+            addLen += utf8SequenceLength( src[ i ] ) - 1;
+        }
         ZU_ASSERT( ZU_INT_ADD_OK( compLen, addLen ) );
         compLen += addLen;
     }

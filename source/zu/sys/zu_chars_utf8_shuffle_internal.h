@@ -35,11 +35,14 @@ ZU_INT zu___CharsUtf8ShuffleDecode( ZU_CHAR *dest, ZU_INT room, const uint8_t **
 ZU_INT zu___CharsUtf8ShuffleCount( const uint8_t **src, const uint8_t *end );
 uint8_t *zu___CharsUtf8ShuffleEncode( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end );
 
-// The same on 64 bytes, whatever is left of the arrays.  The exact form stops at what the standard calls ill-formed, or
-// some dozens of bytes ahead of it.
+// The same on 64 bytes, whatever is left of the arrays.  The exact forms stop at what the standard calls ill-formed, that
+// of decoding some dozens of bytes ahead of it.
 bool zu___CharsUtf8CanWiden( void );
 ZU_INT zu___CharsUtf8WideDecode( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end );
 ZU_INT zu___CharsUtf8WideDecodeExact( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end );
+uint8_t *zu___CharsUtf8WideEncode( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end );
+uint8_t *zu___CharsUtf8WideEncodeExact( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src,
+                                        const ZU_CHAR *end );
 // Returns the number of bytes that are no continuations: of code points, if all is well-formed.
 ZU_INT zu___CharsUtf8WideCountStarts( const uint8_t *src, const uint8_t *end );
 

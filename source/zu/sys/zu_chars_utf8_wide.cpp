@@ -1,7 +1,8 @@
 // With vectors of 64 bytes, of which masks say what counts, no sequence needs a shape.  The places of all first bytes are
 // brought together, the four bytes from each of them on are gathered into a lane, and the first half byte tells what of
 // them belongs to the sequence and how far that is to be shifted.  What stands behind a text is masked off and not read,
-// so that a short text is decoded in one go wherever it ends.
+// so that a short text is decoded in one go wherever it ends.  Encoding spreads each code point over a lane and drops the
+// bytes that its sequence has not.
 
 #include "zu/sys/zu_chars_utf8_shuffle_internal.h"
 #include "zu/sys/zu_surrogate_internal.h"
@@ -191,8 +192,79 @@ WIDE ZU_INT zu___CharsUtf8WideDecodeExact( ZU_CHAR *dest, ZU_INT room, const uin
     return wideDecode<true>( dest, room, src, end );
 }
 
+template <bool EXACT>
+WIDE static inline uint8_t *wideEncode( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end )
+{
+    const ZU_CHAR *pos = *src;
+    while ( pos < end ) {
+        ZU_INT count = std::min( end - pos, LANES );
+        const __m512i chars = _mm512_maskz_loadu_epi32( (__mmask16)wideBits( count ), pos );
+        const __mmask16 two = _mm512_cmpgt_epu32_mask( chars, _mm512_set1_epi32( 0x7F ) ); // bytes and more
+        if ( two == 0 && destEnd - dest >= LANES ) {
+            _mm_storeu_si128( (__m128i *)dest, _mm512_maskz_cvtepi32_epi8( ALL_LANES, chars ) );
+            dest += count;
+            pos += count;
+            continue;
+        }
+        const __mmask16 three = _mm512_cmpgt_epu32_mask( chars, _mm512_set1_epi32( 0x7FF ) );
+        const __mmask16 four = _mm512_cmpgt_epu32_mask( chars, _mm512_set1_epi32( 0xFFFF ) );
+        unsigned faults = _mm512_cmpgt_epu32_mask( chars, _mm512_set1_epi32( 0x10FFFF ) );
+        if constexpr ( EXACT ) {
+            const __m512i high = _mm512_and_si512( chars, _mm512_set1_epi32( ~0x7FF ) );
+            faults |= _mm512_cmpeq_epi32_mask( high, _mm512_set1_epi32( (int)ZU___SURROGATE_FIRST ) );
+        }
+        // A lane ends with the last byte of its sequence, and has 0 bytes ahead of it.
+        __m512i lanes = _mm512_maskz_srli_epi32( ALL_LANES, chars, 18 );
+        lanes = _mm512_or_si512(
+            lanes, _mm512_and_si512( _mm512_maskz_srli_epi32( ALL_LANES, chars, 4 ), _mm512_set1_epi32( 0x3F00 ) ) );
+        lanes = _mm512_or_si512(
+            lanes, _mm512_and_si512( _mm512_maskz_slli_epi32( ALL_LANES, chars, 10 ), _mm512_set1_epi32( 0x3F0000 ) ) );
+        __m512i last = _mm512_maskz_slli_epi32( ALL_LANES, chars, 24 );
+        last = _mm512_mask_and_epi32( last, two, last, _mm512_set1_epi32( 0x3F000000 ) );
+        lanes = _mm512_mask_or_epi32( last, two, lanes, last );
+        __m512i marks = _mm512_maskz_set1_epi32( two, (int)0x80C00000 );
+        marks = _mm512_mask_mov_epi32( marks, three, _mm512_set1_epi32( (int)0x8080E000 ) );
+        marks = _mm512_mask_mov_epi32( marks, four, _mm512_set1_epi32( (int)0x808080F0 ) );
+        lanes = _mm512_or_si512( lanes, marks );
+        count = faults ? __builtin_ctz( faults ) : count;
+        static constexpr uint64_t LAST = 0x8888888888888888; // which counts even if it is 0
+        const uint64_t kept = ( LAST | _mm512_test_epi8_mask( lanes, lanes ) ) & wideBits( SEQUENCE_MAX * count );
+        const ZU_INT byteCount = __builtin_popcountll( kept );
+        if ( count == 0 || byteCount > destEnd - dest ) {
+            break;
+        }
+        const __m512i bytes = _mm512_maskz_compress_epi8( kept, lanes );
+        if ( destEnd - dest >= BLOCK ) {
+            _mm512_storeu_si512( dest, bytes );
+        } else {
+            _mm512_mask_storeu_epi8( dest, wideBits( byteCount ), bytes );
+        }
+        dest += byteCount;
+        pos += count;
+    }
+    *src = pos;
+    return dest;
+}
+WIDE uint8_t *zu___CharsUtf8WideEncode( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end )
+{
+    return wideEncode<false>( dest, destEnd, src, end );
+}
+WIDE uint8_t *zu___CharsUtf8WideEncodeExact( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src,
+                                             const ZU_CHAR *end )
+{
+    return wideEncode<true>( dest, destEnd, src, end );
+}
+
 #else
 
+uint8_t *zu___CharsUtf8WideEncode( uint8_t *dest, const uint8_t *, const ZU_CHAR **, const ZU_CHAR * )
+{
+    return dest;
+}
+uint8_t *zu___CharsUtf8WideEncodeExact( uint8_t *dest, const uint8_t *, const ZU_CHAR **, const ZU_CHAR * )
+{
+    return dest;
+}
 bool zu___CharsUtf8CanWiden( void )
 {
     return false;
