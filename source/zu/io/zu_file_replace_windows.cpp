@@ -29,6 +29,18 @@ static wchar_t *replaceFinalPath( HANDLE old )
     }
     return path;
 }
+// Returns `path`, which is taken over, with its drive and from the root on: under Wine ReplaceFileW understands no other.
+static wchar_t *replaceFullPath( wchar_t *path )
+{
+    DWORD units = GetFullPathNameW( path, 0, nullptr, nullptr );
+    wchar_t *full = units > 0 ? (wchar_t *)zuMemAllocN( units, sizeof( wchar_t ) ) : nullptr;
+    if ( !full || GetFullPathNameW( path, units, full, nullptr ) >= units ) {
+        zuMemFree( full );
+        return path;
+    }
+    zuMemFree( path );
+    return full;
+}
 // Finds the file that `path`, which is taken over, leads to.  Returns its path, null if it is none that may be replaced.
 static wchar_t *replaceFind( wchar_t *path, bool *exists )
 {
@@ -98,7 +110,7 @@ static bool replaceExchange( const wchar_t *path, const wchar_t *temporary, bool
 ZU_BOOL zu___FileReplace( ZU_STRING *fn, const uint8_t *bytes, ZU_INT byteCount )
 {
     bool exists;
-    wchar_t *path = replaceFind( zu___FileWindowsPath( fn ), &exists );
+    wchar_t *path = replaceFind( replaceFullPath( zu___FileWindowsPath( fn ) ), &exists );
     if ( !path ) {
         return ZU_FALSE;
     }
