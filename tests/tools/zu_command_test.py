@@ -5,7 +5,6 @@ usage: zu_command_test.py ZU [unittest options]
 import json
 import os
 import pathlib
-import pty
 import re
 import subprocess
 import sys
@@ -15,7 +14,8 @@ import unittest
 ZU = sys.argv.pop(1)
 TESTS = pathlib.Path(__file__).resolve().parent.parent
 TOOL = TESTS.parent / "tools" / "zu"
-MODULES = pathlib.Path(ZU).resolve().parents[2] / "tests" / "modules"
+WINDOWS = os.environ.get("ZU_TEST_SYSTEM") == "Windows"
+MODULES = pathlib.Path(ZU).resolve().parents[2] / ("bin" if WINDOWS else "tests/modules")
 
 
 def run(*arguments, data=b"", **environment):
@@ -77,7 +77,7 @@ WRONG = {
 FAILED = {
     "zone Europe/Atlantis": "zu zone: unknown time zone: Europe/Atlantis\n",
     "tags match -w a b": "",
-    "tags match --rules /dev/null/x": "zu tags: cannot read /dev/null/x: Not a directory\n",
+    "tags match --rules /nowhere": "zu tags: cannot read /nowhere: No such file or directory\n",
 }
 
 
@@ -134,6 +134,8 @@ class Command(unittest.TestCase):
         zones = json.loads(run("zone", "--json")[1])
         self.assertEqual((len(zones), len({zone["windows"] for zone in zones})), (455, 132))
         self.assertEqual(len(run("zone")[1].splitlines()), 455)
+        if WINDOWS:
+            return  # no variable of the environment tells the zone
         here = json.loads(run("zone", "--local", "--json", TZ="Asia/Katmandu")[1])
         self.assertEqual(here, {"iana": "Asia/Katmandu", "windows": "Nepal Standard Time", "utcOffset": 20700})
         self.assertRegex(run("zone", "-l", TZ="America/St_Johns")[1], r"\nUTC      -0[23]:30\n$")
@@ -148,7 +150,7 @@ class Command(unittest.TestCase):
     @unittest.skipUnless(MODULES.is_dir(), "the modules of the tests are not built")
     def test_modules(self):
         def check(name, **environment):
-            file = next(MODULES.glob(f"*-{name}.so"))
+            file = next(MODULES.glob(f"*-{name}." + ("dll" if WINDOWS else "so")))
             status, output, _ = run("module", "check", "--json", file, LD_LIBRARY_PATH=str(MODULES), **environment)
             (found,) = json.loads(output)
             self.assertEqual((found["file"], found["fits"], status), (str(file), status == 0, 0 if found["fits"] else 1))
@@ -165,6 +167,7 @@ class Command(unittest.TestCase):
 
     def test_paths(self):
         with tempfile.TemporaryDirectory() as folder:
+            folder = "Z:" * WINDOWS + folder  # where Wine has it
             status, output, _ = run("info", "--paths", "--json", RQ_ZELKARATR_DATA_PATH=folder)
             paths = json.loads(output)
             self.assertEqual((status, len(paths)), (0, 9))
@@ -175,14 +178,19 @@ class Command(unittest.TestCase):
     def test_crashes(self):
         options = "handle_segv=0:handle_sigbus=0:handle_sigfpe=0:handle_sigill=0:allocator_may_return_null=1"
         for kind in re.findall(r"^  (\w+)   ", run("crash", "--help")[1].split("Options:")[0], re.MULTILINE):
+            if WINDOWS and kind == "abort":
+                continue  # no exception, and so none that nobody handles
             for thread in ([], ["--thread"]):
                 status, output, errors = run("crash", kind, *thread, ASAN_OPTIONS=options, TSAN_OPTIONS=options)
                 # Some processors divide by zero, and a sanitizer may be the first to mind.
                 if "takes no offence" not in errors and "runtime error: " not in errors:
-                    self.assertLess(status, 0, (kind, errors))
+                    self.assertTrue(status == 3 if WINDOWS else status < 0, (kind, errors))
                     self.assertRegex(errors, r"(?s)PRODUCT.*(ABORT|EXCEPTION)\n.*STACK\n", kind)
 
+    @unittest.skipIf(WINDOWS, "has another kind of terminal")
     def test_bold_on_terminals_only(self):
+        import pty
+
         def show(*arguments, **environment):
             leader, follower = pty.openpty()
             subprocess.run([ZU, *arguments], stdout=follower, stderr=follower, env={**os.environ, **environment})

@@ -13,6 +13,8 @@ import unicodedata
 import unittest
 
 ZU = sys.argv.pop(1)
+WINDOWS = os.environ.get("ZU_TEST_SYSTEM") == "Windows"
+STEPS = 20 if WINDOWS else 150  # of five processes each, which take their time there
 
 
 def run(*arguments, data=b""):
@@ -91,7 +93,7 @@ class Store(unittest.TestCase):
 
         self.assertEqual(run("set", file, "a=1"), (0, "", ""))
         add(model, "a=1")
-        for step in range(150):
+        for step in range(STEPS):
             changes, place = entries(), path(["", "."])
             match rng.choice(["set", "del", "merge", "convert"]):
                 case "set":
@@ -144,12 +146,15 @@ class Store(unittest.TestCase):
         file.chmod(0o640)
         self.assertEqual(run("set", file, "a=2", "--output", "-"), (0, "a=2\n", ""))
         self.assertEqual(run("del", file, "a.b", "b."), (0, "", ""))
-        self.assertEqual((file.read_text(), file.stat().st_mode & 0o777), ("a=1\n", 0o640))
+        self.assertEqual(file.read_text(), "a=1\n")
+        if not WINDOWS:
+            self.assertEqual(file.stat().st_mode & 0o777, 0o640)
         self.assertEqual(os.listdir(self.folder), ["file"])
         for arguments, message in (
             (["show", self.folder / "gone"], f"cannot read {self.folder}/gone: No such file or directory"),
             (["set", self.folder, "a=1"], f"cannot read {self.folder}: Is a directory"),
-            (["set", file, "a=1", "-o", "/dev/null/x"], "cannot write /dev/null/x: Not a directory"),
+            (["set", file, "a=1", "-o", self.folder / "no" / "x"],
+             f"cannot write {self.folder}/no/x: " + ("Path not found" if WINDOWS else "No such file or directory")),
             (["merge", file, file, "/nowhere"], "cannot read /nowhere: No such file or directory"),
             (["show", "-"], "- holds settings neither as text nor in binary"),
         ):

@@ -22,6 +22,7 @@ EXAMPLES = sorted((TESTS.parent / "examples" / "texts").glob("*.txt"))
 BLOCK = 256 * 1024  # bytes that the command reads at once
 INVALID = "\ud800"  # stands for an invalid sequence: what is well formed never decodes to it
 ZU = sys.argv.pop(1)
+WINDOWS = os.environ.get("ZU_TEST_SYSTEM") == "Windows"
 
 codecs.register_error("mark", lambda error: (INVALID, error.end))
 
@@ -183,6 +184,8 @@ class Text(unittest.TestCase):
             finished = subprocess.run([ZU, "text", there], stdout=full, stderr=subprocess.PIPE)
         self.assertEqual((finished.returncode, finished.stderr.splitlines()[0]),
                          (1, b"zu text: cannot write the standard output: No space left on device"))
+        if WINDOWS:
+            return  # no signal tells that nobody reads
         unread, pipe = os.pipe()
         os.close(unread)
         finished = subprocess.run([ZU, "text", there], stdout=pipe, stderr=subprocess.PIPE)
@@ -219,6 +222,7 @@ class Text(unittest.TestCase):
         self.assertEqual((lines[0], lines[1].split()), ("U+00E9  é", ["General", "category", "Ll,", "Letter,", "Lowercase"]))
         self.assertEqual(json.loads(run("text", "-ju", "U+D800").stdout)[0].get("utf8"), None)
 
+    @unittest.skipIf(WINDOWS, "the memory would be Wine's")
     def test_memory_does_not_grow_with_the_file(self):
         def memory(megabytes, line, *options):
             # What a sanitizer keeps of freed memory is not the tool's.

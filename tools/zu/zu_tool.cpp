@@ -3,7 +3,7 @@
 // The library finds the subcommand and walks through the options.  What it says of a wrong word is terse, and so the
 // tool has messages of its own for whatever a user can get wrong; only a word that fits goes to the switch.
 
-#include "zu_tool.h"
+#include "zu_tool_platform.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -239,18 +239,10 @@ int toolRestart( ZU_INT flags, ZU_RUNTIME_PRINT_FUNC printFunc, std::function<in
     };
     return TOOL_OK;
 }
-static zu::Ref<ZU_VECTOR> readWords( int argc, char **argv )
-{
-    auto words = zu::adopt( zuVectorCreate() );
-    for ( int i = 1; i < argc; i++ ) {
-        zuVectorAppendObj( words.inOut(), zuStringObj( toolTextOfBytes( argv[ i ] ).get() ) );
-    }
-    return words;
-}
 int main( int argc, char **argv )
 {
     start( 0, nullptr );
-    int status = runCommand( readWords( argc, argv ).get() );
+    int status = runCommand( toolReadWords( argc, argv ).get() );
     if ( secondLife ) {
         status = secondLife();
     }

@@ -8,12 +8,12 @@
 
 #include "zu/zu.hpp"
 
+#include <array>
 #include <chrono>
 #include <cstdio>
 #include <functional>
 #include <span>
 #include <string>
-#include <sys/stat.h>
 #include <vector>
 
 using TEXT = zu::Ref<ZU_STRING>;
@@ -22,6 +22,9 @@ using TEXT = zu::Ref<ZU_STRING>;
 static constexpr int TOOL_OK = 0;
 static constexpr int TOOL_FAILED = 1; // a file cannot be read, and the like
 static constexpr int TOOL_MISUSE = 2; // an option or a command that does not exist
+
+// In texts, a byte that is no UTF-8, 0x80 to 0xFF, is this and the byte; valid UTF-8 never yields it.
+static constexpr ZU_CHAR TOOL_ESCAPED_BYTE = 0xDC00;
 
 // The command line
 
@@ -100,9 +103,7 @@ extern const TOOL_COMMAND toolZoneCommand;
 /// holds no object and returns the exit status.  Returns TOOL_OK.
 int toolRestart( ZU_INT flags, ZU_RUNTIME_PRINT_FUNC printFunc, std::function<int()> rest );
 
-/// Returns the text of an argument.
-TEXT toolTextOfBytes( const char *bytes );
-/// Returns the bytes of a text, the reverse.
+/// Returns the bytes of a text from the command line.
 std::string toolBytesOfText( ZU_STRING *text );
 
 // Messages
@@ -188,6 +189,13 @@ private:
 
 // Input and output
 
+/// What the system tells of a file.
+struct TOOL_FILE {
+    bool isOrdinary = false;               // a file with a content, and there
+    ZU_INT size = 0;                       // bytes
+    std::array<uint64_t, 2> identity = {}; // no other file has it
+};
+
 /// Reads a file in blocks, the standard input where the name is "-".  What goes wrong is reported, once.
 ///
 /// On a terminal it shows how far it has come, from one second on, and wipes that at the end of the file.  Whoever
@@ -212,7 +220,7 @@ public:
         return !failed;
     }
     /// Tells whether it is an ordinary file that it reads, and `other` is this very file.
-    bool reads( const struct stat &other ) const;
+    bool reads( const TOOL_FILE &other ) const;
 
 private:
     void fail();
@@ -222,13 +230,13 @@ private:
     zu::Ref<ZU_BYTE_SOURCE> source; // empty: it cannot be opened
     bool failed = false;
     std::vector<unsigned char> buffer;
-    struct stat info = {}; // zeros if there is none
-    ZU_INT done = 0;       // bytes
+    TOOL_FILE info;
+    ZU_INT done = 0; // bytes
     std::chrono::steady_clock::time_point nextShow;
     bool shows; // there is a terminal to show progress on
 };
 
-/// Reports that a file cannot be read or written; errno may tell why.
+/// Reports that a file cannot be read or written, and why, if the system has told since toolForgetFailure.
 void toolReportFile( const char *what, ZU_STRING *name );
 /// Returns the content of a file, of the standard input for "-"; empty if that fails, which is reported.
 zu::Ref<ZU_BUFFER> toolReadFile( ZU_STRING *name );

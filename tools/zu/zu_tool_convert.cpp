@@ -2,12 +2,10 @@
 //
 // The streams of the library do the work, a block at a time, so that the size of a file decides on nothing.
 
-#include "zu_tool.h"
+#include "zu_tool_platform.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
-#include <unistd.h>
 
 static constexpr ZU_INT BLOCK_CHARS = 16 * 1024;
 
@@ -39,14 +37,12 @@ public:
     ConvertOutput( ZU_STRING *fileName, const ToolReader &input ) : name( zu::share( fileName ) )
     {
         // Opening a file empties it, so the input is kept from that; appended to itself it would have no end.
-        struct stat info;
         bool isStandard = toolIsStandard( fileName );
-        if ( ( isStandard ? fstat( STDOUT_FILENO, &info ) : stat( toolBytesOfText( fileName ).c_str(), &info ) ) == 0 &&
-             input.reads( info ) ) {
+        if ( input.reads( isStandard ? toolFindFile( stdout ) : toolFindFile( fileName ) ) ) {
             toolError( "%s is the input, too", isStandard ? zu::text( "the standard output" ) : name );
             return;
         }
-        errno = 0;
+        toolForgetFailure();
         sink = isStandard ? standardOutput() : zu::adopt( zuFileOpenByteSink( fileName ) );
         if ( !sink ) {
             toolReportFile( "write", fileName );

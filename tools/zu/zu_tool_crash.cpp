@@ -2,9 +2,8 @@
 //
 // The faults are those of the language and the library, so that no system is asked for any.
 
-#include "zu_tool.h"
+#include "zu_tool_platform.h"
 
-#include <csignal>
 #include <cstdlib>
 #include <iterator>
 
@@ -55,17 +54,13 @@ static void exhaustHeap()
 {
     zuMemFree( zuMemAlloc( ZU_INT_MAX / 2 ) );
 }
-static void raiseBus()
-{
-    raise( SIGBUS );
-}
 
 static constexpr struct {
     const char *name;
     void ( *run )();
 } KINDS[] = {
-    { "check", failCheck },     { "null", readNull },    { "write", writeConstant },    { "execute", executeData },
-    { "divide", divide },       { "bus", raiseBus },     { "illegal", executeNothing }, { "abort", abort },
+    { "check", failCheck },     { "null", readNull },         { "write", writeConstant },    { "execute", executeData },
+    { "divide", divide },       { "bus", toolRaiseBusError }, { "illegal", executeNothing }, { "abort", abort },
     { "stack", overflowStack }, { "heap", exhaustHeap },
 };
 
@@ -116,8 +111,8 @@ the report goes:
   heap       asking for more memory than there is
 )",
     OPTIONS,
-    R"(The process ends by the signal of the fault; the exit status is 2 if the use is
-wrong.
+    R"(The process ends by the signal of the fault, on Windows with the status 3; the
+exit status is 2 if the use is wrong.
 )",
     crashRun,
 };

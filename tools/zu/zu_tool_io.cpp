@@ -1,30 +1,14 @@
 // The command zu: texts, files and output, which its subcommands share.
 //
-// Files are read and written by the library.  It says that a call has failed and not why; the C library's errno still
-// knows, and so messages have both.
+// Files are read and written by the library.  It says that a call has failed and not why; the system still knows, and so
+// messages have both.
 
-#include "zu_tool.h"
+#include "zu_tool_platform.h"
 
 #include <cerrno>
 #include <cstring>
-#include <unistd.h>
 
 // Texts
-static constexpr ZU_CHAR ESCAPED_BYTE = 0xDC00; // plus the byte, 0x80 to 0xFF; valid UTF-8 never yields it
-
-TEXT toolTextOfBytes( const char *bytes )
-{
-    TEXT text = zu::adopt( zuStringCreate() );
-    auto rest = (ZU_INT)strlen( bytes );
-    ZU_INT fault = 0;
-    while ( !zuUtf8TryAppend( text.inOut(), bytes, rest, &fault ) ) {
-        zuUtf8Append( text.inOut(), bytes, fault );
-        zuStringAppendChar( text.inOut(), ESCAPED_BYTE + (uint8_t)bytes[ fault ] );
-        bytes += fault + 1;
-        rest -= fault + 1;
-    }
-    return text;
-}
 // What the library makes of narrow text may have two halves in place of a character beyond U+FFFF.
 std::string toolBytesOfText( ZU_STRING *text )
 {
@@ -38,8 +22,8 @@ std::string toolBytesOfText( ZU_STRING *text )
         if ( ch >> 10 == 0xD800 >> 10 && i + 1 < chars.size() && chars[ i + 1 ] >> 10 == 0xDC00 >> 10 ) {
             ch = 0x10000 + ( ( ch & 0x3FF ) << 10 ) + ( chars[ ++i ] & 0x3FF );
         }
-        bytes += ch >> 7 == ( ESCAPED_BYTE + 0x80 ) >> 7 ? std::string( 1, (char)( ch - ESCAPED_BYTE ) )
-                                                         : zu::toUtf8( zu::text( std::u32string_view( &ch, 1 ) ) );
+        bytes += ch >> 7 == ( TOOL_ESCAPED_BYTE + 0x80 ) >> 7 ? std::string( 1, (char)( ch - TOOL_ESCAPED_BYTE ) )
+                                                              : zu::toUtf8( zu::text( std::u32string_view( &ch, 1 ) ) );
     }
     return bytes;
 }
@@ -89,9 +73,7 @@ void toolPrint( FILE *file, ZU_STRING *text )
 TEXT toolBold( FILE *file, TEXT text )
 {
     TEXT plain = zu::adopt( zuGetEnvCstr( "NO_COLOR", -1 ) );
-    TEXT terminal = zu::adopt( zuGetEnvCstr( "TERM", -1 ) );
-    bool shows =
-        isatty( fileno( file ) ) && !( plain && zuStringLength( plain.get() ) > 0 ) && terminal && terminal != "dumb";
+    bool shows = toolIsTerminal( file ) && !( plain && zuStringLength( plain.get() ) > 0 );
     return shows ? zu::format( "\x1B[1m%s\x1B[0m", text ) : text;
 }
 void toolPrintRow( const char *label, int width, ZU_STRING *value )
@@ -191,8 +173,9 @@ bool toolIsStandard( ZU_STRING *name )
 }
 void toolReportFile( const char *what, ZU_STRING *name )
 {
-    int why = zuFileIsDirectory( name ) ? EISDIR : errno;
-    toolPrintError( why ? zu::format( "cannot %lc %s: %lc", what, name, strerror( why ) ).get()
+    TEXT failure = toolLastFailure();
+    TEXT why = zuFileIsDirectory( name ) ? zu::text( strerror( EISDIR ) ) : failure;
+    toolPrintError( why ? zu::format( "cannot %lc %s: %s", what, name, why ).get()
                         : zu::format( "cannot %lc %s", what, name ).get() );
 }
 
@@ -210,16 +193,15 @@ static zu::Ref<ZU_BYTE_SOURCE> standardInput()
 }
 ToolReader::ToolReader( ZU_STRING *fileName, bool printsMeanwhile )
     : name( zu::share( fileName ) ), buffer( BLOCK_SIZE ), nextShow( std::chrono::steady_clock::now() + SHOW_AFTER ),
-      shows( isatty( STDERR_FILENO ) && !( printsMeanwhile && isatty( STDOUT_FILENO ) ) )
+      shows( toolIsTerminal( stderr ) && !( printsMeanwhile && toolIsTerminal( stdout ) ) )
 {
-    errno = 0;
+    toolForgetFailure();
     bool isStandard = toolIsStandard( fileName );
     source = isStandard ? standardInput() : zu::adopt( zuFileOpenByteSource( fileName ) );
     if ( !source ) {
         fail();
-    } else if ( ( isStandard ? fstat( fileno( stdin ), &info ) : stat( toolBytesOfText( fileName ).c_str(), &info ) ) !=
-                0 ) {
-        info = {};
+    } else {
+        info = isStandard ? toolFindFile( stdin ) : toolFindFile( fileName );
     }
 }
 ToolReader::~ToolReader()
@@ -244,9 +226,9 @@ size_t ToolReader::read()
     }
     return (size_t)length;
 }
-bool ToolReader::reads( const struct stat &other ) const
+bool ToolReader::reads( const TOOL_FILE &other ) const
 {
-    return S_ISREG( info.st_mode ) && info.st_dev == other.st_dev && info.st_ino == other.st_ino;
+    return info.isOrdinary && other.isOrdinary && info.identity == other.identity;
 }
 void ToolReader::fail()
 {
@@ -257,8 +239,8 @@ void ToolReader::showProgress()
 {
     nextShow = std::chrono::steady_clock::now() + SHOW_EACH;
     TEXT line = zu::format( "\r\x1B[K%.*s: ", SHOWN_NAME_LENGTH, name );
-    if ( S_ISREG( info.st_mode ) && info.st_size > 0 ) {
-        zu::appendFormat( line.inOut(), "%i %%", zuIntMin( done * 100 / info.st_size, 100 ) );
+    if ( info.isOrdinary && info.size > 0 ) {
+        zu::appendFormat( line.inOut(), "%i %%", zuIntMin( done * 100 / info.size, 100 ) );
     } else {
         zu::appendFormat( line.inOut(), "%i MB", done / 1000000 );
     }
@@ -269,7 +251,7 @@ void ToolReader::showProgress()
 zu::Ref<ZU_BUFFER> toolReadFile( ZU_STRING *name )
 {
     zu::Ref<ZU_BUFFER> content;
-    errno = 0;
+    toolForgetFailure();
     if ( toolIsStandard( name ) ) {
         auto input = standardInput();
         content = zu::adopt( zuBufferCreate() );
@@ -289,7 +271,7 @@ bool toolWriteFile( ZU_STRING *name, ZU_BUFFER *content )
         fwrite( zuBufferBacking( content ), 1, (size_t)zuBufferLength( content ), stdout );
         return true; // which is looked at when the command ends
     }
-    errno = 0;
+    toolForgetFailure();
     if ( !zuFileReplaceBuffer( name, content ) ) {
         toolReportFile( "write", name );
         return false;

@@ -5,7 +5,8 @@
 // A name without a folder is a file of the current one here, and none that the system looks for.
 static TEXT fileOf( const TEXT &name )
 {
-    return zuStringFindChar( name.get(), 0, ZU_CHAR_SOLIDUS ) < 0 ? zu::format( "./%s", name ) : name;
+    TEXT folder = zu::adopt( zuFileDirName( name.get() ) );
+    return zuStringLength( folder.get() ) == 0 ? zu::format( "./%s", name ) : name;
 }
 static int moduleRun( ToolArguments &arguments )
 {
@@ -56,12 +57,12 @@ that is at fault, such as
 
     productVersionMajor: not the process's
 
-The rules, in their order: the file is called <product>-<module>.so and can be
-loaded; it has an object of the module; the object and its record are whole; the
-product that it names, and the fields on that product which are not left open,
-are those of this library ("zu info" shows them); name, description and version
-are there and in order; so are the lists of modules that it needs and extends;
-its name is the one in that of the file.
+The rules, in their order: the file is called <product>-<module>.so, .dll on
+Windows, and can be loaded; it has an object of the module; the object and its
+record are whole; the product that it names, and the fields on that product
+which are not left open, are those of this library ("zu info" shows them); name,
+description and version are there and in order; so are the lists of modules that
+it needs and extends; its name is the one in that of the file.
 
 Loading runs the initialisers of the file.  Modules that it needs are not
 looked at: "zu info --load" loads it together with them.
