@@ -26,7 +26,15 @@ if( CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER )
     set( CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE} )
 endif()
 find_package( Threads REQUIRED )
+# What the library is linked with, and how the files of modules end
+set( ZU_SYSTEM_LIBRARIES m ${CMAKE_DL_LIBS} )
+set( ZU_MODULE_SUFFIX .so )
 if( WIN32 )
+    set( ZU_SYSTEM_LIBRARIES advapi32 dbghelp netapi32 ole32 shell32 shlwapi synchronization )
+    set( ZU_MODULE_SUFFIX .dll )
+    # Debuggers there read version 4 of DWARF, as does DbgHelp under Wine.
+    string( APPEND CMAKE_C_FLAGS " -gdwarf-4" )
+    string( APPEND CMAKE_CXX_FLAGS " -gdwarf-4" )
     # A program looks for its libraries where it is itself.
     set( CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin )
 endif()
@@ -64,8 +72,7 @@ if( WIN32 )
     # Windows 10.  What MinGW's printf takes is what C tells, and programs bring its libraries along.  Visibility is a
     # matter of the list of exported names there, and attributes that tell it are passed over.
     target_compile_definitions( zu_code INTERFACE _WIN32_WINNT=0x0A00 __USE_MINGW_ANSI_STDIO=1 )
-    # Debuggers there read version 4 of DWARF, as does DbgHelp under Wine.
-    target_compile_options( zu_code INTERFACE -Wno-attributes -gdwarf-4 )
+    target_compile_options( zu_code INTERFACE -Wno-attributes )
     target_link_options( zu_code INTERFACE -static -fstack-protector-strong )
 else()
     target_compile_options( zu_code INTERFACE -fno-plt )

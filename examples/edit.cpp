@@ -8,7 +8,7 @@
 // way up.
 #include "zu/zu.hpp"
 
-#include <cstdlib>
+#include <filesystem>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -105,12 +105,13 @@ int main( int argc, char **argv )
 {
     zu::Runtime runtime( "edit", "Configuration editor", "1.0" );
     std::vector<std::string> commands( argv + ( argc > 2 ? 2 : argc ), argv + argc );
-    char pattern[] = "/tmp/zu-edit-XXXXXX";
+    Text directory = zu::format( "%s/zu-edit-%o", zu::text( std::filesystem::temp_directory_path().u16string() ),
+                                 zu::adopt( zuIdentifierCreate() ) );
     Text file;
     if ( argc > 1 ) {
         file = zu::text( argv[ 1 ] );
-    } else if ( mkdtemp( pattern ) ) {
-        file = zu::format( "%s/settings", pattern );
+    } else if ( zuFileCreateDirectory( directory.get() ) ) {
+        file = zu::format( "%s/settings", directory );
         commands = { "set window.width 640", "set title Grüße %", "set a/b 1", "delete language",
                      "set tls.cert.file ca" };
     }
@@ -133,6 +134,6 @@ int main( int argc, char **argv )
         std::cout << zu::toUtf8( line ) << '\n';
     }
     if ( argc == 1 ) {
-        zuFileDeleteDirectoryRecursive( zu::text( pattern ).get() );
+        zuFileDeleteDirectoryRecursive( directory.get() );
     }
 }

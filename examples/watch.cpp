@@ -5,7 +5,7 @@
 // program changes the directory by itself, a step for each look, so that what it prints is always the same.
 #include "zu/zu.hpp"
 
-#include <cstdlib>
+#include <filesystem>
 #include <iostream>
 #include <map>
 #include <string>
@@ -72,8 +72,10 @@ void write( const zu::Ref<ZU_STRING> &directory, const char *name, const zu::Ref
 int main()
 {
     zu::Runtime runtime( "watch", "Directory watcher", "1.0" );
-    char pattern[] = "/tmp/zu-watch-XXXXXX";
-    zu::Ref<ZU_STRING> directory = zu::text( mkdtemp( pattern ) ? pattern : "." );
+    zu::Ref<ZU_STRING> directory =
+        zu::format( "%s/zu-watch-%o", zu::text( std::filesystem::temp_directory_path().u16string() ),
+                    zu::adopt( zuIdentifierCreate() ) );
+    zuFileCreateDirectory( directory.get() );
     zu::Ref<ZU_EVENT_QUEUE> queue = zu::adopt( zuEventQueueCreate() );
     Clock clock( queue );
 
