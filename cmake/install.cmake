@@ -8,6 +8,7 @@ set( pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig )
 install( TARGETS zu EXPORT zu
     RUNTIME COMPONENT runtime
     LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+    ARCHIVE COMPONENT development
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} )
 install( TARGETS zu_static EXPORT zu
     ARCHIVE COMPONENT development
@@ -33,8 +34,12 @@ set( gdb_dir ${CMAKE_INSTALL_LIBDIR} )
 if( CMAKE_INSTALL_PREFIX STREQUAL "/usr" )
     set( gdb_dir ${CMAKE_INSTALL_DATADIR}/gdb/auto-load${CMAKE_INSTALL_FULL_LIBDIR} )
 endif()
-install( FILES tools/gdb/libzu-gdb.py DESTINATION ${gdb_dir}
-    RENAME libzu.so.${PROJECT_VERSION}-gdb.py COMPONENT development )
+set( library_file libzu.so.${PROJECT_VERSION} )
+if( WIN32 )
+    set( gdb_dir ${CMAKE_INSTALL_BINDIR} )
+    set( library_file zu.dll )
+endif()
+install( FILES tools/gdb/libzu-gdb.py DESTINATION ${gdb_dir} RENAME ${library_file}-gdb.py COMPONENT development )
 install( FILES LICENSE NOTICE CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime )
 install( FILES README.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development )
 install( DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development )
@@ -59,8 +64,8 @@ write_basic_package_version_file( ${PROJECT_BINARY_DIR}/zuConfigVersion.cmake CO
 install( FILES ${PROJECT_BINARY_DIR}/zuConfig.cmake ${PROJECT_BINARY_DIR}/zuConfigVersion.cmake
     DESTINATION ${package_dir} COMPONENT development )
 
-# pkg-config zu, zu-static, and zu-tsan and zu-helgrind for the twins.  The headers are those of a system: what a program has its own code warned of is
-# no matter of theirs.  In /usr/include they are that by their place, and an option -isystem would put the C library's
+# pkg-config zu, zu-static, and zu-tsan and zu-helgrind for the twins.  The headers are those of a system: what a program
+# has its own code warned of is no matter of theirs.  In /usr/include they are that by their place, and an option -isystem would put the C library's
 # headers ahead of the C++ library's, which wrap them.
 set( PKGCONFIG_INCLUDE_OPTION "-isystem" ) # pkgconf quotes blanks in one argument, if it is the only one
 if( CMAKE_INSTALL_PREFIX STREQUAL "/usr" )
@@ -79,6 +84,13 @@ if( IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}" )
 else()
     string( REGEX REPLACE "/$" "" PREFIX_FROM_PKGCONFIG "${PREFIX_FROM_PKGCONFIG}" )
     set( PKGCONFIG_PREFIX "\${pcfiledir}/${PREFIX_FROM_PKGCONFIG}" )
+endif()
+list( TRANSFORM ZU_SYSTEM_LIBRARIES PREPEND -l OUTPUT_VARIABLE PKGCONFIG_SYSTEM_LIBRARIES )
+list( JOIN PKGCONFIG_SYSTEM_LIBRARIES " " PKGCONFIG_SYSTEM_LIBRARIES )
+if( WIN32 )
+    string( APPEND PKGCONFIG_SYSTEM_LIBRARIES " -fstack-protector-strong" )
+else()
+    string( PREPEND PKGCONFIG_SYSTEM_LIBRARIES "-pthread " )
 endif()
 foreach( file zu.pc zu-static.pc ${pkgconfig_twins} )
     set( component development )

@@ -5,7 +5,7 @@ usage: check_exports.py [--write] LIBRARY
 
 The list is source/zu.exports: a name and its version node a line, sorted by name.  A name that goes missing breaks
 programs that were linked before; one that appears is a promise.  So either shows in a diff of that file, which --write
-(scripts/update_exports.sh) rewrites from the library.
+(scripts/update_exports.sh) rewrites from the library.  A DLL has the same names, and no version nodes.
 """
 import argparse
 import pathlib
@@ -43,13 +43,23 @@ def exported_names(library):
     return sorted(lines), faults
 
 
+def exported_by_dll(library):
+    """Returns the names in the table of exports of a DLL."""
+    headers = subprocess.run(
+        ["x86_64-w64-mingw32-objdump", "--private-headers", library], check=True, stdout=subprocess.PIPE, text=True
+    ).stdout
+    table = headers[headers.index("[Ordinal/Name Pointer] Table"):]
+    return sorted(re.findall(r"^\t\[[^\]]*\].* (\w+)$", table[:table.index("\n\n")], re.MULTILINE))
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--write", action="store_true", help="rewrite the list instead of comparing")
     parser.add_argument("library", help="the shared library, such as build/release/source/libzu.so")
     arguments = parser.parse_args()
 
-    found, faults = exported_names(arguments.library)
+    is_dll = arguments.library.endswith(".dll")
+    found, faults = (exported_by_dll(arguments.library), []) if is_dll else exported_names(arguments.library)
     if arguments.write and not faults:
         LIST.write_text("\n".join(found) + "\n", encoding="ascii")
         print(f"{LIST}: {len(found)} names")
@@ -57,6 +67,8 @@ def main():
     listed = LIST.read_text(encoding="ascii").splitlines() if LIST.exists() else []
     if listed != sorted(listed):
         faults.append(f"{LIST.name} is not sorted")
+    if is_dll:
+        listed = [line.split()[0] for line in listed]
     faults += [f"{line}: listed, but not exported" for line in sorted(set(listed) - set(found))]
     faults += [f"{line}: exported, but not listed" for line in sorted(set(found) - set(listed))]
     for fault in faults:

@@ -1,0 +1,45 @@
+#!/bin/bash
+# Installs the build for Windows, moves the installed tree, and builds programs against it, which run under Wine.
+set -euo pipefail
+source "$( dirname "${BASH_SOURCE[ 0 ]}" )/common.sh"
+usage "$@" <<'TEXT'
+usage: scripts/check_install_windows.sh
+
+Installs build/windows-x86_64, which must have been built, into a temporary folder, moves it, and builds examples against
+it by find_package and by pkg-config, with the DLL and with the static library.
+TEXT
+
+work="$( mktemp -d )"
+trap 'rm -rf "$work"' EXIT
+cmake --install "$ZU_ROOT/build/windows-x86_64" --prefix "$work/installed" > "$work/install.log" \
+    || { cat "$work/install.log"; fail "the installation failed"; }
+installed="$work/moved here"
+mv "$work/installed" "$installed"
+for file in bin/zu.dll bin/zu.exe lib/libzu.dll.a lib/libzu.a include/zu/zu.h lib/cmake/zu/zuConfig.cmake; do
+    [ -f "$installed/$file" ] || fail "not installed: $file"
+done
+if known="$( grep -rlE "$ZU_ROOT/build|$work/installed" "$installed/lib" --include='*.cmake' --include='*.pc' )"; then
+    fail "bound to a place: $known"
+fi
+export WINEDEBUG="${WINEDEBUG:--all}" WINEPATH="Z:$installed/bin"
+
+say "find_package"
+programs=( example_first example_first_static example_hello example_modules )
+cmake -S "$ZU_ROOT/examples" -B "$work/by_cmake" -G Ninja -Dzu_DIR="$installed/lib/cmake/zu" \
+    --toolchain "$ZU_ROOT/cmake/toolchains/windows-x86_64.cmake" > "$work/configure.log" \
+    || { cat "$work/configure.log"; fail "find_package( zu ) failed"; }
+cmake --build "$work/by_cmake" --target "${programs[@]}"
+ctest --test-dir "$work/by_cmake" --output-on-failure --no-tests=error --timeout 60 \
+    --tests-regex "^($( IFS='|'; echo "${programs[*]}" ))\$"
+
+say "pkg-config"
+export PKG_CONFIG_PATH="$installed/lib/pkgconfig"
+for package in zu zu-static; do
+    eval "flags=( $( pkg-config --cflags --libs "$package" ) )"
+    x86_64-w64-mingw32-gcc-posix -std=c11 -Wall -Wextra -Wpedantic -Werror "$ZU_ROOT/examples/first.c" "${flags[@]}" \
+        -o "$work/first.exe"
+    wine "$work/first.exe" | tr -d '\r' | cmp - "$ZU_ROOT/examples/expected/first.txt"
+done
+say "The installed tool"
+wine "$installed/bin/zu.exe" --version
+say "The installed library serves C and C++, as a DLL and static"
