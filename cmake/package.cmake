@@ -1,12 +1,20 @@
 # Debian packages, by CPack: the library, what a developer needs, the command.  scripts/package.sh makes them of a build
 # whose prefix is /usr, since the library looks for the machine's settings where its prefix says.
 
-set( ZU_PACKAGE_CONTACT "Maintainers of zu <zu@localhost>" CACHE STRING "Whom the packages name as their maintainer" )
+# Whom the packages name as their maintainer: as Debian's own tools take it from the environment.  A package that somebody
+# has made for himself says so, with an address that never reaches anybody (RFC 2606).
+set( ZU_PACKAGE_CONTACT "" CACHE STRING "The packages' maintainer, \"Name <address>\"; empty: DEBFULLNAME and DEBEMAIL" )
+set( contact "${ZU_PACKAGE_CONTACT}" )
+if( NOT contact AND NOT "$ENV{DEBEMAIL}" STREQUAL "" )
+    set( contact "$ENV{DEBFULLNAME} <$ENV{DEBEMAIL}>" )
+elseif( NOT contact )
+    set( contact "Local build of zu <zu@localhost.invalid>" )
+endif()
 set( version "${PROJECT_VERSION}-1" )
 set( library "libzu${PROJECT_VERSION_MAJOR}" )
 
 set( CPACK_GENERATOR DEB )
-set( CPACK_PACKAGE_CONTACT "${ZU_PACKAGE_CONTACT}" )
+set( CPACK_PACKAGE_CONTACT "${contact}" )
 set( CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages )
 set( CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX} )
 set( CPACK_COMPONENTS_ALL runtime development tool )
