@@ -64,7 +64,7 @@ by_pkg_config()
 for package in zu zu-static; do
     by_pkg_config $package cc first.c -std=c11 -Wall -Wextra -Wpedantic -Werror
     by_pkg_config $package cc sort.c -std=c11 -Wall -Wextra -Wpedantic -Werror
-    by_pkg_config $package c++ hello.cpp -std=c++17 -Wall -Wextra -Wpedantic -Werror
+    by_pkg_config $package c++ hello.cpp -std=c++17 -Wall -Wextra -Wpedantic -Wconversion -Wold-style-cast -Werror
 done
 if [ -x "$installed/bin/zu" ]; then
     say "The installed tool"
