@@ -724,19 +724,32 @@ ZU_BUFFER *zuBufferCreate( void )
     return zuBufferRetain( emptyBuffer );
 }
 
-// Returns a new buffer with a copy of `bitLength` bits of `content`, which are whole bytes.
-static ZU_BUFFER *bufferCreateCopy( const uint8_t *content, UINT bitLength )
+// Returns a new buffer with a content of `bitLength` bits, which are whole bytes and left to the caller.
+static inline ZU_BUFFER *bufferCreateOfLength( UINT bitLength )
 {
     if ( bitLength == 0 || bitLength > BYTES_TO_BITS( BEHIND_MAX ) ) {
         ZU_BUFFER *buf = bufferCreateEmpty();
-        zu___BufferInsertBytes( &buf, 0, content, bitLength >> 3 );
+        bufferMakeRoom( &buf, 0, bitLength );
         return buf;
     }
     UINT sizeBytes = bufferStorageSize( bitLength, ZU_BUFFER_FSPACE + ZU_BUFFER_BSPACE );
     ZU_BUFFER *buf = bufferCreateEmpty( sizeBytes );
     bufferTakeFirstRoom( buf, (uint8_t *)( buf + 1 ), sizeBytes, bitLength );
     buf->blockBehind = true;
-    memcpy( bufferContent( buf ), content, bitLength >> 3 );
+    return buf;
+}
+static ZU_BUFFER *bufferCreateCopy( const uint8_t *content, UINT bitLength )
+{
+    ZU_BUFFER *buf = bufferCreateOfLength( bitLength );
+    bitsCopy( bufferContent( buf ), 0, content, 0, bitLength );
+    return buf;
+}
+ZU_BUFFER *zu___BufferCreateWithRoom( ZU_INT byteCount )
+{
+    ZU_ASSERT( BYTES_TO_BITS_OK( byteCount ) );
+    ZU_BUFFER *buf = bufferCreateOfLength( BYTES_TO_BITS( byteCount ) );
+    buf->bitBspace += buf->bitLength;
+    buf->bitLength = 0;
     return buf;
 }
 ZU_BUFFER *zuBufferCreateFrom( ZU_BUFFER *src )

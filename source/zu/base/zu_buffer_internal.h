@@ -87,6 +87,9 @@ static inline bool zu___BufferTakeAtEnd( ZU_BUFFER *buf, ZU___INT_UNSIGNED byteC
     return true;
 }
 
+// Returns a new, private, empty buffer that has free room for `byteCount` bytes at its end, more than none.
+ZU_BUFFER *zu___BufferCreateWithRoom( ZU_INT byteCount );
+
 // Makes free room of `bitCount` bits at the end.
 void zu___BufferReserveBits( ZU_BUFFER **buf, ZU___INT_UNSIGNED bitCount );
 

@@ -25,7 +25,7 @@ static constexpr ZU_INT PIECE_CHARS = 1024; // of a text that there is no room f
 
 struct ZU_ENCODER {
     ZU_OBJ obj;
-    ZU_BUFFER *buffer; // never on foreign memory, since it begins empty and is only appended to
+    ZU_BUFFER *buffer; // never on foreign memory, since it begins empty and is only appended to; null while it is empty
     uint8_t *end;      // where the content really ends, and
     uint8_t *limit;    // where the room behind it does; both null while the buffer tells that itself
 };
@@ -40,7 +40,7 @@ ZU___STDFUNCS( ZU_ENCODER, zuEncoder )
 ZU_ENCODER *zuEncoderCreate( void )
 {
     ZU_ENCODER *enc = (ZU_ENCODER *)zu___ObjCreate( sizeof( ZU_ENCODER ), &zu___sort_ZU_ENCODER );
-    enc->buffer = zuBufferCreate();
+    enc->buffer = nullptr;
     enc->end = nullptr;
     enc->limit = nullptr;
     return enc;
@@ -49,14 +49,16 @@ static void encoderFree( ZU_OBJ *thisObj )
 {
     ZU_ENCODER *enc = zuEncoderFrom( thisObj );
     ZU_ASSERT( enc );
-    ZU_REF_RELEASE( enc->buffer );
+    ZU_REF_RELEASE_OPT( enc->buffer );
     ZU_REF_POISON( enc->buffer );
 }
 
 // Has the buffer tell its lengths again, and returns where it is held.
 static ZU_BUFFER **encoderClose( ZU_ENCODER *enc )
 {
-    if ( enc->limit ) {
+    if ( !enc->buffer ) {
+        enc->buffer = zuBufferCreate();
+    } else if ( enc->limit ) {
         ZU_BUFFER *buf = enc->buffer;
         buf->bitLength = BYTES_TO_BITS( enc->end - buf->bytes ) - buf->bitFspace;
         buf->bitBspace = BYTES_TO_BITS( enc->limit - enc->end );
@@ -69,6 +71,9 @@ static ZU_BUFFER **encoderClose( ZU_ENCODER *enc )
 // enough, since more will come.  Returns false if the content ends within a byte.
 static bool encoderOpen( ZU_ENCODER *enc, ZU_INT byteCount )
 {
+    if ( !enc->buffer ) {
+        enc->buffer = zu___BufferCreateWithRoom( zuIntAddSaturating( byteCount, SPARE_MIN ) );
+    }
     ZU_BUFFER **buf = encoderClose( enc );
     if ( !zuBufferBitIsAligned( *buf ) ) {
         return false;
@@ -96,7 +101,10 @@ ZU_INT zuEncoderLength( ZU_ENCODER *enc )
 void zuEncoderClear( ZU_ENCODER *enc )
 {
     ZU_ASSERT( enc );
-    zuBufferClear( encoderClose( enc ) );
+    ZU_REF_RELEASE_OPT( enc->buffer );
+    enc->buffer = nullptr;
+    enc->end = nullptr;
+    enc->limit = nullptr;
 }
 
 // Appending
