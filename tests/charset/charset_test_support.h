@@ -4,11 +4,6 @@
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
 
-#include <algorithm>
-#include <random>
-#include <string>
-#include <vector>
-
 using Bytes = std::vector<uint8_t>;
 
 // Hands out sizes of pieces; without a seed everything goes in one.

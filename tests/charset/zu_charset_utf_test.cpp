@@ -168,36 +168,21 @@ TEST( CharsetUtf, CutsMakeNoDifference )
     }
 }
 
-// A byte sink that notes the size of each write and fails when told.
-struct Writes {
-    std::vector<ZU_INT> sizes;
-    bool fail = false;
-};
-static Writes *writes;
-static zu::Ref<ZU_BYTE_SINK> makeNotingSink( Writes *notes )
-{
-    writes = notes;
-    auto write = []( ZU_OBJ *, const uint8_t *, ZU_INT byteCount ) -> ZU_BOOL {
-        writes->sizes.push_back( byteCount );
-        return !writes->fail;
-    };
-    return zu::adopt( zu___ByteSinkCreate(
-        write, []( ZU_OBJ * ) -> ZU_BOOL { return ZU_TRUE; }, nullptr ) );
-}
-
 TEST( CharsetUtf, AFailedSinkLosesWhatItHolds )
 {
     for ( ZU_CHARSET charset : { ZU_CHARSET_UTF_8, ZU_CHARSET_UTF_16, ZU_CHARSET_UTF_32, ZU_CHARSET_ISO_8859_1 } ) {
-        Writes notes;
-        auto byteSink = makeNotingSink( &notes );
+        int writes = 0;
+        bool fails = false;
+        auto write = [ & ]( const uint8_t *, ZU_INT ) { return writes++, !fails; };
+        auto byteSink = zu::byteSink( write );
         auto sink = zu::adopt( zuCharsetCreateCharSink( byteSink.get(), charset, 0 ) );
         EXPECT_TRUE( zuCharSinkWriteChar( sink.get(), U'a' ) );
-        notes.fail = true;
+        fails = true;
         EXPECT_FALSE( zuCharSinkFlush( sink.get() ) );
-        notes.fail = false;
+        fails = false;
         EXPECT_TRUE( zuCharSinkError( sink.get() ) );
         sink = nullptr;
-        EXPECT_EQ( notes.sizes.size(), 1u ) << charset;
+        EXPECT_EQ( writes, 1 ) << charset;
     }
 }
 

@@ -89,6 +89,20 @@ def in_child(body):
     return report, os.waitpid(child, 0)[1]
 
 
+def failure(body):
+    """Runs `body` in a forked process and returns the check that has failed there, or how it ended."""
+    report, status = in_child(body)
+    line = re.search(r"^    Expression: (.*)$", report, re.MULTILINE)
+    return line.group(1) if line else f"ended with {status}"
+
+
+def conclude(count, faults, least):
+    """Tells of a sweep's calls, which must be so many, and returns its exit status."""
+    print(*faults, sep="\n")
+    print(f"{count - len(faults)} passed, {len(faults)} failed")
+    return 1 if faults or count < least else 0
+
+
 class Maker:
     """Makes arguments by their type."""
 

@@ -53,9 +53,7 @@ class Caller(interface.Maker):
             kinds = [kind for kind, _ in function.parameters]
             self.call(function.name, *[value if i == wrong else self.argument(kind) for i, kind in enumerate(kinds)])
 
-        report, status = interface.in_child(run)
-        line = re.search(r"^    Expression: (.*)$", report, re.MULTILINE)
-        return line.group(1) if line else f"ended with {status}"
+        return interface.failure(run)
 
     def outside(self, kind, name, first):
         """Yields what cannot be right for a parameter."""
@@ -94,9 +92,7 @@ def main():
                     r"." if re.fullmatch(OTHERWISE, function.name) else rf"\b{name}\b", told
                 ):
                     faults.append(f"{function.name}, {name}: {told}")
-    print(*faults, sep="\n")
-    print(f"{count - len(faults)} passed, {len(faults)} failed")
-    return 1 if faults or count < 1000 else 0
+    return interface.conclude(count, faults, 1000)
 
 
 if __name__ == "__main__":

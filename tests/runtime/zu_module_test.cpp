@@ -1,5 +1,4 @@
 #include "zu_test_string.h"
-#include "zu_test_support.h"
 
 TEST( Module, OfTheLibrary )
 {
@@ -139,29 +138,21 @@ TEST( Module, OrderedByName )
 
 TEST( ModuleVersion, Texts )
 {
-    static const struct {
-        const char *source;
-        const char *text; // empty: no version
-    } ROWS[] = {
-        { "1.2", "1.2" },
-        { "3#1.0", "3#1.0" },
-        { "1#5.2#7", "1#5.2#7" },
-        { "1#0.0", "1.0" },
-        { "01.002", "1.2" },
-        { "1#999.0#999", "1#999.0#999" },
-        { "9223372036854775#807.9223372036854775", "9223372036854775#807.9223372036854775" },
-    };
     auto create = []( const std::string &source ) {
         return zu::adopt( zuModuleVersionTryCreateFromCstr( source.data(), (ZU_INT)source.size() ) );
     };
-    for ( const auto &row : ROWS ) {
-        zu::Ref<ZU_MODULE_VERSION> version = create( row.source );
-        ASSERT_TRUE( version ) << row.source;
-        EXPECT_EQ( takeText( zuModuleVersionToString( version.get() ) ), row.text );
+    auto written = [ & ]( const std::string &source ) {
+        return takeText( zuModuleVersionToString( create( source ).get() ) );
+    };
+    for ( const std::string &source :
+          divided( "1.2|3#1.0|1#5.2#7|1#999.0#999|9223372036854775#807.9223372036854775" ) ) {
+        EXPECT_EQ( written( source ), source );
     }
-    for ( const char *source : { "9223372036854775#808.0", "0.9223372036854776", "0.9223372036854775#808",
-                                 "99999999999999999999.0", "", "1", "1.", ".1", "1.2.3", "1#1000.0", "1#.0", "#1.0",
-                                 "1.0#1#2", "-1.0", "1.-1", "1#-1.0", "1.0#-1", "0x1.0", "1a.0" } ) {
+    EXPECT_EQ( written( "1#0.0" ), "1.0" );
+    EXPECT_EQ( written( "01.002" ), "1.2" );
+    for ( const std::string &source : divided(
+              "9223372036854775#808.0|0.9223372036854776|0.9223372036854775#808|99999999999999999999.0||1|1.|.1|1.2.3|"
+              "1#1000.0|1#.0|#1.0|1.0#1#2|-1.0|1.-1|1#-1.0|1.0#-1|0x1.0|1a.0" ) ) {
         EXPECT_FALSE( create( source ) ) << source;
     }
     zu::Ref<ZU_MODULE_VERSION> wide = zu::adopt( zuModuleVersionTryCreateFromWcstr( u"1#2.3#4 and more", 7 ) );
@@ -187,10 +178,7 @@ TEST( ModuleVersion, OrderedByEachNumber )
 }
 TEST( ModuleVersionAborts, OutsideTheLimits )
 {
-    static const struct {
-        const char *expression;
-        ZU_INT numbers[ 4 ];
-    } ROWS[] = {
+    static const std::pair<const char *, std::array<ZU_INT, 4>> ROWS[] = {
         { "major >= 0", { -1, 0, 0, 0 } },
         { "majorInsert >= 0 && majorInsert <= 999", { 0, 1000, 0, 0 } },
         { "minor >= 0", { 0, 0, -1, 0 } },
@@ -200,8 +188,7 @@ TEST( ModuleVersionAborts, OutsideTheLimits )
         { "ZU_INT_MUL_OK( minor, 1000 )", { 0, 0, ZU_INT_MAX / 999, 0 } },
         { "ZU_INT_ADD_OK( minor * 1000, minorInsert )", { 0, 0, ZU_INT_MAX / 1000, 999 } },
     };
-    for ( const auto &row : ROWS ) {
-        const ZU_INT( &n )[ 4 ] = row.numbers;
-        expectAbort( row.expression, [ & ] { zuModuleVersionCreate( n[ 0 ], n[ 1 ], n[ 2 ], n[ 3 ] ); } );
+    for ( const auto &[ expression, n ] : ROWS ) {
+        expectAbort( expression, [ &n = n ] { zuModuleVersionCreate( n[ 0 ], n[ 1 ], n[ 2 ], n[ 3 ] ); } );
     }
 }

@@ -1,14 +1,9 @@
 #include "zu/base/zu_stack_trace_internal.h"
 #include "zu/runtime/zu_runtime_internal.h"
 #include "zu_test_string.h"
-#include "zu_test_support.h"
 
-#include <algorithm>
 #include <atomic>
-#include <random>
 #include <sstream>
-#include <utility>
-#include <vector>
 
 static const ZU_INT DATABASE = ZU_RUNTIME_FLAG_OBJECT_DATABASE;
 

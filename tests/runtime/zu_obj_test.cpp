@@ -1,32 +1,13 @@
-#include "zu/runtime/zu_obj.h"
-
-#include "zu/base/zu_string.h"
-#include "zu/runtime/zu_module.h"
-#include "zu/runtime/zu_runtime_flags.h"
-#include "zu/runtime/zu_sort.h"
 #include "zu_test_string.h"
-#include "zu_test_support.h"
 
-#include <algorithm>
 #include <atomic>
-#include <functional>
-#include <random>
-#include <string>
-#include <vector>
 
 static ZU___MODULE_RECORD testRecord = {
     ZU___MODULE_RECORD_VERSION, nullptr, nullptr, -1, -1, -1, nullptr, nullptr, nullptr, "objtest", "", "", "", ""
 };
-static ZU_MODULE testModule = { ZU___OBJ_STATIC_INITIALIZER( ZU___OBJ_TYPE_MODULE ),
-                                &testRecord,
-                                nullptr,
-                                nullptr,
-                                nullptr,
-                                nullptr,
-                                nullptr,
-                                0,
-                                nullptr,
-                                nullptr };
+static ZU_MODULE testModule = {
+    ZU___OBJ_STATIC_INITIALIZER( ZU___OBJ_TYPE_MODULE ), &testRecord, {}, {}, {}, {}, {}, 0, {}, {}
+};
 
 // A node of a graph: it holds others, and counts its end.
 struct TEST_NODE {
@@ -98,9 +79,7 @@ static ZU_STRING *numberToString( ZU_OBJ *thisObj )
 // The order over all objects is total, whatever their classes.
 TEST( Obj, OrderIsTotal )
 {
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     std::vector<ZU_OBJ *> objs;
     for ( int i = 0; i < 60; i++ ) {
         ZU_CHAR letter = 'a' + (ZU_CHAR)( random() % 4 );
@@ -194,11 +173,9 @@ TEST( Obj, DeepGraphsGoInOneRelease )
         testNodeRelease( chain );
         EXPECT_EQ( freed, LENGTH ) << "a chain";
     } );
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    runOnSmallStack( [ & ] {
+    runOnSmallStack( [] {
         // Each node is held by one or two of those behind it, mostly by near ones: deep, wide, and shared.
-        std::mt19937_64 random( seed );
+        SeededRandom random;
         std::atomic<int> freed{ 0 };
         std::vector<TEST_NODE *> nodes;
         for ( int i = 0; i < 20000; i++ ) {

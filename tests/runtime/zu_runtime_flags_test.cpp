@@ -1,5 +1,4 @@
 #include "zu_test_string.h"
-#include "zu_test_support.h"
 
 // What each flag needs to be kept beside itself.
 static const struct {
@@ -32,6 +31,12 @@ TEST( RuntimeFlags, EveryCombination )
                 kept && ( row.flag == ZU_RUNTIME_FLAG_MINIMAL || !( flags & ZU_RUNTIME_FLAG_MINIMAL ) ) ? row.flag : 0;
         }
         ASSERT_EQ( zuRuntimeFlagsNormalize( flags ), expected ) << flags;
+        std::string names;
+        for ( const auto &row : FLAGS ) {
+            names += expected & row.flag ? ( names.empty() ? "" : "|" ) + std::string( row.name ) : "";
+        }
+        ASSERT_EQ( takeText( zuRuntimeFlagsToString( flags ) ), names );
+        ASSERT_EQ( zuRuntimeFlagsFromString( string( names + "|0x2004" ).get() ), expected );
     }
     EXPECT_EQ( zuRuntimeFlagsNormalize( -1 ), ZU_RUNTIME_FLAG_MINIMAL );
     EXPECT_EQ( zuRuntimeFlagsNormalize( -2 ), 0x1FFA );

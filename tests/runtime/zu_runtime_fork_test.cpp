@@ -5,12 +5,6 @@
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
-#include <vector>
-
-static zu::Ref<ZU_STRING> text( const char *ascii )
-{
-    return zu::adopt( zuStringCreateFromAscii( ascii, -1 ) );
-}
 
 // Takes and gives every lock that the library has for itself.
 static void useTheLibrary( ZU_TIMER *timer )
@@ -29,7 +23,7 @@ static void useTheLibrary( ZU_TIMER *timer )
     zu::Ref<ZU_GENERATION> generation = zu::adopt( zuGenerationCreate() );
     zu::Ref<ZU_STACK_TRACE> trace = zu::adopt( zuStackTraceCreate( 0, 1 ) );
     zu::Ref<ZU_VECTOR> modules = zu::adopt( zuRuntimeModulesVector() );
-    zuRuntimeSetUserInformationKey( text( "key" ).get(), store.get() );
+    zuRuntimeSetUserInformationKey( zu::text( "key" ).get(), store.get() );
     if ( timer ) {
         zuTimerSchedule( timer, 1000000 );
     }
@@ -82,7 +76,7 @@ static void forkOften()
         thread.join();
     }
     EXPECT_EQ( wellEnded, 100 );
-    zuRuntimeDelUserInformationKey( text( "key" ).get() );
+    zuRuntimeDelUserInformationKey( zu::text( "key" ).get() );
 }
 // A sanitizer's heap is not made ready for a fork among threads that allocate: the child waits for ever.
 #if !defined( __SANITIZE_ADDRESS__ ) && !defined( __SANITIZE_THREAD__ )

@@ -1,44 +1,35 @@
 #include "zu_test_string.h"
-#include "zu_test_support.h"
 
 #include <sstream>
 
 TEST( RuntimeValidate, Tables )
 {
-    static const std::string HUNDRED( 100, 'a' );
+    // What is good and what is bad
+    static const std::string LONGEST( 100, 'a' );
     static const struct {
-        const char *parameter;
         ZU_BOOL ( *validate )( ZU_STRING * );
-        std::vector<std::string> good;
-        std::vector<std::string> bad;
+        std::string good, bad;
     } ROWS[] = {
-        { "productName",
-          zuRuntimeValidateProductName,
-          { "a", "abc1", "z0", zu___module_record.productName, std::string( 32, 'a' ) },
-          { "", "1abc", "ab-c", "Abc", "aB", "a b", "a_b", std::string( 33, 'a' ), "\xC3\xA4" } },
-        { "productFriendlyName",
-          zuRuntimeValidateProductFriendlyName,
-          { "Ab 1", "1", "a b c", zu___module_record.productFriendlyName, HUNDRED },
-          { "", " ", " Ab", "Ab ", "A  b", "A-b", "A\tb", HUNDRED + "a", "\xC3\xA4", "\xC4\xB0" } },
-        { "productVendorName",
-          zuRuntimeValidateProductVendorName,
-          { "A-b c", "-", "- -", zu___module_record.productVendorName },
-          { "", "A  b", "A ", "A.b", "A, b", HUNDRED + "a" } },
-        { "productCopyright",
-          zuRuntimeValidateProductCopyright,
-          { "Copyright (c) 2024, a@b.c; x:y", "(),-.:;@", zu___module_record.productCopyright },
-          { "", "A  b", "A/b", "\xC2\xA9", "A_b", "A*", HUNDRED + "a" } },
-        { "productVersion",
-          zuRuntimeValidateProductVersion,
-          { "4.10.30", "0.0.0", "0x10.2:11.007", " 1.2 .3", "9223372036854775807.0.0" },
-          { "", "4.10", "4.10.30.1", "4.-1.0", "4..0", ".1.2", "1.2.", "1.2.3a", "1,2,3", "9223372036854775808.0.0" } },
+        { zuRuntimeValidateProductName,
+          "a|abc1|z0|aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa|" + std::string( zu___module_record.productName ),
+          "|1abc|ab-c|Abc|aB|a b|a_b|aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa|\xC3\xA4" },
+        { zuRuntimeValidateProductFriendlyName,
+          "Ab 1|1|a b c|" + LONGEST + "|" + zu___module_record.productFriendlyName,
+          "| | Ab|Ab |A  b|A-b|A\tb|\xC3\xA4|\xC4\xB0|a" + LONGEST },
+        { zuRuntimeValidateProductVendorName, "A-b c|-|- -|" + std::string( zu___module_record.productVendorName ),
+          "|A  b|A |A.b|A, b|a" + LONGEST },
+        { zuRuntimeValidateProductCopyright,
+          "Copyright (c) 2024, a@b.c; x:y|(),-.:;@|" + std::string( zu___module_record.productCopyright ),
+          "|A  b|A/b|\xC2\xA9|A_b|A*|a" + LONGEST },
+        { zuRuntimeValidateProductVersion, "4.10.30|0.0.0|0x10.2:11.007| 1.2 .3|9223372036854775807.0.0",
+          "|4.10|4.10.30.1|4.-1.0|4..0|.1.2|1.2.|1.2.3a|1,2,3|9223372036854775808.0.0" },
     };
     for ( const auto &row : ROWS ) {
-        for ( const std::string &text : row.good ) {
-            EXPECT_TRUE( row.validate( string( text ).get() ) ) << row.parameter << ": " << text;
+        for ( const std::string &text : divided( row.good ) ) {
+            EXPECT_TRUE( row.validate( string( text ).get() ) ) << &row - ROWS << ": " << text;
         }
-        for ( const std::string &text : row.bad ) {
-            EXPECT_FALSE( row.validate( string( text ).get() ) ) << row.parameter << ": " << text;
+        for ( const std::string &text : divided( row.bad ) ) {
+            EXPECT_FALSE( row.validate( string( text ).get() ) ) << &row - ROWS << ": " << text;
         }
     }
 }

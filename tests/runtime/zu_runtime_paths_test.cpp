@@ -1,14 +1,9 @@
 #include "zu/runtime/zu_runtime_paths_internal.h"
 #include "zu/runtime/zu_runtime_paths_linux_internal.h"
 #include "zu_test_string.h"
-#include "zu_test_support.h"
 
 #include <filesystem>
 #include <fstream>
-#include <map>
-#include <random>
-#include <utility>
-#include <vector>
 
 static const std::string OWN = zu___module_record.productName;
 static const std::string OTHER = "elsewhere";
@@ -180,9 +175,7 @@ TEST_F( RuntimePaths, AreCreatedForDataOfTheOwnProduct )
 // The value
 TEST_F( RuntimePaths, AsAValue )
 {
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     std::map<ZU_INT, std::string> model, copyModel;
     zu::Ref<ZU_RUNTIME_PATHS> paths = zu::adopt( zuRuntimePathsCreate() ), copy = paths;
     auto rendered = []( const std::map<ZU_INT, std::string> &of ) {

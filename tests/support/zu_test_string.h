@@ -2,8 +2,7 @@
 #pragma once
 
 #include "zu/zu.hpp"
-
-#include <string>
+#include "zu_test_support.h"
 
 // Elements as they are, code points or not.
 inline ZU_STRING *makeString( const std::u32string &chars )

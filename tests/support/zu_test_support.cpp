@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <random>
 #include <thread>
-#include <vector>
 
 std::string readAll( FILE *file )
 {
@@ -60,6 +59,15 @@ void runThreads( int count, const std::function<void( int )> &body )
     for ( std::thread &thread : threads ) {
         thread.join();
     }
+}
+
+std::vector<std::string> divided( const std::string &text )
+{
+    std::vector<std::string> all( 1 );
+    for ( char ch : text ) {
+        ch == '|' ? all.emplace_back() : all.back() += ch;
+    }
+    return all;
 }
 
 std::string thisTest()

@@ -1,10 +1,16 @@
-// zu_test_support.h: what the tests share.
+// zu_test_support.h: what the tests share, the containers of the standard library among it.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <gtest/gtest.h>
+#include <map>
+#include <random>
+#include <set>
 #include <string>
+#include <vector>
 
 // Runs `statement` in a child process and expects it to end in zu___Abort with this expression, and with this message
 // where one is given; null stands for a failed check that has none.
@@ -32,6 +38,24 @@ void runRestarted( int64_t flags, const std::function<void()> &statement );
 // Returns the seed of a test with random numbers, which a failure must show: the number in the environment variable
 // ZU_TEST_SEED, or a new one.
 uint64_t testSeed();
+// Random numbers of such a seed, which failures show for as long as these live.
+class SeededRandom : public std::mt19937_64 {
+public:
+    explicit SeededRandom( uint64_t seed = testSeed() )
+        : std::mt19937_64( seed ), trace( "random numbers", 0, "seed " + std::to_string( seed ) )
+    {
+    }
+    size_t below( size_t end )
+    {
+        return ( *this )() % end;
+    }
+
+private:
+    testing::ScopedTrace trace;
+};
+
+// Returns what stands between the bars of a text.
+std::vector<std::string> divided( const std::string &text );
 
 // The environment variable with the flags of such a process.
 inline constexpr const char *RESTARTED_FLAGS = "ZU_TEST_RESTARTED_FLAGS";

@@ -4,16 +4,13 @@
 
 #include "zu_test_support.h"
 
-#include <algorithm>
 #include <bitset>
 #include <initializer_list>
-#include <random>
-#include <vector>
 
 __extension__ typedef __int128 WIDE;
 
 // Pairs of the numbers at which something changes, and random ones of all magnitudes.
-static std::vector<std::pair<ZU_INT, ZU_INT>> operandPairs( uint64_t seed )
+static std::vector<std::pair<ZU_INT, ZU_INT>> operandPairs( SeededRandom &random )
 {
     std::vector<ZU_INT> edges;
     for ( int bit : { 0, 1, 2, 15, 30, 31, 32, 33, 61, 62 } ) {
@@ -30,7 +27,6 @@ static std::vector<std::pair<ZU_INT, ZU_INT>> operandPairs( uint64_t seed )
             pairs.emplace_back( a, b );
         }
     }
-    std::mt19937_64 random( seed );
     for ( int i = 0; i < 100000; i++ ) {
         ZU_INT a = (ZU_INT)random() >> random() % 64;
         pairs.emplace_back( a, (ZU_INT)random() >> random() % 64 );
@@ -55,9 +51,8 @@ static ZU_INT midpoint( WIDE a, WIDE b )
 
 TEST( Int, ArithmeticIsThatOfWiderIntegers )
 {
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    for ( auto [ a, b ] : operandPairs( seed ) ) {
+    SeededRandom random;
+    for ( auto [ a, b ] : operandPairs( random ) ) {
         SCOPED_TRACE( testing::Message() << a << " and " << b );
         WIDE wideA = a, wideB = b;
         ASSERT_EQ( zuIntAddOk( a, b ), inRange( wideA + wideB ) );
@@ -100,9 +95,7 @@ TEST( Int, ArithmeticIsThatOfWiderIntegers )
 
 TEST( Int, BitsAreThoseOfABitset )
 {
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     std::vector<uint64_t> values = { 0, 1, UINT64_MAX, 0x5555555555555555, uint64_t{ 1 } << 63 };
     for ( int i = 0; i < 100; i++ ) {
         values.push_back( random() >> random() % 64 & random() );

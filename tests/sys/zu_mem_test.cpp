@@ -3,9 +3,7 @@
 #include "zu/runtime/zu_runtime_flags.h"
 #include "zu_test_support.h"
 
-#include <algorithm>
 #include <cstring>
-#include <string>
 
 TEST( Mem, BlocksKeepTheirContents )
 {

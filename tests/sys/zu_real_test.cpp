@@ -11,10 +11,7 @@ static constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
 
 TEST( Real, ComparesWithinAnAbsoluteTolerance )
 {
-    static constexpr struct {
-        double a, b;
-        ZU_INT order, reverse;
-    } ROWS[] = {
+    static constexpr std::tuple<double, double, ZU_INT, ZU_INT> ROWS[] = {
         { 1.0, 1.0 + EPSILON, 0, 0 },
         { 1.0, 1.0 + 2 * EPSILON, -1, 1 },
         { 0.0, EPSILON, 0, 0 },
@@ -28,12 +25,12 @@ TEST( Real, ComparesWithinAnAbsoluteTolerance )
         { NOT_A_NUMBER, INFINITE, 1, 1 },
         { NOT_A_NUMBER, NOT_A_NUMBER, 1, 1 },
     };
-    for ( const auto &row : ROWS ) {
-        SCOPED_TRACE( testing::Message() << row.a << " and " << row.b );
-        EXPECT_EQ( zuRealCompare( row.a, row.b ), row.order );
-        EXPECT_EQ( zuRealCompare( row.b, row.a ), row.reverse );
-        EXPECT_EQ( zuRealEquals( row.a, row.b ), row.order == 0 );
-        EXPECT_EQ( zuRealEquals( row.b, row.a ), row.order == 0 );
+    for ( const auto &[ a, b, order, reverse ] : ROWS ) {
+        SCOPED_TRACE( testing::Message() << a << " and " << b );
+        EXPECT_EQ( zuRealCompare( a, b ), order );
+        EXPECT_EQ( zuRealCompare( b, a ), reverse );
+        EXPECT_EQ( zuRealEquals( a, b ), order == 0 );
+        EXPECT_EQ( zuRealEquals( b, a ), order == 0 );
     }
     EXPECT_EQ( zuRealCompareInt( 3.0, 3 ), 0 );
     EXPECT_EQ( zuRealCompareInt( 2.5, 3 ), -1 );
@@ -45,10 +42,7 @@ TEST( Real, ComparesWithinAnAbsoluteTolerance )
 
 TEST( Real, KindsTruncationAndConversion )
 {
-    static constexpr struct {
-        double value, truncated;
-        ZU_INT integer;
-    } ROWS[] = {
+    static constexpr std::tuple<double, double, ZU_INT> ROWS[] = {
         { 2.9, 2.0, 2 },
         { -0.9, -0.0, 0 },
         { 0x1p53 + 2, 0x1p53 + 2, ( ZU_INT{ 1 } << 53 ) + 2 },
@@ -59,15 +53,15 @@ TEST( Real, KindsTruncationAndConversion )
         { INFINITE, INFINITE, ZU_INT_MAX },
         { -INFINITE, -INFINITE, ZU_INT_MIN },
     };
-    for ( const auto &row : ROWS ) {
-        SCOPED_TRACE( row.value );
-        EXPECT_EQ( zuRealToInt( row.value ), row.integer );
-        EXPECT_EQ( zuRealTrunc( row.value ), row.truncated );
-        EXPECT_EQ( std::signbit( zuRealTrunc( row.value ) ), std::signbit( row.truncated ) );
-        bool finite = row.value != INFINITE && row.value != -INFINITE;
-        EXPECT_EQ( zuRealIsFinite( row.value ), finite );
-        EXPECT_EQ( zuRealOk( row.value ), finite );
-        EXPECT_EQ( zuRealIsNan( row.value ), ZU_FALSE );
+    for ( const auto &[ value, truncated, integer ] : ROWS ) {
+        SCOPED_TRACE( value );
+        EXPECT_EQ( zuRealToInt( value ), integer );
+        EXPECT_EQ( zuRealTrunc( value ), truncated );
+        EXPECT_EQ( std::signbit( zuRealTrunc( value ) ), std::signbit( truncated ) );
+        bool finite = value != INFINITE && value != -INFINITE;
+        EXPECT_EQ( zuRealIsFinite( value ), finite );
+        EXPECT_EQ( zuRealOk( value ), finite );
+        EXPECT_EQ( zuRealIsNan( value ), ZU_FALSE );
     }
     EXPECT_EQ( zuRealToInt( NOT_A_NUMBER ), ZU_INT_MIN );
     EXPECT_TRUE( zuRealIsNan( zuRealTrunc( NOT_A_NUMBER ) ) );

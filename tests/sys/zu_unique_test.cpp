@@ -2,11 +2,8 @@
 
 #include "zu_test_support.h"
 
-#include <algorithm>
 #include <atomic>
 #include <memory>
-#include <random>
-#include <vector>
 
 // An allocator that has only begun: from then on its numbers can be foretold.
 static void expectForetoldNumbers( uint64_t seed )

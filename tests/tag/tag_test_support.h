@@ -1,32 +1,11 @@
 // tag_test_support.h: tags as plain text, and random sets of them.
 #pragma once
 
-#include "zu/zu.hpp"
-#include "zu_test_support.h"
+#include "zu_test_string.h"
 
 #include <iterator>
-#include <map>
-#include <random>
-#include <set>
 
 using TAGS = std::set<std::string>;
-
-inline zu::Ref<ZU_STRING> string( const std::string &text )
-{
-    return zu::adopt( zuStringCreateFromUtf8( text.data(), (ZU_INT)text.size() ) );
-}
-// The text of a string that the caller gives up, "none" for null.
-inline std::string take( ZU_STRING *zus )
-{
-    zu::Ref<ZU_STRING> taken = zu::adopt( zus );
-    std::string text = "none";
-    if ( zus ) {
-        char *chars = zuStringConvertToUtf8( zus, ZU_TRUE, nullptr );
-        text = chars;
-        zuMemFree( chars );
-    }
-    return text;
-}
 
 inline std::string join( const TAGS &tags )
 {
@@ -40,11 +19,11 @@ inline zu::Ref<ZU_TAG_SET> tagSet( const TAGS &tags )
 {
     return zu::adopt( zuTagSetDecode( string( join( tags ) ).get() ) );
 }
-inline std::string randomTag( std::mt19937 &random, int pool )
+inline std::string randomTag( SeededRandom &random, int pool )
 {
     return "t" + std::to_string( random() % pool );
 }
-inline TAGS randomTags( std::mt19937 &random, int pool )
+inline TAGS randomTags( SeededRandom &random, int pool )
 {
     TAGS tags;
     for ( unsigned i = random() % ( pool + 1 ); i > 0; i-- ) {
@@ -54,30 +33,17 @@ inline TAGS randomTags( std::mt19937 &random, int pool )
 }
 
 // A store of what a restore looks for, of much that it does not, and of lists of more of the kind.
-inline zu::Ref<ZU_STORE> randomStore( std::mt19937 &random, int depth )
+inline zu::Ref<ZU_STORE> randomStore( SeededRandom &random, int depth )
 {
     static const char *const ADDRESSES[] = { "tag",   "type",       "tagSet",      "comment", "color",
                                              "clear", "operations", "definitions", "0",       "1" };
-    static const char *const VALUES[] = { "a",
-                                          "b",
-                                          "a b",
-                                          "",
-                                          "true",
-                                          "0",
-                                          "2",
-                                          "9",
-                                          "-1",
-                                          "x.y",
-                                          "\u00e9",
-                                          "b  3 a ",
-                                          "ZU_TAG_MATCH_TYPE_NOT",
-                                          "ZU_TAG_REWRITE_OPERATION_TYPE_DELETE",
-                                          "ZU_TAG_COLOR_BLACK",
-                                          "99999999999999999999" };
+    static const std::vector<std::string> VALUES =
+        divided( "a|b|a b||true|0|2|9|-1|x.y|\u00e9|b  3 a |ZU_TAG_MATCH_TYPE_NOT|ZU_TAG_REWRITE_OPERATION_TYPE_DELETE|"
+                 "ZU_TAG_COLOR_BLACK|99999999999999999999" );
     zu::Ref<ZU_STORE> store = zu::adopt( zuStoreCreate() );
     for ( const char *address : ADDRESSES ) {
         if ( random() % 3 > 0 ) {
-            zuStoreSetValueCstr( store.inOut(), address, -1, string( VALUES[ random() % std::size( VALUES ) ] ).get() );
+            zuStoreSetValueCstr( store.inOut(), address, -1, string( VALUES[ random.below( VALUES.size() ) ] ).get() );
         }
         if ( depth > 0 && random() % 2 > 0 ) {
             zuStoreSetStoreCstr( store.inOut(), address, -1, randomStore( random, depth - 1 ).get() );
@@ -89,15 +55,14 @@ inline zu::Ref<ZU_STORE> randomStore( std::mt19937 &random, int depth )
 template <typename T>
 void expectRestores( T *( *restore )(ZU_STORE *), ZU_STORE *( *store )(T *), ZU_INT ( *compare )( T *, T * ) )
 {
-    const auto seed = (unsigned)testSeed();
-    std::mt19937 random( seed );
+    SeededRandom random;
     int restored = 0;
     for ( int i = 0; i < 300; i++ ) {
         zu::Ref<T> first = zu::adopt( restore( randomStore( random, 2 ).get() ) );
         if ( first ) {
             zu::Ref<T> second = zu::adopt( restore( zu::adopt( store( first.get() ) ).get() ) );
             ASSERT_TRUE( second );
-            ASSERT_EQ( compare( first.get(), second.get() ), 0 ) << "seed " << seed;
+            ASSERT_EQ( compare( first.get(), second.get() ), 0 );
             restored++;
         }
     }
@@ -117,7 +82,7 @@ struct ITEM_CHANGES {
 };
 // Changes one of two sets and its model at random; the model is to know an item of the tag `tag` as `value`.
 template <typename SET, typename ITEM, typename MODEL, typename VALUE>
-void changeItems( std::mt19937 &random, const ITEM_CHANGES<SET, ITEM> &changes, zu::Ref<SET> ( &sets )[ 2 ],
+void changeItems( SeededRandom &random, const ITEM_CHANGES<SET, ITEM> &changes, zu::Ref<SET> ( &sets )[ 2 ],
                   MODEL ( &models )[ 2 ], const std::string &tag, ITEM *item, const VALUE &value )
 {
     unsigned which = random() % 2;

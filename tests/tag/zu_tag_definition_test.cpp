@@ -23,8 +23,8 @@ static zu::Ref<ZU_TAG_DEFINITION> definition( const std::string &tag, const KNOW
 }
 static void expectSame( ZU_TAG_DEFINITION *def, const std::string &tag, const KNOWN &known )
 {
-    ASSERT_EQ( take( zuTagDefinitionTag( def ) ), tag );
-    ASSERT_EQ( take( zuTagDefinitionComment( def ) ), known.comment.value_or( "none" ) );
+    ASSERT_EQ( takeText( zuTagDefinitionTag( def ) ), tag );
+    ASSERT_EQ( takeText( zuTagDefinitionComment( def ) ), known.comment.value_or( "" ) );
     ASSERT_EQ( zuTagDefinitionHasComment( def ), known.comment.has_value() );
     ASSERT_EQ( zuTagDefinitionColor( def ), known.color );
     ASSERT_EQ( zuTagDefinitionHasColor( def ), known.color >= 0 );
@@ -49,13 +49,12 @@ TEST( TagDefinitionSet, StaysLikeItsModel )
         zuTagDefinitionSetDelDefinitionAt,  zuTagDefinitionSetHasDefinition,     zuTagDefinitionSetDelDefinition,
         zuTagDefinitionSetSetDefinition
     };
-    const auto seed = (unsigned)testSeed();
-    std::mt19937 random( seed );
+    SeededRandom random;
     zu::Ref<ZU_TAG_DEFINITION_SET> sets[ 2 ] = { zu::adopt( zuTagDefinitionSetCreate() ),
                                                  zu::adopt( zuTagDefinitionSetCreate() ) };
     DEFINITIONS models[ 2 ];
     for ( int step = 0; step < 1000; step++ ) {
-        SCOPED_TRACE( "seed " + std::to_string( seed ) + ", step " + std::to_string( step ) );
+        SCOPED_TRACE( step );
         const std::string tag = randomTag( random, 50 );
         KNOWN known;
         known.color = (ZU_INT)( random() % 11 ) - 1;
@@ -79,8 +78,8 @@ TEST( TagDefinition, Stores )
 {
     zu::Ref<ZU_STORE> store = zu::adopt( zuTagDefinitionStore( definition( "a", { {}, ZU_TAG_COLOR_GREY } ).get() ) );
     EXPECT_EQ( zuStoreLength( store.get() ), 2 );
-    EXPECT_EQ( take( zuStoreValueCstr( store.get(), "tag", -1 ) ), "a" );
-    EXPECT_EQ( take( zuStoreValueCstr( store.get(), "color", -1 ) ), "ZU_TAG_COLOR_GREY" );
+    EXPECT_EQ( takeText( zuStoreValueCstr( store.get(), "tag", -1 ) ), "a" );
+    EXPECT_EQ( takeText( zuStoreValueCstr( store.get(), "color", -1 ) ), "ZU_TAG_COLOR_GREY" );
     zuStoreSetValueCstr( store.inOut(), "color", -1, string( "ZU_TAG_COLOR_PINK" ).get() );
     expectSame( zu::adopt( zuTagDefinitionTryRestore( store.get() ) ).get(), "a", {} );
     zuStoreDelValueCstr( store.inOut(), "tag", -1 );

@@ -2,8 +2,7 @@
 
 TEST( TagMatch, AgreesWithCounting )
 {
-    const auto seed = (unsigned)testSeed();
-    std::mt19937 random( seed );
+    SeededRandom random;
     int matches = 0;
     for ( int step = 0; step < 4000; step++ ) {
         int pool = step % 2 == 0 ? 4 : 70;
@@ -29,11 +28,12 @@ TEST( TagMatch, AgreesWithCounting )
         zu::Ref<ZU_STORE> store = zu::adopt( zuTagMatchStore( match.get() ) );
         zu::Ref<ZU_TAG_MATCH> restored = zu::adopt( zuTagMatchRestore( store.get() ) );
         ASSERT_EQ( zuTagMatchTryMatch( restored.get(), tagSet( tags ).get() ), expected )
-            << "seed " << seed << ": " << type << " of " << join( wanted ) << " in " << join( tags );
+            << type << " of " << join( wanted ) << " in " << join( tags );
         ASSERT_TRUE( zuTagMatchEquals( match.get(), restored.get() ) );
         ASSERT_EQ( zuTagMatchCompare( untyped.get(), match.get() ), type == 0 ? 0 : -1 );
         ASSERT_EQ( zuTagMatchCompare( match.get(), untouched.get() ), type > 0 || !wanted.empty() );
-        ASSERT_EQ( take( zuTagSetEncode( zu::adopt( zuTagMatchTagSet( restored.get() ) ).get() ) ), join( wanted ) );
+        ASSERT_EQ( takeText( zuTagSetEncode( zu::adopt( zuTagMatchTagSet( restored.get() ) ).get() ) ),
+                   join( wanted ) );
     }
     EXPECT_GT( matches, 400 );
     EXPECT_LT( matches, 3600 );
@@ -48,7 +48,7 @@ TEST( TagMatch, RestoresWhatCanBeRead )
     zuStoreSetValueCstr( store.inOut(), "tagSet", -1, string( "b, a" ).get() );
     zu::Ref<ZU_TAG_MATCH> match = zu::adopt( zuTagMatchRestore( store.get() ) );
     EXPECT_EQ( zuTagMatchType( match.get() ), ZU_TAG_MATCH_TYPE_OR );
-    EXPECT_EQ( take( zuTagSetEncode( zu::adopt( zuTagMatchTagSet( match.get() ) ).get() ) ), "a" );
+    EXPECT_EQ( takeText( zuTagSetEncode( zu::adopt( zuTagMatchTagSet( match.get() ) ).get() ) ), "a" );
 }
 
 // Operations on tags, applied one after the other as a reader of the documentation would.
@@ -77,14 +77,14 @@ static void expectSame( ZU_TAG_REWRITE *rewrite, const REWRITE_MODEL &model, con
     ZU_INT idx = 0;
     for ( const auto &[ tag, type ] : model.items ) {
         zu::Ref<ZU_TAG_REWRITE_OPERATION> op = zu::adopt( zuTagRewriteOperationAt( rewrite, idx++ ) );
-        ASSERT_EQ( take( zuTagRewriteOperationTag( op.get() ) ), tag );
+        ASSERT_EQ( takeText( zuTagRewriteOperationTag( op.get() ) ), tag );
         ASSERT_EQ( zuTagRewriteOperationType( op.get() ), type );
         ASSERT_EQ( zu::adopt( zuTagRewriteOperation( rewrite, string( tag ).get() ) ).get(), op.get() );
     }
     zu::Ref<ZU_TAG_SET> input = tagSet( tags );
     zu::Ref<ZU_TAG_SET> output = zu::adopt( zuTagRewriteApply( rewrite, input.get() ) );
-    ASSERT_EQ( take( zuTagSetEncode( output.get() ) ), join( model.apply( tags ) ) );
-    ASSERT_EQ( take( zuTagSetEncode( input.get() ) ), join( tags ) );
+    ASSERT_EQ( takeText( zuTagSetEncode( output.get() ) ), join( model.apply( tags ) ) );
+    ASSERT_EQ( takeText( zuTagSetEncode( input.get() ) ), join( tags ) );
     ASSERT_TRUE( model.clear || model.apply( tags ) != tags || output.get() == input.get() );
     zu::Ref<ZU_STORE> store = zu::adopt( zuTagRewriteStore( rewrite ) );
     ASSERT_TRUE( zuTagRewriteEquals( zu::adopt( zuTagRewriteRestore( store.get() ) ).get(), rewrite ) );
@@ -96,12 +96,11 @@ TEST( TagRewrite, StaysLikeItsModel )
         zuTagRewriteDelOperationAt,  zuTagRewriteHasOperation,     zuTagRewriteDelOperation,
         zuTagRewriteSetOperation
     };
-    const auto seed = (unsigned)testSeed();
-    std::mt19937 random( seed );
+    SeededRandom random;
     zu::Ref<ZU_TAG_REWRITE> rewrites[ 2 ] = { zu::adopt( zuTagRewriteCreate() ), zu::adopt( zuTagRewriteCreate() ) };
     REWRITE_MODEL models[ 2 ];
     for ( int step = 0; step < 2000; step++ ) {
-        SCOPED_TRACE( "seed " + std::to_string( seed ) + ", step " + std::to_string( step ) );
+        SCOPED_TRACE( step );
         int pool = step < 500 ? 4 : 60;
         const std::string tag = randomTag( random, pool );
         auto type = (ZU_INT)( random() % 3 );
@@ -131,11 +130,11 @@ TEST( TagRewrite, StoresAListInOrderOfTheTags )
     }
     zu::Ref<ZU_STORE> store = zu::adopt( zuTagRewriteStore( rewrite.get() ) );
     zu::Ref<ZU_STORE> list = zu::adopt( zuStoreStoreCstr( store.get(), "operations", -1 ) );
-    EXPECT_EQ( take( zuStoreValueCstr( store.get(), "clear", -1 ) ), "false" );
+    EXPECT_EQ( takeText( zuStoreValueCstr( store.get(), "clear", -1 ) ), "false" );
     EXPECT_EQ( zuStoreLength( list.get() ), 11 );
     zu::Ref<ZU_STORE> last = zu::adopt( zuStoreStoreCstr( list.get(), "10", -1 ) );
-    EXPECT_EQ( take( zuStoreValueCstr( last.get(), "tag", -1 ) ), "k" );
-    EXPECT_EQ( take( zuStoreValueCstr( last.get(), "type", -1 ) ), "ZU_TAG_REWRITE_OPERATION_TYPE_PASSTHROUGH" );
+    EXPECT_EQ( takeText( zuStoreValueCstr( last.get(), "tag", -1 ) ), "k" );
+    EXPECT_EQ( takeText( zuStoreValueCstr( last.get(), "type", -1 ) ), "ZU_TAG_REWRITE_OPERATION_TYPE_PASSTHROUGH" );
 
     // What is added by hand: another operation on a tag, and what is none
     zuStoreSetValueCstr( last.inOut(), "type", -1, string( "0" ).get() );

@@ -1,29 +1,26 @@
 #include "tag_test_support.h"
 
-#include <algorithm>
-
 static void expectSame( ZU_TAG_SET *ts, const TAGS &model, const std::string &asked )
 {
-    ASSERT_EQ( take( zuTagSetEncode( ts ) ), join( model ) );
+    ASSERT_EQ( takeText( zuTagSetEncode( ts ) ), join( model ) );
     ASSERT_EQ( zuTagSetTagsLength( ts ), (ZU_INT)model.size() );
     ASSERT_EQ( zuTagSetHasTag( ts, string( asked ).get() ), model.count( asked ) );
     ZU_INT idx = 0;
     zu::Ref<ZU_VECTOR> tags = zu::adopt( zuTagSetTagsVector( ts ) );
     for ( const std::string &tag : model ) {
-        ASSERT_EQ( take( zuTagSetTagAt( ts, idx ) ), tag );
-        ASSERT_EQ( take( zuStringFrom( zuVectorObjAt( tags.get(), idx++ ) ) ), tag );
+        ASSERT_EQ( takeText( zuTagSetTagAt( ts, idx ) ), tag );
+        ASSERT_EQ( takeText( zuStringFrom( zuVectorObjAt( tags.get(), idx++ ) ) ), tag );
     }
 }
 
 // Three sets that share each other's tags by turns, and models that do not.
 TEST( TagSet, StaysLikeItsModel )
 {
-    const auto seed = (unsigned)testSeed();
-    std::mt19937 random( seed );
+    SeededRandom random;
     zu::Ref<ZU_TAG_SET> sets[ 3 ];
     TAGS models[ 3 ];
     for ( int step = 0, pool = 0; step < 4000; step++ ) {
-        SCOPED_TRACE( "seed " + std::to_string( seed ) + ", step " + std::to_string( step ) );
+        SCOPED_TRACE( step );
         if ( step % 400 == 0 ) {
             pool = step % 800 == 0 ? 6 : 90; // a set of more than 32 tags has its pairs elsewhere
             sets[ 0 ] = sets[ 1 ] = sets[ 2 ] = zu::adopt( zuTagSetCreate() );
@@ -101,10 +98,7 @@ TEST( TagSet, StaysLikeItsModel )
 
 TEST( TagSet, DecodesWhatIsATag )
 {
-    const struct {
-        const char *text;
-        const char *tags;
-    } rows[] = {
+    const std::tuple<const char *, const char *> rows[] = {
         { "zebra apple", "apple zebra" },
         { "", "" },
         { "  b   a  b ", "a b" },
@@ -112,9 +106,9 @@ TEST( TagSet, DecodesWhatIsATag )
         { "Upper 1st under_score a\tb x\u00e9", "" },
         { "zu___Tag x1Y2 a___b ab___C aBC___D", "ab___C x1Y2 zu___Tag" },
     };
-    for ( const auto &row : rows ) {
-        zu::Ref<ZU_TAG_SET> ts = zu::adopt( zuTagSetDecode( string( row.text ).get() ) );
-        EXPECT_EQ( take( zuTagSetToString( ts.get() ) ), row.tags ) << row.text;
+    for ( const auto &[ text, tags ] : rows ) {
+        zu::Ref<ZU_TAG_SET> ts = zu::adopt( zuTagSetDecode( string( text ).get() ) );
+        EXPECT_EQ( takeText( zuTagSetToString( ts.get() ) ), tags ) << text;
     }
     zu::Ref<ZU_TAG_SET> none = zu::adopt( zuTagSetCreate() );
     EXPECT_EQ( none.get(), zu::adopt( zuTagSetCreate() ).get() );

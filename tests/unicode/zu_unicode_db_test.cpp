@@ -5,7 +5,6 @@
 #include "zu/unicode/zu_unicode_db.h"
 
 #include <initializer_list>
-#include <vector>
 
 TEST( UnicodeDb, ResultsMayBeLeftOut )
 {

@@ -4,25 +4,14 @@
 #include "zu/unicode/zu_unicode_cdmt_internal.h"
 #include "zu/unicode/zu_unicode_genc_internal.h"
 #include "zu/unicode/zu_unicode_script_internal.h"
-#include "zu/zu.hpp"
+#include "zu_test_string.h"
 
-#include "zu_test_support.h"
-
-#include <string>
-
-using STRING = zu::Ref<ZU_STRING>;
-
-static void expectText( ZU_STRING *made, const std::string &expected )
-{
-    STRING text = zu::adopt( made );
-    EXPECT_TRUE( text && zuStringEqualsCstr( text.get(), expected.c_str(), -1 ) ) << expected;
-}
 template <typename FUNC>
 static void expectValue( FUNC from, const std::string &text, ZU_INT expected )
 {
-    STRING zus = zu::adopt( zuStringCreateFromCstr( text.c_str(), -1 ) );
+    zu::Ref<ZU_STRING> zus = string( text );
     EXPECT_EQ( from( zus.get() ), expected ) << text;
-    EXPECT_TRUE( zuStringEqualsCstr( zus.get(), text.c_str(), -1 ) ); // the caller's text stays
+    EXPECT_EQ( textOf( zus.get() ), text ); // the caller's text stays
 }
 static std::string upperCase( std::string text )
 {
@@ -58,9 +47,9 @@ TEST( UnicodeLookup, TextsBelongToTheirSymbols )
 TEST( UnicodeLookup, Categories )
 {
     for ( const auto &row : zu___unicodeGencRows ) {
-        expectText( zuUnicodeGencAbbreviation( row.value ), row.abbreviation );
-        expectText( zuUnicodeGencDescription( row.value ), row.description );
-        expectText( zuUnicodeGencSymName( row.value ), row.symName );
+        EXPECT_EQ( takeText( zuUnicodeGencAbbreviation( row.value ) ), row.abbreviation );
+        EXPECT_EQ( takeText( zuUnicodeGencDescription( row.value ) ), row.description );
+        EXPECT_EQ( takeText( zuUnicodeGencSymName( row.value ) ), row.symName );
         expectValue( zuUnicodeGencFromAbbreviation, row.abbreviation, row.value );
         expectValue( zuUnicodeGencFromAbbreviationCaseFold, row.abbreviation, -1 );
     }
@@ -74,12 +63,12 @@ TEST( UnicodeLookup, CombiningClasses )
     const auto *row = zu___unicodeCccvRows;
     for ( ZU_INT value = 0; value < 256; value++ ) {
         if ( row != std::end( zu___unicodeCccvRows ) && row->value == value ) {
-            expectText( zuUnicodeCccvDescription( value ), row->description );
-            expectText( zuUnicodeCccvSymName( value ), row->symName );
+            EXPECT_EQ( takeText( zuUnicodeCccvDescription( value ) ), row->description );
+            EXPECT_EQ( takeText( zuUnicodeCccvSymName( value ) ), row->symName );
             row++; // they ascend
         } else {
-            expectText( zuUnicodeCccvDescription( value ),
-                        "Canonical Combining Class Value " + std::to_string( value ) );
+            EXPECT_EQ( takeText( zuUnicodeCccvDescription( value ) ),
+                       "Canonical Combining Class Value " + std::to_string( value ) );
             EXPECT_EQ( zuUnicodeCccvSymName( value ), nullptr ) << value;
         }
     }
@@ -88,11 +77,11 @@ TEST( UnicodeLookup, CombiningClasses )
 TEST( UnicodeLookup, DecompositionTags )
 {
     for ( const auto &row : zu___unicodeCdmtRows ) {
-        expectText( zuUnicodeCdmtDescription( row.value ), row.description );
-        expectText( zuUnicodeCdmtSymName( row.value ), row.symName );
+        EXPECT_EQ( takeText( zuUnicodeCdmtDescription( row.value ) ), row.description );
+        EXPECT_EQ( takeText( zuUnicodeCdmtSymName( row.value ) ), row.symName );
         if ( row.value > ZU_UNICODE_CDMT_CANONICAL ) {
             ZU_INT folded = row.value == ZU_UNICODE_CDMT_NOBREAK ? -1 : row.value;
-            expectText( zuUnicodeCdmtTag( row.value ), row.tag );
+            EXPECT_EQ( takeText( zuUnicodeCdmtTag( row.value ) ), row.tag );
             expectValue( zuUnicodeCdmtFromTag, row.tag, row.value );
             expectValue( zuUnicodeCdmtFromTag, upperCase( row.tag ), -1 );
             expectValue( zuUnicodeCdmtFromTagCaseFold, row.tag, folded );
@@ -105,8 +94,8 @@ TEST( UnicodeLookup, DecompositionTags )
 TEST( UnicodeLookup, Scripts )
 {
     for ( const auto &row : zu___unicodeScriptRows ) {
-        expectText( zuUnicodeScriptName( row.value ), row.name );
-        expectText( zuUnicodeScriptSymName( row.value ), row.symName );
+        EXPECT_EQ( takeText( zuUnicodeScriptName( row.value ) ), row.name );
+        EXPECT_EQ( takeText( zuUnicodeScriptSymName( row.value ) ), row.symName );
         expectValue( zuUnicodeScriptFromName, row.name, row.value );
         expectValue( zuUnicodeScriptFromName, upperCase( row.name ), -1 );
         expectValue( zuUnicodeScriptFromNameCaseFold, upperCase( row.name ), row.value );
