@@ -2,11 +2,6 @@
 
 #include "zu_test_support.h"
 
-#include <algorithm>
-#include <random>
-#include <set>
-#include <vector>
-
 // Listeners that note their numbers.
 static std::vector<int> fired;
 
@@ -24,8 +19,7 @@ TEST( Alert, BehavesLikeAModel )
 {
     static constexpr int LISTENERS = 6;
     for ( unsigned seed = 1; seed <= 200; seed++ ) {
-        SCOPED_TRACE( seed );
-        std::minstd_rand random( seed );
+        SeededRandom random( seed );
         zu::Ref<ZU_ALERT> al = zu::adopt( zuAlertCreate() );
         std::vector<zu::Ref<ZU_ALERTABLE>> listeners;
         std::vector<zu::Ref<ZU___ALERTABLE_IMP>> imps;

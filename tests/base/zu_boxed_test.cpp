@@ -1,15 +1,6 @@
-#include "zu/base/zu_boxed_bool.h"
-#include "zu/base/zu_boxed_int.h"
-#include "zu/base/zu_boxed_null.h"
-#include "zu/base/zu_boxed_pointer.h"
-#include "zu/base/zu_boxed_real.h"
-#include "zu/base/zu_boxed_unique.h"
-
 #include "zu_test_string.h"
-#include "zu_test_support.h"
 
 #include <cmath>
-#include <vector>
 
 static ZU_OBJ *boxedInt( ZU_INT value )
 {
@@ -73,9 +64,8 @@ TEST( Boxed, ValuesAndTexts )
         EXPECT_EQ( textOf( obj ), text );
         zuObjRelease( obj );
     }
-    ZU_BOXED_UNIQUE *unique = zuBoxedUniqueCreate();
-    EXPECT_EQ( textOf( zuBoxedUniqueObj( unique ) ).rfind( "ZU_BOXED_UNIQUE(", 0 ), 0u );
-    zuBoxedUniqueRelease( unique );
+    zu::Ref<ZU_BOXED_UNIQUE> unique = zu::adopt( zuBoxedUniqueCreate() );
+    EXPECT_EQ( textOf( zuBoxedUniqueObj( unique.get() ) ).rfind( "ZU_BOXED_UNIQUE(", 0 ), 0u );
 }
 
 TEST( Boxed, PointerIsDestroyedOnce )

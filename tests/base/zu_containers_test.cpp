@@ -1,9 +1,6 @@
 // What holds for containers of every class.
 
-#include "zu/zu.hpp"
-#include "zu_test_support.h"
-
-#include <vector>
+#include "zu_test_string.h"
 
 // An object that looks at a container when it dies.
 typedef struct WITNESS WITNESS;
@@ -14,15 +11,10 @@ struct WITNESS {
 static ZU_OBJ *watched = nullptr;
 static std::vector<std::string> seen;
 
-static std::string toStd( ZU_OBJ *obj )
-{
-    zu::Ref<ZU_STRING> text = zu::adopt( zuObjToString( obj ) );
-    return std::string( zuStringBacking( text.get() ), zuStringBacking( text.get() ) + zuStringLength( text.get() ) );
-}
 static void witnessFree( ZU_OBJ * )
 {
     if ( watched ) {
-        seen.push_back( toStd( watched ) );
+        seen.push_back( textOf( watched ) );
     }
 }
 static ZU_INT witnessCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
@@ -44,30 +36,18 @@ static zu::Ref<ZU_OBJ> witness( ZU_INT number )
 }
 
 // Containers of witnesses, two of each two neighbours equal
-static ZU_OBJ *makeDict()
+template <auto create, auto put>
+static ZU_OBJ *make()
 {
-    ZU_DICT *dict = zuDictCreate();
+    auto *container = create();
     for ( ZU_INT i = 0; i < 40; i++ ) {
-        zuDictSetIntKey( &dict, i, witness( i / 2 ).get() );
+        put( &container, i, witness( i / 2 ).get() );
     }
-    return zuDictObj( dict );
+    return zu::upcast( container );
 }
-static ZU_OBJ *makeVector()
-{
-    ZU_VECTOR *vec = zuVectorCreate();
-    for ( ZU_INT i = 0; i < 40; i++ ) {
-        zuVectorPush( &vec, witness( i / 2 ).get() );
-    }
-    return zuVectorObj( vec );
-}
-static ZU_OBJ *makeRangeMap()
-{
-    ZU_RANGE_MAP *map = zuRangeMapCreate();
-    for ( ZU_INT i = 0; i < 40; i++ ) {
-        zuRangeMapSetIntKey( &map, i, witness( i / 2 ).get() );
-    }
-    return zuRangeMapObj( map );
-}
+static constexpr auto makeDict = make<zuDictCreate, zuDictSetIntKey>;
+static constexpr auto makeVector = make<zuVectorCreate, zuVectorInsertObj>;
+static constexpr auto makeRangeMap = make<zuRangeMapCreate, zuRangeMapSetIntKey>;
 
 // What dies by a change finds the container as the change leaves it.
 TEST( Containers, AreRightWhenTheirObjectsDie )
@@ -111,7 +91,7 @@ TEST( Containers, AreRightWhenTheirObjectsDie )
         watched = nullptr;
         EXPECT_GE( seen.size(), row.deaths ); // those that the change brought along may be among them
         for ( const std::string &text : seen ) {
-            EXPECT_EQ( text, toStd( container ) );
+            EXPECT_EQ( text, textOf( container ) );
         }
         zuObjRelease( container );
     }
@@ -137,7 +117,7 @@ TEST( Containers, AreComparedAndPrintedHoweverDeep )
         }
         EXPECT_EQ( zuObjCompare( levels[ 0 ].get(), levels[ 2 ].get() ), 1 ) << "in the end the length decides";
         EXPECT_EQ( zuObjCompare( levels[ 2 ].get(), levels[ 0 ].get() ), -1 );
-        std::string text = toStd( levels[ 0 ].get() );
+        std::string text = textOf( levels[ 0 ].get() );
         EXPECT_EQ( text.size(), ( DEPTH + 1 ) * 2 + DEPTH );
         EXPECT_EQ( text.substr( 0, 9 ), "<{7=<{7=<" );
     } );

@@ -1,17 +1,8 @@
-#include "zu/base/zu_format.h"
-
-#include "zu/base/zu_format_arg_list.h"
-#include "zu/base/zu_string_format.h"
-#include "zu/sys/zu_mem.h"
 #include "zu_test_string.h"
-#include "zu_test_support.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstdarg>
 #include <limits>
-#include <random>
-#include <vector>
 
 using Text = std::u32string;
 
@@ -161,9 +152,7 @@ private:
 
 TEST( Format, RandomConversionsFollowTheModel )
 {
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     for ( int round = 0; round < 20000 && !HasFatalFailure(); round++ ) {
         Directive d( random() );
         ZU_INT base = d.base ? d.base : 10;
@@ -187,13 +176,13 @@ TEST( Format, RandomConversionsFollowTheModel )
             d.expect( "m", Text( (size_t)d.width, d.precision < 0 ? U'\t' : (char32_t)d.precision ) );
         }
         std::u16string units( random() % 30, u'\u00E4' );
-        ZU_STRING *zus = zuStringCreateFromWcstr( units.c_str(), -1 );
-        char *narrow = zuStringConvertToCstr( zus, ZU_TRUE, nullptr );
+        zu::Ref<ZU_STRING> zus = zu::adopt( zuStringCreateFromWcstr( units.c_str(), -1 ) );
+        char *narrow = zuStringConvertToCstr( zus.get(), ZU_TRUE, nullptr );
         void *null = nullptr;
         Text text = modelPad( Text( units.begin(), units.end() ).substr( 0, (size_t)d.precision ), d.width, d.flags );
         Text nothing = modelPad( Text( d.hashes ? U"" : U"null" ).substr( 0, (size_t)d.precision ), d.width, d.flags );
-        d.expect( "s", text, zus );
-        d.expect( "o", text, zuStringObj( zus ) );
+        d.expect( "s", text, zus.get() );
+        d.expect( "o", text, zuStringObj( zus.get() ) );
         d.expect( "lc", text, narrow );
         d.expect( "lC", text, narrow, 2 * (ZU_INT)units.size() );
         d.expect( "lw", text, units.c_str() );
@@ -201,7 +190,6 @@ TEST( Format, RandomConversionsFollowTheModel )
         d.expect( "s", nothing, null );
         d.expect( "lC", nothing, null, 7_i );
         zuMemFree( narrow );
-        zuStringRelease( zus );
     }
 }
 
@@ -260,9 +248,8 @@ static std::string formattedTwice( ZU_STRING *fmt, ... )
 }
 TEST( StringFormat, HandsACursorOn )
 {
-    ZU_STRING *fmt = makeString( U"<%s%i>" );
-    EXPECT_EQ( formattedTwice( fmt, fmt, 1_i, fmt, 2_i ), "<<%s%i>1><<%s%i>2>" );
-    zuStringRelease( fmt );
+    zu::Ref<ZU_STRING> fmt = zu::adopt( makeString( U"<%s%i>" ) );
+    EXPECT_EQ( formattedTwice( fmt.get(), fmt.get(), 1_i, fmt.get(), 2_i ), "<<%s%i>1><<%s%i>2>" );
 }
 
 TEST( FormatAborts, FormatsAndArguments )
@@ -362,9 +349,7 @@ TEST( FormatDecode, Integers )
 }
 TEST( FormatDecode, PlainIntegersAsAllOthers )
 {
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     for ( int round = 0; round < 20000 && !HasFatalFailure(); round++ ) {
         Text text( random() % 24, U'7' );
         for ( size_t odd = random() % 5; odd > 0 && !text.empty(); odd-- ) {

@@ -3,12 +3,6 @@
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
 
-#include <algorithm>
-#include <functional>
-#include <random>
-#include <set>
-#include <vector>
-
 using GENERATION = zu::Ref<ZU_GENERATION>;
 
 static bool hasText( ZU_GENERATION *generation, const std::string &text )

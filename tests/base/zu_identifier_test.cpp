@@ -1,17 +1,12 @@
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
 
-#include <map>
-#include <random>
-
 using IDENTIFIER = zu::Ref<ZU_IDENTIFIER>;
 
 // Texts one step away from an identifier's, or none, as a string and as bytes.
 TEST( Identifier, TakesItsTextAndNoOther )
 {
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     static const std::string ODD = "/:@GaFf09AF \xC3\xFF\x80\0";
     int taken = 0;
     for ( int round = 0; round < 3000; round++ ) {

@@ -1,61 +1,33 @@
-#include "zu/base/zu_name.h"
-
-#include "zu_test_support.h"
+#include "zu_test_string.h"
 
 TEST( Name, Styles )
 {
     // Upper-case style and camel-case style, without and with private names
-    static constexpr struct {
-        const char *name;
-        bool upper, upperPrivate, camel, camelPrivate;
-    } ROWS[] = {
-        { "", false, false, false, false },
-        { "A", true, true, false, false },
-        { "A_B", true, true, false, false },
-        { "A_1_B2", true, true, false, false },
-        { "1A", false, false, false, false },
-        { "_A", false, false, false, false },
-        { "A_", false, false, false, false },
-        { "A__B", false, false, false, false },
-        { "A____B", false, false, false, false },
-        { "\xC3\x84", false, false, false, false },
-        { "ZU___X", false, true, false, false },
-        { "ZU___", false, false, false, false },
-        { "___X", false, false, false, true },
-        { "A_B___C", false, true, false, false },
-        { "A___B___C", false, true, false, false },
-        { "A_B_C___D", false, false, false, false },
-        { "ZU___X_Y_Z", false, true, false, false },
-        { "a", false, false, true, true },
-        { "aB1", false, false, true, true },
-        { "Ab", false, false, false, false },
-        { "1a", false, false, false, false },
-        { "a_b", false, false, false, false },
-        { "zu___ObjCreate", false, false, false, true },
-        { "zuFoo___Bar", false, false, false, true },
-        { "zuFooBar___Baz", false, false, false, false },
-        { "zu___1", false, false, false, false },
-        { "zu___", false, false, false, false },
-        { "zu___obj", false, false, false, false },
-        { "zu____Obj", false, false, false, false },
-        { "zu___Obj___Create", false, false, false, false },
-        { "zu___ObjX1y", false, false, false, true },
+    static const std::vector<std::string> OTHERS = divided(
+        "|1A|_A|A_|A__B|A____B|\xC3\x84|ZU___|A_B_C___D|Ab|1a|a_b|zuFooBar___Baz|zu___1|zu___|zu___obj|zu____Obj|"
+        "zu___Obj___Create" );
+    static const std::tuple<bool, bool, bool, bool, std::vector<std::string>> ROWS[] = {
+        { true, true, false, false, { "A", "A_B", "A_1_B2" } },
+        { false, true, false, false, { "ZU___X", "A_B___C", "A___B___C", "ZU___X_Y_Z" } },
+        { false, false, true, true, { "a", "aB1" } },
+        { false, false, false, true, { "___X", "zu___ObjCreate", "zuFoo___Bar", "zu___ObjX1y" } },
+        { false, false, false, false, OTHERS },
     };
-    for ( const auto &row : ROWS ) {
-        SCOPED_TRACE( row.name );
-        ZU_STRING *zus = zuStringCreateFromUtf8( row.name, -1 );
-        EXPECT_EQ( zuNameUpperCaseOk( zus, ZU_FALSE ), row.upper );
-        EXPECT_EQ( zuNameUpperCaseOk( zus, ZU_TRUE ), row.upperPrivate );
-        EXPECT_EQ( zuNameCamelCaseOk( zus, ZU_FALSE ), row.camel );
-        EXPECT_EQ( zuNameCamelCaseOk( zus, ZU_TRUE ), row.camelPrivate );
-        EXPECT_EQ( zuNameOk( zus, ZU_FALSE ), row.upper || row.camel );
-        bool ok = row.upperPrivate || row.camelPrivate;
-        EXPECT_EQ( zuNameOk( zus, ZU_TRUE ), ok );
-        if ( ok ) {
-            EXPECT_EQ( zuNamePrivate( zus ), !( row.upper || row.camel ) );
-        } else {
-            expectAbort( "zuNameOk( zus, ZU_TRUE )", [ & ] { zuNamePrivate( zus ); } );
+    for ( const auto &[ upper, upperPrivate, camel, camelPrivate, names ] : ROWS ) {
+        for ( const std::string &name : names ) {
+            SCOPED_TRACE( name );
+            zu::Ref<ZU_STRING> zus = string( name );
+            EXPECT_EQ( zuNameUpperCaseOk( zus.get(), ZU_FALSE ), upper );
+            EXPECT_EQ( zuNameUpperCaseOk( zus.get(), ZU_TRUE ), upperPrivate );
+            EXPECT_EQ( zuNameCamelCaseOk( zus.get(), ZU_FALSE ), camel );
+            EXPECT_EQ( zuNameCamelCaseOk( zus.get(), ZU_TRUE ), camelPrivate );
+            bool ok = upperPrivate || camelPrivate, isPublic = upper || camel;
+            EXPECT_EQ( zuNameOk( zus.get(), ZU_FALSE ), isPublic );
+            EXPECT_EQ( zuNameOk( zus.get(), ZU_TRUE ), ok );
+            if ( ok ) {
+                EXPECT_EQ( zuNamePrivate( zus.get() ), !isPublic );
+            }
         }
-        zuStringRelease( zus );
     }
+    expectAbort( "zuNameOk( zus, ZU_TRUE )", [] { zuNamePrivate( string( "zu___" ).get() ); } );
 }

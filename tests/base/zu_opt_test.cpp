@@ -1,10 +1,6 @@
 #include "zu_test_string.h"
-#include "zu_test_support.h"
 
-#include <map>
 #include <optional>
-#include <random>
-#include <vector>
 
 using DEF = zu::Ref<ZU_OPT_DEF>;
 using SEQ = zu::Ref<ZU_OPT_SEQ>;
@@ -233,7 +229,7 @@ static DEF defOf( const MODEL &model )
 static const std::vector<std::string> NAMES = { "foo", "foobar", "verbose", "version", "v", "output" };
 static const std::string LETTERS = "abcv";
 
-static MODEL randomModel( std::mt19937 &random )
+static MODEL randomModel( SeededRandom &random )
 {
     MODEL model;
     for ( const std::string &name : NAMES ) {
@@ -255,7 +251,7 @@ static MODEL randomModel( std::mt19937 &random )
     model.reorder = random() % 2 == 0;
     return model;
 }
-static ELEMENT randomElement( std::mt19937 &random )
+static ELEMENT randomElement( SeededRandom &random )
 {
     const std::string &name = NAMES[ random() % NAMES.size() ];
     std::string text;
@@ -310,15 +306,13 @@ static void expectWalk( MODEL model )
 }
 TEST( OptSeq, WalksLikeItsModel )
 {
-    uint64_t seed = testSeed();
-    std::mt19937 random( (unsigned)seed );
+    SeededRandom random;
     for ( int i = 0; i < 4000 && !HasFailure(); i++ ) {
         MODEL model = randomModel( random );
         for ( size_t length = random() % 8; length > 0; length-- ) {
             model.argv.push_back( randomElement( random ) );
         }
-        SCOPED_TRACE( "seed " + std::to_string( seed ) + ", line " + std::to_string( i ) + ": " +
-                      testing::PrintToString( model.argv ) );
+        SCOPED_TRACE( testing::Message() << "line " << i << ": " << testing::PrintToString( model.argv ) );
         expectWalk( model );
     }
 }

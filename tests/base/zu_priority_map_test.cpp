@@ -3,10 +3,6 @@
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
 
-#include <algorithm>
-#include <random>
-#include <vector>
-
 namespace {
 
 struct PLACE {
@@ -81,8 +77,7 @@ TEST( PriorityMap, AgreesWithAModel )
         pool.push_back( zuBoxedIntObj( zuBoxedIntCreate( i * 7 % 50 ) ) ); // some are equal, and not the same
     }
     for ( unsigned seed = 1; seed <= 10; seed++ ) {
-        SCOPED_TRACE( "seed " + std::to_string( seed ) );
-        std::mt19937 random( seed );
+        SeededRandom random( seed );
         auto number = [ & ]( ZU_INT least, ZU_INT most ) {
             return std::uniform_int_distribution<ZU_INT>( least, most )( random );
         };

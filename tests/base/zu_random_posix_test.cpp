@@ -1,12 +1,10 @@
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
 
-#include <algorithm>
 #include <atomic>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
-#include <vector>
 
 typedef std::vector<uint8_t> BYTES;
 

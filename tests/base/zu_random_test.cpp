@@ -1,11 +1,6 @@
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
 
-#include <array>
-#include <map>
-#include <set>
-#include <vector>
-
 typedef std::vector<uint8_t> BYTES;
 
 // What each draw can set it does, and nothing else: a bit that 400 draws have missed is missing.

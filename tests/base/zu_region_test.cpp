@@ -3,7 +3,6 @@
 #include "zu_test_support.h"
 
 #include <atomic>
-#include <random>
 #include <thread>
 
 TEST( Region, KeepsWritersApart )

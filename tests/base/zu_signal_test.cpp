@@ -2,10 +2,6 @@
 
 #include "zu_test_support.h"
 
-#include <array>
-#include <random>
-#include <set>
-
 static zu::Ref<ZU_SIGNAL> createSignal()
 {
     return zu::adopt( zuSignalCreate() );
@@ -23,8 +19,7 @@ using THREE = std::array<zu::Ref<T>, 3>;
 TEST( Signal, BehavesLikeAModel )
 {
     for ( unsigned seed = 1; seed <= 300; seed++ ) {
-        SCOPED_TRACE( seed );
-        std::minstd_rand random( seed );
+        SeededRandom random( seed );
         zu::Ref<ZU_SIGNAL> sig = createSignal();
         std::array<int, 3> calls = {};
         THREE<ZU_SIGNALABLE> signalables;

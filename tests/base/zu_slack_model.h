@@ -5,11 +5,6 @@
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
 
-#include <algorithm>
-#include <array>
-#include <random>
-#include <vector>
-
 // What a sequence is to hold, and how its storage is to be laid out; a new one begins with FRONT free elements.
 template <typename ELEMENT, ZU_INT FRONT>
 struct SLACK_MODEL {
@@ -123,7 +118,24 @@ struct SLACK_MODEL {
     }
 };
 
-// CLASS tells what a class calls the things that are looked at.
+// CLASS tells what a class calls the things that are looked at, and by SLACK_CLASS the operations that all have.
+#define SLACK_PARTS( name, function )                        \
+    static constexpr auto name##Inner = function##Inner;     \
+    static constexpr auto name##Outer = function##Outer;     \
+    static constexpr auto name##Leading = function##Leading; \
+    static constexpr auto name##Trailing = function##Trailing
+#define SLACK_FORMS( name, function )      \
+    static constexpr auto name = function; \
+    SLACK_PARTS( name, function )
+#define SLACK_CLASS( prefix )                        \
+    static constexpr auto Create = prefix##Create;   \
+    static constexpr auto Backing = prefix##Backing; \
+    static constexpr auto Clear = prefix##Clear;     \
+    SLACK_FORMS( CreateFrom, prefix##CreateFrom );   \
+    SLACK_FORMS( Insert, prefix##Insert );           \
+    SLACK_FORMS( Append, prefix##Append );           \
+    SLACK_FORMS( Prepend, prefix##Prepend );         \
+    SLACK_PARTS( Del, prefix##Del )
 template <typename CLASS>
 class SlackOperations : public testing::TestWithParam<unsigned> {
 protected:
@@ -131,19 +143,17 @@ protected:
     typedef typename CLASS::ELEMENT ELEMENT;
     typedef SLACK_MODEL<ELEMENT, CLASS::FRONT> MODEL;
     struct HOLDER {
-        zu::Ref<OWNER> ref = zu::adopt( CLASS::create() );
+        zu::Ref<OWNER> ref = zu::adopt( CLASS::Create() );
         MODEL model;
     };
     std::mt19937 random{ GetParam() };
     std::array<HOLDER, 3> holders;
     bool growing = true;
 
-    virtual void create( HOLDER &holder, const HOLDER &other )
-    {
-        holder = HOLDER( other );
-    }
-    virtual void insert( HOLDER &holder, const HOLDER &other ) = 0;
-    virtual void remove( HOLDER &holder ) = 0;
+    // What a class has beside those; each tells whether it has done something.
+    virtual bool createOwn( HOLDER &holder ) = 0;
+    virtual bool insertOwn( HOLDER &holder ) = 0;
+    virtual bool removeOwn( HOLDER &holder ) = 0;
 
     ZU_INT between( ZU_INT least, ZU_INT most )
     {
@@ -179,28 +189,109 @@ protected:
     }
 #define SLACK_PUT( owner, prefix, form, ... ) \
     put( owner, prefix##Insert##form, prefix##Append##form, prefix##Prepend##form, __VA_ARGS__ )
+#define SLACK_PUT_PART( owner, form, ... ) \
+    put( owner, CLASS::Insert##form, CLASS::Append##form, CLASS::Prepend##form, __VA_ARGS__ )
+    void take( HOLDER &holder, OWNER *made, const std::vector<ELEMENT> &wanted )
+    {
+        holder.model.become( wanted );
+        holder.ref = zu::adopt( made );
+    }
+    void create( HOLDER &holder, const HOLDER &other )
+    {
+        OWNER *src = other.ref.get();
+        const MODEL from = other.model;
+        ZU_INT length = from.length(), offset = place( length ), count = place( length - offset );
+        switch ( between( 0, 5 ) ) {
+        case 0:
+            return take( holder, CLASS::CreateFrom( src ), from.items );
+        case 1:
+            return take( holder, CLASS::CreateFromInner( src, offset, count ), from.part( offset, count ) );
+        case 2:
+            return take( holder, CLASS::CreateFromLeading( src, offset ), from.part( 0, offset ) );
+        case 3:
+            return take( holder, CLASS::CreateFromTrailing( src, offset ), from.part( length - offset, offset ) );
+        case 4:
+            take( holder, CLASS::CreateFromOuter( src, offset, count ),
+                  from.part( offset + count, length - offset - count ) );
+            return holder.model.insert( 0, from.part( 0, offset ) );
+        default:
+            holder = HOLDER( other );
+        }
+    }
+    void insert( HOLDER &holder, const HOLDER &other )
+    {
+        OWNER **owner = holder.ref.inOut();
+        OWNER *src = other.ref.get();
+        MODEL &model = holder.model;
+        const MODEL from = other.model;
+        ZU_INT length = from.length(), count = some( length ), offset = place( length - count ), idx;
+        model.shared |= src == *owner; // held over the change
+        switch ( between( 0, 4 ) ) {
+        case 0:
+            return model.insert( SLACK_PUT_PART( owner, , src ), from.items );
+        case 1:
+            return model.insert( SLACK_PUT_PART( owner, Inner, src, offset, count ), from.part( offset, count ) );
+        case 2:
+            return model.insert( SLACK_PUT_PART( owner, Leading, src, count ), from.part( 0, count ) );
+        case 3:
+            return model.insert( SLACK_PUT_PART( owner, Trailing, src, count ), from.part( length - count, count ) );
+        default:
+            count = length - count; // left out
+            offset = place( length - count );
+            idx = SLACK_PUT_PART( owner, Outer, src, offset, count );
+            model.insert( idx, from.part( offset + count, length - offset - count ) );
+            return model.insert( idx, from.part( 0, offset ) );
+        }
+    }
+    void remove( HOLDER &holder )
+    {
+        OWNER **owner = holder.ref.inOut();
+        MODEL &model = holder.model;
+        ZU_INT length = model.length(), count = some( length ), offset = place( length - count );
+        switch ( between( 0, 9 ) ) {
+        case 0:
+            model.clear();
+            return CLASS::Clear( owner );
+        case 1:
+            offset = place( count );
+            model.keep( offset, length - count );
+            return CLASS::DelOuter( owner, offset, length - count );
+        case 2:
+        case 3:
+            model.del( offset, count );
+            return CLASS::DelInner( owner, offset, count );
+        case 4:
+        case 5:
+        case 6:
+            model.del( 0, count );
+            return CLASS::DelLeading( owner, count );
+        default:
+            model.del( length - count, count );
+            return CLASS::DelTrailing( owner, count );
+        }
+    }
     void step()
     {
         HOLDER &holder = holders[ (size_t)between( 0, 2 ) ];
         HOLDER &other = holders[ (size_t)between( 0, 2 ) ];
         if ( between( 0, 9 ) == 0 ) {
-            create( holder, other );
-            return;
+            return between( 0, 1 ) && createOwn( holder ) ? void() : create( holder, other );
         }
         OWNER *old = holder.ref.get();
         holder.model.shared = ZU_REF_RETAIN_COUNT( old ) > 1;
         holder.model.exchanged = false;
         growing = holder.model.length() < 600 && ( between( 0, 199 ) == 0 ? !growing : growing );
-        growing ? insert( holder, other ) : remove( holder );
+        bool own = between( 0, 1 ) && ( growing ? insertOwn( holder ) : removeOwn( holder ) );
+        own ? void() : growing ? insert( holder, other ) : remove( holder );
         EXPECT_EQ( holder.ref.get() != old, holder.model.exchanged );
     }
     void check()
     {
-        zu::Ref<OWNER> empty = zu::adopt( CLASS::create() );
+        zu::Ref<OWNER> empty = zu::adopt( CLASS::Create() );
         for ( const HOLDER &holder : holders ) {
             OWNER *owner = holder.ref.get();
             const MODEL &model = holder.model;
-            ASSERT_EQ( std::vector<ELEMENT>( CLASS::backing( owner ), CLASS::backing( owner ) + owner->length ),
+            ASSERT_EQ( std::vector<ELEMENT>( CLASS::Backing( owner ), CLASS::Backing( owner ) + owner->length ),
                        model.items );
             ASSERT_EQ( owner->fspace, model.fspace );
             ASSERT_EQ( owner->bspace, model.bspace );

@@ -11,9 +11,7 @@ static std::vector<std::string> trace( ZU_INT skip, ZU_INT maxLength )
     for ( ZU_INT i = 0; i < zuStackTraceLength( trace.get() ); i++ ) {
         zu::Ref<ZU_STRING> line = zu::adopt( zuStackTraceAt( trace.get(), i ) );
         EXPECT_EQ( zuObjCompare( zuStringObj( line.get() ), zuVectorBacking( vector.get() )[ i ] ), 0 );
-        char *utf8 = zuStringConvertToUtf8( line.get(), ZU_TRUE, nullptr );
-        lines.emplace_back( utf8 );
-        zuMemFree( utf8 );
+        lines.push_back( zu::toUtf8( line ) );
     }
     return lines;
 }

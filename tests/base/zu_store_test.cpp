@@ -1,12 +1,4 @@
-#include "zu/base/zu_store.h"
-
 #include "zu_test_string.h"
-#include "zu_test_support.h"
-
-#include <algorithm>
-#include <map>
-#include <random>
-#include <vector>
 
 using STRING = zu::Ref<ZU_STRING>;
 using STORE = zu::Ref<ZU_STORE>;
@@ -135,7 +127,7 @@ protected:
 
     int below( int end )
     {
-        return (int)( random() % (uint64_t)end );
+        return (int)random.below( (size_t)end );
     }
     int anyForm()
     {
@@ -211,23 +203,8 @@ protected:
 
     void setAnyValue( HOLDER &holder, const ADDRESS &address )
     {
-        static const char *const TEXTS[] = { "true",
-                                             "false",
-                                             "",
-                                             "x",
-                                             "12x",
-                                             "-7",
-                                             "0",
-                                             "2.250000",
-                                             "-0.5",
-                                             "0x10",
-                                             " 12 ",
-                                             "0.9999999",
-                                             "1,5",
-                                             "yes",
-                                             "TRUE",
-                                             " false ",
-                                             "10000000000000000000" };
+        static const std::vector<std::string> TEXTS = divided(
+            "true|false||x|12x|-7|0|2.250000|-0.5|0x10| 12 |0.9999999|1,5|yes|TRUE| false |10000000000000000000" );
         ZU_STORE **store = holder.store.inOut();
         std::string text;
         int number = below( 2001 ) - 1000;
@@ -245,7 +222,7 @@ protected:
             zuStoreSetValueRealIn( anyForm(), store, address, number / 8.0 );
             break;
         default:
-            text = TEXTS[ below( (int)std::size( TEXTS ) ) ];
+            text = TEXTS[ random.below( TEXTS.size() ) ];
             zuStoreSetValueIn( anyForm(), store, address, string( text ).get() );
         }
         holder.model.values[ address.text ] = text;
@@ -308,15 +285,14 @@ protected:
         }
     }
 
-    uint64_t seed = std::random_device()();
-    std::mt19937_64 random{ seed };
+    SeededRandom random;
 };
 
 TEST_F( StoreModel, HoldersDoWhatTheirModelsDo )
 {
     HOLDER holders[ 4 ];
     for ( int step = 0; step < 2000 && !HasFailure(); step++ ) {
-        SCOPED_TRACE( "seed " + std::to_string( seed ) + ", step " + std::to_string( step ) );
+        SCOPED_TRACE( step );
         change( holders[ below( 4 ) ], holders[ below( 4 ) ] );
         for ( const HOLDER &holder : holders ) {
             expectHolds( holder.store.get(), holder.model );

@@ -3,11 +3,6 @@
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
 
-#include <algorithm>
-#include <map>
-#include <random>
-#include <vector>
-
 using STORE = zu::Ref<ZU_STORE>;
 using BUFFER = zu::Ref<ZU_BUFFER>;
 typedef std::vector<std::u32string> LINES;
@@ -157,55 +152,37 @@ static STORE readText( const BUFFER &text )
 
 class StoreForms : public testing::Test {
 protected:
-    uint64_t seed = testSeed();
-    std::mt19937_64 random{ seed };
-    testing::ScopedTrace trace{ __FILE__, __LINE__, "seed " + std::to_string( seed ) };
+    SeededRandom random;
 
-    size_t below( size_t end )
-    {
-        return random() % end;
-    }
     std::u32string anyOf( const std::vector<std::u32string> &pieces, size_t most )
     {
         std::u32string text;
-        for ( size_t i = below( most ); i > 0; i-- ) {
-            text += pieces[ below( pieces.size() ) ];
+        for ( size_t i = random.below( most ); i > 0; i-- ) {
+            text += pieces[ random.below( pieces.size() ) ];
         }
         return text;
     }
     std::u32string anyValue()
     {
-        static const std::vector<std::u32string> PIECES = { U"a",
-                                                            U"=",
-                                                            U".",
-                                                            U" ",
-                                                            U"%",
-                                                            U"%%",
-                                                            U"%000041",
-                                                            U"%10ffff",
-                                                            U"%110000",
-                                                            U"%00004",
-                                                            U"%-00041",
-                                                            U"% 0041",
-                                                            U"é",
-                                                            U"\x85",
-                                                            U"\t",
-                                                            U"\U0010FFFF",
-                                                            std::u32string( 1, 0 ),
-                                                            std::u32string( 70, 'x' ) };
-        return anyOf( PIECES, below( 3 ) ? 4 : 12 );
+        using namespace std::string_literals;
+        static const std::vector<std::u32string> PIECES = { U"a",       U"=",          U".",       U" ",
+                                                            U"%",       U"%%",         U"é",       U"\x85",
+                                                            U"\t",      U"\U0010FFFF", U"\0"s,     U"xxxxxxxxxxxxxxxx",
+                                                            U"%000041", U"%10ffff",    U"%110000", U"%00004",
+                                                            U"%-00041", U"% 0041" };
+        return anyOf( PIECES, random.below( 3 ) ? 4 : 12 );
     }
     std::u32string anyAddress()
     {
         static const std::vector<std::u32string> PIECES = { U"a", U"b", U"c", U"-", U"Z9" };
-        return PIECES[ below( 5 ) ] + anyOf( PIECES, 3 );
+        return PIECES[ random.below( 5 ) ] + anyOf( PIECES, 3 );
     }
     LINES anyLines()
     {
         static const std::vector<std::u32string> PIECES = { U"a",    U"b",      U"ab", U".", U".", U"a.",
                                                             U"b.a.", U"=",      U"=",  U" ", U"%", U"%00000a",
                                                             U"é",    U"\u3000", U"-_", U"#" };
-        LINES lines( below( 25 ) );
+        LINES lines( random.below( 25 ) );
         for ( std::u32string &line : lines ) {
             line = anyOf( PIECES, 12 );
         }
@@ -214,10 +191,10 @@ protected:
     TREE anyTree( int depth )
     {
         TREE tree;
-        for ( size_t i = below( 8 ); i > 0; i-- ) {
+        for ( size_t i = random.below( 8 ); i > 0; i-- ) {
             tree.values[ anyAddress() ] = anyValue();
         }
-        for ( size_t i = depth > 0 ? below( 4 ) : 0; i > 0; i-- ) {
+        for ( size_t i = depth > 0 ? random.below( 4 ) : 0; i > 0; i-- ) {
             tree.stores[ anyAddress() ] = anyTree( depth - 1 );
         }
         return tree;
@@ -234,7 +211,7 @@ protected:
             entries.emplace_back( each.first, 1 );
         }
         std::shuffle( entries.begin(), entries.end(), random );
-        for ( size_t i = tree.values.empty() ? 0 : below( 5 ); i > 0; i-- ) {
+        for ( size_t i = tree.values.empty() ? 0 : random.below( 5 ); i > 0; i-- ) {
             entries.insert( entries.begin(), { tree.values.begin()->first, 2 } );
         }
         entries.insert( entries.begin(), { U"nothing", 3 } );
@@ -268,7 +245,7 @@ TEST_F( StoreForms, TextIsReadForgivingly )
 TEST_F( StoreForms, RoundTrips )
 {
     for ( int round = 0; round < 500; round++ ) {
-        TREE tree = anyTree( (int)below( 5 ) );
+        TREE tree = anyTree( (int)random.below( 5 ) );
         STORE store = storeOf( tree );
         LINES lines;
         modelWrite( tree, U"", &lines );
@@ -307,13 +284,13 @@ TEST_F( StoreForms, BinaryIsReadStrictly )
     for ( int round = 0; round < 5000; round++ ) {
         BUFFER binary = zu::adopt( zuStoreBinaryEncodeToBuffer( storeOf( anyTree( 2 ) ).get() ) );
         ZU_INT length = zuBufferLength( binary.get() );
-        for ( size_t i = below( 3 ); i > 0; i-- ) {
-            zuBufferWriteByte( binary.inOut(), (ZU_INT)below( (size_t)length ),
-                               (uint8_t)( below( 2 ) ? random() : below( 4 ) ) );
+        for ( size_t i = random.below( 3 ); i > 0; i-- ) {
+            zuBufferWriteByte( binary.inOut(), (ZU_INT)random.below( (size_t)length ),
+                               (uint8_t)( random.below( 2 ) ? random() : random.below( 4 ) ) );
         }
-        if ( below( 4 ) == 0 ) {
-            zuBufferDelTrailing( binary.inOut(), (ZU_INT)below( (size_t)length ) );
-        } else if ( below( 4 ) == 0 ) {
+        if ( random.below( 4 ) == 0 ) {
+            zuBufferDelTrailing( binary.inOut(), (ZU_INT)random.below( (size_t)length ) );
+        } else if ( random.below( 4 ) == 0 ) {
             zuBufferAppendByte( binary.inOut(), 0 );
         }
         zu::Ref<ZU_DECODER> dec = zu::adopt( zuDecoderCreate( binary.get() ) );

@@ -1,9 +1,5 @@
-#include "zu/base/zu_string_compose.h"
-
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
-
-#include <random>
 
 using namespace zu::literals;
 
@@ -28,9 +24,7 @@ TEST( StringCompose, JoinsAndRepeats )
 }
 TEST( StringCompose, ReplacesAll )
 {
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     auto some = [ & ]( size_t most ) {
         std::string text( random() % ( most + 1 ), 'a' );
         for ( char &ch : text ) {

@@ -1,61 +1,34 @@
 // The operations on whole strings against plain models on std::u32string.
 
-#include "zu/base/zu_string_case.h"
-#include "zu/base/zu_string_delimited.h"
 #include "zu/base/zu_string_internal.h"
-#include "zu/base/zu_string_normalize.h"
-#include "zu/base/zu_string_scan.h"
-#include "zu/base/zu_string_search.h"
-#include "zu/base/zu_string_split.h"
-#include "zu/base/zu_string_trim.h"
-#include "zu/unicode/zu_unicode_db.h"
-#include "zu/unicode/zu_unicode_properties.h"
 #include "zu_test_string.h"
-#include "zu_test_support.h"
 
-#include <algorithm>
-#include <random>
-#include <string>
-#include <vector>
+#include <sstream>
 
 using Text = std::u32string;
 
-class Random {
-public:
-    explicit Random( unsigned seed ) : numbers( seed )
-    {
-    }
-    size_t below( size_t limit )
-    {
-        return numbers() % limit;
-    }
-    Text text( const Text &alphabet, size_t most )
-    {
-        Text text( below( most + 1 ), U' ' );
-        std::generate( text.begin(), text.end(), [ & ] { return alphabet[ below( alphabet.size() ) ]; } );
-        return text;
-    }
-
-private:
-    std::minstd_rand numbers;
-};
+static Text anyText( SeededRandom &random, const Text &alphabet, size_t most )
+{
+    Text text( random.below( most + 1 ), U' ' );
+    std::generate( text.begin(), text.end(), [ & ] { return alphabet[ random.below( alphabet.size() ) ]; } );
+    return text;
+}
 
 // Applies `change` to a string of one holder and to one of two, and expects the text that comes of it; the other holder
 // keeps the old text.  What stays as it is is not copied.
 static void expectChange( void ( *change )( ZU_STRING ** ), const Text &before, const Text &after )
 {
     ZU_STRING *own = makeString( before );
-    ZU_STRING *shared = makeString( before );
-    ZU_STRING *held = zuStringRetain( shared );
+    zu::Ref<ZU_STRING> shared = zu::adopt( makeString( before ) );
+    ZU_STRING *held = zuStringRetain( shared.get() );
     change( &own );
-    change( &shared );
-    EXPECT_EQ( charsOf( shared ), after );
-    EXPECT_EQ( shared == held, before == after );
+    change( shared.inOut() );
+    EXPECT_EQ( charsOf( shared.get() ), after );
+    EXPECT_EQ( shared.get() == held, before == after );
     EXPECT_EQ( takeChars( held ), before );
     // There is free space enough behind the text, and no more than told.
     zuStringAppendCharRun( &own, 'x', 3 );
     EXPECT_EQ( takeChars( own ), after + U"xxx" );
-    zuStringRelease( shared );
 }
 
 // Search
@@ -66,28 +39,25 @@ static ZU_INT position( size_t found )
 TEST( StringSearch, FindsWhatTheModelFinds )
 {
     for ( unsigned seed = 0; seed < 2000; seed++ ) {
-        SCOPED_TRACE( "seed " + std::to_string( seed ) );
-        Random random( seed );
-        Text text = random.text( U"aaab\U0001F600", 70 );
-        Text sub = random.text( U"aab", 3 ) + U"ab\U0001F600"[ random.below( 3 ) ];
+        SeededRandom random( seed );
+        Text text = anyText( random, U"aaab\U0001F600", 70 );
+        Text sub = anyText( random, U"aab", 3 ) + U"ab\U0001F600"[ random.below( 3 ) ];
         ZU_CHAR ch = sub.back();
-        ZU_STRING *zus = makeString( U"ab" + text );
-        zuStringDelLeading( &zus, 2 );
-        ZU_STRING *subString = makeString( sub );
-        const ZU_CHAR *subChars = zuStringBacking( subString );
+        zu::Ref<ZU_STRING> zus = zu::adopt( makeString( U"ab" + text ) );
+        zuStringDelLeading( zus.inOut(), 2 );
+        zu::Ref<ZU_STRING> subString = zu::adopt( makeString( sub ) );
+        const ZU_CHAR *subChars = zuStringBacking( subString.get() );
         for ( size_t offset = 0; offset <= text.size(); offset++ ) {
             ZU_INT at = (ZU_INT)offset;
-            ASSERT_EQ( zuStringFindChar( zus, at, ch ), position( text.find( ch, offset ) ) );
-            ASSERT_EQ( zuStringFind( zus, at, subString ), position( text.find( sub, offset ) ) );
-            ASSERT_EQ( zuStringFindCharFromRight( zus, at, ch ),
+            ASSERT_EQ( zuStringFindChar( zus.get(), at, ch ), position( text.find( ch, offset ) ) );
+            ASSERT_EQ( zuStringFind( zus.get(), at, subString.get() ), position( text.find( sub, offset ) ) );
+            ASSERT_EQ( zuStringFindCharFromRight( zus.get(), at, ch ),
                        offset ? position( text.rfind( ch, offset - 1 ) ) : -1 );
-            ASSERT_EQ( zuStringFindCharsFromRight( zus, at, subChars, (ZU_INT)sub.size() ),
+            ASSERT_EQ( zuStringFindCharsFromRight( zus.get(), at, subChars, (ZU_INT)sub.size() ),
                        position( text.rfind( sub, offset ) ) );
         }
-        EXPECT_EQ( zuStringFindCharFromRight( zus, -1, ch ), position( text.rfind( ch ) ) );
-        EXPECT_EQ( zuStringFindFromRight( zus, -1, subString ), position( text.rfind( sub ) ) );
-        zuStringRelease( subString );
-        zuStringRelease( zus );
+        EXPECT_EQ( zuStringFindCharFromRight( zus.get(), -1, ch ), position( text.rfind( ch ) ) );
+        EXPECT_EQ( zuStringFindFromRight( zus.get(), -1, subString.get() ), position( text.rfind( sub ) ) );
     }
 }
 
@@ -134,11 +104,10 @@ static std::vector<Text> modelSplitWhitespace( Text text, ZU_INT maxParts )
 TEST( StringSplit, DividesAsTheModel )
 {
     for ( unsigned seed = 0; seed < 2000; seed++ ) {
-        SCOPED_TRACE( "seed " + std::to_string( seed ) );
-        Random random( seed );
+        SeededRandom random( seed );
         ZU_INT maxParts = random.below( 3 ) ? -1 : 1 + (ZU_INT)random.below( 5 );
-        Text text = random.text( U"aaa,,;", 30 );
-        Text sep = random.text( U",;", 1 ) + U",";
+        Text text = anyText( random, U"aaa,,;", 30 );
+        Text sep = anyText( random, U",;", 1 ) + U",";
         ZU_STRING *zus = makeString( text );
         ZU_STRING *sepString = makeString( sep );
         EXPECT_EQ( takeTexts( zuStringSplit( zus, sepString, maxParts ) ), modelSplit( text, sep, maxParts ) );
@@ -146,7 +115,7 @@ TEST( StringSplit, DividesAsTheModel )
         zuStringRelease( sepString );
         zuStringRelease( zus );
 
-        Text blanks = random.text( U"aaab \t\u2003\u3000\u0085", 30 );
+        Text blanks = anyText( random, U"aaab \t\u2003\u3000\u0085", 30 );
         zus = makeString( blanks );
         EXPECT_EQ( takeTexts( zuStringSplitWhitespace( zus, maxParts ) ), modelSplitWhitespace( blanks, maxParts ) );
         EXPECT_EQ( takeChars( zus ), blanks );
@@ -162,16 +131,14 @@ TEST( StringTrim, RemovesWhiteSpace )
     expectChange( zuStringTrim, U"a\u200B", U"a\u200B" );
     expectChange( zuStringTrim, U"", U"" );
     expectChange( zuStringTrim, Text( 200, U' ' ) + Text( 200, U'a' ), Text( 200, U'a' ) );
-    ZU_STRING *blank = makeString( U" \u1680\n" );
-    ZU_STRING *empty = zuStringCreate();
-    EXPECT_TRUE( zuStringIsBlank( blank ) );
-    EXPECT_TRUE( zuStringIsBlank( empty ) );
-    zuStringTrimTrailing( &blank );
-    EXPECT_EQ( blank, empty );
-    zuStringAppendChar( &blank, '.' );
-    EXPECT_FALSE( zuStringIsBlank( blank ) );
-    zuStringRelease( empty );
-    zuStringRelease( blank );
+    zu::Ref<ZU_STRING> blank = zu::adopt( makeString( U" \u1680\n" ) );
+    zu::Ref<ZU_STRING> empty = zu::adopt( zuStringCreate() );
+    EXPECT_TRUE( zuStringIsBlank( blank.get() ) );
+    EXPECT_TRUE( zuStringIsBlank( empty.get() ) );
+    zuStringTrimTrailing( blank.inOut() );
+    EXPECT_EQ( blank.get(), empty.get() );
+    zuStringAppendChar( blank.inOut(), '.' );
+    EXPECT_FALSE( zuStringIsBlank( blank.get() ) );
 }
 
 // Case
@@ -192,11 +159,10 @@ static const Text CASES =
 TEST( StringCase, MapsAsTheModel )
 {
     for ( unsigned seed = 0; seed < 3000; seed++ ) {
-        SCOPED_TRACE( "seed " + std::to_string( seed ) );
-        Random random( seed );
+        SeededRandom random( seed );
         // Some texts of ASCII, some of few kinds, some of which nothing changes; some long enough to be moved.
-        Text alphabet = seed % 3 ? random.text( CASES, 5 ) + U"a" : U"abcxyzABCXYZ@[`{ ";
-        Text text = random.text( alphabet, seed % 10 ? 40 : 3000 );
+        Text alphabet = seed % 3 ? anyText( random, CASES, 5 ) + U"a" : U"abcxyzABCXYZ@[`{ ";
+        Text text = anyText( random, alphabet, seed % 10 ? 40 : 3000 );
         expectChange( zuStringToLower, text, modelMap( zu___UnicodeLowerCaseDbLookup, text ) );
         expectChange( zuStringToUpper, text, modelMap( zu___UnicodeUpperCaseDbLookup, text ) );
         expectChange( zuStringToCaseFold, text, modelMap( zu___UnicodeCaseFoldDbLookup, text ) );
@@ -207,28 +173,26 @@ TEST( StringCase, MapsAsTheModel )
 TEST( StringCase, ComparesFoldedTexts )
 {
     for ( unsigned seed = 0; seed < 5000; seed++ ) {
-        SCOPED_TRACE( "seed " + std::to_string( seed ) );
-        Random random( seed );
+        SeededRandom random( seed );
         Text alphabet = seed % 2 ? U"sS\u00DF\u1E9E\u017F" : U"\u0390\u03B9\u0308\u0301\u1FD3aA";
-        Text textA = random.text( alphabet, 6 );
-        Text textB = random.text( alphabet, 6 );
+        Text textA = anyText( random, alphabet, 6 );
+        Text textB = anyText( random, alphabet, 6 );
         int order =
             modelMap( zu___UnicodeCaseFoldDbLookup, textA ).compare( modelMap( zu___UnicodeCaseFoldDbLookup, textB ) );
-        ZU_STRING *zusA = makeString( textA );
-        ZU_STRING *zusB = makeString( textB );
-        EXPECT_EQ( zuStringCompareCaseFold( zusA, zusB ), ( order > 0 ) - ( order < 0 ) );
-        EXPECT_EQ( zuStringEqualsCaseFold( zusA, zusB ), order == 0 );
-        EXPECT_EQ( zuStringEqualsCharsCaseFold( zusA, zuStringBacking( zusB ), zuStringLength( zusB ) ), order == 0 );
-        zuStringRelease( zusB );
-        zuStringRelease( zusA );
+        zu::Ref<ZU_STRING> zusA = zu::adopt( makeString( textA ) );
+        zu::Ref<ZU_STRING> zusB = zu::adopt( makeString( textB ) );
+        EXPECT_EQ( zuStringCompareCaseFold( zusA.get(), zusB.get() ), ( order > 0 ) - ( order < 0 ) );
+        EXPECT_EQ( zuStringEqualsCaseFold( zusA.get(), zusB.get() ), order == 0 );
+        EXPECT_EQ(
+            zuStringEqualsCharsCaseFold( zusA.get(), zuStringBacking( zusB.get() ), zuStringLength( zusB.get() ) ),
+            order == 0 );
     }
-    ZU_STRING *zus = makeString( U"\u1E9E" );
-    EXPECT_TRUE( zuStringEqualsCharCaseFold( zus, 0xDF ) );
-    EXPECT_FALSE( zuStringEqualsCharCaseFold( zus, 's' ) );
-    EXPECT_TRUE( zuStringEqualsCaseFoldCstr( zus, "sS", -1 ) );
-    EXPECT_FALSE( zuStringEqualsCaseFoldCstr( zus, "sS", 1 ) );
-    EXPECT_TRUE( zuStringEqualsCaseFoldWcstr( zus, u"S\u017F.", 2 ) );
-    zuStringRelease( zus );
+    zu::Ref<ZU_STRING> zus = zu::adopt( makeString( U"\u1E9E" ) );
+    EXPECT_TRUE( zuStringEqualsCharCaseFold( zus.get(), 0xDF ) );
+    EXPECT_FALSE( zuStringEqualsCharCaseFold( zus.get(), 's' ) );
+    EXPECT_TRUE( zuStringEqualsCaseFoldCstr( zus.get(), "sS", -1 ) );
+    EXPECT_FALSE( zuStringEqualsCaseFoldCstr( zus.get(), "sS", 1 ) );
+    EXPECT_TRUE( zuStringEqualsCaseFoldWcstr( zus.get(), u"S\u017F.", 2 ) );
 }
 
 // Normalization forms; the normalizer has tests of its own
@@ -251,27 +215,25 @@ TEST( StringNormalize, BringsIntoForms )
     expectChange( zuStringNormalizeNFD, U"\u0301\u0316", U"\u0316\u0301" );
     expectChange( zuStringNormalizeNFC, { 'a', 0xD800 }, U"a" );
     ZU_STRING *empty = zuStringCreateFromUtf8( "", 0 ); // not the shared one
-    ZU_STRING *shared = zuStringCreate();
+    zu::Ref<ZU_STRING> shared = zu::adopt( zuStringCreate() );
     zuStringNormalizeNFKD( &empty );
-    EXPECT_EQ( empty, shared );
-    zuStringRelease( shared );
+    EXPECT_EQ( empty, shared.get() );
     zuStringRelease( empty );
 }
 TEST( StringNormalize, Sanitizes )
 {
     expectChange( zuStringSanitize, U"clean\U0001F600", U"clean\U0001F600" );
     for ( unsigned seed = 0; seed < 500; seed++ ) {
-        Random random( seed );
-        Text text = random.text( { 'a', 0xD800, 0xDBFF, 0xDC00, 0xDFFF, 0x10FFFF }, seed % 2 ? 64 : 300 );
+        SeededRandom random( seed );
+        Text text = anyText( random, { 'a', 0xD800, 0xDBFF, 0xDC00, 0xDFFF, 0x10FFFF }, seed % 2 ? 64 : 300 );
         Text clean = text;
         clean.resize( (size_t)zuCharsSanitize( (ZU_CHAR *)&clean[ 0 ], (ZU_INT)clean.size(),
                                                (const ZU_CHAR *)&text[ 0 ], (ZU_INT)text.size() ) );
         expectChange( zuStringSanitize, text, clean );
-        ZU_STRING *zus = makeString( text );
-        ZU_INT bspace = zus->bspace;
-        zuStringSanitize( &zus );
-        EXPECT_EQ( zus->bspace, bspace ) << "seed " << seed;
-        zuStringRelease( zus );
+        zu::Ref<ZU_STRING> zus = zu::adopt( makeString( text ) );
+        ZU_INT bspace = zus.get()->bspace;
+        zuStringSanitize( zus.inOut() );
+        EXPECT_EQ( zus.get()->bspace, bspace );
     }
 }
 
@@ -280,45 +242,39 @@ TEST( StringDelimited, AddsElements )
     static constexpr ZU_CHAR DASHES[] = { '-', '-' };
     ZU_STRING *list = zuStringCreate();
     ZU_STRING *src = makeString( U"s" );
-    ZU_STRING *bar = makeString( U"|" );
-    zuStringDelimitedAppend( &list, src, bar );
+    zu::Ref<ZU_STRING> bar = zu::adopt( makeString( U"|" ) );
+    zuStringDelimitedAppend( &list, src, bar.get() );
     zuStringDelimitedAppendCharDelimiter( &list, src, ',' );
     zuStringDelimitedAppendCharsDelimiter( &list, src, DASHES, 2 );
     EXPECT_EQ( charsOf( list ), U"s,s--s" );
     zuStringClear( &list );
-    zuStringDelimitedPrepend( &list, src, bar );
+    zuStringDelimitedPrepend( &list, src, bar.get() );
     zuStringDelimitedPrependCharDelimiter( &list, src, ',' );
     zuStringDelimitedPrependCharsDelimiter( &list, src, DASHES, 2 );
     EXPECT_EQ( takeChars( list ), U"s--s,s" );
     zuStringDelimitedAppend( &src, src, src );
     EXPECT_EQ( takeChars( src ), U"sss" );
-    zuStringRelease( bar );
 }
 
 // Values
 TEST( StringScan, ReadsFromWithin )
 {
-    ZU_STRING *zus = makeString( U"ab 0x1F true2.5" );
-    ZU_INT value = 0;
-    ZU_INT consumed = 0;
-    EXPECT_TRUE( zuStringScanInt( zus, 2, -1, -1, &value, &consumed ) );
-    EXPECT_EQ( value, 31 );
-    EXPECT_EQ( consumed, 6 );
-    EXPECT_TRUE( zuStringScanInt( zus, 3, 3, -1, &value, &consumed ) );
-    EXPECT_EQ( value, 1 );
-    EXPECT_EQ( consumed, 3 );
-    EXPECT_TRUE( zuStringScanInt( zus, 0, 2, 16, &value, nullptr ) );
-    EXPECT_EQ( value, 0xAB );
-    EXPECT_FALSE( zuStringScanInt( zus, 0, 0, 16, &value, nullptr ) );
-    EXPECT_FALSE( zuStringScanInt( zus, zuStringLength( zus ), -1, 16, nullptr, &consumed ) );
-    ZU_BOOL truth = ZU_FALSE;
-    EXPECT_TRUE( zuStringScanBool( zus, 8, 4, ZU_FALSE, &truth, &consumed ) );
-    EXPECT_TRUE( truth );
-    EXPECT_FALSE( zuStringScanBool( zus, 12, -1, ZU_FALSE, &truth, nullptr ) );
-    EXPECT_TRUE( zuStringScanBool( zus, 12, 1000, ZU_TRUE, &truth, nullptr ) );
-    double real = 0;
-    EXPECT_TRUE( zuStringScanReal( zus, 12, -1, 10, &real, &consumed ) );
-    EXPECT_EQ( real, 2.5 );
-    EXPECT_EQ( consumed, 3 );
-    zuStringRelease( zus );
+    zu::Ref<ZU_STRING> zus = zu::adopt( makeString( U"ab 0x1F true2.5" ) );
+    auto scanned = [ & ]( auto scan, auto value, ZU_INT offset, ZU_INT count, auto how ) {
+        ZU_INT consumed = 0;
+        std::ostringstream told;
+        told << ( scan( zus.get(), offset, count, how, &value, &consumed ) ? "" : "not " );
+        told << value << " of " << consumed;
+        EXPECT_EQ( scan( zus.get(), offset, count, how, nullptr, nullptr ), told.str()[ 0 ] != 'n' );
+        return told.str();
+    };
+    EXPECT_EQ( scanned( zuStringScanInt, ZU_INT{ 7 }, 2, -1, -1 ), "31 of 6" );
+    EXPECT_EQ( scanned( zuStringScanInt, ZU_INT{ 7 }, 3, 3, -1 ), "1 of 3" );
+    EXPECT_EQ( scanned( zuStringScanInt, ZU_INT{ 7 }, 0, 2, 16 ), "171 of 2" );
+    EXPECT_EQ( scanned( zuStringScanInt, ZU_INT{ 7 }, 0, 0, 16 ), "not 0 of 0" );
+    EXPECT_EQ( scanned( zuStringScanInt, ZU_INT{ 7 }, 15, -1, 16 ), "not 0 of 0" );
+    EXPECT_EQ( scanned( zuStringScanBool, ZU_BOOL{ 7 }, 8, 4, ZU_FALSE ), "1 of 4" );
+    EXPECT_EQ( scanned( zuStringScanBool, ZU_BOOL{ 7 }, 12, -1, ZU_FALSE ), "not 0 of 0" );
+    EXPECT_EQ( scanned( zuStringScanBool, ZU_BOOL{ 7 }, 12, 1000, ZU_TRUE ), "1 of 3" );
+    EXPECT_EQ( scanned( zuStringScanReal, 7.0, 12, -1, 10 ), "2.5 of 3" );
 }

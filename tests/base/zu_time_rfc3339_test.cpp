@@ -1,11 +1,5 @@
-#include "zu/base/zu_time_rfc3339.h"
-
-#include "zu/base/zu_real_text.h"
-#include "zu/base/zu_store_real.h"
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
-
-#include <random>
 
 static zu::Ref<ZU_TIME> read( const std::string &text )
 {
@@ -14,7 +8,7 @@ static zu::Ref<ZU_TIME> read( const std::string &text )
 
 TEST( TimeRfc3339, ReadsWhatItWrites )
 {
-    std::mt19937_64 random( testSeed() );
+    SeededRandom random;
     for ( int round = 0; round < 20000 && !HasFailure(); round++ ) {
         ZU_INT seconds = (ZU_INT)( random() % 315000000000 ) - 62100000000;
         zu::Ref<ZU_TIME> tm = zu::adopt( zuTimeTryCreateFromTimeT( seconds ) );

@@ -1,6 +1,4 @@
-#include "zu/zu.h"
 #include "zu_test_string.h"
-#include "zu_test_support.h"
 
 #include <cstdlib>
 

@@ -2,21 +2,12 @@
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
 
-#include <algorithm>
 #include <cstdlib>
-#include <set>
 
-using STRING = zu::Ref<ZU_STRING>;
-
-static STRING string( std::string_view text )
-{
-    return zu::adopt( zuStringCreateFromAscii( text.data(), (ZU_INT)text.size() ) );
-}
 static std::string textOf( ZU_STRING *taken )
 {
-    STRING zus = zu::adopt( taken );
-    return zus ? std::string( zuStringBacking( zus.get() ), zuStringBacking( zus.get() ) + zuStringLength( zus.get() ) )
-               : "none";
+    zu::Ref<ZU_STRING> zus = zu::adopt( taken );
+    return zus ? zu::toUtf8( zus ) : "none";
 }
 
 // The rows as they are read one by one, where the first one that has a name wins.
@@ -26,13 +17,13 @@ TEST( Timezone, TranslatesTheRowsBothWays )
     for ( const ZU___TIMEZONE_ROW &row : ZU___TIMEZONE_ROWS ) {
         std::string iana( row.iana );
         std::string windows( row.windows );
-        EXPECT_TRUE( zuTimezoneWindowsOk( string( windows ).get() ) ) << windows;
-        EXPECT_EQ( textOf( zuTimezoneWindowsToIana( string( windows ).get() ) ), iana.substr( 0, iana.find( ',' ) ) );
+        EXPECT_TRUE( zuTimezoneWindowsOk( zu::text( windows ).get() ) ) << windows;
+        EXPECT_EQ( textOf( zuTimezoneWindowsToIana( zu::text( windows ).get() ) ), iana.substr( 0, iana.find( ',' ) ) );
         for ( size_t begin = 0; begin < iana.size(); ) {
             std::string name = iana.substr( begin, iana.find( ',', begin ) - begin );
             EXPECT_TRUE( names.insert( name ).second ) << name;
-            EXPECT_TRUE( zuTimezoneIanaOk( string( name ).get() ) ) << name;
-            EXPECT_EQ( textOf( zuTimezoneIanaToWindows( string( name ).get() ) ), windows ) << name;
+            EXPECT_TRUE( zuTimezoneIanaOk( zu::text( name ).get() ) ) << name;
+            EXPECT_EQ( textOf( zuTimezoneIanaToWindows( zu::text( name ).get() ) ), windows ) << name;
             begin += name.size() + 1;
         }
     }
@@ -50,10 +41,10 @@ TEST( Timezone, KnowsNothingElse )
                                     std::string_view( "Europe/Berlin\0", 14 ), std::string_view( "europe/berlin" ),
                                     std::string_view( "Europe/BerlinX" ), std::string_view( "Pacific/Ponape" ),
                                     std::string_view( "W. Europe Standard Tim" ), std::string_view( "~" ) } ) {
-        EXPECT_FALSE( zuTimezoneIanaOk( string( name ).get() ) ) << name;
-        EXPECT_FALSE( zuTimezoneWindowsOk( string( name ).get() ) ) << name;
-        EXPECT_EQ( textOf( zuTimezoneIanaToWindows( string( name ).get() ) ), "none" ) << name;
-        EXPECT_EQ( textOf( zuTimezoneWindowsToIana( string( name ).get() ) ), "none" ) << name;
+        EXPECT_FALSE( zuTimezoneIanaOk( zu::text( name ).get() ) ) << name;
+        EXPECT_FALSE( zuTimezoneWindowsOk( zu::text( name ).get() ) ) << name;
+        EXPECT_EQ( textOf( zuTimezoneIanaToWindows( zu::text( name ).get() ) ), "none" ) << name;
+        EXPECT_EQ( textOf( zuTimezoneWindowsToIana( zu::text( name ).get() ) ), "none" ) << name;
     }
     expectAbort( "key", [] { zuTimezoneIanaOk( nullptr ); } );
 }

@@ -2,8 +2,6 @@
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
 
-#include <vector>
-
 using SWITCH = zu::Ref<ZU_TOOL_SWITCH>;
 using VECTOR = zu::Ref<ZU_VECTOR>;
 

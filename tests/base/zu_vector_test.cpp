@@ -4,8 +4,6 @@
 #include "zu_test_string.h"
 
 #include <cstring>
-#include <functional>
-#include <map>
 
 using VECTOR = zu::Ref<ZU_VECTOR>;
 
@@ -27,8 +25,7 @@ struct VECTORS {
     typedef ZU_VECTOR OWNER;
     typedef ZU_OBJ *ELEMENT;
     static constexpr ZU_INT FRONT = 32;
-    static constexpr auto create = zuVectorCreate;
-    static constexpr auto backing = zuVectorBacking;
+    SLACK_CLASS( zuVector );
     static bool onHeap( ZU_VECTOR *vec )
     {
         return vec->items != vec->inlineItems;
@@ -48,61 +45,39 @@ protected:
     {
         return pool[ (size_t)between( 0, 7 ) ].get();
     }
-    void insert( HOLDER &holder, const HOLDER &other ) override
+    bool createOwn( HOLDER & ) override
+    {
+        return false;
+    }
+    bool insertOwn( HOLDER &holder ) override
     {
         ZU_VECTOR **vec = holder.ref.inOut();
         MODEL &model = holder.model;
-        ZU_VECTOR *src = other.ref.get();
-        std::vector<ZU_OBJ *> from = other.model.items;
-        ZU_INT at = place( model.length() );
-        ZU_INT count = some( (ZU_INT)from.size() );
-        ZU_INT offset = place( (ZU_INT)from.size() - count );
+        ZU_INT idx = between( -1, model.length() ), at = std::max<ZU_INT>( idx, 0 );
         ZU_OBJ *obj = object();
-        ZU_INT kind = between( 0, 12 );
-        model.shared |= ( kind < 2 || kind > 9 ) && src == *vec; // held over the change
-        switch ( kind ) {
+        std::vector<ZU_OBJ *> added( (size_t)between( 0, 70 ) );
+        switch ( between( 0, 6 ) ) {
         case 0:
-            return model.insert( SLACK_PUT( vec, zuVector, Inner, src, offset, count ),
-                                 other.model.part( offset, count ) );
-        case 10:
-            return model.insert( SLACK_PUT( vec, zuVector, , src ), from );
-        case 11:
-            return model.insert( SLACK_PUT( vec, zuVector, Leading, src, count ),
-                                 { from.begin(), from.begin() + count } );
-        case 12:
-            return model.insert( SLACK_PUT( vec, zuVector, Trailing, src, count ), { from.end() - count, from.end() } );
-        case 1:
-            count = (ZU_INT)from.size() - count; // left out
-            offset = place( (ZU_INT)from.size() - count );
-            model.insert( at, { from.begin() + offset + count, from.end() } );
-            model.insert( at, { from.begin(), from.begin() + offset } );
-            zuVectorInsertOuter( vec, at, src, offset, count );
-            break;
-        case 2: {
-            std::vector<ZU_OBJ *> added( (size_t)between( 0, 70 ) );
             std::generate( added.begin(), added.end(), [ & ] { return object(); } );
             model.insert( at, added );
             zuVectorInsertObjs( vec, at, added.data(), (ZU_INT)added.size() );
             break;
-        }
-        case 3: {
-            ZU_INT idx = between( -1, model.length() );
+        case 1:
             model.set( idx, obj );
             zuVectorSetObjAt( vec, idx, obj );
             break;
-        }
-        case 4:
+        case 2:
             if ( model.length() >= 2 ) {
                 model.unshare();
                 std::reverse( model.items.begin(), model.items.end() );
             }
             zuVectorReverse( vec );
             break;
-        case 5:
+        case 3:
             model.insert( 0, { obj } );
             zuVectorShift( vec, obj );
             break;
-        case 6:
+        case 4:
             model.insert( at, { obj } );
             zuVectorInsertObj( vec, at, obj );
             break;
@@ -110,30 +85,21 @@ protected:
             model.insert( model.length(), { obj } );
             zuVectorPush( vec, obj );
         }
+        return true;
     }
-    void remove( HOLDER &holder ) override
+    bool removeOwn( HOLDER &holder ) override
     {
-        ZU_VECTOR **vec = holder.ref.inOut();
         MODEL &model = holder.model;
-        ZU_INT count = some( model.length() );
-        ZU_INT offset = place( model.length() - count );
-        ZU_INT kind = between( 0, 7 );
-        if ( kind == 0 || model.length() == 0 ) {
-            model.del( offset, count );
-            zuVectorDelInner( vec, offset, count );
-        } else if ( kind == 1 ) {
-            offset = place( count );
-            model.keep( offset, model.length() - count );
-            zuVectorDelOuter( vec, offset, zuVectorLength( *vec ) - count );
-        } else {
-            ZU_INT idx = kind < 5 ? 0 : model.length() - 1;
-            ZU_OBJ *expected = model.items[ (size_t)idx ];
-            model.unshare();
-            model.items.erase( model.items.begin() + idx );
-            ( kind < 5 ? model.fspace : model.bspace )++;
-            model.compact();
-            EXPECT_EQ( zu::adopt( kind < 5 ? zuVectorUnshift( vec ) : zuVectorPop( vec ) ).get(), expected );
+        if ( model.length() == 0 ) {
+            return false;
         }
+        bool front = between( 0, 1 );
+        ZU_INT idx = front ? 0 : model.length() - 1;
+        ZU_OBJ *expected = model.items[ (size_t)idx ];
+        model.take( idx, 1 );
+        model.compact();
+        EXPECT_EQ( zu::adopt( ( front ? zuVectorUnshift : zuVectorPop )( holder.ref.inOut() ) ).get(), expected );
+        return true;
     }
     void checkItems()
     {
@@ -261,22 +227,6 @@ TEST( Vector, MakesItems )
     EXPECT_FORMS( "text", String, string( "text" ).get() );
 #undef EXPECT_FORMS
 }
-TEST( Vector, IsMadeOfParts )
-{
-    VECTOR four = numbers( 4 );
-    ZU_VECTOR *src = four.get();
-    const std::pair<ZU_VECTOR *, const char *> made[] = {
-        { zuVectorCreateFrom( src ), "<0, 1, 2, 3>" },        { zuVectorCreateFromInner( src, 1, 2 ), "<1, 2>" },
-        { zuVectorCreateFromLeading( src, 3 ), "<0, 1, 2>" }, { zuVectorCreateFromTrailing( src, 1 ), "<3>" },
-        { zuVectorCreateFromOuter( src, 0, 3 ), "<3>" },      { zuVectorCreateFromOuter( src, 0, 4 ), "<>" },
-    };
-    for ( const auto &[ vec, expected ] : made ) {
-        EXPECT_EQ( textOf( vec ), expected );
-        EXPECT_EQ( ZU_REF_RETAIN_COUNT( vec ), 1u );
-        zuVectorRelease( vec );
-    }
-}
-
 TEST( Vector, HoldsItselfAsItStood )
 {
     const std::pair<const char *, std::function<void( ZU_VECTOR ** )>> rows[] = {

@@ -6,8 +6,6 @@
 
 #include <cctype>
 #include <sstream>
-#include <string>
-#include <vector>
 
 struct Set {
     std::string name;

@@ -1,15 +1,10 @@
 // Numbers against what the C library makes of them, and read back, over random values.
 
-#include "zu/base/zu_format.h"
-#include "zu/base/zu_string_format.h"
-#include "zu/sys/zu_mem.h"
 #include "zu_test_string.h"
-#include "zu_test_support.h"
 
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <random>
 
 static constexpr int ROUNDS = 20000;
 
@@ -17,15 +12,14 @@ class FormatConformance : public testing::Test {
 protected:
     int64_t below( int64_t end )
     {
-        return (int64_t)( random() % (uint64_t)end );
+        return (int64_t)random.below( (size_t)end );
     }
     // Every length of number is as likely as another.
     int64_t anyInt()
     {
         return (int64_t)random() >> below( 64 );
     }
-    uint64_t seed = std::random_device()();
-    std::mt19937_64 random{ seed };
+    SeededRandom random;
 };
 
 // The count of decimal digits is an estimate that is corrected, and each power of ten is where that may fail.
@@ -43,12 +37,12 @@ TEST_F( FormatConformance, IntegersInAllBasesAreReadBack )
         int64_t value = anyInt();
         int64_t base = 2 + below( 35 );
         std::string text = takeText( zuStringCreateFromFormatCstr( "%^!*i", -1, base, value ) );
-        ASSERT_EQ( strtoll( text.c_str(), nullptr, (int)base ), value ) << text << " base " << base << " seed " << seed;
+        ASSERT_EQ( strtoll( text.c_str(), nullptr, (int)base ), value ) << text << " base " << base;
         ZU_STRING *zus = zuStringCreateFromFormatCstr( "%##'!*i", -1, base, value );
         ZU_INT decoded;
         ZU_INT consumed;
         ASSERT_TRUE( zuFormatTryDecodeInt( zus, 0, zuStringLength( zus ), -1, &decoded, &consumed ) );
-        ASSERT_EQ( decoded, value ) << takeText( zus ) << " seed " << seed;
+        ASSERT_EQ( decoded, value ) << takeText( zus );
         zuStringRelease( zus );
     }
 }
@@ -64,7 +58,7 @@ TEST_F( FormatConformance, ExactRealsAreCutOff )
         std::string exact = exactChars;
         std::string expected = exact.substr( 0, exact.find( '.' ) + 1 + (size_t)precision );
         ASSERT_EQ( takeText( zuStringCreateFromFormatCstr( "%.*r", -1, (ZU_INT)precision, value ) ), expected )
-            << exact << " seed " << seed;
+            << exact;
     }
 }
 
@@ -78,7 +72,7 @@ TEST_F( FormatConformance, RealsInAllBasesAreReadBack )
         ZU_INT consumed;
         ASSERT_TRUE( zuFormatTryDecodeReal( zus, 0, zuStringLength( zus ), base, &decoded, &consumed ) );
         ASSERT_EQ( consumed, zuStringLength( zus ) ) << "a digit that is none of the base";
-        ASSERT_NEAR( decoded, value, std::fabs( value ) * 1e-12 + 1e-12 ) << takeText( zus ) << " seed " << seed;
+        ASSERT_NEAR( decoded, value, std::fabs( value ) * 1e-12 + 1e-12 ) << takeText( zus );
         zuStringRelease( zus );
     }
 }

@@ -3,9 +3,7 @@
 #include "zu/zu.hpp"
 #include "zu_test_support.h"
 
-#include <array>
 #include <ctime>
-#include <random>
 #include <sstream>
 
 using FIELDS = std::array<ZU_INT, 6>;
@@ -45,7 +43,7 @@ static bool readRow( std::istream &in, ROW *row )
 TEST( TimeConformance, CalendarIsThatOfPython )
 {
     static constexpr int COUNT = 20000;
-    std::string seed = std::to_string( std::random_device()() );
+    std::string seed = std::to_string( testSeed() );
     std::istringstream reference(
         runProgram( "python3 " ZU_TEST_SOURCE_DIR "/time_reference.py " + seed + " " + std::to_string( COUNT ) ) );
     ROW row;
@@ -103,9 +101,7 @@ static void expectAsByTheCLibrary( ZU_INT seconds )
 }
 TEST( TimeConformance, ConversionIsThatOfTheCLibrary )
 {
-    uint64_t seed = std::random_device()();
-    SCOPED_TRACE( seed );
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     static constexpr ZU_INT LAST = 67768036191676799; // of the years that gmtime_r knows
     static constexpr ZU_INT FIRST = -67768040609740800;
     for ( ZU_INT seconds : { ZU_INT_MIN, FIRST - 1, FIRST, (ZU_INT)-1, (ZU_INT)0, LAST, LAST + 1, ZU_INT_MAX } ) {

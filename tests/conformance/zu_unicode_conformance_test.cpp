@@ -9,15 +9,8 @@
 #include "zu/unicode/zu_unicode_properties.h"
 #include "zu/unicode/zu_unicode_script_internal.h"
 
-#include <array>
 #include <cstdio>
-#include <map>
-#include <random>
-#include <set>
 #include <sstream>
-#include <string>
-#include <utility>
-#include <vector>
 
 static constexpr ZU_CHAR CODE_POINTS = 0x110000;
 static const std::string VERSION = "14.0.0";

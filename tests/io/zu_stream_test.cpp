@@ -1,15 +1,7 @@
 // Byte and character streams have one contract and differ in little, so that one suite runs on both.  Its backends
 // count their calls, and fail and fall short when they are told to.
 
-#include "zu/io/zu_buffer_byte_sink.h"
-#include "zu/io/zu_buffer_byte_source.h"
-#include "zu/io/zu_string_char_sink.h"
-#include "zu/io/zu_string_char_source.h"
 #include "zu_test_string.h"
-#include "zu_test_support.h"
-
-#include <algorithm>
-#include <vector>
 
 typedef std::vector<ZU_INT> COUNTS;
 
@@ -165,23 +157,25 @@ TYPED_TEST_SUITE( Stream, BOTH_STREAMS );
 
 TYPED_TEST( Stream, WritersHandOverTheMemoryInAsFewCalls )
 {
-    auto part = [ this ]( ZU_INT begin, ZU_INT end ) { return this->part( begin, end ); };
-    EXPECT_EQ( TypeParam::write( this->sink, this->value ), ZU_TRUE );
-    this->expectWritten( { part( 0, 3000 ) } );
-    EXPECT_TRUE( TypeParam::writeInner( this->sink, this->value, 5, 2 ) );
-    this->expectWritten( { part( 5, 7 ) } );
-    EXPECT_TRUE( TypeParam::writeLeading( this->sink, this->value, 2 ) );
-    this->expectWritten( { part( 0, 2 ) } );
-    EXPECT_TRUE( TypeParam::writeTrailing( this->sink, this->value, 2 ) );
-    this->expectWritten( { part( 2998, 3000 ) } );
-    EXPECT_TRUE( TypeParam::writeOuter( this->sink, this->value, 1, 2998 ) );
-    this->expectWritten( { part( 0, 1 ), part( 2999, 3000 ) } );
-    EXPECT_TRUE( TypeParam::writeOuter( this->sink, this->value, 0, 2999 ) );
-    this->expectWritten( { part( 2999, 3000 ) } );
-    EXPECT_TRUE( TypeParam::writeOuter( this->sink, this->value, 1, 2999 ) );
-    this->expectWritten( { part( 0, 1 ) } );
-    EXPECT_TRUE( TypeParam::writeUnits( this->sink, this->part( 0, 9 ).data(), 9 ) );
-    this->expectWritten( { part( 0, 9 ) } );
+    typedef TypeParam S;
+    auto *to = this->sink;
+    auto *all = this->value;
+    auto expect = [ this ]( ZU_BOOL result, std::initializer_list<std::pair<ZU_INT, ZU_INT>> parts ) {
+        EXPECT_EQ( result, ZU_TRUE );
+        std::vector<typename TestFixture::UNITS> calls;
+        for ( auto [ begin, end ] : parts ) {
+            calls.push_back( this->part( begin, end ) );
+        }
+        this->expectWritten( calls );
+    };
+    expect( S::write( to, all ), { { 0, 3000 } } );
+    expect( S::writeInner( to, all, 5, 2 ), { { 5, 7 } } );
+    expect( S::writeLeading( to, all, 2 ), { { 0, 2 } } );
+    expect( S::writeTrailing( to, all, 2 ), { { 2998, 3000 } } );
+    expect( S::writeOuter( to, all, 1, 2998 ), { { 0, 1 }, { 2999, 3000 } } );
+    expect( S::writeOuter( to, all, 0, 2999 ), { { 2999, 3000 } } );
+    expect( S::writeOuter( to, all, 1, 2999 ), { { 0, 1 } } );
+    expect( S::writeUnits( to, this->part( 0, 9 ).data(), 9 ), { { 0, 9 } } );
     EXPECT_EQ( this->flushes, 0 );
 }
 
@@ -228,14 +222,8 @@ TYPED_TEST( Stream, FlushesOnDemandAndAtTheEnd )
 
 TYPED_TEST( Stream, ReadsInChunks )
 {
-    struct ROW {
-        ZU_INT available;
-        ZU_INT maxCount;
-        ZU_INT length;
-        COUNTS asked;
-        bool end;
-    };
-    const ROW rows[] = {
+    // What there is, what is asked for and comes, by which calls, and whether that is the end
+    const std::tuple<ZU_INT, ZU_INT, ZU_INT, COUNTS, bool> rows[] = {
         { 3000, 2500, 2500, { 1024, 1024, 452 }, false },
         { 2500, 2500, 2500, { 1024, 1024, 452 }, false },
         { 2400, 2500, 2400, { 1024, 1024, 452 }, true },
@@ -244,21 +232,21 @@ TYPED_TEST( Stream, ReadsInChunks )
         { 0, 1, 0, { 1 }, true },
         { 10, 0, 0, {}, false },
     };
-    for ( const ROW &row : rows ) {
-        SCOPED_TRACE( std::to_string( row.available ) + ", " + std::to_string( row.maxCount ) );
+    for ( const auto &[ there, maxCount, length, calls, end ] : rows ) {
+        SCOPED_TRACE( std::to_string( there ) + ", " + std::to_string( maxCount ) );
         auto fresh = TypeParam::createSource( this->readFunc, nullptr );
         releaseAll( this->dest );
         this->dest = TypeParam::createEmpty();
         this->asked.clear();
-        this->available = row.available;
-        EXPECT_EQ( TypeParam::read( fresh, &this->dest, row.maxCount ), row.length );
-        this->expectRead( row.length, row.asked );
-        EXPECT_EQ( TypeParam::end( fresh ), row.end );
+        this->available = there;
+        EXPECT_EQ( TypeParam::read( fresh, &this->dest, maxCount ), length );
+        this->expectRead( length, calls );
+        EXPECT_EQ( TypeParam::end( fresh ), end );
         EXPECT_FALSE( TypeParam::sourceError( fresh ) );
-        if ( row.end ) {
+        if ( end ) {
             this->available = 9000;
             EXPECT_EQ( TypeParam::read( fresh, &this->dest, -1 ), 0 );
-            this->expectRead( row.length, row.asked );
+            this->expectRead( length, calls );
         }
         releaseAll( fresh );
     }
@@ -309,40 +297,29 @@ TYPED_TEST( Stream, Aborts )
         lie = count;
         return S::createSource( []( ZU_OBJ *, auto *, ZU_INT, ZU_INT *n ) { return *n = lie, ZU_TRUE; }, nullptr );
     };
-    struct ROW {
-        std::string expression;
-        std::function<void()> statement;
-    };
-    const ROW rows[] = {
-        { read + " >= 0", [ & ] { S::read( liar( -1 ), &this->dest, 1 ); } },
-        { read + " <= " + name + "sToRead", [ & ] { S::read( liar( 6 ), &this->dest, 5 ); } },
-        { read + " <= " + S::MAXIMUM, [ & ] { S::readUnits( liar( 6 ), &unit, 1 ); } },
-    };
-    for ( const ROW &row : rows ) {
-        SCOPED_TRACE( row.expression );
-        expectAbort( row.expression.c_str(), row.statement );
-    }
+    expectAbort( ( read + " >= 0" ).c_str(), [ & ] { S::read( liar( -1 ), &this->dest, 1 ); } );
+    expectAbort( ( read + " <= " + name + "sToRead" ).c_str(), [ & ] { S::read( liar( 6 ), &this->dest, 5 ); } );
+    expectAbort( ( read + " <= " + S::MAXIMUM ).c_str(), [ & ] { S::readUnits( liar( 6 ), &unit, 1 ); } );
 }
 
 // Skipping, which byte sources alone can do
 TEST( ByteSource, SkipsByReadingIfItHasTo )
 {
     typedef Stream<BYTE_STREAMS> BACKEND;
-    ZU_BYTE_SOURCE *source = zu___ByteSourceCreate( BACKEND::readFunc, nullptr, nullptr );
+    zu::Ref<ZU_BYTE_SOURCE> source = zu::adopt( zu___ByteSourceCreate( BACKEND::readFunc, nullptr, nullptr ) );
     BACKEND::asked.clear();
     BACKEND::available = 3000;
     BACKEND::failingRead = SIZE_MAX;
-    EXPECT_EQ( zuByteSourceSkip( source, 0 ), 0 );
-    EXPECT_EQ( zuByteSourceSkip( source, 1500 ), 1500 );
-    EXPECT_FALSE( zuByteSourceEnd( source ) );
+    EXPECT_EQ( zuByteSourceSkip( source.get(), 0 ), 0 );
+    EXPECT_EQ( zuByteSourceSkip( source.get(), 1500 ), 1500 );
+    EXPECT_FALSE( zuByteSourceEnd( source.get() ) );
     uint8_t byte = 0;
-    EXPECT_EQ( zuByteSourceReadBytes( source, &byte, 1 ), 1 );
+    EXPECT_EQ( zuByteSourceReadBytes( source.get(), &byte, 1 ), 1 );
     EXPECT_EQ( byte, BACKEND::unitAt( 1500 ) );
-    EXPECT_EQ( zuByteSourceSkip( source, -1 ), 1499 );
-    EXPECT_TRUE( zuByteSourceEnd( source ) );
-    EXPECT_EQ( zuByteSourceSkip( source, -1 ), 0 );
+    EXPECT_EQ( zuByteSourceSkip( source.get(), -1 ), 1499 );
+    EXPECT_TRUE( zuByteSourceEnd( source.get() ) );
+    EXPECT_EQ( zuByteSourceSkip( source.get(), -1 ), 0 );
     EXPECT_EQ( BACKEND::asked, COUNTS( { 1024, 476, 1, 1024, 1024 } ) );
-    zuByteSourceRelease( source );
 }
 TEST( ByteSource, SkipsByItsFunction )
 {
