@@ -54,17 +54,13 @@ private:
     bool running = true;
 };
 
-static zu::Ref<ZU_STRING> string( const char *ascii )
-{
-    return zu::adopt( zuStringCreateFromAscii( ascii, -1 ) );
-}
 static bool load( const char *name )
 {
-    return zuRuntimeTryLoadModule( string( name ).get() );
+    return zuRuntimeTryLoadModule( zu::text( name ).get() );
 }
 static ZU_MODULE *module( const char *name )
 {
-    return zu::adopt( zuRuntimeModule( string( name ).get() ) ).get(); // static: outlives the reference
+    return zu::adopt( zuRuntimeModule( zu::text( name ).get() ) ).get(); // static: outlives the reference
 }
 // The name of a module's file
 static std::string fileOf( const std::string &name )
@@ -98,7 +94,7 @@ TEST( RuntimeLife, FiveHundredTimes )
         EXPECT_EQ( zuRuntimeVersionApplicationHasIdentifier(), i % 3 != 0 );
         zu::Ref<ZU_STORE> info = zu::adopt( zuRuntimeInfo() );
         zu::Ref<ZU_STACK_TRACE> trace = zu::adopt( zuStackTraceCreate( 0, i % 25 ? 0 : 1 ) ); // a slow start
-        zuRuntimeSetUserInformationKey( string( "key" ).get(), info.get() );
+        zuRuntimeSetUserInformationKey( zu::text( "key" ).get(), info.get() );
         info = nullptr;
         trace = nullptr;
         ASSERT_EQ( zuRuntimeShutdown(), 0 );
@@ -139,26 +135,23 @@ TEST( RuntimeLife, ReportsLeaks )
         leak = zuStringRetain( zuStringCreateFromAscii( "leak", -1 ) );
         others[ 0 ] = zuBarrierObj( zuBarrierCreate( ZU_TRUE ) );
         others[ 1 ] = zuBarrierObj( zuBarrierCreate( ZU_TRUE ) );
-        zu___ObjLogAppend( others[ 0 ], string( "raised" ).get() );
-        zu___ObjLogAppend( others[ 0 ], string( "" ).get() );
+        zu___ObjLogAppend( others[ 0 ], zu::text( "raised" ).get() );
+        zu___ObjLogAppend( others[ 0 ], zu::text( "" ).get() );
     }
     EXPECT_EQ( takePrinted(), "" );
     EXPECT_EQ( zuModule()->sorts, 2u );
     const std::string sortLines = "ZU_STRING  1\nZU_BARRIER 2\n";
-    const struct {
-        ZU_INT flags;
-        std::string text;
-    } ROWS[] = {
+    const std::tuple<ZU_INT, std::string> ROWS[] = {
         { sorts, sortLines },
         { objects, "ZU_STRING (2)\nZU_BARRIER (1)\nZU_BARRIER (1)\n" },
         { sorts | objects | texts, sortLines + "\nZU_STRING (2) \"leak\"\nZU_BARRIER (1)\nZU_BARRIER (1)\n" },
         { objects | logs, "ZU_STRING (2)\nZU_BARRIER (1)\n\traised\n\t\nZU_BARRIER (1)\n" },
     };
-    for ( const auto &row : ROWS ) {
-        Life reporting( ZU_RUNTIME_FLAG_OBJECT_DATABASE | row.flags );
-        EXPECT_EQ( zuRuntimeFlags(), ZU_RUNTIME_FLAG_OBJECT_DATABASE | row.flags );
+    for ( const auto &[ flags, text ] : ROWS ) {
+        Life reporting( ZU_RUNTIME_FLAG_OBJECT_DATABASE | flags );
+        EXPECT_EQ( zuRuntimeFlags(), ZU_RUNTIME_FLAG_OBJECT_DATABASE | flags );
         reporting.stop();
-        EXPECT_EQ( takePrinted(), productReport() + REPORT_LINE + row.text );
+        EXPECT_EQ( takePrinted(), productReport() + REPORT_LINE + text );
         EXPECT_EQ( zuModule()->sorts, 2u );
     }
     {
@@ -194,13 +187,13 @@ TEST( RuntimeModules, SeveralUpToTheFirstFailure )
     EXPECT_EQ( loaded(), "zu unit ink scale" );
     zu::Ref<ZU_VECTOR> names = zu::adopt( zuVectorCreate() );
     EXPECT_TRUE( zuRuntimeTryLoadModulesVector( names.get() ) );
-    zuVectorAppendString( names.inOut(), string( "plot" ).get() );
+    zuVectorAppendString( names.inOut(), zu::text( "plot" ).get() );
     EXPECT_TRUE( zuRuntimeTryLoadModulesVector( names.get() ) );
     EXPECT_EQ( loaded(), "zu unit ink scale plot gauge" );
     zuRuntimeUnloadAllModules();
     EXPECT_EQ( loaded(), "zu" );
     EXPECT_EQ( module( "plot" ), nullptr );
-    EXPECT_TRUE( zuRuntimeTryLoadModules( string( "plot" ).get() ) ) << "after unloading all can be loaded again";
+    EXPECT_TRUE( zuRuntimeTryLoadModules( zu::text( "plot" ).get() ) ) << "after unloading all can be loaded again";
     EXPECT_EQ( loaded(), "zu plot unit scale gauge ink" );
 }
 TEST( RuntimeModules, ComeFromThePathOfBinaries )
@@ -224,11 +217,9 @@ TEST( RuntimeModules, ComeFromThePathOfBinaries )
 }
 TEST( RuntimeModules, TellWhyTheyAreRefused )
 {
-    static const struct {
-        const char *name;
-        const char *reason; // behind the line that says which module is being loaded
-        const char *left;   // what stays loaded
-    } ROWS[] = {
+    // behind the line that says which module is being loaded
+    // what stays loaded
+    static const std::tuple<const char *, const char *, const char *> ROWS[] = {
         { "absent", "[zu___RuntimePlatformLoadModule()] dlopen(): null, dlerror(): ", "zu" },
         { "nothing", "[zu___RuntimePlatformLoadModule()] dlsym(): null, dlerror(): ", "zu" },
         { "null", "[zu___RuntimePlatformLoadModule()] zuModuleFrom(): null\n", "zu" },
@@ -237,13 +228,13 @@ TEST( RuntimeModules, TellWhyTheyAreRefused )
           "[zu___RuntimeTryLoadModule()] module: unit\nunit load\n[zu___RuntimeTryLoadModule()] module: absent\n",
           "zu unit" },
     };
-    for ( const auto &row : ROWS ) {
+    for ( const auto &[ name, reason, left ] : ROWS ) {
         Life life( IMPLICIT | ZU_RUNTIME_FLAG_MODULE_DEBUG );
-        EXPECT_FALSE( load( row.name ) ) << row.name;
-        std::string expected = std::string( "[zu___RuntimeTryLoadModule()] module: " ) + row.name + "\n" + row.reason;
+        EXPECT_FALSE( load( name ) ) << name;
+        std::string expected = std::string( "[zu___RuntimeTryLoadModule()] module: " ) + name + "\n" + reason;
         EXPECT_EQ( takePrinted().substr( 0, expected.size() ), expected );
-        EXPECT_EQ( loaded(), row.left ) << row.name;
-        EXPECT_FALSE( load( row.name ) ) << "again: nothing is left half loaded";
+        EXPECT_EQ( loaded(), left ) << name;
+        EXPECT_FALSE( load( name ) ) << "again: nothing is left half loaded";
     }
     Life life( IMPLICIT | ZU_RUNTIME_FLAG_MODULE_DEBUG );
     EXPECT_TRUE( load( "unit" ) );
@@ -253,10 +244,8 @@ TEST( RuntimeModules, TellWhyTheyAreRefused )
 }
 static std::string check( const std::string &fn )
 {
-    zu::Ref<ZU_STRING> misfit = zu::adopt( zuModuleCheckFile( string( fn.c_str() ).get() ) );
-    ZU_INT length = misfit ? zuStringLength( misfit.get() ) : 0;
-    const ZU_CHAR *chs = misfit ? zuStringBacking( misfit.get() ) : nullptr;
-    return std::string( chs, chs + length );
+    zu::Ref<ZU_STRING> misfit = zu::adopt( zuModuleCheckFile( zu::text( fn ).get() ) );
+    return misfit ? zu::toUtf8( misfit ) : "";
 }
 TEST( RuntimeModules, MustFitIntoTheProcess )
 {
@@ -304,7 +293,7 @@ TEST( RuntimeModules, WaitForTheirObjects )
     takePrinted();
     // Unloading has begun when "plot" has ended; then the thread gives the object up.
     std::thread other( [ & ] {
-        while ( zu::adopt( zuRuntimeModule( string( "plot" ).get() ) ) ) {
+        while ( zu::adopt( zuRuntimeModule( zu::text( "plot" ).get() ) ) ) {
             std::this_thread::yield();
         }
         zuObjRelease( pin );
