@@ -616,14 +616,15 @@ ZU_DICT *zuDictCreateWithKeysAndValues( ZU_VECTOR *keysVector, ZU_VECTOR *values
     ZU_INT count = zuVectorLength( keysVector );
     ZU_OBJ *const *keys = zuVectorBacking( keysVector );
     ZU_OBJ *const *values = zuVectorBacking( valuesVector );
+    ZU___DICT_PAIR *gap = zu___DictMakeRoom( dict, 0, count );
     ZU_SORT *realSort = zuBoxedRealSort(); // which dictHasReals tells of
     if ( std::any_of( keys, keys + count, [ = ]( ZU_OBJ *key ) { return key->sort == realSort; } ) ) {
+        dict->length = 0;
         for ( ZU_INT i = count - 1; i >= 0; i-- ) {
             zuDictSetObjKey( &dict, keys[ i ], values[ i ] );
         }
         return dict;
     }
-    ZU___DICT_PAIR *gap = zu___DictMakeRoom( dict, 0, count );
     for ( ZU_INT i = 0; i < count; i++ ) {
         gap[ i ] = { zuObjRetain( keys[ i ] ), zuObjRetain( values[ i ] ) };
     }
