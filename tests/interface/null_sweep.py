@@ -15,7 +15,7 @@ EXCEPTIONS = [
     # An empty text or array may be null.
     (r"zu(Chars(AllOk|Sanitize|Convert)|Mem(Copy|Move|Set|Compare)N?$|MemDupCstr|(Debug)?Print(C|Wc)str|RuntimePrint).*", RETURNS),
     (r"zu(Buffer|String|Vector)CreateFrom((Bytes|Chars|Objs)(Copy|Use)|Ascii|Utf8|(C|Wc)str)", RETURNS),
-    (r"zuFormat(EncodeChars|TryDecodeBoolChars)|zuRealTextTryRead(Chars|Utf8)|zuUtf(8|16)(Fault|(Try)?Decode)|zuRandomBytes", RETURNS),
+    (r"zuFormat(EncodeChars|TryDecodeBoolChars)|zuRealTextTryRead(Chars|Utf8)|zuUtf(8|16|32)(Fault|(Try)?Decode)|zuRandomBytes", RETURNS),
     (r"zuFormatTryDecode(Int|Real)Chars", "base == -1 || base >= 2"),
     (r"zu(ModuleVersionTryCreateFrom|RuntimeTryLoadModules)(C|Wc)str", RETURNS),
     # What nothing can be done with, or may be left out.

@@ -22,8 +22,8 @@ OTHERWISE = (
     r"zuBuffer.*|zuEncoderWrite.*|zu(Enum|Flagset)Set.*|zuVector(Insert|Append|Prepend|Set|CreateFromObjsUse).*"
     r"|zuString(Delimited.*|SplitChars)|zuIntBit.*Range|zuMemAllocN"
 )
-# What waits, changes files, or makes a string of its text and hands it on
-NOT_CALLED = r".*(Wait|Pass|Sleep|Join|Enter|Acquire|Leave|Timed|(C|Wc)str|Format)(?![a-z]).*|zu(___|File|Directory).*"
+# What waits, changes files, makes a string of its text and hands it on, or returns more than fits a register
+NOT_CALLED = r".*(Wait|Pass|Sleep|Join|Enter|Acquire|Leave|Timed|(C|Wc)str|Format)(?![a-z]).*|zu(___|File|Directory|VectorCursor).*"
 RANGES = re.compile(r"(?:byte|bit|char|line)?(?:[oO]ffset|[cC]ount|[iI]dx)")
 
 
