@@ -4,7 +4,9 @@
 
 #include "zu/base/zu_utf_internal.h"
 
-#if defined( __x86_64__ )
+#include "zu/sys/zu_chars_utf8_shuffle_internal.h"
+
+#ifdef ZU___CHARS_UTF8_HAS_WIDE
 
 #include "zu/sys/zu_surrogate_internal.h"
 

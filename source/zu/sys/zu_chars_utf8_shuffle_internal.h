@@ -12,6 +12,10 @@ ZU_BEGIN_DECLS
 // and 0 if it cannot; this takes a microsecond to find out.
 #define ZU___CHARS_UTF8_SHUFFLE 1
 #define ZU___CHARS_UTF8_WIDE    2
+// The compiler of MinGW leaves vectors of 64 bytes on the stack without the alignment that it counts on.
+#if defined( __x86_64__ ) && !defined( __MINGW32__ )
+#define ZU___CHARS_UTF8_HAS_WIDE
+#endif
 int zu___CharsUtf8CanShuffle( void );
 
 // What it told, and -1 as long as nobody has asked; a test may choose.

@@ -7,7 +7,7 @@
 #include "zu/sys/zu_chars_utf8_shuffle_internal.h"
 #include "zu/sys/zu_surrogate_internal.h"
 
-#if defined( __x86_64__ )
+#ifdef ZU___CHARS_UTF8_HAS_WIDE
 
 #include <algorithm>
 #include <cpuid.h>
