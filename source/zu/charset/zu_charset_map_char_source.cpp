@@ -2,16 +2,15 @@
 
 #include "zu/charset/zu_charset_closure_internal.h"
 #include "zu/charset/zu_charset_map.h"
-#include "zu/sys/zu_chars_internal.h"
+#include "zu/charset/zu_charset_map_take_internal.h"
 
 #include <cstring>
 
 // What is no character of any set.
-static constexpr ZU_CHAR UNKNOWN = 0xFFFFFFFF;      // the set's function has not been asked
-static constexpr ZU_CHAR UNDEFINED = 0x80000000;    // there is no such byte, and nothing replaces it
-static constexpr ZU_CHAR NO_CHARACTER = 0x80000000; // a bit that these alone have
-static constexpr ZU_INT STEP = 16;                  // bytes decoded at once
+static constexpr ZU_CHAR UNKNOWN = 0xFFFFFFFF;   // the set's function has not been asked
+static constexpr ZU_CHAR UNDEFINED = 0x80000000; // there is no such byte, and nothing replaces it
 static constexpr ZU_CHAR ASCII_END = 0x80;
+static_assert( UNKNOWN & UNDEFINED & ZU___CHARSET_NO_CHARACTER );
 
 struct ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE {
     ZU_OBJ obj;
@@ -53,60 +52,6 @@ static void mapCharSourceAskAscii( ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE *csc )
     }
 }
 
-// Returns how many of the bytes, in whole steps, are ASCII up to the first that is not.
-static inline ZU_INT mapCharSourceAsciiRun( const uint8_t *bytes, ZU_INT count )
-{
-    constexpr uint64_t HIGH_BITS = 0x8080808080808080;
-    ZU_INT run = 0;
-    for ( ; count - run >= STEP; run += STEP ) {
-        uint64_t words[ STEP / sizeof( uint64_t ) ];
-        memcpy( words, bytes + run, sizeof words );
-        if ( ( words[ 0 ] | words[ 1 ] ) & HIGH_BITS ) {
-            break;
-        }
-    }
-    return run;
-}
-// Decodes up to `count` bytes, as far as it is known what becomes of them; returns how many.
-static ZU_INT mapCharSourceTake( const ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE *csc, const uint8_t *bytes, ZU_CHAR *chars,
-                                 ZU_INT count )
-{
-    ZU_INT taken = 0;
-    while ( count - taken >= STEP ) {
-        const uint8_t *from = bytes + taken;
-        ZU_CHAR *to = chars + taken;
-        // ASCII is UTF-8, too, which vectors decode, all but a rest of less than a step.
-        ZU_INT run = csc->keepsAscii ? mapCharSourceAsciiRun( from, count - taken ) : 0;
-        const uint8_t *runEnd = from;
-        ZU_INT decoded = run > 0 ? zu___CharsDecodeUtf8( to, run, &runEnd, from + run ) : 0;
-        if ( decoded > 0 ) {
-            taken += decoded;
-            continue;
-        }
-        // Many lookups need one test.
-        ZU_CHAR all = 0;
-        auto put = [ csc, from, to, &all ]( ZU_INT i ) {
-            ZU_CHAR ch = csc->chars[ from[ i ] ];
-            to[ i ] = ch;
-            all |= ch;
-        };
-        for ( ZU_INT i = 0; i < STEP; i += 4 ) { // written out, which the compiler does not do
-            put( i );
-            put( i + 1 );
-            put( i + 2 );
-            put( i + 3 );
-        }
-        if ( ZU___UNLIKELY( all & NO_CHARACTER ) ) {
-            break;
-        }
-        taken += STEP;
-    }
-    for ( ZU_CHAR ch; taken < count && !( ( ch = csc->chars[ bytes[ taken ] ] ) & NO_CHARACTER ); taken++ ) {
-        chars[ taken ] = ch;
-    }
-    return taken;
-}
-
 static ZU_BOOL mapCharSourceRead( ZU_OBJ *closure, ZU_CHAR *chars, ZU_INT charCount, ZU_INT *charsRead )
 {
     ZU___CHARSET_MAP_CHAR_SOURCE_CLOSURE *csc = mapCharSourceFrom( closure );
@@ -126,7 +71,7 @@ static ZU_BOOL mapCharSourceRead( ZU_OBJ *closure, ZU_CHAR *chars, ZU_INT charCo
         if ( !csc->asciiAsked && count >= (ZU_INT)ASCII_END ) { // a shorter text is not worth the questions
             mapCharSourceAskAscii( csc );
         }
-        ZU_INT taken = mapCharSourceTake( csc, bytes, chars + i, count );
+        ZU_INT taken = zu___CharsetMapTake( csc->chars, csc->keepsAscii, bytes, chars + i, count );
         i += taken;
         input->pos += taken;
         if ( taken < count ) {

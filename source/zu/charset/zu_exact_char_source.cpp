@@ -5,6 +5,7 @@
 #include "zu/charset/zu_exact_char_source.h"
 
 #include "zu/base/zu_utf_internal.h"
+#include "zu/charset/zu_charset_map_take_internal.h"
 #include "zu/charset/zu_exact_internal.h"
 #include "zu/io/zu_buffer_byte_source.h"
 #include "zu/runtime/zu_module.h"
@@ -14,7 +15,6 @@
 
 static constexpr ZU_INT CACHE_BYTES = 4096;
 static constexpr ZU_INT SEQUENCE_MAX = 4; // bytes of a character, in all sets, and of a byte order mark
-static constexpr ZU_CHAR NO_CHARACTER = UINT32_MAX;
 
 struct ZU_EXACT_CHAR_SOURCE {
     ZU_OBJ obj;
@@ -32,7 +32,8 @@ struct ZU_EXACT_CHAR_SOURCE {
     ZU_INT pos;     // of which so many are taken
     ZU_INT checked; // UTF-8: those up to here are well-formed, or were
     uint8_t bytes[ CACHE_BYTES ];
-    ZU_CHAR chars[ 256 ]; // of a single-byte set, by byte, or NO_CHARACTER
+    bool keepsAscii;      // a single-byte set: the bytes of ASCII are the characters
+    ZU_CHAR chars[ 256 ]; // its characters by byte, or ZU___CHARSET_NO_CHARACTER
 };
 
 static void exactCharSourceFree( ZU_OBJ *thisObj );
@@ -64,10 +65,12 @@ ZU_EXACT_CHAR_SOURCE *zuExactCharSourceCreate( ZU_BYTE_SOURCE *byteSource, ZU_CH
     ecs->checked = 0;
     if ( ecs->form == ZU___EXACT_MAPPED ) {
         const ZU___EXACT_MAP *map = zu___ExactMap( charset );
+        ecs->keepsAscii = true;
         for ( int byte = 0; byte < 256; byte++ ) {
             if ( !map->byteToChar( (uint8_t)byte, &ecs->chars[ byte ] ) ) {
-                ecs->chars[ byte ] = NO_CHARACTER;
+                ecs->chars[ byte ] = ZU___CHARSET_NO_CHARACTER;
             }
+            ecs->keepsAscii &= byte >= 0x80 || ecs->chars[ byte ] == (ZU_CHAR)byte;
         }
     }
     return ecs;
@@ -139,9 +142,8 @@ static ZU_INT exactCharSourceTake( ZU_EXACT_CHAR_SOURCE *ecs, ZU_CHAR *chars, ZU
         taken = zu___UtfDecode32( chars, room, &pos, end, ecs->littleEndian );
         break;
     case ZU___EXACT_MAPPED:
-        for ( ZU_CHAR ch; taken < room && pos < end && ( ch = ecs->chars[ *pos ] ) != NO_CHARACTER; pos++ ) {
-            chars[ taken++ ] = ch;
-        }
+        taken = zu___CharsetMapTake( ecs->chars, ecs->keepsAscii, pos, chars, zuIntMin( end - pos, room ) );
+        pos += taken;
         break;
     }
     ecs->pos = pos - ecs->bytes;
