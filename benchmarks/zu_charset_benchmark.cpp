@@ -1,6 +1,7 @@
 // Character sets through streams: 1 MB of text is decoded from bytes and encoded to bytes in blocks of 1024, as files
-// are read and written; iconv and ICU's converters get the same blocks.  iconv works on UTF-32 as this library does,
-// ICU on UTF-16.  Encoding to a single-byte set includes normalizing to NFC here, and at ICU by its normalizer.
+// are read and written; the converters of iconv, ICU and Qt get the same blocks.  iconv works on UTF-32 as this library
+// does, ICU and Qt on UTF-16.  Encoding to a single-byte set includes normalizing to NFC here, and at ICU by its
+// normalizer.
 
 #include "zu/zu.hpp"
 
@@ -13,6 +14,9 @@
 #include <unicode/normalizer2.h>
 #include <unicode/ucnv.h>
 #include <unicode/unistr.h>
+#endif
+#ifdef ZU_BENCHMARK_QT
+#include <QTextCodec>
 #endif
 
 static constexpr size_t TEXT_BYTES = 1000 * 1000;
@@ -66,7 +70,8 @@ static std::vector<char> sampleBytes( const SET &set )
     return bytes;
 }
 
-// Decoding
+// Decoding, exactly or as the contract has it
+template <bool EXACT>
 static void zuDecode( benchmark::State &state, const SET *set )
 {
     std::vector<char> bytes = sampleBytes( *set );
@@ -74,7 +79,13 @@ static void zuDecode( benchmark::State &state, const SET *set )
     for ( auto _ : state ) {
         auto backend = zu::adopt( zuBufferByteSourceCreate( buffer.get() ) );
         auto byteSource = zu::adopt( zuBufferByteSourceByteSource( backend.get() ) );
-        auto source = zu::adopt( zuCharsetCreateCharSource( byteSource.get(), set->charset, 0 ) );
+        zu::Ref<ZU_CHAR_SOURCE> source;
+        if ( EXACT ) {
+            auto exact = zu::adopt( zuExactCharSourceCreate( byteSource.get(), set->charset, 0 ) );
+            source = zu::adopt( zuExactCharSourceCharSource( exact.get() ) );
+        } else {
+            source = zu::adopt( zuCharsetCreateCharSource( byteSource.get(), set->charset, 0 ) );
+        }
         ZU_CHAR chars[ BLOCK ];
         while ( zuCharSourceReadChars( source.get(), chars, BLOCK ) == BLOCK ) {
             benchmark::DoNotOptimize( chars );
@@ -120,6 +131,25 @@ static void icuDecode( benchmark::State &state, const SET *set )
         ucnv_reset( converter );
     }
     ucnv_close( converter );
+    state.SetBytesProcessed( (int64_t)( state.iterations() * bytes.size() ) );
+}
+#endif
+#ifdef ZU_BENCHMARK_QT
+static void qtDecode( benchmark::State &state, const SET *set )
+{
+    std::vector<char> bytes = sampleBytes( *set );
+    const QTextCodec *codec = QTextCodec::codecForName( set->iconvName );
+    if ( !codec ) {
+        state.SkipWithError( "no such codec" );
+        return;
+    }
+    for ( auto _ : state ) {
+        QTextCodec::ConverterState converter;
+        for ( size_t pos = 0; pos < bytes.size(); pos += BLOCK ) {
+            const size_t count = std::min( (size_t)BLOCK, bytes.size() - pos );
+            benchmark::DoNotOptimize( codec->toUnicode( bytes.data() + pos, (int)count, &converter ) );
+        }
+    }
     state.SetBytesProcessed( (int64_t)( state.iterations() * bytes.size() ) );
 }
 #endif
@@ -204,13 +234,17 @@ int main( int argc, char **argv )
             std::string name = std::string( topic ) + "/" + set.name + "/" + contestant;
             benchmark::RegisterBenchmark( name.c_str(), run, &set );
         };
-        add( "Decode", "zu", zuDecode );
+        add( "Decode", "zu", zuDecode<true> );
+        add( "Decode", "contract", zuDecode<false> );
         add( "Decode", "std", iconvDecode );
         add( "Encode", "zu", zuEncode );
         add( "Encode", "std", iconvEncode );
 #ifdef ZU_BENCHMARK_ICU
         add( "Decode", "icu", icuDecode );
         add( "Encode", "icu", icuEncode );
+#endif
+#ifdef ZU_BENCHMARK_QT
+        add( "Decode", "qt", qtDecode );
 #endif
     }
     benchmark::Initialize( &argc, argv );
