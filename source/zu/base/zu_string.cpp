@@ -628,9 +628,11 @@ void zuStringSetCharAt( ZU_STRING **zus, ZU_INT idx, ZU_CHAR ch )
 }
 
 // Comparison of the whole text
-static bool stringCharsEqual( const ZU_CHAR *a, const ZU_CHAR *b, ZU_INT count )
+ZU_INT zu___StringCompareCharsAny( const ZU_CHAR *charsA, ZU_INT lengthA, const ZU_CHAR *charsB, ZU_INT lengthB )
 {
-    return count == 0 || memcmp( a, b, (size_t)count * sizeof( ZU_CHAR ) ) == 0;
+    ZU_INT common = zuIntMin( lengthA, lengthB );
+    int order = common > 0 ? zu___CharsCompare( charsA, charsB, common ) : 0;
+    return order == 0 ? ( lengthA > lengthB ) - ( lengthA < lengthB ) : order < 0 ? -1 : 1;
 }
 // The standard operations of the order.  Two strings, as the arguments are unless somebody has cast, take no detour by
 // way of the class's record: at 20 code points zuStringCompare takes 4 ns instead of 8, zuStringEquals 4 instead of 10.
@@ -647,12 +649,16 @@ ZU_INT zuStringCompare( ZU_STRING *objA, ZU_STRING *objB )
     }
     return zuObjCompare( &objA->obj, &objB->obj );
 }
+[[gnu::noinline]] static ZU_BOOL stringEqualsAny( ZU_STRING *objA, ZU_STRING *objB )
+{
+    return zuObjCompare( (ZU_OBJ *)objA, (ZU_OBJ *)objB ) == 0;
+}
 ZU_BOOL zuStringEquals( ZU_STRING *objA, ZU_STRING *objB )
 {
     if ( ZU___LIKELY( objA && objB && objA != objB && stringsAre( objA, objB ) ) ) {
-        return objA->length == objB->length && stringCharsEqual( stringText( objA ), stringText( objB ), objA->length );
+        return objA->length == objB->length && zu___CharsEqual( stringText( objA ), stringText( objB ), objA->length );
     }
-    return zuObjCompare( (ZU_OBJ *)objA, (ZU_OBJ *)objB ) == 0;
+    return stringEqualsAny( objA, objB );
 }
 ZU_BOOL zuStringEqualsChar( ZU_STRING *zus, ZU_CHAR ch )
 {
@@ -664,7 +670,7 @@ ZU_BOOL zuStringEqualsChars( ZU_STRING *zus, const ZU_CHAR *chs, ZU_INT chsLen )
     ZU_ASSERT( zus );
     ZU_ASSERT( chsLen >= 0 );
     ZU_ASSERT( chs || chsLen == 0 );
-    return zus->length == chsLen && stringCharsEqual( stringText( zus ), chs, chsLen );
+    return zus->length == chsLen && zu___CharsEqual( stringText( zus ), chs, chsLen );
 }
 ZU_BOOL zuStringEqualsCstr( ZU_STRING *zus, const char *src, ZU_INT srcLength )
 {
@@ -696,7 +702,7 @@ ZU_BOOL zuStringBeginsWithChars( ZU_STRING *zus, const ZU_CHAR *sub, ZU_INT subL
     ZU_ASSERT( subLen >= 0 );
     ZU_ASSERT( sub || subLen == 0 );
     ZU_ASSERT( zuCharsAllOk( sub, subLen ) );
-    return subLen <= zus->length && stringCharsEqual( stringText( zus ), sub, subLen );
+    return subLen <= zus->length && zu___CharsEqual( stringText( zus ), sub, subLen );
 }
 ZU_BOOL zuStringBeginsWithCstr( ZU_STRING *zus, const char *sub, ZU_INT subLen )
 {
@@ -728,7 +734,7 @@ ZU_BOOL zuStringEndsWithChars( ZU_STRING *zus, const ZU_CHAR *sub, ZU_INT subLen
     ZU_ASSERT( subLen >= 0 );
     ZU_ASSERT( sub || subLen == 0 );
     ZU_ASSERT( zuCharsAllOk( sub, subLen ) );
-    return subLen <= zus->length && stringCharsEqual( stringText( zus ) + zus->length - subLen, sub, subLen );
+    return subLen <= zus->length && zu___CharsEqual( stringText( zus ) + zus->length - subLen, sub, subLen );
 }
 ZU_BOOL zuStringEndsWithCstr( ZU_STRING *zus, const char *sub, ZU_INT subLen )
 {

@@ -78,21 +78,18 @@ static inline ZU_INT zu___StringCompareCharsFrom( const ZU_CHAR *charsA, ZU_INT 
     }
     return ( lengthA > lengthB ) - ( lengthA < lengthB );
 }
-static inline ZU_INT zu___StringCompareChars( const ZU_CHAR *charsA, ZU_INT lengthA, const ZU_CHAR *charsB,
-                                              ZU_INT lengthB )
+// The same from the front on; zu___StringCompareCharsAny is for all lengths, and the other one does without a call for
+// short texts.
+ZU_INT zu___StringCompareCharsAny( const ZU_CHAR *charsA, ZU_INT lengthA, const ZU_CHAR *charsB, ZU_INT lengthB );
+[[gnu::always_inline]] static inline ZU_INT zu___StringCompareChars( const ZU_CHAR *charsA, ZU_INT lengthA,
+                                                                     const ZU_CHAR *charsB, ZU_INT lengthB )
 {
     ZU_INT common = lengthA < lengthB ? lengthA : lengthB;
-    if ( common > 0 ) {
-        // Texts at random differ at once, and need no call.
-        if ( charsA[ 0 ] != charsB[ 0 ] ) {
-            return charsA[ 0 ] < charsB[ 0 ] ? -1 : 1;
-        }
-        int order = zu___CharsCompare( charsA, charsB, common );
-        if ( order != 0 ) {
-            return order < 0 ? -1 : 1;
-        }
+    if ( ZU___LIKELY( zu___CharsAreShort( common ) ) ) {
+        ZU_INT first = zu___CharsFirst( ZU___CHARS_DIFFERENCE{ charsA, charsB }, common );
+        return first < 0 ? ( lengthA > lengthB ) - ( lengthA < lengthB ) : charsA[ first ] < charsB[ first ] ? -1 : 1;
     }
-    return ( lengthA > lengthB ) - ( lengthA < lengthB );
+    return zu___StringCompareCharsAny( charsA, lengthA, charsB, lengthB );
 }
 
 ZU_END_DECLS
