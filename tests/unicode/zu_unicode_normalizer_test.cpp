@@ -2,6 +2,14 @@
 // tests/conformance compares with what others make of the standard, and fuzz with a plain model of the three stages.
 
 #include "zu_test_string.h"
+#include "zu_test_support.h"
+
+#include "zu/base/zu_string_normalize.h"
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
 
 static void writeText( ZU_UNICODE_NORMALIZER *norm, const std::u32string &text )
 {
@@ -111,6 +119,25 @@ TEST( UnicodeNormalizer, TakesTextsAsTheirCharacters )
         zuUnicodeNormalizerFlush( slow.get() );
         ASSERT_EQ( readText( fast.get(), -1 ), readText( slow.get(), -1 ) );
         ASSERT_EQ( zuUnicodeNormalizerReadable( fast.get() ), 0 );
+    }
+}
+
+// Strings as a whole, most of them so short that they are normalized at once
+TEST( UnicodeNormalizer, MakesOfStringsWhatTheModelMakes )
+{
+    static constexpr void ( *NORMALIZE[] )( ZU_STRING ** ) = { zuStringNormalizeNFC, zuStringNormalizeNFKC,
+                                                               zuStringNormalizeNFD, zuStringNormalizeNFKD };
+    for ( unsigned seed = 0; seed < 4000; seed++ ) {
+        std::mt19937 random( seed );
+        Alphabet alphabet( random );
+        std::u32string text = alphabet.text( alphabet.pick( 70 ) );
+        std::erase_if( text, []( ZU_CHAR ch ) { return !ZU_CHAR_OK( ch ); } );
+        NormalizerModel model( seed % 4 );
+        std::for_each( text.begin(), text.end(), [ & ]( ZU_CHAR ch ) { model.write( ch ); } );
+        model.flush();
+        ZU_STRING *zus = makeString( text );
+        NORMALIZE[ seed % 4 ]( &zus );
+        ASSERT_EQ( takeChars( zus ), model.read( model.readable() ) ) << "seed " << seed;
     }
 }
 

@@ -5,6 +5,8 @@
 #include "zu/unicode/zu_unicode_normalizer.h"
 #include "zu/unicode/zu_unicode_normalizer_internal.h"
 
+#include <cstring>
+
 static constexpr ZU_CHAR ASCII_END = 0x80;
 static constexpr ZU_INT ASCII_BLOCK = 8; // elements looked at together
 
@@ -36,6 +38,25 @@ static bool charsAreAscii( const ZU_CHAR *chs, ZU_INT length )
     return charsUnion( chs + length - ASCII_BLOCK ) < ASCII_END;
 }
 
+// Normalizes a short text that is not empty.  False if the result is too long for a string's own room.
+[[gnu::noinline]] static bool stringNormalizeShort( ZU_STRING **zus, ZU_UNICODE_NORMAL_FORM form )
+{
+    ZU_STRING *old = *zus;
+    ZU_CHAR chars[ ZU___NORM_SHORT_ROOM ];
+    ZU_INT length = zu___UnicodeNormalizerApply( form, chars, old->chars + old->fspace, old->length );
+    if ( length > ZU___STRING_INLINE_CHARS ) {
+        return false;
+    }
+    if ( length == 0 ) { // of lone surrogates
+        zuStringClear( zus );
+        return true;
+    }
+    *zus = zu___StringCreateEmpty();
+    memcpy( zu___StringMakeRoom( *zus, 0, length ), chars, (size_t)length * sizeof( ZU_CHAR ) );
+    ZU_REF_RELEASE( old );
+    return true;
+}
+
 static void stringNormalize( ZU_STRING **zus, ZU_UNICODE_NORMAL_FORM form )
 {
     ZU_ASSERT( zus );
@@ -47,6 +68,9 @@ static void stringNormalize( ZU_STRING **zus, ZU_UNICODE_NORMAL_FORM form )
     }
     const ZU_CHAR *text = ( *zus )->chars + ( *zus )->fspace;
     if ( charsAreAscii( text, length ) || zu___UnicodeNormalizerSettledLength( form, text, length ) == length ) {
+        return;
+    }
+    if ( length <= ZU___NORM_SHORT_CHARS && stringNormalizeShort( zus, form ) ) {
         return;
     }
     zu___Owned norm( zuUnicodeNormalizerCreate( form ) );

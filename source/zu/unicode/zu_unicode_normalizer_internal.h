@@ -11,9 +11,15 @@ ZU_BEGIN_DECLS
 // `chsLength`, the text is in the form; a text that is may get less.
 ZU_INT zu___UnicodeNormalizerSettledLength( ZU_UNICODE_NORMAL_FORM form, const ZU_CHAR *chs, ZU_INT chsLength );
 
+// Normalizes a text of at most ZU___NORM_SHORT_CHARS characters, stores the result at `dest`, which has room for
+// ZU___NORM_SHORT_ROOM, and returns its length.
+ZU_INT zu___UnicodeNormalizerApply( ZU_UNICODE_NORMAL_FORM form, ZU_CHAR *dest, const ZU_CHAR *chs, ZU_INT chsLength );
+
 ZU_END_DECLS
 
 static constexpr ZU_INT ZU___NORM_INLINE_ELEMENTS = 64; // more than any text has that means something
+static constexpr ZU_INT ZU___NORM_SHORT_CHARS = 64;
+static constexpr ZU_INT ZU___NORM_SHORT_ROOM = 20 * ZU___NORM_SHORT_CHARS; // more than is ever reserved; 5 KiB
 
 struct ZU_UNICODE_NORMALIZER {
     ZU_OBJ obj;
@@ -88,3 +94,5 @@ void zu___NormFinish( ZU_UNICODE_NORMALIZER *norm );
 
 // Whole stretches: takes characters from `at` on, as many as can be taken so, and returns where it goes on.
 const ZU_CHAR *zu___NormPutStretches( ZU_UNICODE_NORMALIZER *norm, const ZU_CHAR *at, const ZU_CHAR *end );
+// Whole stretches up to the end, behind which nothing comes that is joined to them.
+void zu___NormPutWhole( ZU_UNICODE_NORMALIZER *norm, const ZU_CHAR *at, const ZU_CHAR *end );

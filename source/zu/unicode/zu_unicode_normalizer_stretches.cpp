@@ -344,10 +344,11 @@ static const ZU_CHAR *lastBoundaryButOne( const ZU_CHAR *begin, const ZU_CHAR *e
     return begin;
 }
 
-const ZU_CHAR *zu___NormPutStretches( ZU_UNICODE_NORMALIZER *norm, const ZU_CHAR *at, const ZU_CHAR *end )
+// Takes the characters up to `settled`, a boundary or where the text ends for good.  Returns `at` if no boundary is ahead
+// of that.
+static const ZU_CHAR *normalizerPutUpTo( ZU_UNICODE_NORMALIZER *norm, const ZU___NORM_BITS &bits, const ZU_CHAR *at,
+                                         const ZU_CHAR *settled )
 {
-    ZU___NORM_BITS bits( norm->normalForm );
-    const ZU_CHAR *settled = lastBoundaryButOne( at, end, bits.inner );
     const ZU_CHAR *boundary = at;
     while ( boundary < settled && ( zu___NormEntry( *boundary ) & bits.inner ) ) {
         boundary++;
@@ -359,4 +360,13 @@ const ZU_CHAR *zu___NormPutStretches( ZU_UNICODE_NORMALIZER *norm, const ZU_CHAR
     zu___NormFinish( norm );
     (norm->compose ? normalizerPutSettled<true> : normalizerPutSettled<false>)( norm, bits, boundary, settled );
     return settled;
+}
+const ZU_CHAR *zu___NormPutStretches( ZU_UNICODE_NORMALIZER *norm, const ZU_CHAR *at, const ZU_CHAR *end )
+{
+    ZU___NORM_BITS bits( norm->normalForm );
+    return normalizerPutUpTo( norm, bits, at, lastBoundaryButOne( at, end, bits.inner ) );
+}
+void zu___NormPutWhole( ZU_UNICODE_NORMALIZER *norm, const ZU_CHAR *at, const ZU_CHAR *end )
+{
+    zu___NormPutChars( norm, normalizerPutUpTo( norm, ZU___NORM_BITS( norm->normalForm ), at, end ), end );
 }
