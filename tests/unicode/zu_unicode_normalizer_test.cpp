@@ -5,6 +5,7 @@
 #include "zu_test_support.h"
 
 #include "zu/base/zu_string_normalize.h"
+#include "zu/unicode/zu_unicode_normalizer.h"
 
 #include <algorithm>
 #include <random>

@@ -25,6 +25,16 @@ struct ROW {
 static constexpr ROW GROUPS[] = { { zuUnicodeIsLetter, 1, 5 },   { zuUnicodeIsMark, 6, 8 },
                                   { zuUnicodeIsNumber, 9, 11 },  { zuUnicodeIsPunctuation, 12, 18 },
                                   { zuUnicodeIsSymbol, 19, 22 }, { zuUnicodeIsSeparator, 23, 25 } };
+// Those that are inlined where they are called by name
+static constexpr ROW INLINED[] = { { []( ZU_CHAR ch ) { return zuUnicodeIsLetter( ch ); }, 1, 5 },
+                                   { []( ZU_CHAR ch ) { return zuUnicodeIsLetterUppercase( ch ); }, 1, 1 },
+                                   { []( ZU_CHAR ch ) { return zuUnicodeIsLetterLowercase( ch ); }, 2, 2 },
+                                   { []( ZU_CHAR ch ) { return zuUnicodeIsMark( ch ); }, 6, 8 },
+                                   { []( ZU_CHAR ch ) { return zuUnicodeIsNumber( ch ); }, 9, 11 },
+                                   { []( ZU_CHAR ch ) { return zuUnicodeIsNumberDecimalDigit( ch ); }, 9, 9 },
+                                   { []( ZU_CHAR ch ) { return zuUnicodeIsPunctuation( ch ); }, 12, 18 },
+                                   { []( ZU_CHAR ch ) { return zuUnicodeIsSymbol( ch ); }, 19, 22 },
+                                   { []( ZU_CHAR ch ) { return zuUnicodeIsSeparator( ch ); }, 23, 25 } };
 // One for each class that has a name, and the classes
 #define HAS( a, b ) zuUnicodeHasCccv##a, zuUnicodeHasCccv##b
 static constexpr Predicate *CLASSES[] = { HAS( Spacing, Overlays ),
@@ -54,6 +64,9 @@ TEST( UnicodeProperties, PredicatesCompareTheirValue )
         for ( const ROW &row : GROUPS ) {
             ASSERT_EQ( row.predicate( ch ), genc >= row.first && genc <= row.last ) << std::hex << ch;
         }
+        for ( const ROW &row : INLINED ) {
+            ASSERT_EQ( row.predicate( ch ), genc >= row.first && genc <= row.last ) << std::hex << ch;
+        }
         for ( size_t i = 0; i < std::size( CLASSES ); ++i ) {
             ASSERT_EQ( CLASSES[ i ]( ch ), cccv == CLASS_VALUES[ i ] ) << std::hex << ch << " and " << i;
         }
@@ -75,7 +88,9 @@ TEST( UnicodeProperties, NewlineFunctionsAndWhiteSpace )
     for ( ZU_CHAR ch = 0x2000; ch <= 0x200A; ++ch ) {
         whiteSpace.insert( ch );
     }
+    static Predicate *volatile const isWhiteSpace = zuUnicodeIsWhiteSpace; // not inlined
     for ( ZU_CHAR ch = 0; ch < 0x110000; ++ch ) {
+        ASSERT_EQ( isWhiteSpace( ch ), whiteSpace.count( ch ) ) << std::hex << ch;
         ASSERT_EQ( zuUnicodeIsNlf( ch ), newlines.count( ch ) ) << std::hex << ch;
         ASSERT_EQ( zuUnicodeIsWhiteSpace( ch ), whiteSpace.count( ch ) ) << std::hex << ch;
     }

@@ -4,7 +4,7 @@
 // Index tells for each of them which of the different blocks it is like, and Blocks has the values of these.  From End
 // on all values are 0.
 //
-//     Genc, Cccv, Script  the value itself
+//     Cccv                the value itself
 //     Decimal             the digit plus 1; 0: none
 //     Cdm                 tag << 24 | length << 16 | place in Runs; 0: none
 //     Lower, Upper, Fold  place in Runs << 2 | length; 0: none
@@ -13,6 +13,9 @@
 //     Norm                what the normalizer asks, the bits ZU___UNICODE_NORM_... below; Index tells where in Blocks
 //                         a block begins
 //
+// PropertyTable has categories and scripts, for the public header, which describes it: there they are looked up without
+// a call.
+//
 // Runs holds the characters of all mappings; NormRuns holds full decompositions, of Norm's elements.  The rows of
 // CompPairs lie over one another, each filling gaps of the others: an entry is the beginning of the row that it belongs
 // to << 21 | composite.
@@ -20,8 +23,7 @@
 
 #include "zu/unicode/zu_unicode_cccv.h"
 #include "zu/unicode/zu_unicode_db_tables_internal.h"
-#include "zu/unicode/zu_unicode_genc.h"
-#include "zu/unicode/zu_unicode_script.h"
+#include "zu/unicode/zu_unicode_properties.h"
 
 // Norm, an entry: the combining class as a rank among all classes that occur, bits for each normalization form, and the
 // place in NormRuns of the full decomposition, canonical and compatible alike or the only one, unless BOTH is set.  A
@@ -57,10 +59,10 @@ static inline VALUE zu___UnicodeTableFetch( const INDEX *index, const VALUE *blo
     return blocks[ (ZU_CHAR)index[ ch >> BITS ] << BITS | ( ch & ( ( 1U << BITS ) - 1 ) ) ];
 }
 
-// ZU___UNICODE_TABLE_FETCH( Genc, ch ) stands for
+// ZU___UNICODE_TABLE_FETCH( Cccv, ch ) stands for
 //
-//     zu___UnicodeTableFetch< zu___unicodeGencBits, zu___unicodeGencEnd >( zu___unicodeGencIndex,
-//                                                                           zu___unicodeGencBlocks, ch )
+//     zu___UnicodeTableFetch< zu___unicodeCccvBits, zu___unicodeCccvEnd >( zu___unicodeCccvIndex,
+//                                                                           zu___unicodeCccvBlocks, ch )
 #define ZU___UNICODE_TABLE_FETCH( table, ch )                                      \
     ( zu___UnicodeTableFetch<zu___unicode##table##Bits, zu___unicode##table##End>( \
         zu___unicode##table##Index, zu___unicode##table##Blocks, ( ch ) ) )
@@ -68,7 +70,7 @@ static inline VALUE zu___UnicodeTableFetch( const INDEX *index, const VALUE *blo
 // The lookups of zu_unicode_db.h for the library's own loops: inline, for a `ch` that has passed ZU_CHAR_OK.
 static inline ZU_UNICODE_GENC zu___UnicodeGencDbFetch( ZU_CHAR ch )
 {
-    return ZU___UNICODE_TABLE_FETCH( Genc, ch );
+    return ZU___UNICODE_PROPERTIES_GENC( ZU___UNICODE_PROPERTIES( zu___unicodePropertyTable, ch ) );
 }
 static inline ZU_UNICODE_CCCV zu___UnicodeCccvDbFetch( ZU_CHAR ch )
 {
@@ -76,7 +78,7 @@ static inline ZU_UNICODE_CCCV zu___UnicodeCccvDbFetch( ZU_CHAR ch )
 }
 static inline ZU_UNICODE_SCRIPT zu___UnicodeScriptDbFetch( ZU_CHAR ch )
 {
-    return ZU___UNICODE_TABLE_FETCH( Script, ch );
+    return ZU___UNICODE_PROPERTIES_SCRIPT( ZU___UNICODE_PROPERTIES( zu___unicodePropertyTable, ch ) );
 }
 static inline ZU_INT zu___UnicodeDecimalDbFetch( ZU_CHAR ch )
 {

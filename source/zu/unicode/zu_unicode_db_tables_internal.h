@@ -6,21 +6,13 @@
 
 // Said at the declarations, so that no access goes by way of the global offset table.
 #pragma GCC visibility push( hidden )
+extern const uint16_t zu___unicodePropertyTable[ 43136 ];
 
-static constexpr int zu___unicodeGencBits = 7;
-static constexpr ZU_CHAR zu___unicodeGencEnd = 0x110000;
-extern const uint8_t zu___unicodeGencIndex[ 8704 ];
-extern const uint8_t zu___unicodeGencBlocks[ 31872 ];
 
 static constexpr int zu___unicodeCccvBits = 5;
 static constexpr ZU_CHAR zu___unicodeCccvEnd = 0x1e960;
 extern const uint8_t zu___unicodeCccvIndex[ 3915 ];
 extern const uint8_t zu___unicodeCccvBlocks[ 4096 ];
-
-static constexpr int zu___unicodeScriptBits = 7;
-static constexpr ZU_CHAR zu___unicodeScriptEnd = 0xe0200;
-extern const uint8_t zu___unicodeScriptIndex[ 7172 ];
-extern const uint8_t zu___unicodeScriptBlocks[ 31104 ];
 
 static constexpr int zu___unicodeDecimalBits = 6;
 static constexpr ZU_CHAR zu___unicodeDecimalEnd = 0x1fc00;

@@ -3,8 +3,10 @@
 #include "zu/unicode/zu_unicode_db_internal.h"
 #include "zu/unicode/zu_unicode_madb.h"
 
+const uint16_t *const zu___unicodeProperties = zu___unicodePropertyTable;
+
 // Values
-ZU_UNICODE_GENC zuUnicodeGenc( ZU_CHAR ch )
+ZU_UNICODE_GENC zu___outlined_zuUnicodeGenc( ZU_CHAR ch )
 {
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     return zu___UnicodeGencDbFetch( ch );
@@ -14,7 +16,7 @@ ZU_UNICODE_CCCV zu___outlined_zuUnicodeCccv( ZU_CHAR ch )
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     return zu___UnicodeCccvDbFetch( ch );
 }
-ZU_UNICODE_SCRIPT zuUnicodeScript( ZU_CHAR ch )
+ZU_UNICODE_SCRIPT zu___outlined_zuUnicodeScript( ZU_CHAR ch )
 {
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     return zu___UnicodeScriptDbFetch( ch );
@@ -70,18 +72,18 @@ ZU_BOOL zu___outlined_zuUnicodeIsWhiteSpace( ZU_CHAR ch )
 }
 
 // General category
-ZU_BOOL zuUnicodeIsLetter( ZU_CHAR ch )
+ZU_BOOL zu___outlined_zuUnicodeIsLetter( ZU_CHAR ch )
 {
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     ZU_UNICODE_GENC genc = zu___UnicodeGencDbFetch( ch );
     return genc >= ZU_UNICODE_GENC_LETTER_UPPERCASE && genc <= ZU_UNICODE_GENC_LETTER_OTHER;
 }
-ZU_BOOL zuUnicodeIsLetterUppercase( ZU_CHAR ch )
+ZU_BOOL zu___outlined_zuUnicodeIsLetterUppercase( ZU_CHAR ch )
 {
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     return zu___UnicodeGencDbFetch( ch ) == ZU_UNICODE_GENC_LETTER_UPPERCASE;
 }
-ZU_BOOL zuUnicodeIsLetterLowercase( ZU_CHAR ch )
+ZU_BOOL zu___outlined_zuUnicodeIsLetterLowercase( ZU_CHAR ch )
 {
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     return zu___UnicodeGencDbFetch( ch ) == ZU_UNICODE_GENC_LETTER_LOWERCASE;
@@ -101,7 +103,7 @@ ZU_BOOL zuUnicodeIsLetterOther( ZU_CHAR ch )
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     return zu___UnicodeGencDbFetch( ch ) == ZU_UNICODE_GENC_LETTER_OTHER;
 }
-ZU_BOOL zuUnicodeIsMark( ZU_CHAR ch )
+ZU_BOOL zu___outlined_zuUnicodeIsMark( ZU_CHAR ch )
 {
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     ZU_UNICODE_GENC genc = zu___UnicodeGencDbFetch( ch );
@@ -122,13 +124,13 @@ ZU_BOOL zuUnicodeIsMarkEnclosing( ZU_CHAR ch )
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     return zu___UnicodeGencDbFetch( ch ) == ZU_UNICODE_GENC_MARK_ENCLOSING;
 }
-ZU_BOOL zuUnicodeIsNumber( ZU_CHAR ch )
+ZU_BOOL zu___outlined_zuUnicodeIsNumber( ZU_CHAR ch )
 {
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     ZU_UNICODE_GENC genc = zu___UnicodeGencDbFetch( ch );
     return genc >= ZU_UNICODE_GENC_NUMBER_DECIMAL_DIGIT && genc <= ZU_UNICODE_GENC_NUMBER_OTHER;
 }
-ZU_BOOL zuUnicodeIsNumberDecimalDigit( ZU_CHAR ch )
+ZU_BOOL zu___outlined_zuUnicodeIsNumberDecimalDigit( ZU_CHAR ch )
 {
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     return zu___UnicodeGencDbFetch( ch ) == ZU_UNICODE_GENC_NUMBER_DECIMAL_DIGIT;
@@ -143,7 +145,7 @@ ZU_BOOL zuUnicodeIsNumberOther( ZU_CHAR ch )
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     return zu___UnicodeGencDbFetch( ch ) == ZU_UNICODE_GENC_NUMBER_OTHER;
 }
-ZU_BOOL zuUnicodeIsPunctuation( ZU_CHAR ch )
+ZU_BOOL zu___outlined_zuUnicodeIsPunctuation( ZU_CHAR ch )
 {
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     ZU_UNICODE_GENC genc = zu___UnicodeGencDbFetch( ch );
@@ -184,7 +186,7 @@ ZU_BOOL zuUnicodeIsPunctuationOther( ZU_CHAR ch )
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     return zu___UnicodeGencDbFetch( ch ) == ZU_UNICODE_GENC_PUNCTUATION_OTHER;
 }
-ZU_BOOL zuUnicodeIsSymbol( ZU_CHAR ch )
+ZU_BOOL zu___outlined_zuUnicodeIsSymbol( ZU_CHAR ch )
 {
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     ZU_UNICODE_GENC genc = zu___UnicodeGencDbFetch( ch );
@@ -210,7 +212,7 @@ ZU_BOOL zuUnicodeIsSymbolOther( ZU_CHAR ch )
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     return zu___UnicodeGencDbFetch( ch ) == ZU_UNICODE_GENC_SYMBOL_OTHER;
 }
-ZU_BOOL zuUnicodeIsSeparator( ZU_CHAR ch )
+ZU_BOOL zu___outlined_zuUnicodeIsSeparator( ZU_CHAR ch )
 {
     ZU_ASSERT( ZU_CHAR_OK( ch ) );
     ZU_UNICODE_GENC genc = zu___UnicodeGencDbFetch( ch );

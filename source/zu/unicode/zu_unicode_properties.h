@@ -1,8 +1,8 @@
 // zu_unicode_properties.h: what the Unicode Character Database, version 14.0, says of a code point.
 //
 // All functions are pure, take constant time, and work at any time, on any thread.  Surrogates and noncharacters are
-// code points like others; a value that fails ZU_CHAR_OK aborts.  Those that text asks of each character, for white
-// space, line ends and combining classes, answer for Latin text where they are called.
+// code points like others; a value that fails ZU_CHAR_OK aborts.  Those that text asks of each character answer where
+// they are called, without a call.
 #pragma once
 
 #include "zu/sys/zu_chars.h"
@@ -180,13 +180,53 @@ ZU_API ZU_BOOL zuUnicodeHasCccvDoubleAbove( ZU_CHAR ch );
 /// Tells whether `ch` has class 240.
 ZU_API ZU_BOOL zuUnicodeHasCccvBelowIota( ZU_CHAR ch );
 
-// For Latin text without a call: 1.4 ns instead of 3.5 for white space.
+// Lookups without a call: 0.7 ns instead of 2.4, and the same for all text, so that the processor guesses nothing.
+//
+// The array is part of the binary interface.  Its first 0x2200 elements tell for each 0x80 code points where in the array
+// their entries begin; an entry is
+//
+//     category | script << 5 | white space << 13 | has a combining class other than 0 << 14
+//
+// A pointer is exported rather than the array, so that programs get no copy of it.
+#define ZU___UNICODE_PROPERTIES( table, ch )         ( ( table )[ ( table )[ ( ch ) >> 7 ] + ( ch ) % 0x80 ] )
+#define ZU___UNICODE_PROPERTIES_GENC( entry )        ( (ZU_UNICODE_GENC)( ( entry ) % 0x20 ) )
+#define ZU___UNICODE_PROPERTIES_SCRIPT( entry )      ( (ZU_UNICODE_SCRIPT)( ( entry ) >> 5 & 0xFF ) )
+#define ZU___UNICODE_PROPERTIES_WHITE_SPACE( entry ) ( (ZU_BOOL)( ( entry ) >> 13 & 1 ) )
+#define ZU___UNICODE_PROPERTIES_HAS_CCCV( entry )    ( (ZU_BOOL)( ( entry ) >> 14 & 1 ) )
+ZU_API_DATA extern const uint16_t *const zu___unicodeProperties;
+
+ZU_API ZU_UNICODE_GENC zu___outlined_zuUnicodeGenc( ZU_CHAR ch ) ZU___SYMBOL( zuUnicodeGenc );
 ZU_API ZU_UNICODE_CCCV zu___outlined_zuUnicodeCccv( ZU_CHAR ch ) ZU___SYMBOL( zuUnicodeCccv );
+ZU_API ZU_UNICODE_SCRIPT zu___outlined_zuUnicodeScript( ZU_CHAR ch ) ZU___SYMBOL( zuUnicodeScript );
 ZU_API ZU_BOOL zu___outlined_zuUnicodeIsNlf( ZU_CHAR ch ) ZU___SYMBOL( zuUnicodeIsNlf );
 ZU_API ZU_BOOL zu___outlined_zuUnicodeIsWhiteSpace( ZU_CHAR ch ) ZU___SYMBOL( zuUnicodeIsWhiteSpace );
+ZU_API ZU_BOOL zu___outlined_zuUnicodeIsLetter( ZU_CHAR ch ) ZU___SYMBOL( zuUnicodeIsLetter );
+ZU_API ZU_BOOL zu___outlined_zuUnicodeIsMark( ZU_CHAR ch ) ZU___SYMBOL( zuUnicodeIsMark );
+ZU_API ZU_BOOL zu___outlined_zuUnicodeIsNumber( ZU_CHAR ch ) ZU___SYMBOL( zuUnicodeIsNumber );
+ZU_API ZU_BOOL zu___outlined_zuUnicodeIsPunctuation( ZU_CHAR ch ) ZU___SYMBOL( zuUnicodeIsPunctuation );
+ZU_API ZU_BOOL zu___outlined_zuUnicodeIsSymbol( ZU_CHAR ch ) ZU___SYMBOL( zuUnicodeIsSymbol );
+ZU_API ZU_BOOL zu___outlined_zuUnicodeIsSeparator( ZU_CHAR ch ) ZU___SYMBOL( zuUnicodeIsSeparator );
+ZU_API ZU_BOOL zu___outlined_zuUnicodeIsLetterUppercase( ZU_CHAR ch ) ZU___SYMBOL( zuUnicodeIsLetterUppercase );
+ZU_API ZU_BOOL zu___outlined_zuUnicodeIsLetterLowercase( ZU_CHAR ch ) ZU___SYMBOL( zuUnicodeIsLetterLowercase );
+ZU_API ZU_BOOL zu___outlined_zuUnicodeIsNumberDecimalDigit( ZU_CHAR ch ) ZU___SYMBOL( zuUnicodeIsNumberDecimalDigit );
+ZU___INLINE_TWIN ZU_UNICODE_GENC zuUnicodeGenc( ZU_CHAR ch )
+{
+    return ZU___LIKELY( ZU_CHAR_OK( ch ) )
+               ? ZU___UNICODE_PROPERTIES_GENC( ZU___UNICODE_PROPERTIES( zu___unicodeProperties, ch ) )
+               : zu___outlined_zuUnicodeGenc( ch );
+}
 ZU___INLINE_TWIN ZU_UNICODE_CCCV zuUnicodeCccv( ZU_CHAR ch )
 {
-    return ch < 0x300 ? 0 : zu___outlined_zuUnicodeCccv( ch ); // ahead of the first combining marks
+    return ZU___LIKELY( ZU_CHAR_OK( ch ) &&
+                        !ZU___UNICODE_PROPERTIES_HAS_CCCV( ZU___UNICODE_PROPERTIES( zu___unicodeProperties, ch ) ) )
+               ? 0
+               : zu___outlined_zuUnicodeCccv( ch );
+}
+ZU___INLINE_TWIN ZU_UNICODE_SCRIPT zuUnicodeScript( ZU_CHAR ch )
+{
+    return ZU___LIKELY( ZU_CHAR_OK( ch ) )
+               ? ZU___UNICODE_PROPERTIES_SCRIPT( ZU___UNICODE_PROPERTIES( zu___unicodeProperties, ch ) )
+               : zu___outlined_zuUnicodeScript( ch );
 }
 ZU___INLINE_TWIN ZU_BOOL zuUnicodeIsNlf( ZU_CHAR ch )
 {
@@ -194,11 +234,72 @@ ZU___INLINE_TWIN ZU_BOOL zuUnicodeIsNlf( ZU_CHAR ch )
 }
 ZU___INLINE_TWIN ZU_BOOL zuUnicodeIsWhiteSpace( ZU_CHAR ch )
 {
-    if ( ZU___LIKELY( ch - 0x21 < 0x85 - 0x21 ) ) {
-        return 0; // ASCII but for blanks and controls
+    return ZU___LIKELY( ZU_CHAR_OK( ch ) )
+               ? ZU___UNICODE_PROPERTIES_WHITE_SPACE( ZU___UNICODE_PROPERTIES( zu___unicodeProperties, ch ) )
+               : zu___outlined_zuUnicodeIsWhiteSpace( ch );
+}
+ZU___INLINE_TWIN ZU_BOOL zuUnicodeIsLetter( ZU_CHAR ch )
+{
+    if ( ZU___UNLIKELY( !ZU_CHAR_OK( ch ) ) ) {
+        return zu___outlined_zuUnicodeIsLetter( ch );
     }
-    return ch < 0x100 ? ch == 0x20 || ch - 0x09 < 5 || ch == 0x85 || ch == 0xA0
-                      : zu___outlined_zuUnicodeIsWhiteSpace( ch );
+    ZU_UNICODE_GENC genc = zuUnicodeGenc( ch );
+    return genc >= ZU_UNICODE_GENC_LETTER_UPPERCASE && genc <= ZU_UNICODE_GENC_LETTER_OTHER;
+}
+ZU___INLINE_TWIN ZU_BOOL zuUnicodeIsMark( ZU_CHAR ch )
+{
+    if ( ZU___UNLIKELY( !ZU_CHAR_OK( ch ) ) ) {
+        return zu___outlined_zuUnicodeIsMark( ch );
+    }
+    ZU_UNICODE_GENC genc = zuUnicodeGenc( ch );
+    return genc >= ZU_UNICODE_GENC_MARK_NONSPACING && genc <= ZU_UNICODE_GENC_MARK_ENCLOSING;
+}
+ZU___INLINE_TWIN ZU_BOOL zuUnicodeIsNumber( ZU_CHAR ch )
+{
+    if ( ZU___UNLIKELY( !ZU_CHAR_OK( ch ) ) ) {
+        return zu___outlined_zuUnicodeIsNumber( ch );
+    }
+    ZU_UNICODE_GENC genc = zuUnicodeGenc( ch );
+    return genc >= ZU_UNICODE_GENC_NUMBER_DECIMAL_DIGIT && genc <= ZU_UNICODE_GENC_NUMBER_OTHER;
+}
+ZU___INLINE_TWIN ZU_BOOL zuUnicodeIsPunctuation( ZU_CHAR ch )
+{
+    if ( ZU___UNLIKELY( !ZU_CHAR_OK( ch ) ) ) {
+        return zu___outlined_zuUnicodeIsPunctuation( ch );
+    }
+    ZU_UNICODE_GENC genc = zuUnicodeGenc( ch );
+    return genc >= ZU_UNICODE_GENC_PUNCTUATION_CONNECTOR && genc <= ZU_UNICODE_GENC_PUNCTUATION_OTHER;
+}
+ZU___INLINE_TWIN ZU_BOOL zuUnicodeIsSymbol( ZU_CHAR ch )
+{
+    if ( ZU___UNLIKELY( !ZU_CHAR_OK( ch ) ) ) {
+        return zu___outlined_zuUnicodeIsSymbol( ch );
+    }
+    ZU_UNICODE_GENC genc = zuUnicodeGenc( ch );
+    return genc >= ZU_UNICODE_GENC_SYMBOL_MATH && genc <= ZU_UNICODE_GENC_SYMBOL_OTHER;
+}
+ZU___INLINE_TWIN ZU_BOOL zuUnicodeIsSeparator( ZU_CHAR ch )
+{
+    if ( ZU___UNLIKELY( !ZU_CHAR_OK( ch ) ) ) {
+        return zu___outlined_zuUnicodeIsSeparator( ch );
+    }
+    ZU_UNICODE_GENC genc = zuUnicodeGenc( ch );
+    return genc >= ZU_UNICODE_GENC_SEPARATOR_SPACE && genc <= ZU_UNICODE_GENC_SEPARATOR_PARAGRAPH;
+}
+ZU___INLINE_TWIN ZU_BOOL zuUnicodeIsLetterUppercase( ZU_CHAR ch )
+{
+    return ZU___LIKELY( ZU_CHAR_OK( ch ) ) ? zuUnicodeGenc( ch ) == ZU_UNICODE_GENC_LETTER_UPPERCASE
+                                           : zu___outlined_zuUnicodeIsLetterUppercase( ch );
+}
+ZU___INLINE_TWIN ZU_BOOL zuUnicodeIsLetterLowercase( ZU_CHAR ch )
+{
+    return ZU___LIKELY( ZU_CHAR_OK( ch ) ) ? zuUnicodeGenc( ch ) == ZU_UNICODE_GENC_LETTER_LOWERCASE
+                                           : zu___outlined_zuUnicodeIsLetterLowercase( ch );
+}
+ZU___INLINE_TWIN ZU_BOOL zuUnicodeIsNumberDecimalDigit( ZU_CHAR ch )
+{
+    return ZU___LIKELY( ZU_CHAR_OK( ch ) ) ? zuUnicodeGenc( ch ) == ZU_UNICODE_GENC_NUMBER_DECIMAL_DIGIT
+                                           : zu___outlined_zuUnicodeIsNumberDecimalDigit( ch );
 }
 
 ZU_END_DECLS
