@@ -416,7 +416,8 @@ static void formatWriteLarge( ZU_CHAR *dest, double magnitude, INTEGER_PART part
         double digit = power >= 1.0 ? zuRealTrunc( rest / power ) : 0.0;
         rest -= digit * power;
         power = zuRealTrunc( power / base );
-        dest[ i ] = (uint8_t)alphabet[ (ZU_INT)std::fmin( std::fabs( digit ), base - 1.0 ) ];
+        digit = std::fabs( digit );
+        dest[ i ] = (uint8_t)alphabet[ (ZU_INT)( digit < base - 1.0 ? digit : base - 1.0 ) ];
     }
 }
 

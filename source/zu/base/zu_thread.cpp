@@ -20,11 +20,12 @@ struct ZU_THREAD {
     ZU_THREAD_PRIORITY prio;
     ZU_OBJ *argument; // latched; null: none, or handed out.  For the thread alone.
     ZU_SIGNAL *endSignal;
-    ZU___THREAD_HANDLE *handle; // null: encapsulated, or refused by the system
-    ZU_MONITOR *monitor;        // guards the next
-    ZU_BOOL stateTerminated;    // ended, or never begun
-    ZU_THREAD *previous;        // what the encapsulation has covered
-    ZU_DICT *keys;              // for the thread alone
+    ZU___THREAD_HANDLE *handle;               // null: encapsulated, or refused by the system
+    ZU_MONITOR *monitor;                      // guards the next
+    ZU_BOOL stateTerminated;                  // ended, or never begun
+    ZU_THREAD *previous;                      // what the encapsulation has covered
+    char systemName[ SYSTEM_NAME_BYTES + 1 ]; // for debuggers
+    ZU_DICT *keys;                            // for the thread alone
 };
 
 static thread_local ZU_THREAD *current __attribute__( ( tls_model( "initial-exec" ) ) ) = nullptr;
@@ -52,6 +53,7 @@ static ZU_THREAD *threadCreate( ZU_STRING *threadName, ZU_THREAD_FUNC threadFunc
     thread->monitor = zuMonitorCreate();
     thread->stateTerminated = ZU_FALSE;
     thread->previous = nullptr;
+    thread->systemName[ 0 ] = 0;
     thread->keys = zuDictCreate();
     return thread;
 }
@@ -122,13 +124,15 @@ static void threadFinish( ZU_THREAD *thread )
 
 // Starting
 
+// The new thread itself takes no memory: the C library makes it a heap of its own when it first does, which costs as much
+// as a quarter of the thread.
 static void threadNameForDebuggers( ZU_THREAD *thread )
 {
     char *name = zuStringConvertToCstr( thread->threadName, ZU_TRUE, nullptr );
     if ( name ) {
-        ZU_INT length = (ZU_INT)__builtin_strlen( name );
-        name[ zuIntMin( length, SYSTEM_NAME_BYTES ) ] = 0;
-        zu___ThreadSetSystemName( name );
+        ZU_INT length = zuIntMin( (ZU_INT)__builtin_strlen( name ), SYSTEM_NAME_BYTES );
+        zuMemCopy( thread->systemName, name, length );
+        thread->systemName[ length ] = 0;
         zuMemFree( name );
     }
 }
@@ -140,7 +144,7 @@ static void threadEntry( void *argument )
     ZU_ASSERT( thread->threadFunc );
     current = thread;
     zu___AbortPrepareThread();
-    threadNameForDebuggers( thread );
+    zu___ThreadSetSystemName( thread->systemName );
     zu___ThreadSystemBegin();
     thread->threadFunc();
     // Not if the function has forked, and has stopped the library in the child.
@@ -160,6 +164,7 @@ static ZU_THREAD *threadTrySpawn( ZU_STRING *threadName, ZU_THREAD_FUNC threadFu
                                   ZU_THREAD_PRIORITY prio, ZU_BOOL deaf )
 {
     ZU_THREAD *thread = threadCreate( threadName, threadFunc, argument, prio );
+    threadNameForDebuggers( thread );
     thread->handle = zu___ThreadHandleTryCreate( threadEntry, thread, deaf );
     if ( !thread->handle ) {
         thread->stateTerminated = ZU_TRUE;

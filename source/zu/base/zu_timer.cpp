@@ -83,6 +83,7 @@ static bool timerShutdown = false;
 static ZU_INT timerWakeUp = ZU_INT_MAX; // the timestamp that the thread sleeps to; the maximum also while it is awake
 static ZU_BARRIER *timerBarrier = nullptr; // open: look at the schedules again
 static ZU_THREAD *timerThread = nullptr;   // null in a forked child, where nothing fires
+static ZU_TIME *timerNow = nullptr;        // what the thread takes the time into
 
 static void timerClosureFree( ZU_OBJ *thisObj );
 static void timerFree( ZU_OBJ *thisObj );
@@ -440,18 +441,18 @@ static ZU_INT timerFireRelative( ZU_INT timestamp )
     }
     return ZU_INT_MAX;
 }
-// Fires what is due by the calendar; returns the milliseconds until it must be looked at again.  Leaves `*now`
+// Fires what is due by the calendar; returns the milliseconds until it must be looked at again.  Leaves timerNow
 // anywhere.
-static ZU_INT timerFireAbsolute( ZU_TIME **now )
+static ZU_INT timerFireAbsolute()
 {
-    zuTimeSetNow( now );
+    zuTimeSetNow( &timerNow );
     while ( zuDictLength( timerAbsDict ) > 0 ) {
         ZU_TIME *due = zuTimeFrom( zuDictKeyAt( timerAbsDict, 0 ) );
-        bool isDue = zuTimeCompare( due, *now ) <= 0;
+        bool isDue = zuTimeCompare( due, timerNow ) <= 0;
         ZU_INT wait = 0;
         if ( !isDue ) {
-            zuTimeShiftSeconds( now, NEAR_SECONDS );
-            wait = zuTimeCompare( due, *now ) < 0 ? NEAR_WAIT : FAR_WAIT;
+            zuTimeShiftSeconds( &timerNow, NEAR_SECONDS );
+            wait = zuTimeCompare( due, timerNow ) < 0 ? NEAR_WAIT : FAR_WAIT;
         }
         zuTimeRelease( due );
         if ( !isDue ) {
@@ -466,7 +467,6 @@ static ZU_INT timerFireAbsolute( ZU_TIME **now )
 }
 static void zu___TimerThreadFunc( void )
 {
-    ZU_TIME *now = zuTimeNow();
     ZU_INT limit = -1;
     bool shutdown;
     do {
@@ -478,13 +478,12 @@ static void zu___TimerThreadFunc( void )
         shutdown = timerShutdown;
         ZU_INT timestamp = zuTimestamp();
         ZU_INT relative = timerFireRelative( timestamp );
-        ZU_INT absolute = timerFireAbsolute( &now );
+        ZU_INT absolute = timerFireAbsolute();
         ZU_INT wakeUp = zuIntAddSaturating( timestamp, zuIntMin( relative, absolute ) );
         timerWakeUp = wakeUp;
         zuMonitorLeave( timerMonitor );
         limit = zuIntMax( wakeUp - zuTimestamp(), 0 );
     } while ( !shutdown );
-    zuTimeRelease( now );
 }
 
 // Start-up
@@ -496,6 +495,7 @@ void zu___TimerStartup( void )
     timerShutdown = false;
     timerWakeUp = ZU_INT_MAX;
     timerBarrier = zuBarrierCreate( ZU_TRUE );
+    timerNow = zuTimeNow(); // not by the thread, which would begin with a heap of its own for that
     timerThread = zu___ThreadTrySpawnDeaf( "zu___TimerThreadFunc()", zu___TimerThreadFunc, ZU_THREAD_PRIORITY_HIGHEST );
     ZU_ASSERT( timerThread );
 }
@@ -544,6 +544,8 @@ void zu___TimerShutdown( void )
     } else {
         timerDropAll();
     }
+    ZU_REF_RELEASE( timerNow );
+    ZU_REF_POISON( timerNow );
     ZU_REF_RELEASE( timerBarrier );
     ZU_REF_POISON( timerBarrier );
     ZU_REF_RELEASE( timerAbsDict );
