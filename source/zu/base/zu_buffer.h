@@ -9,9 +9,9 @@
 // can tell abort.
 //
 // There is free room at both ends: prepending and appending bytes move nothing as long as it lasts, removing bytes from
-// either end moves nothing as long as not too much of it gathers.  Prepending a part of a byte copies the content, and
-// so does inserting into the middle off the bytes' boundaries.  A buffer can sit on memory that is not its own; the
-// first change of its content leaves that for a copy.
+// either end moves nothing as long as not too much of it gathers; inserting and removing further inside moves what lies
+// behind.  Prepending a part of a byte copies the content, and so does inserting into the middle off the bytes'
+// boundaries.  A buffer can sit on memory that is not its own; the first change of its content leaves that for a copy.
 //
 // One insertion is not as it should be, and is kept: whole bytes that go in between two bytes, more than fit the room
 // behind but no more than fit both rooms together, leave the content misplaced, and the next function that makes room

@@ -3,8 +3,9 @@
 // A copy-on-write value; zu_obj.h tells what holds for all of them.  Each object is in a map at most once, objects
 // that compare equal counting as one; its priority is any integer.  Positions go by ascending priority, and among
 // objects of the same priority by zuObjCompare.  Looking up an object, a position or either end takes logarithmic
-// time at most; a change moves what is behind or, where only a priority changes, between the two places.  Copying a
-// shared map costs no more than an object, whatever its length.
+// time at most; a change moves what is behind or, where only a priority changes, between the two places, and in a large
+// map about the root of the length, as a dict does.  Copying a shared map costs no more than an object, whatever its
+// length.
 #pragma once
 
 #include "zu/runtime/zu_obj.h"

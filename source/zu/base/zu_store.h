@@ -5,7 +5,7 @@
 // converted on the way in and out.  Positions count the addresses in use, in ascending order of their code points.
 // Copying a store costs three references, whatever it holds; later changes copy the nodes that they touch.  Addresses
 // are kept as in dicts: a search costs about log2 of their number, none if they are asked for in ascending order; a new
-// one moves those behind it, so that ascending addresses go in best.
+// one moves those behind it or, among many, about the root of their number, so that ascending addresses go in best.
 //
 // An address is one or more of the letters A to Z and a to z, the digits, "-" and "_"; anything else aborts.  It names
 // something in this store alone, there are no paths.  To change what a sub-store holds, read it, change it, and set it

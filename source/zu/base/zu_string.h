@@ -4,7 +4,8 @@
 // byte or a UTF-16 unit; lengths and positions are in elements.  Surrogates may stand in a string, values above
 // 0x10FFFF abort wherever they would enter one.  Strings are ordered by code point, without collation or normalization.
 // Texts of up to 64 elements live in the object itself.  Inserting at either end takes constant time for each element,
-// on the average of many, and deleting there takes constant time mostly.  Inserting or deleting nothing copies nothing.
+// on the average of many, and deleting there takes constant time mostly; further inside both move what lies behind,
+// since a text is an array.  Inserting or deleting nothing copies nothing.
 //
 // `Cstr` forms take text in the environment's narrow encoding, `Wcstr` forms UTF-16, and both take a length of -1 for
 // terminated text.  A character beyond U+FFFF arrives as a surrogate pair from either; the UTF-8 functions and
