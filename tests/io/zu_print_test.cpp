@@ -1,42 +1,14 @@
+#include "zu_print_test.h"
 #include "zu/runtime/zu_runtime_internal.h"
 #include "zu_test_string.h"
 #include "zu_test_support.h"
 
-#include <cstdarg>
-#include <syslog.h>
-
-// What the print function and the system log have received, one element a call
+// What the print function has received, one element a call
 static std::vector<std::u32string> printed;
-static std::vector<std::string> logged;
 
 static void printFunction( const ZU_CHAR *chs, ZU_INT chsLength )
 {
     printed.emplace_back( chs, chs + chsLength );
-}
-// These take the place of the C library's.
-extern "C" void syslog( int priority, const char *format, ... ) __attribute__( ( format( printf, 2, 3 ) ) );
-extern "C" void __syslog_chk( int priority, int flag, const char *format, ... )
-    __attribute__( ( format( printf, 3, 4 ) ) );
-__attribute__( ( format( printf, 2, 0 ) ) ) static void logLine( int priority, const char *format, va_list args )
-{
-    char line[ 200 ];
-    vsnprintf( line, sizeof line, format, args );
-    EXPECT_EQ( priority, LOG_DEBUG );
-    logged.emplace_back( line );
-}
-extern "C" void syslog( int priority, const char *format, ... )
-{
-    va_list args;
-    va_start( args, format );
-    logLine( priority, format, args );
-    va_end( args );
-}
-extern "C" void __syslog_chk( int priority, int, const char *format, ... )
-{
-    va_list args;
-    va_start( args, format );
-    logLine( priority, format, args );
-    va_end( args );
 }
 
 class Print : public testing::Test {
