@@ -320,6 +320,9 @@ TEST( TimerAborts, FiledTimersAndWatchdogs )
     auto timer = zu::adopt( zuTimerCreate( nullptr, nullptr ) );
     auto between = []( const std::function<void()> &schedule ) {
         return [ schedule ] {
+            if ( !abortsInAFork() ) {
+                zu___TimerShutdown();
+            }
             zu___TimerStartup();
             schedule();
             zu___TimerShutdown();

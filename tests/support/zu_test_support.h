@@ -16,6 +16,9 @@
 // where one is given; null stands for a failed check that has none.
 void expectAbort( const char *expression, const std::function< void() > &statement, const char *message = nullptr );
 
+// Tells whether such a process is a forked one, which lacks the library's threads.
+bool abortsInAFork();
+
 // Runs `body` in `count` threads that begin together and tell themselves apart by 0 to count - 1; waits for them all.
 void runThreads( int count, const std::function<void( int )> &body );
 

@@ -37,6 +37,11 @@ AbortedRun runAborting( const std::function<void()> &statement )
     return run;
 }
 
+bool abortsInAFork()
+{
+    return true;
+}
+
 void runOnSmallStack( const std::function<void()> &body )
 {
     pthread_attr_t attributes;

@@ -5,10 +5,14 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <regex>
 #include <windows.h>
 
-static constexpr DWORD ABORT_STATUS = 3; // of abort()
+static constexpr DWORD ABORT_STATUS = 3;     // of abort()
+static constexpr DWORD HOST_STEP = 5;        // milliseconds from one look at the files of a program to the next
+static constexpr int HOST_PATIENCE = 20'000; // looks
 
 // Runs this program for the current test; returns its status, and what it writes to the error stream, or to both.
 static DWORD runSelf( const std::string &variable, const std::string &value, bool errorsOnly, std::string *output )
@@ -71,6 +75,10 @@ AbortedRun runAborting( const std::function<void()> &statement )
     run.aborted = runSelf( ABORT_NUMBER, std::to_string( number ), true, &run.report ) == ABORT_STATUS;
     return run;
 }
+bool abortsInAFork()
+{
+    return false;
+}
 void runThisTest( const std::string &variable, const std::string &value )
 {
     std::string output;
@@ -91,8 +99,42 @@ void runOnSmallStack( const std::function<void()> &body )
     CloseHandle( thread );
 }
 
+// Under Wine the programs that tests ask are those of the system that it runs on.  What Wine tells of such a process is
+// neither its end nor its output: both go to files.
+static std::string runOnHost( const std::string &commandLine )
+{
+    static int number = 0;
+    std::string name =
+        ZU_TEST_HOST_FOLDER "/run_" + std::to_string( GetCurrentProcessId() ) + "_" + std::to_string( number++ );
+    std::ofstream( "Z:" + name + ".sh", std::ios::binary )
+        << "( " << commandLine << " ) > " << name << ".out\necho $? > " << name << ".end\nmv " << name << ".end "
+        << name << ".status\n";
+    std::string shell = "sh " + name + ".sh";
+    STARTUPINFOA start = {};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process = {};
+    EXPECT_TRUE(
+        CreateProcessA( "Z:\\bin\\sh", shell.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process ) );
+    std::string status = "Z:" + name + ".status";
+    for ( int i = 0; i < HOST_PATIENCE && !std::filesystem::exists( status ); i++ ) {
+        Sleep( HOST_STEP );
+    }
+    int result = -1;
+    std::ifstream( status ) >> result;
+    std::ifstream stream( "Z:" + name + ".out", std::ios::binary );
+    std::string output{ std::istreambuf_iterator<char>( stream ), {} };
+    stream.close();
+    EXPECT_EQ( result, 0 ) << commandLine << "\n" << output;
+    for ( const char *ending : { ".sh", ".out", ".status" } ) {
+        std::filesystem::remove( "Z:" + name + ending );
+    }
+    return output;
+}
 std::string runProgram( const std::string &commandLine )
 {
+    if ( *ZU_TEST_EMULATOR ) {
+        return runOnHost( commandLine );
+    }
     FILE *program = _popen( commandLine.c_str(), "rb" );
     if ( !program ) {
         ADD_FAILURE() << "cannot run " << commandLine;
@@ -105,7 +147,7 @@ std::string runProgram( const std::string &commandLine )
 
 bool matchesForm( const std::string &line, const char *form )
 {
-    return std::regex_search( line, std::regex( form, std::regex::extended ) );
+    return std::regex_search( line, std::regex( form ) );
 }
 
 static DWORD WINAPI endAfterSleep( void *seconds )

@@ -178,8 +178,8 @@ class Command(unittest.TestCase):
     def test_crashes(self):
         options = "handle_segv=0:handle_sigbus=0:handle_sigfpe=0:handle_sigill=0:allocator_may_return_null=1"
         for kind in re.findall(r"^  (\w+)   ", run("crash", "--help")[1].split("Options:")[0], re.MULTILINE):
-            if WINDOWS and kind == "abort":
-                continue  # no exception, and so none that nobody handles
+            if WINDOWS and kind in ("abort", "stack"):
+                continue  # the one is no exception, and for the other Wine keeps no room at the end of a stack
             for thread in ([], ["--thread"]):
                 status, output, errors = run("crash", kind, *thread, ASAN_OPTIONS=options, TSAN_OPTIONS=options)
                 # Some processors divide by zero, and a sanitizer may be the first to mind.
