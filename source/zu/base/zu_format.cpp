@@ -421,7 +421,10 @@ static void formatWriteLarge( ZU_CHAR *dest, double magnitude, INTEGER_PART part
     }
 }
 
-static void formatWriteFraction( ZU_CHAR *dest, ZU_INT precision, double magnitude, double base, const char *alphabet )
+// Not inlined: among all that its caller holds, the number would go through memory from digit to digit, and six of them
+// take 7 ns more.
+[[gnu::noinline]] static void formatWriteFraction( ZU_CHAR *dest, ZU_INT precision, double magnitude, double base,
+                                                   const char *alphabet )
 {
     ZU_INT i = 0;
     for ( ; i < precision && magnitude < FRACTION_END; i++ ) {
@@ -609,7 +612,8 @@ static constexpr ZU_INT PLAIN_DIGITS_MAX = 18; // which are within a ZU_INT for 
     decodeStore( value, total, consumed, pos - src );
     return true;
 }
-static inline bool decodePlainInt( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT *value, ZU_INT *consumed )
+[[gnu::always_inline]] static inline bool decodePlainInt( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT *value,
+                                                          ZU_INT *consumed )
 {
     const ZU_CHAR *pos = src;
     const ZU_CHAR *end = src + srcLength;
@@ -633,8 +637,8 @@ static inline bool decodePlainInt( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT 
     decodeStore( value, total, consumed, srcLength );
     return true;
 }
-[[gnu::noinline]] static bool decodeAnyInt( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT base, ZU_INT *value,
-                                            ZU_INT *consumed )
+[[gnu::noinline]] static ZU_BOOL decodeAnyInt( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT base, ZU_INT *value,
+                                               ZU_INT *consumed )
 {
     decodeStore( value, 0, consumed, 0 );
     DECODE_CURSOR cursor = { src, src + srcLength, base, false };
@@ -657,12 +661,15 @@ static inline bool decodePlainInt( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT 
     decodeStore( value, total, consumed, cursor.pos - src );
     return found;
 }
-static inline bool decodeInt( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT base, ZU_INT *value, ZU_INT *consumed )
+[[gnu::always_inline]] static inline ZU_BOOL decodeInt( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT base,
+                                                        ZU_INT *value, ZU_INT *consumed )
 {
+    if ( base == 10 && decodePlainInt( src, srcLength, value, consumed ) ) {
+        return ZU_TRUE;
+    }
     ZU_ASSERT( base == -1 || base >= 2 );
     ZU_ASSERT( base <= 36 );
-    return ( base == 10 && decodePlainInt( src, srcLength, value, consumed ) ) ||
-           decodeAnyInt( src, srcLength, base, value, consumed );
+    return decodeAnyInt( src, srcLength, base, value, consumed );
 }
 ZU_BOOL zuFormatTryDecodeIntChars( const ZU_CHAR *src, ZU_INT srcLength, ZU_INT base, ZU_INT *value, ZU_INT *consumed )
 {
