@@ -157,7 +157,8 @@ class Command(unittest.TestCase):
             return found["failure"]
 
         self.assertEqual(check("unit"), None)
-        self.assertEqual(check("null"), "module: null")
+        if not WINDOWS:  # where no exported symbol is null
+            self.assertEqual(check("null"), "module: null")
         text = re.sub(r"\s+", " ", (TESTS / "modules" / "zu_test_module_misfits.h").read_text())
         misfits = re.findall(r', "([^"]+)" \)', text)
         self.assertGreater(len(misfits), 15)

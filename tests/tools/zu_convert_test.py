@@ -192,7 +192,7 @@ class Convert(unittest.TestCase):
                         data=f"{text}e\u0301".encode())
         for arguments in [both, ["--list"], ["--help"]]:
             with open("/dev/full", "wb") as full:
-                finished = subprocess.run([ZU, "convert", *arguments], input=b"x", stdout=full, stderr=subprocess.PIPE)
+                finished = subprocess.run([ZU, "convert", *arguments], input=b"x" * 100_000, stdout=full, stderr=subprocess.PIPE)
             self.assertEqual((finished.returncode, finished.stderr.count(b"No space left")), (1, 1), arguments)
 
     def test_misuse(self):

@@ -162,6 +162,9 @@ static int convert( const CONVERSION &conversion, ToolReader *input, ConvertOutp
         done += (ZU_INT)block.size();
     }
     zuCharSinkFlush( sink.get() );
+    if ( ferror( stdout ) ) {
+        return TOOL_OK; // which is reported when the command ends
+    }
     if ( !output->finish() || !input->ok() ) {
         return TOOL_FAILED;
     }
