@@ -264,6 +264,21 @@ TEST_F( AbortReport, OfAReportThatFails )
     }
 }
 
+TEST_F( AbortReport, OfAReportThatHangs )
+{
+    AbortedRun run = runAborting( [] {
+        AddVectoredExceptionHandler( 1, []( EXCEPTION_POINTERS *exception ) -> LONG {
+            while ( exception->ExceptionRecord->ExceptionCode == DBG_PRINTEXCEPTION_C ) {
+                Sleep( INFINITE );
+            }
+            return EXCEPTION_CONTINUE_SEARCH;
+        } );
+        zuStringRetain( nullptr );
+    } );
+    EXPECT_TRUE( run.elsewhere || run.aborted );
+    EXPECT_TRUE( run.elsewhere || run.report.find( "stdfunc retain" ) != std::string::npos );
+}
+
 // Whoever debugs a process sees the report, with directions at its end, and is asked in then.
 struct DEBUGGED {
     LINES lines;

@@ -19,6 +19,9 @@
 static constexpr ULONG STACK_GUARANTEE = 16 * 1024; // bytes, to get from the end of a stack to another one
 static constexpr size_t LINE_SIZE = 4096;           // of text, without the line's end
 
+static constexpr DWORD WATCH_STEP = 50;               // milliseconds from one look at the reporting thread to the next
+static constexpr uint64_t TICKS_PER_MILLISEC = 10000; // of the system's times
+
 static constexpr int ABORT_STATUS = 3; // of a process that ends by abort()
 
 static LPTOP_LEVEL_EXCEPTION_FILTER previousFilter = nullptr; // before start-up
@@ -28,7 +31,7 @@ static bool filterSet = false;
 static EXCEPTION_RECORD checkRecord; // of a failed check
 static CONTEXT checkRegisters;       // likewise, where it was found
 static HANDLE watched = nullptr;     // the thread, for its watchdog
-static DWORD patience;               // of that one, in milliseconds from the beginning; may grow
+static DWORD patience;               // of that one, in milliseconds; may grow
 
 // A thread that has come to the end of its stack, and the one that reports in its place; 0: none
 static DWORD overflowed = 0;
@@ -138,12 +141,44 @@ void zu___AbortPlatformShutdown( void )
 }
 
 // The thread that reports
+static uint64_t abortProcessorTime()
+{
+    FILETIME creation, end, kernel, user;
+    if ( !watched || !GetThreadTimes( watched, &creation, &end, &kernel, &user ) ) {
+        return 0;
+    }
+    uint64_t ticks = ( (uint64_t)kernel.dwHighDateTime << 32 | kernel.dwLowDateTime ) +
+                     ( (uint64_t)user.dwHighDateTime << 32 | user.dwLowDateTime );
+    return ticks / TICKS_PER_MILLISEC;
+}
+static DWORD WINAPI abortWatchAgain( void * )
+{
+    Sleep( __atomic_load_n( &patience, __ATOMIC_RELAXED ) );
+    zu___AbortGiveUp();
+}
+static void abortStartThread( LPTHREAD_START_ROUTINE function )
+{
+    HANDLE thread = CreateThread( nullptr, 0, function, nullptr, 0, nullptr );
+    if ( thread ) {
+        CloseHandle( thread );
+    }
+}
+// How long the thread has waited for a processor the system does not tell: what counts is the time that it has had of
+// one, and for how long it has had nothing.
 static DWORD WINAPI abortWatch( void * )
 {
-    DWORD waited = 0;
-    for ( DWORD limit; waited < ( limit = __atomic_load_n( &patience, __ATOMIC_RELAXED ) ); waited = limit ) {
-        Sleep( limit - waited );
-    }
+    uint64_t begin = abortProcessorTime();
+    uint64_t used = begin;
+    DWORD idle = 0;
+    DWORD limit;
+    do {
+        Sleep( WATCH_STEP );
+        uint64_t now = abortProcessorTime();
+        idle = now == used ? idle + WATCH_STEP : 0;
+        used = now;
+        limit = __atomic_load_n( &patience, __ATOMIC_RELAXED );
+    } while ( used - begin < limit && idle < limit );
+    abortStartThread( abortWatchAgain );
     if ( watched ) {
         SuspendThread( watched );
     }
@@ -155,10 +190,7 @@ void zu___AbortBegin( const ZU___ABORT_CONTEXT *, ZU_INT millisec )
     patience = (DWORD)millisec;
     DuplicateHandle( GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &watched, 0, FALSE,
                      DUPLICATE_SAME_ACCESS );
-    HANDLE watchdog = CreateThread( nullptr, 0, abortWatch, nullptr, 0, nullptr );
-    if ( watchdog ) {
-        CloseHandle( watchdog );
-    }
+    abortStartThread( abortWatch );
 }
 void zu___AbortLimit( DWORD millisec )
 {

@@ -13,7 +13,7 @@ ZU_BEGIN_DECLS
 // Stores what the dump tells of: the caller's exception, or one of the library with the registers at the failed check.
 void zu___AbortException( const ZU___ABORT_CONTEXT *context, EXCEPTION_POINTERS *exception );
 
-// Sets how long after its beginning a report is given up.
+// Sets after how long a report is given up, from its beginning.
 void zu___AbortLimit( DWORD millisec );
 
 // Reads which dump the machine is set to have.
