@@ -124,8 +124,7 @@ static void threadFinish( ZU_THREAD *thread )
 
 // Starting
 
-// The new thread itself takes no memory: the C library makes it a heap of its own when it first does, which costs as much
-// as a quarter of the thread.
+// The new thread itself takes no memory: the C library gives a heap of its own to each that does, or looks for one.
 static void threadNameForDebuggers( ZU_THREAD *thread )
 {
     char *name = zuStringConvertToCstr( thread->threadName, ZU_TRUE, nullptr );
