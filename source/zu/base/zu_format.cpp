@@ -421,8 +421,7 @@ static void formatWriteLarge( ZU_CHAR *dest, double magnitude, INTEGER_PART part
     }
 }
 
-// Not inlined: among all that its caller holds, the number would go through memory from digit to digit, and six of them
-// take 7 ns more.
+// Not inlined: among all that its caller holds, the number would go through memory from digit to digit.
 [[gnu::noinline]] static void formatWriteFraction( ZU_CHAR *dest, ZU_INT precision, double magnitude, double base,
                                                    const char *alphabet )
 {

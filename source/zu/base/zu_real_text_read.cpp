@@ -196,8 +196,8 @@ static ZU_INT realScanExponent( const CHAR *text, ZU_INT length, ZU_INT pos, ZU_
     return next;
 }
 
-// Takes eight digits at a time, as long as bytes have so many: 17 digits take 6 ns instead of 14.  The sums and products
-// within a word join neighbours: digits to pairs, these to fours, and these to eight.
+// Takes eight digits at a time, as long as bytes have so many.  The sums and products within a word join neighbours:
+// digits to pairs, these to fours, and these to eight.
 template <typename CHAR>
 [[gnu::always_inline]] static inline ZU_INT realScanEights( const CHAR *text, ZU_INT length, ZU_INT pos, uint64_t *all )
 {

@@ -91,7 +91,7 @@ static char *realPutPair( char *end, uint32_t pair )
     return end - 2;
 }
 // Stores an integer ahead of `end` and returns where it begins.  Each division waits for the one before, so that eight
-// digits at a time wait less: 17 digits take 10 ns instead of 27.
+// digits at a time wait less.
 static char *realPutInteger( char *end, uint64_t integer )
 {
     while ( integer >= 100000000 ) {

@@ -293,7 +293,7 @@ void zu___NormFinish( ZU_UNICODE_NORMALIZER *norm )
 }
 
 // A short text at once.  Normalizer and output are on the stack, and the whole text is taken in stretches, since nothing
-// comes behind it: 12 characters take 60 ns instead of 185.
+// comes behind it: 12 characters take 78 ns instead of 185.
 ZU_INT zu___UnicodeNormalizerApply( ZU_UNICODE_NORMAL_FORM form, ZU_CHAR *dest, const ZU_CHAR *chs, ZU_INT chsLength )
 {
     ZU_ASSERT( chsLength <= ZU___NORM_SHORT_CHARS );
