@@ -36,7 +36,7 @@
 // zu_string_trim.h: white space at the ends of a string, by the property White_Space.
 #include "zu/base/zu_string_trim.h"
 
-// zu_utf.h: well-formed UTF-8 and UTF-16, as the Unicode Standard 14.0 has them in section 3.9.
+// zu_utf.h: well-formed UTF-8, UTF-16 and UTF-32, as the Unicode Standard 14.0 has them in section 3.9.
 #include "zu/base/zu_utf.h"
 
 // zu_int.h: the integer and truth types of the interface, and arithmetic that cannot overflow unseen.

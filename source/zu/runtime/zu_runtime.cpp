@@ -254,7 +254,7 @@ static void runtimeForkChild()
         zuMonitorEnter( zu___RuntimeLoadMonitor );
     } else if ( __atomic_load_n( &loadingAnywhere, __ATOMIC_RELAXED ) ) {
         __atomic_store_n( &loadingAnywhere, false, __ATOMIC_RELAXED ); // no exchange: the child has one thread
-        zu___RuntimeLoadingDict = zuDictCreate();                     // the old one may be half changed
+        zu___RuntimeLoadingDict = zuDictCreate();                      // the old one may be half changed
     }
 }
 void zu___RuntimeFork( ZU___FORK_STEP step )
