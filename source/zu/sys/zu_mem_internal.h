@@ -16,7 +16,7 @@ extern "C" void *zu___MemTryRealloc( void *ptr, ZU_INT newSize );
 // Whether fresh memory is filled.
 extern bool zu___MemFill;
 // Checks and, if need be, fills fresh memory.
-void *zu___MemFinishAlloc( void *fresh, ZU_INT size );
+void *zu___MemFinishAlloc( void *res, ZU_INT size );
 
 // What zuMemAlloc and zuMemFree do, for objects, which come and go faster than anything else.
 static inline void *zu___MemAllocInline( ZU_INT size )
