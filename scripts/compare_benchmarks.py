@@ -13,7 +13,7 @@ import json
 import math
 import sys
 
-CONTESTANTS = ["zu", "std", "libc", "getopt_long", "futex", "copy", "glib", "icu", "icu16", "qt", "absl", "apr", "iconv",
+CONTESTANTS = ["zu", "c", "std", "libc", "getopt_long", "futex", "copy", "glib", "icu", "icu16", "qt", "absl", "apr", "iconv",
                "utf8proc", "uv", "msgpack", "unistring", "contract"]
 NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 

@@ -71,14 +71,18 @@ struct PositionRange {
 template <typename T>
 struct Items {
     Ref<ZU_VECTOR> vec;
+    ZU_OBJ *const *backing; // stays, since what is held here is changed by nobody
 
+    explicit Items( Ref<ZU_VECTOR> held ) : vec( std::move( held ) ), backing( zuVectorBacking( vec.get() ) )
+    {
+    }
     ZU_INT length() const
     {
         return zuVectorLength( vec.get() );
     }
     T *operator()( ZU_INT idx ) const
     {
-        return cast<T>( zuVectorBacking( vec.get() )[ idx ] );
+        return cast<T>( backing[ idx ] );
     }
 };
 template <typename K, typename V>
@@ -168,7 +172,7 @@ private:
 template <typename T = ZU_OBJ>
 [[nodiscard]] auto items( Ref<ZU_VECTOR> vec )
 {
-    return internal::PositionRange<internal::Items<T>>{ { std::move( vec ) } };
+    return internal::PositionRange<internal::Items<T>>{ internal::Items<T>( std::move( vec ) ) };
 }
 template <typename T = ZU_OBJ>
 [[nodiscard]] auto items( ZU_VECTOR *vec )
