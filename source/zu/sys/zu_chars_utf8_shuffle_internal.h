@@ -40,7 +40,8 @@ ZU_INT zu___CharsUtf8ShuffleCount( const uint8_t **src, const uint8_t *end );
 uint8_t *zu___CharsUtf8ShuffleEncode( uint8_t *dest, const uint8_t *destEnd, const ZU_CHAR **src, const ZU_CHAR *end );
 
 // The same on 64 bytes, whatever is left of the arrays.  The exact forms stop at what the standard calls ill-formed, that
-// of decoding some dozens of bytes ahead of it.
+// of decoding some dozens of bytes ahead of it.  Whether the processor can is asked of one that counts bits and keeps states
+// by XSAVE.
 bool zu___CharsUtf8CanWiden( void );
 ZU_INT zu___CharsUtf8WideDecode( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end );
 ZU_INT zu___CharsUtf8WideDecodeExact( ZU_CHAR *dest, ZU_INT room, const uint8_t **src, const uint8_t *end );

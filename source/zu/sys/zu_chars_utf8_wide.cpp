@@ -28,15 +28,13 @@ static constexpr __mmask16 ALL_LANES = UINT16_MAX;
 bool zu___CharsUtf8CanWiden( void )
 {
     static constexpr unsigned STATES = 0xE6; // of vectors and masks, which the system must keep whole
-    unsigned eax, ebx, ecx, edx;
-    if ( !__get_cpuid( 1, &eax, &ebx, &ecx, &edx ) || !( ecx & bit_OSXSAVE ) || !( ecx & bit_POPCNT ) ) {
-        return false;
-    }
     unsigned states, higher;
     __asm__( "xgetbv" : "=a"( states ), "=d"( higher ) : "c"( 0 ) );
-    if ( ( states & STATES ) != STATES || !__get_cpuid_count( 7, 0, &eax, &ebx, &ecx, &edx ) ) {
+    if ( ( states & STATES ) != STATES ) {
         return false;
     }
+    unsigned eax, ebx, ecx, edx;
+    __cpuid_count( 7, 0, eax, ebx, ecx, edx ); // there are masks, and so there is this leaf
     return ( ebx & bit_AVX512F ) && ( ebx & bit_AVX512BW ) && ( ebx & bit_BMI ) && ( ecx & bit_AVX512VBMI ) &&
            ( ecx & bit_AVX512VBMI2 );
 }
