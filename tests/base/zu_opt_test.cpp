@@ -273,7 +273,8 @@ static ELEMENT randomElement( SeededRandom &random )
         return { random() % 4 == 0 ? text + "=a=b" : random() % 8 == 0 ? text + "=" : text };
     }
 }
-static void expectWalk( MODEL model )
+// Of lines that abort, each a process of its own, `abortsLeft` are tried.
+static void expectWalk( MODEL model, int *abortsLeft )
 {
     VECTOR argv = vectorOf( model.argv );
     ARGV before = model.argv;
@@ -284,7 +285,9 @@ static void expectWalk( MODEL model )
         ASSERT_TRUE( zuOptSeqHasNext( seq.get() ) );
         ZU_INT id = model.step();
         if ( !model.aborts.empty() ) {
-            expectAbort( model.aborts.c_str(), [ & ] { zuOptSeqNext( seq.get() ); } );
+            if ( --*abortsLeft >= 0 ) {
+                expectAbort( model.aborts.c_str(), [ & ] { zuOptSeqNext( seq.get() ); } );
+            }
             return;
         }
         model.close();
@@ -307,13 +310,14 @@ static void expectWalk( MODEL model )
 TEST( OptSeq, WalksLikeItsModel )
 {
     SeededRandom random;
+    int abortsLeft = 50;
     for ( int i = 0; i < 4000 && !HasFailure(); i++ ) {
         MODEL model = randomModel( random );
         for ( size_t length = random() % 8; length > 0; length-- ) {
             model.argv.push_back( randomElement( random ) );
         }
         SCOPED_TRACE( testing::Message() << "line " << i << ": " << testing::PrintToString( model.argv ) );
-        expectWalk( model );
+        expectWalk( model, &abortsLeft );
     }
 }
 // The only argument of a command line that has nothing else.

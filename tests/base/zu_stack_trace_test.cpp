@@ -78,7 +78,7 @@ TEST( StackTrace, MayBeEmpty )
 TEST( StackTrace, ByManyThreads )
 {
     runThreads( 4, []( int ) {
-        for ( int i = 0; i < 25; i++ ) {
+        for ( int i = 0; i < 5; i++ ) {
             EXPECT_EQ( trace( 0, 2 ).size(), 2u );
             zu___StackTraceUpdateSymbols();
         }
