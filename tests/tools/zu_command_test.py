@@ -8,23 +8,11 @@ import pathlib
 import re
 import subprocess
 import sys
-import tempfile
 import unittest
 
-ZU = sys.argv.pop(1)
-TESTS = pathlib.Path(__file__).resolve().parent.parent
-TOOL = TESTS.parent / "tools" / "zu"
-WINDOWS = os.environ.get("ZU_TEST_SYSTEM") == "Windows"
+from tool import MODULES, NEEDS_MODULES, TESTS, WINDOWS, ZU, FilesTest, run
+
 EMULATED = "ZU_TEST_EMULATED" in os.environ  # by a program that ends in its own way when the command is to end by a signal
-MODULES = pathlib.Path(ZU).resolve().parents[2] / ("bin" if WINDOWS else "tests/modules")
-
-
-def run(*arguments, data=b"", **environment):
-    finished = subprocess.run(
-        [ZU, *map(str, arguments)], input=data, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-        env={**os.environ, **environment},
-    )
-    return finished.returncode, finished.stdout.decode(), finished.stderr.decode()
 
 
 # A command line, and what it prints or, where that is wrong, how its message begins
@@ -82,7 +70,7 @@ FAILED = {
 }
 
 
-class Command(unittest.TestCase):
+class Command(FilesTest):
     def test_table(self):
         # A line is divided at its blanks; "|" is a blank within an argument.
         def split(line):
@@ -122,7 +110,8 @@ class Command(unittest.TestCase):
 
     def test_completion(self):
         def complete(*words):
-            script = f'source {TOOL / "zu.bash"}; COMP_WORDS=(zu "$@"); COMP_CWORD=$#; _zu; printf "%s\\n" "${{COMPREPLY[@]}}"'
+            completion = TESTS.parent / "tools" / "zu" / "zu.bash"
+            script = f'source {completion}; COMP_WORDS=(zu "$@"); COMP_CWORD=$#; _zu; printf "%s\\n" "${{COMPREPLY[@]}}"'
             path = {**os.environ, "PATH": f"{pathlib.Path(ZU).parent}:{os.environ['PATH']}"}
             return subprocess.run(["bash", "-c", script, "-", *words], capture_output=True, text=True, env=path).stdout.split()
 
@@ -148,7 +137,7 @@ class Command(unittest.TestCase):
         self.assertRegex(run("random", "-xb", "100000")[1], r"^[0-9a-f]{200000}\n$")
         self.assertEqual(len(subprocess.check_output([ZU, "random", "--bytes", "70000"])), 70000)
 
-    @unittest.skipUnless(MODULES.is_dir(), "the modules of the tests are not built")
+    @NEEDS_MODULES
     def test_modules(self):
         def check(name, **environment):
             file = next(MODULES.glob(f"*-{name}." + ("dll" if WINDOWS else "so")))
@@ -168,14 +157,13 @@ class Command(unittest.TestCase):
         self.assertEqual(run("module", "check", "a.so")[0], 1)
 
     def test_paths(self):
-        with tempfile.TemporaryDirectory() as folder:
-            folder = "Z:" * WINDOWS + folder  # where Wine has it
-            status, output, _ = run("info", "--paths", "--json", RQ_ZELKARATR_DATA_PATH=folder)
-            paths = json.loads(output)
-            self.assertEqual((status, len(paths)), (0, 9))
-            self.assertEqual(paths["ZU_RUNTIME_PATH_DATA"], folder + "/")
-            self.assertEqual(paths["ZU_RUNTIME_PATH_DATA_TEMP"], folder + "/temp/")
-            self.assertIn(f"Data           {folder}/\n", run("info", "-p", RQ_ZELKARATR_DATA_PATH=folder)[1])
+        folder = f"{'Z:' * WINDOWS}{self.folder}"  # where Wine has it
+        status, output, _ = run("info", "--paths", "--json", RQ_ZELKARATR_DATA_PATH=folder)
+        paths = json.loads(output)
+        self.assertEqual((status, len(paths)), (0, 9))
+        self.assertEqual(paths["ZU_RUNTIME_PATH_DATA"], folder + "/")
+        self.assertEqual(paths["ZU_RUNTIME_PATH_DATA_TEMP"], folder + "/temp/")
+        self.assertIn(f"Data           {folder}/\n", run("info", "-p", RQ_ZELKARATR_DATA_PATH=folder)[1])
 
     def test_crashes(self):
         options = "handle_segv=0:handle_sigbus=0:handle_sigfpe=0:handle_sigill=0:allocator_may_return_null=1"

@@ -1,25 +1,20 @@
-"""zu convert against Python's codecs, iconv and uconv.
+"""zu convert against Python's codecs and iconv.
 
 usage: zu_convert_test.py ZU [unittest options]
 
 ZU_CONVERT_TEXTS is the number of texts that are compared with iconv, 4 without it.
 """
 import os
-import pathlib
 import random
 import re
 import shutil
 import subprocess
-import sys
-import tempfile
 import unicodedata
 import unittest
 
-TESTS = pathlib.Path(__file__).resolve().parent.parent
-EXAMPLES = sorted((TESTS.parent / "examples" / "texts").glob("*.txt"))
-WINDOWS = os.environ.get("ZU_TEST_SYSTEM") == "Windows"
+from tool import EXAMPLES, WINDOWS, FilesTest, call, call_on_full_disk
+
 TEXTS = int(os.environ.get("ZU_CONVERT_TEXTS", 0 if WINDOWS else 4))  # each some 300 processes, which take their time there
-ZU = sys.argv.pop(1)
 LINE_END = re.compile("\r\n|[\n\r\x85\u2028\u2029]")
 UTF = ["UTF-8", "UTF-16", "UTF-16BE", "UTF-16LE", "UTF-32", "UTF-32BE", "UTF-32LE"]
 
@@ -32,12 +27,9 @@ ICONV_HOLDS_BACK = {"windows-1255", "windows-1258"}
 # has in another form only.
 
 
-# A sanitizer keeps freed memory for a while; here that would hide what the command itself keeps.
-ENVIRONMENT = {**os.environ, "ASAN_OPTIONS": "quarantine_size_mb=1"}
-
-
 def run(*arguments, data=b""):
-    return subprocess.run([ZU, "convert", *map(str, arguments)], input=data, capture_output=True, env=ENVIRONMENT)
+    # A sanitizer keeps freed memory for a while; here that would hide what the command itself keeps.
+    return call("convert", *arguments, data=data, ASAN_OPTIONS="quarantine_size_mb=1")
 
 
 def other(command, *arguments, data):
@@ -63,7 +55,7 @@ def nasty(seed):
     return b"x" * 4 + b"".join(rng.choice(pieces) for _ in range(rng.randrange(2000)))
 
 
-class Convert(unittest.TestCase):
+class Convert(FilesTest):
     def expect(self, output, *arguments, data, status=0):
         result = run(*arguments, data=data)
         self.assertEqual((result.returncode, result.stdout), (status, output), (arguments, result.stderr))
@@ -130,16 +122,6 @@ class Convert(unittest.TestCase):
                 wanted, ok = other("iconv", "-f", name, "-t", "utf-8", data=data)
                 self.expect(wanted, "--from", name, "--to", "utf-8", "--errors=fail", data=data, status=not ok)
 
-    @unittest.skipUnless(shutil.which("uconv"), "needs uconv")
-    def test_uconv(self):
-        for name in UTF[:1] + UTF[2:4] + UTF[5:] + ["ISO-8859-8"]:
-            for path in EXAMPLES:
-                data = path.read_bytes()
-                wanted, _ = other("uconv", "-f", "utf-8", "-t", name, "--callback", "skip", data=data)
-                self.expect(wanted, "--from", "utf-8", "--to", name, "--errors=skip", data=data)
-                back, _ = other("uconv", "-f", name, "-t", "utf-8", data=wanted)
-                self.expect(back, "--from", name, "--to", "utf-8", data=wanted)
-
     def test_contract(self):
         for source, target, data, wanted in [
             ("utf-8", "utf-8", b"\xc0\x80 x\xe9\"y", b"\0 x\xef\xbf\xbdy"),
@@ -166,19 +148,14 @@ class Convert(unittest.TestCase):
                 self.expect(wanted, "--from", "utf-8", "--to", "utf-8", f"--newlines={name}", data=source.encode())
 
     def test_failures(self):
-        with tempfile.TemporaryDirectory() as folder:
-            both = ["--from", "utf-8", "--to", "ascii"]
-            missing = pathlib.Path(folder) / "missing"
-            nowhere = missing / "out"
-            error = self.expect(b"", *both, missing, data=b"", status=1)
-            self.assertIn(str(missing), error)
-            error = self.expect(b"", *both, "-", nowhere, data=b"x", status=1)
-            self.assertIn(str(nowhere), error)
-            out = pathlib.Path(folder) / "out"
-            self.expect(b"", *both, "-", out, data="aé".encode())
-            self.assertEqual(out.read_bytes(), b"a?")
-            self.expect(b"", *both, out, out, data=b"", status=1)
-            self.assertEqual(out.read_bytes(), b"a?", "the input is not its own output")
+        both = ["--from", "utf-8", "--to", "ascii"]
+        missing, out = self.folder / "missing", self.folder / "out"
+        self.assertIn(str(missing), self.expect(b"", *both, missing, data=b"", status=1))
+        self.assertIn(str(missing / "out"), self.expect(b"", *both, "-", missing / "out", data=b"x", status=1))
+        self.expect(b"", *both, "-", out, data="aé".encode())
+        self.assertEqual(out.read_bytes(), b"a?")
+        self.expect(b"", *both, out, out, data=b"", status=1)
+        self.assertEqual(out.read_bytes(), b"a?", "the input is not its own output")
         self.expect(b"a", *both, "--errors=ignore", data=b"a\xff")
         # What is lacking is found wherever blocks and caches end, and what may compose is waited for.
         for ahead in [1, 1024, 5000, 40_000]:
@@ -191,8 +168,7 @@ class Convert(unittest.TestCase):
             self.expect(text.encode() + b"\xe9", "--from", "utf-8", "--to", "latin1", "--errors=fail",
                         data=f"{text}e\u0301".encode())
         for arguments in [both, ["--list"], ["--help"]]:
-            with open("/dev/full", "wb") as full:
-                finished = subprocess.run([ZU, "convert", *arguments], input=b"x" * 100_000, stdout=full, stderr=subprocess.PIPE)
+            finished = call_on_full_disk("convert", *arguments, data=b"x" * 100_000)
             self.assertEqual((finished.returncode, finished.stderr.count(b"No space left")), (1, 1), arguments)
 
     def test_misuse(self):
@@ -217,5 +193,4 @@ class Convert(unittest.TestCase):
         self.assertTrue(any(line.split()[:3] == ["UTF-8", "65001", "cp65001"] for line in lines))
 
 
-if __name__ == "__main__":
-    unittest.main()
+unittest.main()

@@ -3,25 +3,17 @@
 usage: zu_info_test.py ZU [unittest options]
 """
 import json
-import os
-import pathlib
 import platform
-import subprocess
-import sys
 import unittest
 
-ZU = sys.argv.pop(1)
-WINDOWS = os.environ.get("ZU_TEST_SYSTEM") == "Windows"
-MODULES = pathlib.Path(ZU).resolve().parents[2] / ("bin" if WINDOWS else "tests/modules")
+import tool
+from tool import MODULES, NEEDS_MODULES, WINDOWS
+
 FLAGS = "ZU_RUNTIME_FLAG_IMPLICIT_MODULE_PATH|ZU_RUNTIME_FLAG_MODULE_DEBUG"
 
 
 def run(*arguments):
-    environment = {**os.environ, "LD_LIBRARY_PATH": str(MODULES)}
-    finished = subprocess.run(
-        [ZU, "info", *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=environment
-    )
-    return finished.returncode, finished.stdout.decode(), finished.stderr.decode()
+    return tool.run("info", *arguments, LD_LIBRARY_PATH=str(MODULES))
 
 
 class Info(unittest.TestCase):
@@ -53,7 +45,7 @@ class Info(unittest.TestCase):
         self.assertEqual(json.loads(run("--json", "--flags", "ZU_RUNTIME_FLAG_SNAPSHOT_SORT")[1])["flags"], "")
         self.assertEqual(json.loads(run("--json", "--flags", "3")[1])["flags"], "ZU_RUNTIME_FLAG_MINIMAL")
 
-    @unittest.skipUnless(MODULES.is_dir(), "the modules of the tests are not built")
+    @NEEDS_MODULES
     def test_loads_modules(self):
         status, output, errors = run("--json", "--flags", FLAGS, "--load", "gauge")
         self.assertEqual(status, 0, errors)
@@ -68,10 +60,5 @@ class Info(unittest.TestCase):
         self.assertIn(f"[zu___RuntimePlatformLoadModule()] {call}(): null", errors)
         self.assertTrue(errors.endswith("zu info: cannot load the modules: nowhere\n"), errors)
 
-    def test_wrong_use(self):
-        self.assertEqual(run("operand")[0], 2)
-        self.assertEqual(run("--unknown")[0], 2)
 
-
-if __name__ == "__main__":
-    unittest.main()
+unittest.main()

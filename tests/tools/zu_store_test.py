@@ -4,22 +4,18 @@ usage: zu_store_test.py ZU [unittest options]
 """
 import json
 import os
-import pathlib
 import random
-import subprocess
-import sys
-import tempfile
 import unicodedata
 import unittest
 
-ZU = sys.argv.pop(1)
-WINDOWS = os.environ.get("ZU_TEST_SYSTEM") == "Windows"
+import tool
+from tool import WINDOWS, FilesTest
+
 STEPS = 20 if WINDOWS else 150  # of five processes each, which take their time there
 
 
 def run(*arguments, data=b""):
-    finished = subprocess.run([ZU, "store", *map(str, arguments)], input=data, capture_output=True)
-    return finished.returncode, finished.stdout.decode(), finished.stderr.decode()
+    return tool.run("store", *arguments, data=data)
 
 
 # A store of the model is what --json prints.
@@ -69,14 +65,7 @@ def lines(store, prefix=""):
     return text
 
 
-class Store(unittest.TestCase):
-    maxDiff = 4000
-
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = pathlib.Path(folder.name)
-
+class Store(FilesTest):
     def test_random_files(self):
         seed = random.randrange(1 << 32)
         print("seed", seed, flush=True)

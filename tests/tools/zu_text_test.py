@@ -12,23 +12,15 @@ import random
 import re
 import signal
 import subprocess
-import sys
-import tempfile
 import unicodedata
 import unittest
 
-TESTS = pathlib.Path(__file__).resolve().parent.parent
-EXAMPLES = sorted((TESTS.parent / "examples" / "texts").glob("*.txt"))
+from tool import EXAMPLES, TESTS, WINDOWS, ZU, FilesTest, call, call_on_full_disk, run
+
 BLOCK = 256 * 1024  # bytes that the command reads at once
 INVALID = "\ud800"  # stands for an invalid sequence: what is well formed never decodes to it
-ZU = sys.argv.pop(1)
-WINDOWS = os.environ.get("ZU_TEST_SYSTEM") == "Windows"
 
 codecs.register_error("mark", lambda error: (INVALID, error.end))
-
-
-def run(*arguments, data=b""):
-    return subprocess.run([ZU, *map(str, arguments)], input=data, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
 
 
 def read_scripts():
@@ -71,23 +63,17 @@ def reference(name, data):
     }
 
 
-class Text(unittest.TestCase):
-    maxDiff = 4000
-
-    def setUp(self):
-        self.folder = tempfile.TemporaryDirectory()
-        self.addCleanup(self.folder.cleanup)
-
+class Text(FilesTest):
     def write(self, name, data):
-        path = pathlib.Path(self.folder.name) / name
+        path = self.folder / name
         path.write_bytes(data)
         return path
 
     def check(self, paths):
         """Runs the command on the files and compares each object with the reference."""
-        finished = run("text", "--json", *paths)
-        self.assertEqual((finished.returncode, finished.stderr), (0, b""))
-        found = json.loads(finished.stdout)
+        status, output, errors = run("text", "--json", *paths)
+        self.assertEqual((status, errors), (0, ""))
+        found = json.loads(output)
         self.assertEqual(len(found), len(paths))
         for path, counts in zip(paths, found):
             data = path.read_bytes()
@@ -125,7 +111,7 @@ class Text(unittest.TestCase):
 
     def test_report(self):
         text = "Ночь\tnight\n\n夜 ".encode() + b"\xff"
-        found = run("text", data=text).stdout.decode()
+        found = run("text", data=text)[1]
         for row in (
             "bytes +21", "code points +14", "lines +3", "invalid sequences +1", "longest line +10  .* line 1",
             "Ll  Letter, Lowercase +8 +57.1 %", "Lo  Letter, Other +1 +7.1 %", "Cyrillic +4 +28.6 %", "Han +1 +7.1 %",
@@ -145,9 +131,9 @@ class Text(unittest.TestCase):
             for name, mapping in {"": str, **mappings}.items():
                 options = ["--normalize", form.lower()] + (["--case=" + name] if name else [])
                 expected = "".join(unicodedata.normalize(form, mapping(text)) for text in decoded)
-                self.assert_output(run("text", *options, *paths), expected)
+                self.assert_output(call("text", *options, *paths), expected)
         for name, mapping in mappings.items():
-            self.assert_output(run("text", "--case", name.upper(), *paths), "".join(map(mapping, decoded)))
+            self.assert_output(call("text", "--case", name.upper(), *paths), "".join(map(mapping, decoded)))
 
     def assert_output(self, finished, text):
         self.assertEqual((finished.returncode, finished.stderr), (0, b""))
@@ -165,24 +151,20 @@ class Text(unittest.TestCase):
         # What is no UTF-8 in a name is told as half a surrogate pair, as Python does.
         names = ['quote"back\\slash', "tab\tline\nend", "--json", "\udcff"]
         paths = [self.write(name, b"x") for name in names]
-        self.assertEqual([pathlib.Path(each["file"]).name for each in json.loads(run("text", "--json", *paths).stdout)],
+        self.assertEqual([pathlib.Path(each["file"]).name for each in json.loads(call("text", "--json", *paths).stdout)],
                          names)
-        self.assertEqual(run("text", "-", data=b"x").stdout, run("text", data=b"x").stdout)
+        self.assertEqual(run("text", "-", data=b"x"), run("text", data=b"x"))
 
     def test_unreadable_files(self):
         there = self.write("there", b"here")
         gone = there.with_name("gone")
         for arguments in ([], ["--json"]):
-            finished = run("text", gone, there, self.folder.name, *arguments)
-            self.assertEqual(finished.returncode, 1)
-            self.assertEqual(finished.stderr.decode(), f"zu text: cannot read {gone}: No such file or directory\n"
-                                                       f"zu text: cannot read {self.folder.name}: Is a directory\n")
-            self.assertEqual(finished.stdout, run("text", there, *arguments).stdout)
-        self.assertEqual(json.loads(run("text", "--json", gone).stdout), [])
-        finished = run("text", "--case", "lower", gone, there)
-        self.assertEqual((finished.returncode, finished.stdout), (1, b"here"))
-        with open("/dev/full", "wb") as full:
-            finished = subprocess.run([ZU, "text", there], stdout=full, stderr=subprocess.PIPE)
+            told = (f"zu text: cannot read {gone}: No such file or directory\n"
+                    f"zu text: cannot read {self.folder}: Is a directory\n")
+            self.assertEqual(run("text", gone, there, self.folder, *arguments), (1, run("text", there, *arguments)[1], told))
+        self.assertEqual(json.loads(run("text", "--json", gone)[1]), [])
+        self.assertEqual(run("text", "--case", "lower", gone, there)[:2], (1, "here"))
+        finished = call_on_full_disk("text", there)
         self.assertEqual((finished.returncode, finished.stderr.splitlines()[0]),
                          (1, b"zu text: cannot write the standard output: No space left on device"))
         if WINDOWS:
@@ -199,7 +181,7 @@ class Text(unittest.TestCase):
         forms = {form: lambda ch, form=form: unicodedata.normalize(form, ch) for form in ("NFC", "NFD", "NFKC", "NFKD")}
         edges = "\x01\t\n\x85 09AFaf\x7f\u0660\uff21ǄßİΣς\u0301\u212b\uac00\uac01\ufb03\ufdfa\ufffe\u2028😀\U0010ffff"
         text = edges + "".join(map(chr, [*range(0xA0, 0x250), *range(0x1E00, 0x2200, 7), *range(0xE000, 0x20000, 977)]))
-        found = json.loads(run("text", "--char", text, "--json").stdout)
+        found = json.loads(run("text", "--char", text, "--json")[1])
         self.assertEqual(len(found), len(text))
         codes = lambda text: " ".join(f"U+{ord(ch):04X}" for ch in text)
         for ch, told in zip(text, found):
@@ -219,9 +201,9 @@ class Text(unittest.TestCase):
                 "utf16": ch.encode("utf-16-be").hex(" ", 2).upper(),
             } | {key: codes(change(ch)) if change(ch) != ch else None for key, change in (mappings | forms).items()}
             self.assertEqual(told, {key: value for key, value in wanted.items() if value is not None})
-        lines = run("text", "--char", "U+e9").stdout.decode().splitlines()
+        lines = run("text", "--char", "U+e9")[1].splitlines()
         self.assertEqual((lines[0], lines[1].split()), ("U+00E9  é", ["General", "category", "Ll,", "Letter,", "Lowercase"]))
-        self.assertEqual(json.loads(run("text", "-ju", "U+D800").stdout)[0].get("utf8"), None)
+        self.assertEqual(json.loads(run("text", "-ju", "U+D800")[1])[0].get("utf8"), None)
 
     @unittest.skipIf(WINDOWS, "the memory would be Wine's")
     def test_memory_does_not_grow_with_the_file(self):
