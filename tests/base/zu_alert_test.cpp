@@ -1,5 +1,3 @@
-#include "zu/zu.hpp"
-
 #include "zu_test_support.h"
 
 // Listeners that note their numbers.

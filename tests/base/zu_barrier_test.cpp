@@ -1,11 +1,7 @@
-#include "zu/zu.hpp"
-
 #include "zu_test_support.h"
 
-#include <atomic>
 #include <chrono>
 #include <ctime>
-#include <vector>
 
 static zu::Ref<ZU_BARRIER> createBarrier( bool blocked )
 {

@@ -1,7 +1,5 @@
 #include "zu_test_string.h"
 
-#include <cmath>
-
 static ZU_OBJ *boxedInt( ZU_INT value )
 {
     return zuBoxedIntObj( zuBoxedIntCreate( value ) );

@@ -3,12 +3,7 @@
 
 #include "zu/sys/zu_chars_utf8_shuffle_internal.h"
 #include "zu/sys/zu_mem.h"
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
-
-#include <functional>
-#include <random>
-#include <vector>
 
 typedef std::string BYTES;
 

@@ -1,9 +1,4 @@
-#include "zu/zu.hpp"
-
 #include "zu_test_support.h"
-
-#include <atomic>
-#include <thread>
 
 TEST( Counter, ReleasesWaitersAtZero )
 {

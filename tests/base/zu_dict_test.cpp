@@ -1,16 +1,8 @@
 #include "zu/base/zu_dict_internal.h"
 
 #include "zu_test_string.h"
-#include "zu_test_support.h"
 
-#include <algorithm>
-#include <cmath>
-#include <functional>
-#include <map>
 #include <numeric>
-#include <random>
-#include <set>
-#include <vector>
 
 using OBJ = zu::Ref<ZU_OBJ>;
 using DICT = zu::Ref<ZU_DICT>;

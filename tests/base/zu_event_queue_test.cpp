@@ -1,12 +1,6 @@
-#include "zu/zu.hpp"
-
 #include "zu_test_support.h"
 
-#include <algorithm>
-#include <atomic>
 #include <deque>
-#include <random>
-#include <set>
 
 static int wakings;
 

@@ -1,10 +1,7 @@
 #include "zu/base/zu_event_queue_wait.h"
 
 #include "zu/base/zu_thread_call.h"
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
-
-#include <atomic>
 
 // Several threads write, several read; every event arrives once.
 TEST( EventQueueWait, EachEventGoesToOneReader )

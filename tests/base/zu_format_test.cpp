@@ -1,6 +1,5 @@
 #include "zu_test_string.h"
 
-#include <cmath>
 #include <cstdarg>
 #include <limits>
 

@@ -1,6 +1,5 @@
 #include "zu/base/zu_generation_internal.h"
 
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
 using GENERATION = zu::Ref<ZU_GENERATION>;

@@ -1,9 +1,6 @@
-#include "zu/zu.hpp"
-
 #include "zu_test_support.h"
 
 #include <memory>
-#include <sstream>
 #include <unordered_set>
 
 using namespace zu::literals;

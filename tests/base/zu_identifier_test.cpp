@@ -1,4 +1,3 @@
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
 using IDENTIFIER = zu::Ref<ZU_IDENTIFIER>;

@@ -1,10 +1,7 @@
 // Alertables and signalables, which are alike: each test runs for both.
 
-#include "zu/zu.hpp"
-
 #include "zu_test_support.h"
 
-#include <atomic>
 #include <memory>
 
 // The functions of both, under common names: `A` is Alert or Signal.

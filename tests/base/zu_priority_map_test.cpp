@@ -1,6 +1,5 @@
 #include "zu/base/zu_priority_map_internal.h"
 
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
 namespace {

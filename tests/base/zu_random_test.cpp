@@ -1,4 +1,3 @@
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
 typedef std::vector<uint8_t> BYTES;

@@ -7,10 +7,7 @@
 #include "zu_test_support.h"
 
 #include <charconv>
-#include <cmath>
-#include <cstring>
 #include <limits>
-#include <random>
 
 static int rounds()
 {

@@ -1,10 +1,6 @@
-#include "zu/zu.hpp"
-
 #include "zu_test_support.h"
 
-#include <atomic>
 #include <fstream>
-#include <thread>
 #include <unistd.h>
 
 static bool isAsleep( pid_t thread )

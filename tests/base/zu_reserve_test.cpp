@@ -3,7 +3,6 @@
 #include "zu/base/zu_reserve.h"
 
 #include "zu/base/zu_dict_internal.h"
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
 static constexpr ZU_INT MORE = 10000;

@@ -2,7 +2,6 @@
 // plainly once more, and operations on a few variables, some of which hold the same object.
 #pragma once
 
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
 // What a sequence is to hold, and how its storage is to be laid out; a new one begins with FRONT free elements.

@@ -1,5 +1,3 @@
-#include "zu/zu.hpp"
-
 #include "zu_test_support.h"
 
 static std::vector<std::string> trace( ZU_INT skip, ZU_INT maxLength )

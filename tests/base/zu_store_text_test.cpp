@@ -1,6 +1,5 @@
 // Stores as text and in binary, beside a plain tree and a reader of lines that does each step as it is told.
 
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
 using STORE = zu::Ref<ZU_STORE>;

@@ -3,8 +3,6 @@
 #include "zu/base/zu_string_internal.h"
 #include "zu_test_string.h"
 
-#include <sstream>
-
 using Text = std::u32string;
 
 static Text anyText( SeededRandom &random, const Text &alphabet, size_t most )

@@ -1,10 +1,6 @@
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
-#include <atomic>
-#include <thread>
 #include <unistd.h>
-#include <vector>
 
 static zu::Ref<ZU_STRING> text( const char *ascii )
 {

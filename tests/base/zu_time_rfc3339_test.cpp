@@ -1,4 +1,3 @@
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
 static zu::Ref<ZU_TIME> read( const std::string &text )

@@ -1,12 +1,6 @@
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
-#include <algorithm>
-#include <atomic>
-#include <functional>
 #include <numeric>
-#include <random>
-#include <vector>
 
 // An argument that says how often it was fired, and where.
 struct Fired {

@@ -1,7 +1,5 @@
 #include "zu_test_string.h"
 
-#include <cstdlib>
-
 TEST( Timezone, IsNamedByTheEnvironment )
 {
     const struct {

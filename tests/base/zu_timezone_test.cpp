@@ -1,8 +1,5 @@
 #include "zu/base/zu_timezone_table_internal.h"
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
-
-#include <cstdlib>
 
 static std::string textOf( ZU_STRING *taken )
 {

@@ -1,5 +1,4 @@
 #include "zu/runtime/zu_runtime_internal.h"
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
 using SWITCH = zu::Ref<ZU_TOOL_SWITCH>;

@@ -3,11 +3,7 @@
 #include "zu/base/zu_utf.h"
 
 #include "zu/sys/zu_chars_utf8_shuffle_internal.h"
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
-
-#include <algorithm>
-#include <vector>
 
 // Table 3-7: the ranges of each byte of a sequence
 using ROW = std::vector<std::pair<int, int>>;

@@ -2,13 +2,7 @@
 
 #include "zu/base/zu_dict_cursor.h"
 #include "zu/base/zu_vector_cursor.h"
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
-
-#include <algorithm>
-#include <cmath>
-#include <random>
-#include <vector>
 
 // Orders by the tens, and counts.
 static ZU_INT compareTens( ZU_OBJ *a, ZU_OBJ *b, void *context )

@@ -3,8 +3,6 @@
 #include "zu_slack_model.h"
 #include "zu_test_string.h"
 
-#include <cstring>
-
 using VECTOR = zu::Ref<ZU_VECTOR>;
 
 static std::string textOf( ZU_VECTOR *vec )

@@ -1,7 +1,6 @@
 // charset_test_support.h: text through the streams of a character set, in pieces of any size.
 #pragma once
 
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
 using Bytes = std::vector<uint8_t>;

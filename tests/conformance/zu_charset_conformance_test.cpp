@@ -5,7 +5,6 @@
 #include "zu/charset/zu_charset_map.h"
 
 #include <cctype>
-#include <sstream>
 
 struct Set {
     std::string name;

@@ -2,9 +2,7 @@
 
 #include "zu_test_string.h"
 
-#include <cmath>
 #include <cstdio>
-#include <cstdlib>
 
 static constexpr int ROUNDS = 20000;
 

@@ -1,10 +1,8 @@
 // The calendar against Python's datetime, and conversion against the C library's, over random times.
 
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
 #include <ctime>
-#include <sstream>
 
 using FIELDS = std::array<ZU_INT, 6>;
 

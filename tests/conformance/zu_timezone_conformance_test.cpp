@@ -1,10 +1,6 @@
 // Offsets from UTC, now, in every zone that the system knows, against Python's zoneinfo.
 
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
-
-#include <cstdlib>
-#include <sstream>
 
 static std::string nameOfZone()
 {

@@ -10,7 +10,6 @@
 #include "zu/unicode/zu_unicode_script_internal.h"
 
 #include <cstdio>
-#include <sstream>
 
 static constexpr ZU_CHAR CODE_POINTS = 0x110000;
 static const std::string VERSION = "14.0.0";

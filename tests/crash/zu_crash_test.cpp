@@ -1,25 +1,19 @@
 // Each case is a process of its own: this program, called with what is to happen to it.  What it writes is compared line
 // by line.
 
-#include "zu/zu.hpp"
-
 #include "zu/base/zu_stack_trace_internal.h"
 #include "zu/sys/zu_abort_internal.h"
 #include "zu_crash_kinds.h"
 #include "zu_test_support.h"
 
-#include <atomic>
 #include <dirent.h>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <random>
-#include <set>
 #include <sys/ptrace.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
-#include <thread>
 
 // The heap can be held by somebody who never lets go, and can come to its end at any time.  That of a sanitizer is its
 // own.

@@ -1,10 +1,7 @@
-#include "zu/zu.hpp"
 #include "zu_test_string.h"
-#include "zu_test_support.h"
 
 #include <filesystem>
 #include <fstream>
-#include <set>
 
 class FileWindows : public testing::Test {
 protected:

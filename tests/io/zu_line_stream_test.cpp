@@ -4,10 +4,6 @@
 #include "zu/io/zu_nlf_line_source.h"
 #include "zu/io/zu_string_char_sink.h"
 #include "zu_test_string.h"
-#include "zu_test_support.h"
-
-#include <random>
-#include <vector>
 
 typedef std::vector<std::u32string> LINES;
 

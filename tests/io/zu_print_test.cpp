@@ -1,7 +1,6 @@
 #include "zu_print_test.h"
 #include "zu/runtime/zu_runtime_internal.h"
 #include "zu_test_string.h"
-#include "zu_test_support.h"
 
 // What the print function has received, one element a call
 static std::vector<std::u32string> printed;

@@ -1,15 +1,9 @@
-#include "zu/zu.hpp"
-
 #include "zu_test_module.h"
 #include "zu_test_support.h"
 
-#include <algorithm>
-#include <atomic>
 #include <dlfcn.h>
 #include <fstream>
-#include <sstream>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 
 static std::string printed; // what the library has printed, in ASCII

@@ -2,9 +2,6 @@
 #include "zu/runtime/zu_runtime_internal.h"
 #include "zu_test_string.h"
 
-#include <atomic>
-#include <sstream>
-
 static const ZU_INT DATABASE = ZU_RUNTIME_FLAG_OBJECT_DATABASE;
 
 static ZU___MODULE_RECORD testRecord = {

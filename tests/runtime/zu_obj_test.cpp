@@ -1,7 +1,5 @@
 #include "zu_test_string.h"
 
-#include <atomic>
-
 static ZU___MODULE_RECORD testRecord = {
     ZU___MODULE_RECORD_VERSION, nullptr, nullptr, -1, -1, -1, nullptr, nullptr, nullptr, "objtest", "", "", "", ""
 };

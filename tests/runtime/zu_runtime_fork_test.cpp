@@ -1,9 +1,6 @@
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
-#include <atomic>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 
 // Takes and gives every lock that the library has for itself.

@@ -1,7 +1,5 @@
 #include "zu_test_string.h"
 
-#include <sstream>
-
 TEST( RuntimeValidate, Tables )
 {
     // What is good and what is bad

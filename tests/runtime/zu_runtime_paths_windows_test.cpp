@@ -1,8 +1,5 @@
-#include "zu/zu.hpp"
-
 #include "zu/runtime/zu_runtime_paths_internal.h"
 #include "zu_test_string.h"
-#include "zu_test_support.h"
 
 #include <windows.h>
 

@@ -1,9 +1,6 @@
 #include "zu_test_platform.h"
 
-#include "zu/zu.h"
-
 #include <cstdio>
-#include <cstdlib>
 
 // Where reports of the library go, which ask for flags that print.
 static void printToErrors( const ZU_CHAR *chs, ZU_INT chsLength )

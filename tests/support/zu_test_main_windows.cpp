@@ -1,7 +1,6 @@
 #include "zu/base/zu_stack_trace_internal.h"
 #include "zu_test_platform.h"
 
-#include <cstdlib>
 #include <windows.h>
 
 #include <dbghelp.h>

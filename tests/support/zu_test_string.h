@@ -1,7 +1,6 @@
 // zu_test_string.h: strings of the library as those of the C++ library, which tests write down, compare and print.
 #pragma once
 
-#include "zu/zu.hpp"
 #include "zu_test_support.h"
 
 // Elements as they are, code points or not.

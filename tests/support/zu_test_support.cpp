@@ -1,13 +1,6 @@
 #include "zu_test_platform.h"
 
-#include "zu/zu.h"
-
-#include <array>
-#include <atomic>
 #include <cstdio>
-#include <cstdlib>
-#include <random>
-#include <thread>
 
 std::string readAll( FILE *file )
 {

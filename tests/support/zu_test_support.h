@@ -1,15 +1,23 @@
-// zu_test_support.h: what the tests share, the containers of the standard library among it.
+// zu_test_support.h: what the tests share, the whole interface and much of the standard library among it.
 #pragma once
+
+#include "zu/zu.hpp"
 
 #include <algorithm>
 #include <array>
+#include <atomic>
+#include <cmath>
 #include <cstdint>
+#include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <gtest/gtest.h>
 #include <map>
 #include <random>
 #include <set>
+#include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 // Runs `statement` in a child process and expects it to end in zu___Abort with this expression, and with this message

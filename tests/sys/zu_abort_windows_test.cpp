@@ -1,12 +1,8 @@
 #include "zu/sys/zu_abort_windows_internal.h"
-#include "zu/zu.h"
 #include "zu_test_platform.h"
 
-#include <algorithm>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include <dbghelp.h>
 

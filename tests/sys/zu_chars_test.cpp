@@ -5,12 +5,6 @@
 #include "zu/sys/zu_chars_utf8_shuffle_internal.h"
 #include "zu_test_support.h"
 
-#include <algorithm>
-#include <array>
-#include <random>
-#include <string>
-#include <vector>
-
 using Chars = std::vector<ZU_CHAR>;
 using Bytes = std::string;
 using Units = std::u16string;

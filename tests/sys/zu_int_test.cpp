@@ -5,7 +5,6 @@
 #include "zu_test_support.h"
 
 #include <bitset>
-#include <initializer_list>
 
 __extension__ typedef __int128 WIDE;
 

@@ -3,8 +3,6 @@
 #include "zu/runtime/zu_runtime_flags.h"
 #include "zu_test_support.h"
 
-#include <cstring>
-
 TEST( Mem, BlocksKeepTheirContents )
 {
     std::string bytes;

@@ -2,7 +2,6 @@
 
 #include "zu_test_support.h"
 
-#include <cmath>
 #include <limits>
 
 static constexpr double EPSILON = 0x1p-52;

@@ -2,7 +2,6 @@
 
 #include "zu_test_support.h"
 
-#include <atomic>
 #include <memory>
 
 // An allocator that has only begun: from then on its numbers can be foretold.

@@ -4,8 +4,6 @@
 
 #include "zu/unicode/zu_unicode_db.h"
 
-#include <initializer_list>
-
 TEST( UnicodeDb, ResultsMayBeLeftOut )
 {
     ZU_INT length;

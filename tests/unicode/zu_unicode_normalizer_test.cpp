@@ -2,15 +2,9 @@
 // tests/conformance compares with what others make of the standard, and fuzz with a plain model of the three stages.
 
 #include "zu_test_string.h"
-#include "zu_test_support.h"
 
 #include "zu/base/zu_string_normalize.h"
 #include "zu/unicode/zu_unicode_normalizer.h"
-
-#include <algorithm>
-#include <random>
-#include <string>
-#include <vector>
 
 static void writeText( ZU_UNICODE_NORMALIZER *norm, const std::u32string &text )
 {
