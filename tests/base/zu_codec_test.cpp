@@ -1,9 +1,7 @@
 // The encoder and the decoder beside models of them, written as plainly as the forms are told: a string of bytes, and a
 // reader that calls itself for what nests.
 
-#include "zu/sys/zu_chars_utf8_shuffle_internal.h"
-#include "zu/sys/zu_mem.h"
-#include "zu_test_support.h"
+#include "zu_test_utf8.h"
 
 typedef std::string BYTES;
 
@@ -149,25 +147,13 @@ static BYTES tell( ZU_VECTOR *vec )
     return told;
 }
 
-// All of it with and without the vectors that the processor has
-class CodecModel : public testing::TestWithParam<int> {
+class CodecModel : public WithVectors {
 protected:
-    void SetUp() override
-    {
-        zu___charsUtf8Shuffle = GetParam();
-    }
-    void TearDown() override
-    {
-        zu___charsUtf8Shuffle = -1;
-    }
-
-    uint64_t seed = testSeed();
-    std::mt19937_64 random{ seed };
-    testing::ScopedTrace trace{ __FILE__, __LINE__, "seed " + std::to_string( seed ) };
+    SeededRandom random;
 
     size_t below( size_t end )
     {
-        return random() % end;
+        return random.below( end );
     }
     ZU_INT anyInt()
     {
@@ -386,7 +372,7 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P( Shuffling, CodecModel, testing::Range( 0, zu___CharsUtf8CanShuffle() + 1 ) );
+INSTANTIATE_TEST_SUITE_P( Shuffling, CodecModel, ALL_VECTORS );
 
 TEST_P( CodecModel, DecodesHostileBytes )
 {
@@ -498,33 +484,32 @@ TEST_P( CodecModel, Encodes )
 
 // On a small stack: headers that all tell that the number of bytes follows, with and without an end to that, and counts
 // that nothing could hold.
-static void decodeBombs()
-{
-    for ( int end = -1; end <= 1; end++ ) {
-        BYTES bytes( end < 0 ? 100'000'000 : 1'000'000, 0x7F );
-        if ( end >= 0 ) {
-            bytes += (char)end; // 0 bytes that tell 0 bytes..., or one that tells a number that is not there
-        }
-        zu::Ref<ZU_DECODER> dec = zu::adopt( zuDecoderCreate( makeBuffer( bytes ).get() ) );
-        ZU_INT value = 77;
-        EXPECT_EQ( zuDecoderTryDecodeInt( dec.get(), &value ), end == 0 );
-        EXPECT_EQ( value, 0 );
-        EXPECT_EQ( zuDecoderError( dec.get() ), end != 0 );
-        EXPECT_EQ( zuDecoderRemaining( dec.get() ), 0 );
-    }
-    for ( ZU_INT count : { ZU_INT_MAX, (ZU_INT)1 << 61, (ZU_INT)1 << 40, (ZU_INT)4 } ) {
-        BYTES bytes = modelInt( count ) + "abc";
-        zu::Ref<ZU_BUFFER> buf = makeBuffer( bytes );
-        zu::Ref<ZU_STRING> text;
-        zu::Ref<ZU_BUFFER> plain;
-        zu::Ref<ZU_VECTOR> vec;
-        EXPECT_FALSE( zuDecoderTryDecodeString( zu::adopt( zuDecoderCreate( buf.get() ) ).get(), text.inOut() ) );
-        EXPECT_FALSE( zuDecoderTryDecodeBuffer( zu::adopt( zuDecoderCreate( buf.get() ) ).get(), plain.inOut() ) );
-        EXPECT_FALSE( zuDecoderTryDecodeStringVector( zu::adopt( zuDecoderCreate( buf.get() ) ).get(), vec.inOut() ) );
-        EXPECT_TRUE( !text && !plain && !vec );
-    }
-}
 TEST( Decoder, SurvivesBombs )
 {
-    runOnSmallStack( decodeBombs );
+    runOnSmallStack( [] {
+        for ( int end = -1; end <= 1; end++ ) {
+            BYTES bytes( end < 0 ? 100'000'000 : 1'000'000, 0x7F );
+            if ( end >= 0 ) {
+                bytes += (char)end; // 0 bytes that tell 0 bytes..., or one that tells a number that is not there
+            }
+            zu::Ref<ZU_DECODER> dec = zu::adopt( zuDecoderCreate( makeBuffer( bytes ).get() ) );
+            ZU_INT value = 77;
+            EXPECT_EQ( zuDecoderTryDecodeInt( dec.get(), &value ), end == 0 );
+            EXPECT_EQ( value, 0 );
+            EXPECT_EQ( zuDecoderError( dec.get() ), end != 0 );
+            EXPECT_EQ( zuDecoderRemaining( dec.get() ), 0 );
+        }
+        for ( ZU_INT count : { ZU_INT_MAX, (ZU_INT)1 << 61, (ZU_INT)1 << 40, (ZU_INT)4 } ) {
+            BYTES bytes = modelInt( count ) + "abc";
+            zu::Ref<ZU_BUFFER> buf = makeBuffer( bytes );
+            zu::Ref<ZU_STRING> text;
+            zu::Ref<ZU_BUFFER> plain;
+            zu::Ref<ZU_VECTOR> vec;
+            EXPECT_FALSE( zuDecoderTryDecodeString( zu::adopt( zuDecoderCreate( buf.get() ) ).get(), text.inOut() ) );
+            EXPECT_FALSE( zuDecoderTryDecodeBuffer( zu::adopt( zuDecoderCreate( buf.get() ) ).get(), plain.inOut() ) );
+            EXPECT_FALSE(
+                zuDecoderTryDecodeStringVector( zu::adopt( zuDecoderCreate( buf.get() ) ).get(), vec.inOut() ) );
+            EXPECT_TRUE( !text && !plain && !vec );
+        }
+    } );
 }

@@ -2,8 +2,7 @@
 
 #include "zu/base/zu_utf.h"
 
-#include "zu/sys/zu_chars_utf8_shuffle_internal.h"
-#include "zu_test_support.h"
+#include "zu_test_utf8.h"
 
 // Table 3-7: the ranges of each byte of a sequence
 using ROW = std::vector<std::pair<int, int>>;
@@ -72,19 +71,8 @@ static void expectDecoded( const std::string &bytes )
     }
 }
 
-// All of it with and without the vectors that the processor has
-class Utf : public testing::TestWithParam<int> {
-protected:
-    void SetUp() override
-    {
-        zu___charsUtf8Shuffle = GetParam();
-    }
-    void TearDown() override
-    {
-        zu___charsUtf8Shuffle = -1;
-    }
-};
-INSTANTIATE_TEST_SUITE_P( Shuffling, Utf, testing::Range( 0, zu___CharsUtf8CanShuffle() + 1 ) );
+class Utf : public WithVectors {};
+INSTANTIATE_TEST_SUITE_P( Shuffling, Utf, ALL_VECTORS );
 
 TEST_P( Utf, DecodesEverySequenceAsTheTable )
 {

@@ -1,4 +1,5 @@
 #include "charset_test_support.h"
+#include "zu_test_utf8.h"
 
 static constexpr ZU_CHARSET_FLAGS FAIL = ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER;
 static constexpr ZU_CHARSET_FLAGS DROP = ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS;
@@ -64,46 +65,16 @@ TEST( CharsetUtf8, DropsOneMarkAtTheFront )
     EXPECT_EQ( decode( ZU_CHARSET_UTF_8, { 0xFF, 0xEF, 0xBB, 0xBF } ).text, R + U"\uFEFF" );
 }
 
-// A decoder that knows no blocks and no cache.
 static Decoded referenceUtf8( const Bytes &bytes, ZU_CHARSET_FLAGS flags )
 {
     Decoded result = {};
-    bool strict = ( flags & FAIL ) != 0;
-    auto put = [ & ]( char32_t ch ) { result.text += ch; };
-    auto fault = [ & ]() {
-        if ( !strict && !( flags & DROP ) ) {
-            put( 0xFFFD );
-        }
-        result.error = strict;
-        return strict;
-    };
-    size_t pos = 0;
-    while ( pos < bytes.size() ) {
-        uint8_t lead = bytes[ pos++ ];
-        if ( lead < 0x80 ) {
-            put( lead );
+    for ( char32_t ch : decodeUtf8( bytes, true ) ) {
+        result.error = result.error || ( ch == UTF8_FAULT && flags & FAIL );
+        if ( result.error || ( ch == UTF8_FAULT && flags & DROP ) ) {
             continue;
         }
-        size_t missing = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : 1;
-        bool broken = lead < 0xC0 || lead > 0xF7;
-        char32_t value = lead & ( 0x7F >> ( missing + 1 ) );
-        for ( ; !broken && missing > 0 && pos < bytes.size(); missing-- ) {
-            uint8_t byte = bytes[ pos++ ];
-            broken = ( byte & 0xC0 ) != 0x80;
-            value = value << 6 | ( byte & 0x3F );
-            if ( broken ) {
-                break;
-            }
-        }
-        if ( broken || missing > 0 || value > 0x10FFFF ) {
-            if ( fault() ) {
-                return result;
-            }
-            while ( broken && pos < bytes.size() && ( bytes[ pos ] & 0xC0 ) == 0x80 ) {
-                pos++;
-            }
-        } else if ( value != 0xFEFF || !result.text.empty() || ( flags & KEEP_MARK ) ) {
-            put( value );
+        if ( ch != 0xFEFF || !result.text.empty() || flags & KEEP_MARK ) {
+            result.text += ch == UTF8_FAULT ? U'\uFFFD' : ch;
         }
     }
     return result;

@@ -2,8 +2,7 @@
 
 #include "zu/sys/zu_chars.h"
 
-#include "zu/sys/zu_chars_utf8_shuffle_internal.h"
-#include "zu_test_support.h"
+#include "zu_test_utf8.h"
 
 using Chars = std::vector<ZU_CHAR>;
 using Bytes = std::string;
@@ -49,54 +48,11 @@ static void expectMeasuringCopyTo( DEST wanted, ZU_INT ( *convert )( UNIT *, ZU_
 
 // UTF-8
 
-// The state machine, byte by byte.
 static Chars decodedUtf8( const Bytes &src )
 {
-    enum { NEUTRAL, IN_SEQUENCE, SKIPPING } state = NEUTRAL;
-    Chars result;
-    ZU_CHAR value = 0;
-    int missing = 0;
-    for ( size_t i = 0; i < src.size(); ) {
-        ZU_CHAR byte = (uint8_t)src[ i ];
-        bool continues = byte >= 0x80 && byte <= 0xBF;
-        switch ( state ) {
-        case NEUTRAL:
-            i++;
-            if ( byte < 0x80 ) {
-                result.push_back( byte );
-            } else if ( byte >= 0xC0 && byte <= 0xF7 ) {
-                state = IN_SEQUENCE;
-                missing = byte < 0xE0 ? 1 : byte < 0xF0 ? 2 : 3;
-                value = byte & ( byte < 0xE0 ? 0x1F : byte < 0xF0 ? 0x0F : 0x07 );
-            } else {
-                result.push_back( REPLACEMENT );
-                state = SKIPPING;
-            }
-            break;
-        case IN_SEQUENCE:
-            if ( !continues ) {
-                result.push_back( REPLACEMENT );
-                state = NEUTRAL;
-                break;
-            }
-            i++;
-            value = value * 64 + byte % 64;
-            if ( --missing == 0 ) {
-                if ( value <= 0x10FFFF ) {
-                    result.push_back( value );
-                }
-                state = NEUTRAL;
-            }
-            break;
-        case SKIPPING:
-            if ( continues ) {
-                i++;
-            } else {
-                state = NEUTRAL;
-            }
-        }
-    }
-    return result;
+    std::u32string text = decodeUtf8( src, false );
+    std::replace( text.begin(), text.end(), UTF8_FAULT, (char32_t)REPLACEMENT );
+    return Chars( text.begin(), text.end() );
 }
 static Bytes encodedUtf8( const Chars &src )
 {
@@ -127,19 +83,8 @@ static void expectMeasuringCopyFrom( const SOURCE &src, ZU_INT ( *convert )( ZU_
     }
 }
 
-// Each test runs with the vectors that the processor has, and without.
-class CharsUtf8 : public testing::TestWithParam<int> {
-protected:
-    void SetUp() override
-    {
-        zu___charsUtf8Shuffle = GetParam();
-    }
-    void TearDown() override
-    {
-        zu___charsUtf8Shuffle = -1;
-    }
-};
-INSTANTIATE_TEST_SUITE_P( Shuffle, CharsUtf8, testing::Range( 0, zu___CharsUtf8CanShuffle() + 1 ) );
+class CharsUtf8 : public WithVectors {};
+INSTANTIATE_TEST_SUITE_P( Shuffle, CharsUtf8, ALL_VECTORS );
 
 TEST_P( CharsUtf8, DecodesWhatNeverEndsWell )
 {
@@ -196,14 +141,12 @@ static Chars randomText( std::mt19937_64 &random, size_t length )
 
 TEST_P( CharsUtf8, DecodesAndEncodesRandomText )
 {
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     for ( int round = 0; round < 1500 && !HasFatalFailure(); round++ ) {
         Chars text = randomText( random, random() % ( round % 50 ? 120 : 5000 ) );
         Bytes bytes = encodedUtf8( text );
         expectMeasuringCopyTo( bytes, zuCharsConvertToUtf8, text );
-        // Damaged, it still decodes as the state machine has it.
+        // Damaged, it still decodes as byte by byte.
         for ( size_t i = 0; i < bytes.size(); i += 1 + random() % 100 ) {
             bytes[ i ] = (char)random();
         }
@@ -274,9 +217,7 @@ static Chars joined( const Units &src )
 }
 TEST( CharsWide, WidensUnitsAndMakesPairs )
 {
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     for ( int round = 0; round < 100 && !HasFatalFailure(); round++ ) {
         Chars text = randomText( random, random() % 200 );
         Units units = encodedWide( text );
@@ -287,9 +228,7 @@ TEST( CharsWide, WidensUnitsAndMakesPairs )
 
 TEST( CharsNarrow, TravelThroughUtf16 )
 {
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     for ( int round = 0; round < 600 && !HasFatalFailure(); round++ ) {
         // Around the 96 units that need no heap, and shorter; a third is ASCII
         Chars text = randomText( random, round % 2 ? 90 + random() % 12 : random() % 12 );
@@ -321,9 +260,7 @@ TEST( CharsNarrow, BrokenSequencesAreReplaced )
         expectMeasuringCopyFrom( Bytes( row.bytes ), zuCharsConvertFromCstr, Chars( wanted.begin(), wanted.end() ) );
     }
     // The same amid sound text of any length
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     Bytes bytes;
     Chars chars;
     for ( int i = 0; i < 300; i++ ) {
@@ -343,9 +280,7 @@ TEST( CharsNarrow, BrokenSequencesAreReplaced )
 
 TEST( Chars, SanitizeJoinsPairsAndDropsTheRest )
 {
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     static constexpr ZU_CHAR ALPHABET[] = { 'a',    0xD800, 0xDBFF,   0xDC00,   0xDFFF,
                                             0xD83D, 0xDE00, 0x10FFFF, 0x110000, 0xFFFFFFFF };
     for ( int round = 0; round < 2000 && !HasFatalFailure(); round++ ) {
