@@ -57,9 +57,7 @@ static void expectShortest( double value )
 
 TEST( RealText, ComesBack )
 {
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     for ( int exponent = -1074; exponent < 1024; exponent++ ) {
         expectShortest( std::ldexp( 1, exponent ) );
         expectShortest( std::nextafter( std::ldexp( 1, exponent ), 0 ) );
@@ -103,9 +101,7 @@ TEST( RealText, TakesTheShorterForm )
 }
 TEST( RealText, RoundsGivenDigitsExactly )
 {
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     // By the C++ library, which does not ask the C library for this
     auto expectDigits = []( double value, int digits ) {
         char text[ 1600 ];
@@ -148,9 +144,7 @@ TEST( RealText, RoundsGivenDigitsExactly )
 // Digits at random, of which many lie halfway between two doubles, or nearly so
 TEST( RealText, ReadsAsTheLibraryDoes )
 {
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     for ( int round = rounds() / 3; round > 0 && !HasFailure(); round-- ) {
         std::string text = random() % 4 ? "" : "-";
         if ( random() % 3 == 0 ) { // the exact half of two neighbours, and perhaps a little more

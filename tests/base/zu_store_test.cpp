@@ -3,16 +3,6 @@
 using STRING = zu::Ref<ZU_STRING>;
 using STORE = zu::Ref<ZU_STORE>;
 
-static std::vector<std::string> takeTexts( ZU_VECTOR *vec )
-{
-    std::vector<std::string> texts;
-    for ( ZU_INT i = 0; i < zuVectorLength( vec ); i++ ) {
-        texts.push_back( takeText( zuStringFrom( zuVectorObjAt( vec, i ) ) ) );
-    }
-    zuVectorRelease( vec );
-    return texts;
-}
-
 // The two forms of each operation that find the entry by themselves, to be chosen by a number; the other forms make a
 // string and hand on, which is tested for all families at once.
 enum { PLAIN, AT, FORMS };
@@ -344,24 +334,21 @@ static STORE makeChain( int depth, ZU_INT value )
     }
     return chain;
 }
-static void mergeDeepStores()
-{
-    STORE store = makeChain( 10000, 1 );
-    EXPECT_TRUE( zuStoreEquals( store.get(), makeChain( 10000, 1 ).get() ) );
-    zuStoreMerge( store.inOut(), makeChain( 20000, 2 ).get() );
-    ZU_INT both = 0;
-    ZU_INT levels = 0;
-    while ( STORE next = zu::adopt( zuStoreStoreCstr( store.get(), "s", -1 ) ) ) {
-        levels++;
-        both += zuStoreHasValueIntCstr( store.get(), "v1", -1 ) && zuStoreHasValueIntCstr( store.get(), "v2", -1 );
-        store = next;
-    }
-    EXPECT_EQ( levels, 20000 );
-    EXPECT_EQ( both, 10000 );
-}
 TEST( Store, TakesDeepStoresOnASmallStack )
 {
-    runOnSmallStack( mergeDeepStores );
+    runOnSmallStack( [] {
+        STORE store = makeChain( 10000, 1 );
+        EXPECT_TRUE( zuStoreEquals( store.get(), makeChain( 10000, 1 ).get() ) );
+        zuStoreMerge( store.inOut(), makeChain( 20000, 2 ).get() );
+        ZU_INT both = 0, levels = 0;
+        while ( STORE next = zu::adopt( zuStoreStoreCstr( store.get(), "s", -1 ) ) ) {
+            levels++;
+            both += zuStoreHasValueIntCstr( store.get(), "v1", -1 ) && zuStoreHasValueIntCstr( store.get(), "v2", -1 );
+            store = next;
+        }
+        EXPECT_EQ( levels, 20000 );
+        EXPECT_EQ( both, 10000 );
+    } );
 }
 
 TEST( StoreAborts, Addresses )

@@ -130,9 +130,8 @@ static zu::Ref<ZU_VECTOR> vectorOf( const LINES &lines )
 static LINES linesOf( ZU_STORE *store )
 {
     LINES lines;
-    zu::Ref<ZU_VECTOR> vec = zu::adopt( zuStoreTextEncodeToStringVector( store ) );
-    for ( ZU_INT i = 0; i < zuVectorLength( vec.get() ); i++ ) {
-        lines.emplace_back( zu::view( (ZU_STRING *)zuVectorBacking( vec.get() )[ i ] ) );
+    for ( ZU_STRING *line : zu::items<ZU_STRING>( zu::adopt( zuStoreTextEncodeToStringVector( store ) ) ) ) {
+        lines.emplace_back( zu::view( line ) );
     }
     return lines;
 }
@@ -201,8 +200,7 @@ protected:
     // Appends the entries of `tree` in any order, some of them twice, and some that the later one replaces.
     void encodeShuffled( const TREE &tree, ZU_ENCODER *enc )
     {
-        std::vector<std::pair<std::u32string, int>>
-            entries; // 0: the value, 1: the sub-store, 2: a value that is replaced
+        std::vector<std::pair<std::u32string, int>> entries; // 0: value, 1: sub-store, 2: a value that is replaced
         for ( const auto &each : tree.values ) {
             entries.emplace_back( each.first, 0 );
         }
@@ -341,25 +339,23 @@ static int depthOf( STORE store )
     }
     return zuStoreLength( store.get() ) > 0 ? depth : -depth;
 }
-// On a small stack: written is any depth, read are 100 levels.
-static void readDeepStores()
-{
-    for ( int levels : { 99, 100, 101, 20000 } ) {
-        STORE chain = makeChain( levels );
-        LINES lines = linesOf( chain.get() );
-        BUFFER binary = zu::adopt( zuStoreBinaryEncodeToBuffer( chain.get() ) );
-        EXPECT_EQ( lines.size(), 1u );
-        EXPECT_EQ( lines[ 0 ].size(), 2u * (size_t)levels + 3 );
-        EXPECT_EQ( depthOf( zu::adopt( zuStoreTextDecodeFromStringVector( vectorOf( lines ).get() ) ) ),
-                   levels < 100 ? levels : -100 );
-        zu::Ref<ZU_DECODER> dec = zu::adopt( zuDecoderCreate( binary.get() ) );
-        EXPECT_EQ( bool( zu::adopt( zuStoreBinaryTryDecodeFromDecoder( dec.get() ) ) ), levels < 100 );
-        EXPECT_EQ( zuDecoderError( dec.get() ), levels >= 100 );
-    }
-}
+// Written is any depth, read are 100 levels.
 TEST( StoreText, DepthIsBounded )
 {
-    runOnSmallStack( readDeepStores );
+    runOnSmallStack( [] {
+        for ( int levels : { 99, 100, 101, 20000 } ) {
+            STORE chain = makeChain( levels );
+            LINES lines = linesOf( chain.get() );
+            BUFFER binary = zu::adopt( zuStoreBinaryEncodeToBuffer( chain.get() ) );
+            EXPECT_EQ( lines.size(), 1u );
+            EXPECT_EQ( lines[ 0 ].size(), 2u * (size_t)levels + 3 );
+            EXPECT_EQ( depthOf( zu::adopt( zuStoreTextDecodeFromStringVector( vectorOf( lines ).get() ) ) ),
+                       levels < 100 ? levels : -100 );
+            zu::Ref<ZU_DECODER> dec = zu::adopt( zuDecoderCreate( binary.get() ) );
+            EXPECT_EQ( bool( zu::adopt( zuStoreBinaryTryDecodeFromDecoder( dec.get() ) ) ), levels < 100 );
+            EXPECT_EQ( zuDecoderError( dec.get() ), levels >= 100 );
+        }
+    } );
 }
 
 // As many addresses as would take minutes if each moved those behind it; sub-stores as well.

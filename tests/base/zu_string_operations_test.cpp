@@ -60,13 +60,12 @@ TEST( StringSearch, FindsWhatTheModelFinds )
 }
 
 // Split
-static std::vector<Text> takeTexts( ZU_VECTOR *parts )
+static std::vector<Text> takeParts( ZU_VECTOR *parts )
 {
     std::vector<Text> texts;
-    for ( ZU_INT i = 0; i < zuVectorLength( parts ); i++ ) {
-        texts.push_back( takeChars( zuStringFrom( zuVectorObjAt( parts, i ) ) ) );
+    for ( ZU_STRING *part : zu::items<ZU_STRING>( zu::adopt( parts ) ) ) {
+        texts.push_back( charsOf( part ) );
     }
-    zuVectorRelease( parts );
     return texts;
 }
 static std::vector<Text> modelSplit( const Text &text, const Text &sep, ZU_INT maxParts )
@@ -106,17 +105,16 @@ TEST( StringSplit, DividesAsTheModel )
         ZU_INT maxParts = random.below( 3 ) ? -1 : 1 + (ZU_INT)random.below( 5 );
         Text text = anyText( random, U"aaa,,;", 30 );
         Text sep = anyText( random, U",;", 1 ) + U",";
-        ZU_STRING *zus = makeString( text );
-        ZU_STRING *sepString = makeString( sep );
-        EXPECT_EQ( takeTexts( zuStringSplit( zus, sepString, maxParts ) ), modelSplit( text, sep, maxParts ) );
-        EXPECT_EQ( takeTexts( zuStringSplitChar( zus, ',', maxParts ) ), modelSplit( text, U",", maxParts ) );
-        zuStringRelease( sepString );
-        zuStringRelease( zus );
+        auto zus = zu::adopt( makeString( text ) ), sepString = zu::adopt( makeString( sep ) );
+        EXPECT_EQ( takeParts( zuStringSplit( zus.get(), sepString.get(), maxParts ) ),
+                   modelSplit( text, sep, maxParts ) );
+        EXPECT_EQ( takeParts( zuStringSplitChar( zus.get(), ',', maxParts ) ), modelSplit( text, U",", maxParts ) );
 
         Text blanks = anyText( random, U"aaab \t\u2003\u3000\u0085", 30 );
-        zus = makeString( blanks );
-        EXPECT_EQ( takeTexts( zuStringSplitWhitespace( zus, maxParts ) ), modelSplitWhitespace( blanks, maxParts ) );
-        EXPECT_EQ( takeChars( zus ), blanks );
+        zus = zu::adopt( makeString( blanks ) );
+        EXPECT_EQ( takeParts( zuStringSplitWhitespace( zus.get(), maxParts ) ),
+                   modelSplitWhitespace( blanks, maxParts ) );
+        EXPECT_EQ( charsOf( zus.get() ), blanks );
     }
 }
 

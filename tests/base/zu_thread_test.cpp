@@ -1,11 +1,7 @@
-#include "zu_test_support.h"
+#include "zu_test_string.h"
 
 #include <unistd.h>
 
-static zu::Ref<ZU_STRING> text( const char *ascii )
-{
-    return zu::adopt( zuStringCreateFromAscii( ascii, -1 ) );
-}
 static zu::Ref<ZU_THREAD> spawn( const char *name, ZU_THREAD_FUNC func, ZU_OBJ *argument = nullptr,
                                  ZU_THREAD_PRIORITY prio = ZU_THREAD_PRIORITY_NORMAL )
 {
@@ -39,9 +35,8 @@ TEST( Thread, KnowsItself )
     zuThreadJoin( thread.get() );
     EXPECT_EQ( self.get(), thread.get() );
     EXPECT_EQ( prio, ZU_THREAD_PRIORITY_LOW );
-    auto name = zu::adopt( zuThreadName( thread.get() ) );
-    EXPECT_EQ( zuStringLength( name.get() ), 53 );
-    EXPECT_TRUE( zuStringEquals( zu::adopt( zuThreadToString( thread.get() ) ).get(), name.get() ) );
+    EXPECT_EQ( takeText( zuThreadName( thread.get() ) ).size(), 53u );
+    EXPECT_EQ( textOf( zuThreadObj( thread.get() ) ), takeText( zuThreadName( thread.get() ) ) );
     EXPECT_NE( zu::adopt( zuThreadThis() ).get(), thread.get() );
     EXPECT_TRUE( zuThreadEncapsulated() );
     self = nullptr;
@@ -55,21 +50,21 @@ TEST( Thread, RunsAtEveryPriority )
         auto thread = spawn(
             "priority", [] { runs++; }, nullptr, prio );
         zuThreadJoin( thread.get() );
-        auto name = zu::adopt( zuThreadPriorityToString( prio ) );
-        EXPECT_EQ( zuThreadPriorityFromString( name.get() ), prio );
+        EXPECT_EQ( zuThreadPriorityFromString( zu::adopt( zuThreadPriorityToString( prio ) ).get() ), prio );
     }
     EXPECT_EQ( runs, 7 );
-    EXPECT_EQ( zuThreadPriorityFromString( text( "ZU_THREAD_PRIORITY_CRITICAL" ).get() ), ZU_THREAD_PRIORITY_CRITICAL );
-    EXPECT_EQ( zuThreadPriorityFromString( text( "7" ).get() ), -1 );
+    EXPECT_EQ( zuThreadPriorityFromString( string( "ZU_THREAD_PRIORITY_CRITICAL" ).get() ),
+               ZU_THREAD_PRIORITY_CRITICAL );
+    EXPECT_EQ( zuThreadPriorityFromString( string( "7" ).get() ), -1 );
 }
 
 TEST( Thread, HandsItsArgumentOutOnce )
 {
-    auto argument = text( "argument" );
+    auto argument = string( "argument" );
     runOnThread(
         [] {
             auto first = zu::adopt( zuThreadUnlatchArgument() );
-            EXPECT_TRUE( zuStringEqualsCstr( zuStringFrom( first.get() ), "argument", -1 ) );
+            EXPECT_EQ( textOf( first.get() ), "argument" );
             EXPECT_EQ( zuThreadUnlatchArgument(), nullptr );
         },
         zuStringObj( argument.get() ) );
@@ -82,8 +77,8 @@ TEST( Thread, KeepsItsKeysToItself )
 {
     static zu::Ref<ZU_STRING> key;
     static zu::Ref<ZU_STRING> value;
-    key = text( "key" );
-    value = text( "value" );
+    key = string( "key" );
+    value = string( "value" );
     auto work = [] {
         ZU_OBJ *keyObj = zuStringObj( key.get() );
         EXPECT_FALSE( zuThreadHasKey( keyObj ) );
@@ -108,7 +103,7 @@ static std::atomic<int> ends;
 static ZU_OBJ *createFarewell( ZU_INT times );
 static void sayFarewell( void *times )
 {
-    auto key = text( "farewell" );
+    auto key = string( "farewell" );
     EXPECT_FALSE( zuThreadHasKey( zuStringObj( key.get() ) ) );
     ends++;
     if ( times ) {
@@ -125,7 +120,7 @@ TEST( Thread, KeysMayUseKeysAtTheirEnd )
     ends = 0;
     runOnThread( [] {
         auto value = zu::adopt( createFarewell( 3 ) );
-        zuThreadSetKey( zuStringObj( text( "farewell" ).get() ), value.get() );
+        zuThreadSetKey( zuStringObj( string( "farewell" ).get() ), value.get() );
     } );
     EXPECT_EQ( ends, 4 );
 }
@@ -198,15 +193,14 @@ TEST( Thread, EncapsulatesForeignThreads )
 {
     std::thread( [] {
         EXPECT_FALSE( zuThreadEncapsulated() );
-        auto argument = text( "argument" );
+        auto argument = string( "argument" );
         zuThreadEncapsulate(
             [] {
                 EXPECT_TRUE( zuThreadEncapsulated() );
                 zuThreadCheckEncapsulated();
                 EXPECT_EQ( zuThreadPriority(), ZU_THREAD_PRIORITY_NORMAL );
                 auto thread = zu::adopt( zuThreadThis() );
-                EXPECT_TRUE( zuStringEqualsCstr( zu::adopt( zuThreadName( thread.get() ) ).get(),
-                                                 "zu___ThreadEncapsulateBegin", -1 ) );
+                EXPECT_EQ( takeText( zuThreadName( thread.get() ) ), "zu___ThreadEncapsulateBegin" );
                 EXPECT_FALSE( zu___ThreadTryFreeze( thread.get() ) );
                 EXPECT_FALSE( zuThreadEnd( thread.get() ) );
             },
@@ -261,28 +255,21 @@ TEST( Thread, FreezesForGood )
     EXPECT_EXIT( freezeACountingThread(), testing::ExitedWithCode( 0 ), "" );
 }
 
-TEST( ThreadAborts, WithoutACurrentThread )
+TEST( ThreadAborts, Misuse )
 {
-    const struct {
-        const char *expression;
-        void ( *func )();
-    } rows[] = {
+    static constexpr std::pair<const char *, void ( * )()> WITHOUT_A_THREAD[] = {
         { "thisThread", [] { zuThreadThis(); } },
         { "thisThread", [] { zuThreadUnlatchArgument(); } },
         { "thisThread", [] { zuSleepTimed( nullptr, 0 ); } },
         { "thisThread", zu___ThreadEncapsulateEnd },
         { "zuThreadEncapsulated()", zuThreadCheckEncapsulated },
     };
-    for ( const auto &row : rows ) {
-        expectAbort( row.expression, [ & ] {
+    for ( auto [ expression, func ] : WITHOUT_A_THREAD ) {
+        expectAbort( expression, [ func = func ] {
             zu___ThreadEncapsulateEnd();
-            row.func();
+            func();
         } );
     }
-}
-
-TEST( ThreadAborts, Misuse )
-{
     expectAbort( "!zuThreadEncapsulated()", [] { zu___ThreadEncapsulateBegin( nullptr ); } );
     expectAbort( "thisThread != thread", [] { zuThreadJoin( zu::adopt( zuThreadThis() ).get() ); } );
 }

@@ -1,11 +1,7 @@
 // The strongest test lets each call that the file layer makes of the system fail in turn; the same points serve to let
 // others interfere, and to end the process.
 
-#include "zu/io/zu_env.h"
-#include "zu/io/zu_file.h"
-#include "zu/io/zu_file_replace.h"
-#include "zu/sys/zu_mem.h"
-#include "zu_test_support.h"
+#include "zu_test_string.h"
 
 #include <cerrno>
 #include <csignal>
@@ -118,56 +114,33 @@ FAULT_CALL( struct dirent *, readdir, nullptr, ( DIR * dir ), ( dir ) )
 FAULT_CALL( char *, getcwd, nullptr, ( char *path, size_t size ), ( path, size ) )
 
 // A string of UTF-8 that lives as long as the expression it stands in.
-struct NAME {
-    ZU_STRING *zus;
-    NAME( const std::string &utf8 ) : zus( zuStringCreateFromUtf8( utf8.data(), (ZU_INT)utf8.size() ) )
+struct NAME : zu::Ref<ZU_STRING> {
+    NAME( const std::string &utf8 ) : zu::Ref<ZU_STRING>( string( utf8 ) )
     {
-    }
-    ~NAME()
-    {
-        zuStringRelease( zus );
     }
     operator ZU_STRING *() const
     {
-        return zus;
+        return get();
     }
 };
-static std::string takeText( ZU_STRING *zus )
+static TEXTS takeSorted( ZU_VECTOR *vec )
 {
-    char *utf8 = zuStringConvertToUtf8( zus, ZU_TRUE, nullptr );
-    std::string text = utf8;
-    zuMemFree( utf8 );
-    zuStringRelease( zus );
-    return text;
-}
-static TEXTS takeTexts( ZU_VECTOR *vec )
-{
-    TEXTS texts;
-    for ( ZU_INT i = 0; i < zuVectorLength( vec ); i++ ) {
-        texts.push_back( takeText( zuStringFrom( zuVectorObjAt( vec, i ) ) ) );
-    }
-    zuVectorRelease( vec );
+    TEXTS texts = takeTexts( vec );
     std::sort( texts.begin(), texts.end() );
     return texts;
 }
 // Writes a whole file in either way.
 static bool writeBytes( ZU_BOOL write( ZU_STRING *, ZU_BUFFER * ), ZU_STRING *fn, const std::string &bytes )
 {
-    ZU_BUFFER *buf = zuBufferCreateFromBytesCopy( (const uint8_t *)bytes.data(), (ZU_INT)bytes.size() );
-    bool ok = write( fn, buf );
-    zuBufferRelease( buf );
-    return ok;
+    return write(
+        fn, zu::adopt( zuBufferCreateFromBytesCopy( (const uint8_t *)bytes.data(), (ZU_INT)bytes.size() ) ).get() );
 }
 // The content, or "null"
 static std::string readBytes( ZU_STRING *fn, ZU_INT maxBytes = -1 )
 {
-    ZU_BUFFER *buf = zuFileReadBuffer( fn, maxBytes );
-    std::string bytes = "null";
-    if ( buf ) {
-        bytes.assign( (const char *)zuBufferBacking( buf ), (size_t)zuBufferLength( buf ) );
-        zuBufferRelease( buf );
-    }
-    return bytes;
+    zu::Ref<ZU_BUFFER> buf = zu::adopt( zuFileReadBuffer( fn, maxBytes ) );
+    return buf ? std::string( (const char *)zuBufferBacking( buf.get() ), (size_t)zuBufferLength( buf.get() ) )
+               : "null";
 }
 
 // Files as the standard library sees them
@@ -258,36 +231,25 @@ TEST_F( File, EveryCallFailsInEveryWay )
         list( path( "list" ) ), guarded( path( "guarded" ) ), suffix( ".txt" );
     std::string seen;
     auto readLines = [ & ] {
-        ZU_LINE_SOURCE *source = zuFileOpenLineSource( file, ZU_CHARSET_UTF_8, 0, ZU_NLF_FLAG_LF );
-        if ( !source ) {
-            return false;
-        }
+        auto source = zu::adopt( zuFileOpenLineSource( file, ZU_CHARSET_UTF_8, 0, ZU_NLF_FLAG_LF ) );
         seen.clear();
-        while ( ZU_STRING *line = zuLineSourceRead( source ) ) {
+        while ( ZU_STRING *line = source ? zuLineSourceRead( source.get() ) : nullptr ) {
             seen += ( seen.empty() ? "" : "\n" ) + takeText( line );
         }
-        bool ok = !zuLineSourceError( source );
-        zuLineSourceRelease( source );
-        return ok;
+        return source && !zuLineSourceError( source.get() );
     };
     auto writeLines = [ & ] {
-        ZU_LINE_SINK *sink = zuFileOpenLineSink( file, ZU_CHARSET_UTF_8, 0, ZU_NLF_FLAG_LF );
-        bool ok = sink && zuLineSinkWrite( sink, NAME( NEW ) ) && zuLineSinkFlush( sink );
-        ZU_REF_RELEASE_OPT( sink );
-        return ok;
+        auto sink = zu::adopt( zuFileOpenLineSink( file, ZU_CHARSET_UTF_8, 0, ZU_NLF_FLAG_LF ) );
+        return sink && zuLineSinkWrite( sink.get(), NAME( NEW ) ) && zuLineSinkFlush( sink.get() );
     };
     auto content = [ & ] {
         seen.clear();
-        for ( const std::string &text : takeTexts( zuDirectoryContent( list, ZU_TRUE, suffix ) ) ) {
+        for ( const std::string &text : takeSorted( zuDirectoryContent( list, ZU_TRUE, suffix ) ) ) {
             seen += text.substr( folder.string().size() );
         }
         return !seen.empty();
     };
-    auto modified = [ & ] {
-        ZU_TIME *time = zuFileModificationTime( file );
-        ZU_REF_RELEASE_OPT( time );
-        return time != nullptr;
-    };
+    auto modified = [ & ] { return bool( zu::adopt( zuFileModificationTime( file ) ) ); };
     auto sees = [ & ]( const std::string &what ) { return [ &seen, what ] { return seen == what; }; };
     auto has = [ & ]( const char *name, const std::string &what ) {
         return [ =, this ] { return get( folder / name ) == what; };
@@ -410,8 +372,7 @@ TEST_F( File, AWriterThatDiesLeavesTheOldOrTheNew )
         ASSERT_TRUE( now == NEW || ( now == OLD && !finished ) ) << at << ": " << now.size();
     }
     // At any moment: whole is what consists of one letter, as often as belongs to it.
-    uint64_t seed = testSeed();
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     auto content = []( unsigned i ) { return std::string( 1000 + i % 26 * 5000, (char)( 'a' + i % 26 ) ); };
     put( folder / "file", content( 0 ) );
     for ( int round = 0; round < 30; round++ ) {
@@ -424,20 +385,19 @@ TEST_F( File, AWriterThatDiesLeavesTheOldOrTheNew )
         std::string now;
         for ( uint64_t reads = random() % 256; reads > 0; reads-- ) {
             now = readBytes( file );
-            ASSERT_TRUE( now == content( (unsigned)( now[ 0 ] - 'a' ) ) ) << seed;
+            ASSERT_TRUE( now == content( (unsigned)( now[ 0 ] - 'a' ) ) );
         }
         kill( writer, SIGKILL );
         ended( writer );
         now = get( folder / "file" );
-        ASSERT_TRUE( !now.empty() && now == content( (unsigned)( now[ 0 ] - 'a' ) ) ) << seed;
+        ASSERT_TRUE( !now.empty() && now == content( (unsigned)( now[ 0 ] - 'a' ) ) );
     }
 }
 
 // A file written and read in random pieces is what a string holds, on both sides of every border of the cache.
 TEST_F( File, StreamsCarryEveryByte )
 {
-    uint64_t seed = testSeed();
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     const NAME file( path( "file" ) );
     auto size = [ & ] {
         const size_t around[] = { 1, 1024, 65536, 131072, 1 + random() % 200000 };
@@ -447,10 +407,10 @@ TEST_F( File, StreamsCarryEveryByte )
     ZU_BYTE_SINK *sink = zuFileOpenByteSink( file );
     for ( size_t at = 0, count; at < bytes.size(); at += count ) {
         count = std::min( size(), bytes.size() - at );
-        ASSERT_TRUE( zuByteSinkWriteBytes( sink, (const uint8_t *)bytes.data() + at, (ZU_INT)count ) ) << seed;
+        ASSERT_TRUE( zuByteSinkWriteBytes( sink, (const uint8_t *)bytes.data() + at, (ZU_INT)count ) );
         if ( random() % 4 == 0 ) {
             ASSERT_TRUE( zuByteSinkFlush( sink ) );
-            ASSERT_EQ( fs::file_size( folder / "file" ), at + count ) << seed;
+            ASSERT_EQ( fs::file_size( folder / "file" ), at + count );
         }
     }
     // Others are kept off the file as long as the sink is there, and change nothing.
@@ -462,7 +422,7 @@ TEST_F( File, StreamsCarryEveryByte )
                      fcntl( std::stoi( entry.path().filename() ), F_GETFD ) == FD_CLOEXEC );
     }
     zuByteSinkRelease( sink );
-    EXPECT_TRUE( get( folder / "file" ) == bytes ) << seed;
+    EXPECT_TRUE( get( folder / "file" ) == bytes );
     size_t at = 0;
     while ( !zuByteSourceEnd( source ) ) {
         std::string piece( size(), 0 );
@@ -470,8 +430,8 @@ TEST_F( File, StreamsCarryEveryByte )
         bool skips = random() % 3 == 0;
         size_t count = (size_t)( skips ? zuByteSourceSkip( source, (ZU_INT)piece.size() )
                                        : zuByteSourceReadBytes( source, to, (ZU_INT)piece.size() ) );
-        ASSERT_EQ( count, std::min( piece.size(), bytes.size() - at ) ) << seed;
-        ASSERT_TRUE( skips || bytes.compare( at, count, piece, 0, count ) == 0 ) << seed;
+        ASSERT_EQ( count, std::min( piece.size(), bytes.size() - at ) );
+        ASSERT_TRUE( skips || bytes.compare( at, count, piece, 0, count ) == 0 );
         at += count;
     }
     std::ofstream( folder / "file", std::ios::app ) << "more";
@@ -513,20 +473,17 @@ TEST_F( File, DirectoriesAreListedAndTheirNamesOpened )
     auto list = [ & ]( ZU_BOOL noDirectories, const std::string &suffix ) {
         return zuDirectoryContent( NAME( path( "sub/" ) ), noDirectories, NAME( suffix ) );
     };
-    ZU_VECTOR *all = list( ZU_TRUE, ".TXT" );
     TEXTS contents;
-    for ( ZU_INT i = 0; i < zuVectorLength( all ); i++ ) {
-        contents.push_back( readBytes( zuStringFrom( zuVectorBacking( all )[ i ] ) ) );
+    for ( ZU_STRING *each : zu::items<ZU_STRING>( zu::adopt( list( ZU_TRUE, ".TXT" ) ) ) ) {
+        contents.push_back( readBytes( each ) );
     }
-    zuVectorRelease( all );
     EXPECT_TRUE( std::is_permutation( contents.begin(), contents.end(), names.begin(), names.end() - 1 ) );
-    EXPECT_EQ( takeTexts( list( ZU_FALSE, "in" ) ), TEXTS( { path( "sub/in" ), path( "sub/plain" ) } ) );
-    EXPECT_EQ( takeTexts( list( ZU_FALSE, "" ) ).size(), 7u );
+    EXPECT_EQ( takeSorted( list( ZU_FALSE, "in" ) ), TEXTS( { path( "sub/in" ), path( "sub/plain" ) } ) );
+    EXPECT_EQ( takeSorted( list( ZU_FALSE, "" ) ).size(), 7u );
     // Narrow text brings a character beyond the BMP as a pair; both are the same name.
-    ZU_STRING *pair = zuStringCreateFromCstr( path( "sub/" + names[ 3 ] ).c_str(), -1 );
-    EXPECT_EQ( readBytes( pair ), names[ 3 ] );
-    EXPECT_FALSE( zuFileRename( NAME( path( "sub/plain" ) ), pair ) ); // nothing is overwritten
-    zuStringRelease( pair );
+    auto pair = zu::adopt( zuStringCreateFromCstr( path( "sub/" + names[ 3 ] ).c_str(), -1 ) );
+    EXPECT_EQ( readBytes( pair.get() ), names[ 3 ] );
+    EXPECT_FALSE( zuFileRename( NAME( path( "sub/plain" ) ), pair.get() ) ); // nothing is overwritten
 }
 
 TEST_F( File, TreesGoWhateverTheirDepth )
@@ -593,7 +550,7 @@ TEST_F( File, OthersMayNot )
         ok = ok && readBytes( guarded ) == "null" && readBytes( file ) == OLD;
         ok = ok && !zuFileOpenByteSink( file ) && !writeBytes( zuFileReplaceBuffer, file, "x" );
         ok = ok && !zuFileExists( NAME( path( "list/a.TXT" ) ) ) && !zuFileDeleteDirectoryRecursive( list );
-        ok = ok && zuFileIsDirectory( list ) && takeTexts( zuDirectoryContent( list, ZU_FALSE, nullptr ) ).empty();
+        ok = ok && zuFileIsDirectory( list ) && takeSorted( zuDirectoryContent( list, ZU_FALSE, nullptr ) ).empty();
         ok = ok && writeBytes( zuFileReplaceBuffer, NAME( path( "mine" ) ), "x" ) && get( folder / "file" ) == OLD;
         _exit( ok ? 0 : 1 );
     }

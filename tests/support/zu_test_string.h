@@ -42,6 +42,15 @@ inline std::string textOf( ZU_OBJ *obj )
 {
     return takeText( zuObjToString( obj ) );
 }
+// What the items of a vector print
+inline std::vector<std::string> takeTexts( ZU_VECTOR *vec )
+{
+    std::vector<std::string> texts;
+    for ( ZU_OBJ *item : zu::items<ZU_OBJ>( zu::adopt( vec ) ) ) {
+        texts.push_back( textOf( item ) );
+    }
+    return texts;
+}
 
 template <typename... OBJECTS>
 inline void releaseAll( OBJECTS *...objects )
