@@ -135,8 +135,4 @@ TEST( UnicodeProperties, DigitsToEachBase )
                 << std::hex << ch << " to base " << std::dec << base;
         }
     }
-    EXPECT_EQ( zuUnicodeBaseNDigitValue( 0x663, 10 ), 3 );
-    EXPECT_EQ( zuUnicodeBaseNDigitValue( 0x663, 16 ), -1 );
-    EXPECT_EQ( zuUnicodeBaseNDigitValue( 0xFF21, 16 ), 10 );
-    EXPECT_EQ( zuUnicodeBaseNDigitValue( 0xFF21, 17 ), -1 );
 }
