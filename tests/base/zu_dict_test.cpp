@@ -7,10 +7,6 @@
 using OBJ = zu::Ref<ZU_OBJ>;
 using DICT = zu::Ref<ZU_DICT>;
 
-static OBJ boxed( ZU_INT value )
-{
-    return zu::adopt( zuBoxedIntObj( zuBoxedIntCreate( value ) ) );
-}
 static OBJ text( const std::string &chars )
 {
     return zu::adopt( zuStringObj( string( chars ).release() ) );

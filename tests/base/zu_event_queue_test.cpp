@@ -1,4 +1,4 @@
-#include "zu_test_support.h"
+#include "zu_test_string.h"
 
 #include <deque>
 
@@ -12,11 +12,6 @@ static zu::Ref<ZU_ALERTABLE> createCounting()
 {
     return zu::adopt( zuAlertableCreate( []( ZU_OBJ * ) { wakings++; }, nullptr ) );
 }
-static zu::Ref<ZU_OBJ> createInt( ZU_INT value )
-{
-    return zu::adopt( zuBoxedIntObj( zuBoxedIntCreate( value ) ) );
-}
-
 // Returns event `number`: of three classes in turn, two with an order by value, whose events are made anew each time,
 // and one without.
 static zu::Ref<ZU_OBJ> createEvent( const std::vector<zu::Ref<ZU_MONITOR>> &monitors, size_t number )
@@ -26,7 +21,7 @@ static zu::Ref<ZU_OBJ> createEvent( const std::vector<zu::Ref<ZU_MONITOR>> &moni
     case 0:
         return zu::share( zuMonitorObj( monitors[ which ].get() ) );
     case 1:
-        return createInt( (ZU_INT)which );
+        return boxed( (ZU_INT)which );
     default:
         return zu::adopt( zuStringObj( zu::format( "%i", which ).release() ) );
     }
@@ -84,8 +79,8 @@ TEST( EventQueue, BehavesLikeAModel )
 
 TEST( EventQueue, TakesAndGivesReferences )
 {
-    zu::Ref<ZU_OBJ> a = createInt( 1 );
-    zu::Ref<ZU_OBJ> b = createInt( 2 );
+    zu::Ref<ZU_OBJ> a = boxed( 1 );
+    zu::Ref<ZU_OBJ> b = boxed( 2 );
     zu::Ref<ZU_EVENT_QUEUE> eq = createQueue();
     for ( int i = 0; i < 2; i++ ) { // a queue that has been emptied is as good as new
         for ( ZU_OBJ *event : { a.get(), b.get(), a.get() } ) {
@@ -97,7 +92,7 @@ TEST( EventQueue, TakesAndGivesReferences )
         EXPECT_EQ( zuEventQueueReadEvent( eq.get() ), nullptr );
     }
     for ( ZU_INT i = 0; i < 1000; i++ ) {
-        zuEventQueueWriteEvent( eq.get(), createInt( i ).get() );
+        zuEventQueueWriteEvent( eq.get(), boxed( i ).get() );
     }
     zuEventQueueWriteEvent( eq.get(), a.get() );
     zuEventQueueWriteEvent( eq.get(), zuEventQueueObj( createQueue().get() ) );
@@ -144,13 +139,13 @@ TEST( EventQueue, ServesManyWriters )
     zu::Ref<ZU_EVENT_QUEUE> eq = createQueue();
     zu::Ref<ZU_BARRIER> barrier = zu::adopt( zuBarrierCreate( ZU_TRUE ) );
     zu::Ref<ZU_ALERTABLE> alb = zu::adopt( zuAlertableCreateBarrier( barrier.get() ) );
-    zu::Ref<ZU_OBJ> same = createInt( -1 );
+    zu::Ref<ZU_OBJ> same = boxed( -1 );
     ZU_INT next[ WRITERS ] = {};
     ZU_INT sames = 0;
     runThreads( (int)WRITERS + 1, [ & ]( int self ) {
         if ( self < WRITERS ) {
             for ( ZU_INT i = 0; i < EVENTS_EACH; i++ ) {
-                zuEventQueueWriteEvent( eq.get(), createInt( i * WRITERS + self ).get() );
+                zuEventQueueWriteEvent( eq.get(), boxed( i * WRITERS + self ).get() );
                 zuEventQueueWriteEvent( eq.get(), same.get() );
             }
             return;
@@ -179,7 +174,7 @@ TEST( EventQueue, DetachesWhileItsListenerReads )
     zu::Ref<ZU_EVENT_QUEUE> eq = createQueue();
     auto read = []( ZU_OBJ *arg ) { ZU_REF_RELEASE_OPT( zuEventQueueReadEvent( zuEventQueueFrom( arg ) ) ); };
     zu::Ref<ZU_ALERTABLE> alb = zu::adopt( zuAlertableCreate( read, zuEventQueueObj( eq.get() ) ) );
-    zu::Ref<ZU_OBJ> event = createInt( 1 );
+    zu::Ref<ZU_OBJ> event = boxed( 1 );
     runThreads( 2, [ & ]( int self ) {
         for ( int i = 0; i < 5000; i++ ) {
             if ( self == 0 ) {
@@ -196,7 +191,7 @@ TEST( EventQueueAborts, Halted )
 {
     zu::Ref<ZU_ALERTABLE> alb = createCounting();
     zu::Ref<ZU___EVENT_QUEUE_IMP> imp = zu::adopt( zu___EventQueueImp( createQueue().get() ) );
-    zu___EventQueueImpWriteEvent( imp.get(), createInt( 1 ).get() );
+    zu___EventQueueImpWriteEvent( imp.get(), boxed( 1 ).get() );
     expectAbort( "!imp->halted", [ & ] { zu___EventQueueImpReadEvent( imp.get() ); } );
     expectAbort( "!imp->halted", [ & ] { zu___EventQueueImpReadEventAddAlertable( imp.get(), alb.get() ); } );
     expectAbort( "!imp->halted", [ & ] { zu___EventQueueImpReadEventDelAlertable( imp.get(), alb.get() ); } );

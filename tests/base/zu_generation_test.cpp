@@ -1,13 +1,8 @@
 #include "zu/base/zu_generation_internal.h"
 
-#include "zu_test_support.h"
+#include "zu_test_string.h"
 
 using GENERATION = zu::Ref<ZU_GENERATION>;
-
-static bool hasText( ZU_GENERATION *generation, const std::string &text )
-{
-    return zuStringEqualsCstr( zu::adopt( zuGenerationToString( generation ) ).get(), text.c_str(), -1 );
-}
 
 // A generation, and where it should stand.
 struct NODE {
@@ -52,7 +47,7 @@ TEST( Generation, KnowsItsRelations )
             text += ( text.empty() ? "" : ":" ) + std::to_string( number );
         }
         SCOPED_TRACE( text );
-        EXPECT_TRUE( hasText( a.get(), text ) );
+        EXPECT_EQ( textOf( zu::upcast( a.get() ) ), text );
         GENERATION parent = zu::adopt( zuGenerationParent( a.get() ) );
         EXPECT_EQ( zuGenerationHasParent( a.get() ), a.path.size() > 1 );
         EXPECT_EQ( bool( parent ), a.path.size() > 1 );

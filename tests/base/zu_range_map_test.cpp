@@ -1,9 +1,4 @@
-#include "zu_test_support.h"
-
-static zu::Ref<ZU_OBJ> boxedInt( ZU_INT value )
-{
-    return zu::adopt( zuBoxedIntObj( zuBoxedIntCreate( value ) ) );
-}
+#include "zu_test_string.h"
 
 namespace {
 
@@ -103,7 +98,7 @@ TEST( RangeMap, AgreesWithAModel )
 {
     std::vector<zu::Ref<ZU_OBJ>> pool;
     for ( ZU_INT i = 0; i < 6; i++ ) {
-        pool.push_back( boxedInt( i / 2 ) ); // pairs are equal, and not the same
+        pool.push_back( boxed( i / 2 ) ); // pairs are equal, and not the same
     }
     for ( unsigned seed = 1; seed <= 30; seed++ ) {
         SeededRandom random( seed );
@@ -170,15 +165,12 @@ TEST( RangeMap, AgreesWithAModel )
 
 TEST( RangeMap, TextsAndWhatTheModelLacks )
 {
-    auto one = boxedInt( 1 );
+    auto one = boxed( 1 );
     auto map = zu::adopt( zuRangeMapCreateAutoCollapsing() );
-    auto expectText = [ & ]( const char *text ) {
-        EXPECT_TRUE( zuStringEqualsCstr( zu::adopt( zuRangeMapToString( map.get() ) ).get(), text, -1 ) ) << text;
-    };
-    expectText( "{}" );
+    EXPECT_EQ( textOf( zu::upcast( map.get() ) ), "{}" );
     zuRangeMapSetRangeKey( map.inOut(), 10, 20, one.get() );
     zuRangeMapSetIntKey( map.inOut(), 12, zuRangeMapObj( map.get() ) ); // itself, as it stands
-    expectText( "{[10,11]=1, [12,12]={[10,20]=1}, [13,20]=1}" );
+    EXPECT_EQ( textOf( zu::upcast( map.get() ) ), "{[10,11]=1, [12,12]={[10,20]=1}, [13,20]=1}" );
     zuRangeMapClear( map.inOut() );
     EXPECT_EQ( zuRangeMapLength( map.get() ), 0 );
     EXPECT_FALSE( zuRangeMapAutoCollapse( map.get() ) );
@@ -188,7 +180,7 @@ TEST( RangeMap, TextsAndWhatTheModelLacks )
 TEST( RangeMap, Storage )
 {
     constexpr ZU_INT RANGE_BYTES = 24;
-    auto value = boxedInt( 0 );
+    auto value = boxed( 0 );
     auto map = zu::adopt( zuRangeMapCreate() );
     auto expectAlloc = [ & ]( ZU_INT alloc ) {
         EXPECT_EQ( zu___ObjDbgAllocationSize( zuRangeMapObj( map.get() ) ), alloc * RANGE_BYTES );

@@ -4,7 +4,7 @@
 
 #include "zu/base/zu_real_text.h"
 
-#include "zu_test_support.h"
+#include "zu_test_string.h"
 
 #include <charconv>
 #include <limits>
@@ -14,18 +14,18 @@ static int rounds()
     const char *wanted = getenv( "ZU_TEST_REALS" );
     return wanted ? atoi( wanted ) : 300000;
 }
-static std::string textOf( ZU_STRING *zus )
-{
-    std::string text( zuStringBacking( zus ), zuStringBacking( zus ) + zuStringLength( zus ) );
-    zuStringRelease( zus );
-    return text;
-}
 static double read( const std::string &text )
 {
     double value;
     ZU_INT consumed;
     EXPECT_TRUE( zuRealTextTryReadUtf8( text.c_str(), -1, &value, &consumed ) ) << text;
     EXPECT_EQ( consumed, (ZU_INT)text.size() ) << text;
+    return value;
+}
+static double anyDouble( uint64_t bits )
+{
+    double value;
+    memcpy( &value, &bits, sizeof value );
     return value;
 }
 static uint64_t bitsOf( double value )
@@ -67,9 +67,7 @@ TEST( RealText, ComesBack )
         expectShortest( strtod( ( "1e" + std::to_string( power ) ).c_str(), nullptr ) );
     }
     for ( int round = rounds(); round > 0 && !HasFatalFailure(); round-- ) {
-        uint64_t bits = random();
-        double value;
-        memcpy( &value, &bits, sizeof value );
+        double value = anyDouble( random() );
         if ( std::isfinite( value ) ) {
             expectShortest( value );
         }
@@ -96,7 +94,7 @@ TEST( RealText, TakesTheShorterForm )
         { 9007199254740993.0, "9007199254740992" },
     };
     for ( const auto &[ value, text ] : rows ) {
-        EXPECT_EQ( textOf( zuRealTextShortest( value ) ), text );
+        EXPECT_EQ( takeText( zuRealTextShortest( value ) ), text );
     }
 }
 TEST( RealText, RoundsGivenDigitsExactly )
@@ -106,7 +104,7 @@ TEST( RealText, RoundsGivenDigitsExactly )
     auto expectDigits = []( double value, int digits ) {
         char text[ 1600 ];
         auto end = std::to_chars( text, text + sizeof text, value, std::chars_format::fixed, digits ).ptr;
-        ASSERT_EQ( textOf( zuRealTextFixed( value, digits ) ), std::string( text, end ) );
+        ASSERT_EQ( takeText( zuRealTextFixed( value, digits ) ), std::string( text, end ) );
         end = std::to_chars( text, text + sizeof text, value, std::chars_format::scientific, digits ).ptr;
         std::string wanted( text, end );
         for ( size_t at = wanted.find( 'e' ) + 1; wanted[ at ] == '+' ||
@@ -114,13 +112,11 @@ TEST( RealText, RoundsGivenDigitsExactly )
                                                   ( wanted[ at ] == '0' && at + 1 < wanted.size() ); ) {
             wanted.erase( at + ( wanted[ at ] == '-' ), 1 );
         }
-        ASSERT_EQ( textOf( zuRealTextScientific( value, digits + 1 ) ), wanted );
+        ASSERT_EQ( takeText( zuRealTextScientific( value, digits + 1 ) ), wanted );
         ASSERT_TRUE( digits < 16 || bitsOf( read( wanted ) ) == bitsOf( value ) ) << wanted;
     };
     for ( int round = rounds() / 3; round > 0 && !HasFatalFailure(); round-- ) {
-        const uint64_t bits = random();
-        double value;
-        memcpy( &value, &bits, sizeof value );
+        double value = anyDouble( random() );
         if ( std::isfinite( value ) ) {
             expectDigits( value, (int)( random() % ( random() % 64 ? 25 : ZU_REAL_TEXT_DIGITS_MAX ) ) );
         }
@@ -128,15 +124,15 @@ TEST( RealText, RoundsGivenDigitsExactly )
         expectDigits( (double)(int64_t)( random() >> random() % 64 ) / (double)( 1 << random() % 12 ),
                       (int)( random() % 18 ) );
     }
-    EXPECT_EQ( textOf( zuRealTextFixed( 0.125, 2 ) ), "0.12" );
-    EXPECT_EQ( textOf( zuRealTextFixed( 0.375, 2 ) ), "0.38" );
-    EXPECT_EQ( textOf( zuRealTextFixed( 2.5, 0 ) ), "2" );
-    EXPECT_EQ( textOf( zuRealTextFixed( 1.005, 2 ) ), "1.00" );
-    EXPECT_EQ( textOf( zuRealTextFixed( -HUGE_VAL, 2 ) ), "-inf" );
-    EXPECT_EQ( textOf( zuRealTextFixed( 5e-324, 1074 ) ).size(), 1076u );
-    EXPECT_EQ( textOf( zuRealTextScientific( 1.25e-9, 3 ) ), "1.25e-9" );
-    EXPECT_EQ( textOf( zuRealTextScientific( 9.96e22, 2 ) ), "1.0e23" );
-    EXPECT_EQ( textOf( zuRealTextScientific( 0, 1 ) ), "0e0" );
+    EXPECT_EQ( takeText( zuRealTextFixed( 0.125, 2 ) ), "0.12" );
+    EXPECT_EQ( takeText( zuRealTextFixed( 0.375, 2 ) ), "0.38" );
+    EXPECT_EQ( takeText( zuRealTextFixed( 2.5, 0 ) ), "2" );
+    EXPECT_EQ( takeText( zuRealTextFixed( 1.005, 2 ) ), "1.00" );
+    EXPECT_EQ( takeText( zuRealTextFixed( -HUGE_VAL, 2 ) ), "-inf" );
+    EXPECT_EQ( takeText( zuRealTextFixed( 5e-324, 1074 ) ).size(), 1076u );
+    EXPECT_EQ( takeText( zuRealTextScientific( 1.25e-9, 3 ) ), "1.25e-9" );
+    EXPECT_EQ( takeText( zuRealTextScientific( 9.96e22, 2 ) ), "1.0e23" );
+    EXPECT_EQ( takeText( zuRealTextScientific( 0, 1 ) ), "0e0" );
     expectAbort( "decimals <= ZU_REAL_TEXT_DIGITS_MAX", [] { zuRealTextFixed( 1, ZU_REAL_TEXT_DIGITS_MAX + 1 ); } );
     expectAbort( "digits >= 1", [] { zuRealTextScientific( 1, 0 ); } );
 }
@@ -148,9 +144,7 @@ TEST( RealText, ReadsAsTheLibraryDoes )
     for ( int round = rounds() / 3; round > 0 && !HasFailure(); round-- ) {
         std::string text = random() % 4 ? "" : "-";
         if ( random() % 3 == 0 ) { // the exact half of two neighbours, and perhaps a little more
-            uint64_t bits = random() % ( 0x7FEull << 52 );
-            double value;
-            memcpy( &value, &bits, sizeof value );
+            double value = anyDouble( random() % ( 0x7FEull << 52 ) );
             char exact[ 1600 ];
             snprintf( exact, sizeof exact, "%.1080Lf", ( (long double)value + std::nextafter( value, HUGE_VAL ) ) / 2 );
             text += exact;
@@ -186,9 +180,7 @@ TEST( RealText, StopsWhereTheNumberEnds )
         ZU_INT consumed;
         EXPECT_EQ( zuRealTextTryReadUtf8( text, -1, &value, &consumed ), wanted > 0 ) << text;
         EXPECT_EQ( consumed, wanted ) << text;
-        ZU_STRING *zus = zuStringCreateFromUtf8( text, -1 );
-        EXPECT_FALSE( zuRealTextTryRead( zus, &value ) ) << text;
+        EXPECT_FALSE( zuRealTextTryRead( string( text ).get(), &value ) ) << text;
         EXPECT_EQ( value, 0 );
-        zuStringRelease( zus );
     }
 }

@@ -85,25 +85,21 @@ INSTANTIATE_TEST_SUITE_P( Seeds, StringModel, testing::Range( 1u, 11u ) );
 
 TEST( String, ChangesThatChangeNothingAndThemselves )
 {
-    ZU_STRING *zus = makeString( U"ab" ), *copy = zuStringRetain( zus ), *text = zuStringToString( zus );
-    EXPECT_EQ( text, zus );
-    zuStringRelease( text );
-    zuStringInsertCharRun( &copy, 1, 0x110000, 0 ); // not looked at
-    EXPECT_EQ( copy, zus );
-    zuStringRelease( copy );
-    zuStringInsert( &zus, 1, zus );
-    zuStringInsertOuter( &zus, 2, zus, 1, 2 );
-    EXPECT_EQ( charsOf( zus ), U"aaabbb" );
-    zuStringInsertChars( &zus, 1, zuStringBacking( zus ) + 3, 3 );
-    EXPECT_EQ( charsOf( zus ), U"abbbaabbb" );
-    while ( zuStringLength( zus ) < 10000 ) { // each way leaves the old storage
-        zuStringAppendChars( &zus, zuStringBacking( zus ), zuStringLength( zus ) );
-        zuStringPrependChars( &zus, zuStringBacking( zus ), 9 );
+    zu::Ref<ZU_STRING> zus = zu::adopt( makeString( U"abbb" ) ), copy = zus;
+    EXPECT_EQ( zu::adopt( zuStringToString( zus.get() ) ).get(), copy.get() );
+    zuStringInsertCharRun( zus.inOut(), 1, 0x110000, 0 ); // not looked at
+    EXPECT_EQ( zus.get(), copy.get() );
+    copy = nullptr;
+    zuStringInsertChars( zus.inOut(), 4, zuStringBacking( zus.get() ), 1 );
+    zuStringAppendChars( zus.inOut(), zuStringBacking( zus.get() ), 4 );
+    EXPECT_EQ( zus, "abbbaabbb" );
+    while ( zuStringLength( zus.get() ) < 10000 ) { // each way leaves the old storage
+        zuStringAppendChars( zus.inOut(), zuStringBacking( zus.get() ), zuStringLength( zus.get() ) );
+        zuStringPrependChars( zus.inOut(), zuStringBacking( zus.get() ), 9 );
     }
-    for ( ZU_INT i = 0; i < zuStringLength( zus ); i++ ) {
-        EXPECT_EQ( zuStringCharAt( zus, i ), U"abbbaabbb"[ i % 9 ] ) << i;
+    for ( ZU_INT i = 0; i < zuStringLength( zus.get() ); i++ ) {
+        EXPECT_EQ( zuStringCharAt( zus.get(), i ), U"abbbaabbb"[ i % 9 ] ) << i;
     }
-    zuStringRelease( zus );
 }
 
 // Comparison
@@ -120,7 +116,8 @@ TEST( String, ComparesByCodePoint )
         Text behind( round % 6 == 0 ? random() % 30 : 0, U'c' ); // what differs is not the last
         a = shared + a + behind;
         b = shared + b + behind;
-        ZU_STRING *zusA = makeString( a ), *zusB = makeString( b );
+        auto ownerA = zu::adopt( makeString( a ) ), ownerB = zu::adopt( makeString( b ) );
+        ZU_STRING *zusA = ownerA.get(), *zusB = ownerB.get();
         const ZU_CHAR *charsB = (const ZU_CHAR *)b.data();
         ZU_INT lengthB = (ZU_INT)b.size();
         ASSERT_EQ( zuStringCompare( zusA, zusB ), a < b ? -1 : a > b );
@@ -137,8 +134,6 @@ TEST( String, ComparesByCodePoint )
                                  zuStringEndsWithChar( zusA, b[ 0 ] ) } );
         }
         ASSERT_EQ( answers, std::vector<ANSWERS>( answers.size(), { a == b, begins, ends } ) );
-        zuStringRelease( zusA );
-        zuStringRelease( zusB );
     }
     zu::Ref<ZU_STRING> zus = zu::adopt( makeString( U"a" ) );
     EXPECT_EQ( zuStringEqualsChar( zus.get(), 0x110000 ), ZU_FALSE ); // any value may be asked for
@@ -182,8 +177,7 @@ TEST( String, Converts )
         expectConverted<char16_t>( zuStringConvertToWcstr, text, std::u16string( length, u'é' ) );
         for ( ZU_STRING *zus : { zuStringCreateFromUtf8( utf8.c_str(), -1 ), zuStringCreateFromCstr( utf8.c_str(), -1 ),
                                  zuStringCreateFromWcstr( std::u16string( length, u'é' ).c_str(), -1 ) } ) {
-            EXPECT_EQ( charsOf( zus ), text );
-            zuStringRelease( zus );
+            EXPECT_EQ( takeChars( zus ), text );
         }
     }
     // A character beyond U+FFFF: whole by way of UTF-8, in two elements by the others
@@ -191,8 +185,7 @@ TEST( String, Converts )
                                  std::pair{ zuStringCreateFromCstr( "\U0001F600", -1 ), Text{ 0xD83D, 0xDE00 } },
                                  std::pair{ zuStringCreateFromWcstr( u"\U0001F600", -1 ), Text{ 0xD83D, 0xDE00 } },
                                  std::pair{ zuStringCreateFromAscii( "a\xFF", -1 ), Text{ 'a', 0xFFFD } } } ) {
-        EXPECT_EQ( charsOf( zus ), text );
-        zuStringRelease( zus );
+        EXPECT_EQ( takeChars( zus ), text );
     }
     expectConverted<char>( zuStringConvertToCstr, Text{ 0xD83D, 0xDE00 }, "\U0001F600" );
 }

@@ -46,20 +46,12 @@ static ZU_OBJ *wireCreate()
     return zu___ObjCreate( sizeof( ZU_OBJ ), &zu___sort_TEST_WIRE_OF_COPPER );
 }
 
-static std::vector<std::string> linesOf( ZU_VECTOR *vec )
-{
-    std::vector<std::string> lines;
-    for ( ZU_INT i = 0; vec && i < zuVectorLength( vec ); i++ ) {
-        lines.push_back( takeText( zuStringFrom( zuVectorObjAt( vec, i ) ) ) );
-    }
-    ZU_REF_RELEASE_OPT( vec );
-    return lines;
-}
-static std::vector<std::string> logOf( ZU_OBJ *obj )
-{
-    return linesOf( zu___ObjLog( obj ) );
-}
 using Lines = std::vector<std::string>;
+static Lines logOf( ZU_OBJ *obj )
+{
+    ZU_VECTOR *log = zu___ObjLog( obj );
+    return log ? takeTexts( log ) : Lines();
+}
 
 // Database and snapshots
 TEST( ObjDatabase, OffThereAreNoSnapshots )
@@ -76,10 +68,8 @@ TEST( ObjDatabase, OffThereAreNoSnapshots )
 // A snapshot has what lives, in the order of creation, and keeps it alive.
 TEST( ObjDatabase, SnapshotsHaveWhatLives )
 {
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    runRestarted( DATABASE, [ & ] {
-        std::mt19937_64 random( seed );
+    runRestarted( DATABASE, [] {
+        SeededRandom random;
         std::vector<ZU_OBJ *> lamps, wires;
         ZU_VECTOR *held = nullptr;
         for ( int step = 0; step < 500; step++ ) {
@@ -204,7 +194,7 @@ static Lines afterFirst( Lines lines )
     }
     ZU_OBJ *wire = zu___ObjCreate( sizeof( ZU_OBJ ), &zu___sort_TEST_WIRE_OF_COPPER );
     ZU_STACK_TRACE *st = zuStackTraceCreate( 1, -1 );
-    Lines trace = linesOf( zuStackTraceVector( st ) ), origin = logOf( wire );
+    Lines trace = takeTexts( zuStackTraceVector( st ) ), origin = logOf( wire );
     trace.push_back( "" );
     EXPECT_EQ( afterFirst( origin ), afterFirst( trace ) ) << "what has called this function";
 #ifdef ZU_TEST_BACKTRACE

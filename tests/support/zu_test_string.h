@@ -52,6 +52,11 @@ inline std::vector<std::string> takeTexts( ZU_VECTOR *vec )
     return texts;
 }
 
+inline zu::Ref<ZU_OBJ> boxed( ZU_INT value )
+{
+    return zu::adopt( zuBoxedIntObj( zuBoxedIntCreate( value ) ) );
+}
+
 template <typename... OBJECTS>
 inline void releaseAll( OBJECTS *...objects )
 {

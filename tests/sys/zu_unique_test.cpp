@@ -5,9 +5,9 @@
 #include <memory>
 
 // An allocator that has only begun: from then on its numbers can be foretold.
-static void expectForetoldNumbers( uint64_t seed )
+static void expectForetoldNumbers()
 {
-    std::mt19937_64 random( seed );
+    SeededRandom random;
     std::vector<ZU_INT> out;
     std::vector<ZU_INT> given; // back, the last one at the end
     ZU_INT next = zu___UniqueGet();
@@ -38,9 +38,7 @@ static void expectForetoldNumbers( uint64_t seed )
 }
 TEST( Unique, NumbersRiseAndComeBackLastInFirstOut )
 {
-    uint64_t seed = testSeed();
-    SCOPED_TRACE( seed );
-    runRestarted( 0, [ & ] { expectForetoldNumbers( seed ); } );
+    runRestarted( 0, expectForetoldNumbers );
 }
 
 TEST( Unique, NoNumberIsOutTwice )
