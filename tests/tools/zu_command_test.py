@@ -26,9 +26,13 @@ RIGHT = {
     "tags rewrite --set z --delete b a|b c": "a c z\n",
     "tag rewrite --clear --pass a|z --set q a b": "a q\n",
     "id -n 0": "",
+    "id --json -n 0": "[]\n",
     "random 5 5": "5\n",
     "random -xn2 255 255": "ff\nff\n",
     "random -b0": "",
+    "random -jb0": '""\n',
+    "random -jn2 5 5": "[\n  5,\n  5\n]\n",
+    "random -xj 255 255": '[\n  "ff"\n]\n',
 }
 WRONG = {
     "": "usage: zu ",
@@ -52,7 +56,7 @@ WRONG = {
     "random 1": "zu random: takes both bounds or none, not 1 operands\n",
     "random 3 2": "zu random: HIGH is an integer from 3 to ",
     "random 1x 2": "zu random: LOW is an integer from ",
-    "random --bytes 3 1 2": "zu random: --bytes goes with --hex alone\n",
+    "random --bytes 3 1 2": "zu random: --bytes goes with --hex and --json alone\n",
     "zone --local UTC": "zu zone: --local takes no NAME\n",
     "tags": "zu tags: an action is missing: match or rewrite\n",
     "tags march": "zu tags: the action is match or rewrite, and not march\n",
@@ -134,6 +138,7 @@ class Command(FilesTest):
         self.assertRegex(run("id", "-n", "2")[1], r"^([0-9A-F]{32}\n)(?!\1)[0-9A-F]{32}\n$")
         numbers = run("random", "--count=500", "--", "-2", "2")[1].split()
         self.assertEqual((len(numbers), {*numbers}), (500, {"-2", "-1", "0", "1", "2"}))
+        self.assertRegex(json.loads(run("id", "--json")[1])[0], r"^[0-9A-F]{32}$")
         self.assertRegex(run("random", "-xb", "100000")[1], r"^[0-9a-f]{200000}\n$")
         self.assertEqual(len(subprocess.check_output([ZU, "random", "--bytes", "70000"])), 70000)
 

@@ -4,6 +4,7 @@ usage: zu_convert_test.py ZU [unittest options]
 
 ZU_CONVERT_TEXTS is the number of texts that are compared with iconv, 4 without it.
 """
+import json
 import os
 import random
 import re
@@ -180,6 +181,8 @@ class Convert(FilesTest):
             ["--from", "utf-8", "--to", "ascii", "--newlines", "vt"],
             ["--from", "utf-8", "--to", "ascii", "a", "b", "c"],
             ["--list", "a"],
+            ["--from", "utf-8", "--to", "ascii", "--json", "a"],
+            ["--from", "utf-8", "--to", "ascii", "--json", "--contract", "a", "b"],
             ["--nonsense"],
         ]:
             result = run(*arguments)
@@ -188,9 +191,21 @@ class Convert(FilesTest):
         self.assertEqual(run("--help").returncode, 0)
 
     def test_list(self):
-        lines = run("--list").stdout.decode().splitlines()
+        lines = [line.split() for line in run("--list").stdout.decode().splitlines()]
         self.assertEqual(len(lines), 51)
-        self.assertTrue(any(line.split()[:3] == ["UTF-8", "65001", "cp65001"] for line in lines))
+        self.assertIn(["UTF-8", "65001", "cp65001"], [line[:3] for line in lines])
+        told = json.loads(run("--list", "--json").stdout)
+        pages = [[str(each["codePage"])] * (each["codePage"] is not None) for each in told]
+        self.assertEqual(lines, [[each["name"], *page, *each["aliases"]] for each, page in zip(told, pages)])
+
+    def test_losses(self):
+        with tempfile.TemporaryDirectory() as folder:
+            for errors in ["replace", "skip", "fail"]:
+                data = b"x" * 40_000 + "\u20ac\xfcy".encode() + b"\xff"
+                result = run("--json", "--from=utf-8", "--to=latin1", "--errors", errors, "-", f"{folder}/out", data=data)
+                told = json.loads(result.stdout)
+                self.assertEqual([*told.values()][1:], [40_006, 40_000, "U+20AC"], errors)
+                self.assertEqual(result.returncode, errors == "fail")
 
 
 unittest.main()

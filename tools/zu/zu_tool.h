@@ -170,6 +170,11 @@ public:
         add( key, value.get() );
     }
     void addInt( std::string_view key, ZU_INT value );
+    /// Adds a number that is not negative; -1 becomes null.
+    void addIntOpt( std::string_view key, ZU_INT value )
+    {
+        value < 0 ? add( key, TEXT() ) : addInt( key, value );
+    }
     void addBool( std::string_view key, bool value );
     /// Prints what there is so far, and a line end behind the last object or array.
     void print();

@@ -85,6 +85,7 @@ struct CONVERSION {
     ZU_CHARSET_FLAGS flags;
     ZU_NLF_FLAGS newlines; // 0: as they are
     bool contract;         // by the streams of the library that are lenient by contract
+    bool json;             // tells what was lost
 };
 
 // Between source and sink the text passes a filter, a block at a time, which exchanges a block for what it becomes.
@@ -131,6 +132,25 @@ private:
     bool lastWasReturn = false;
 };
 
+// What was lost, each by the place of the first
+struct LOSS {
+    ZU_INT characters = 0; // written so far
+    ZU_INT invalidAt = -1; // byte of the input; -1: all is valid
+    ZU_INT lackingAt = -1; // character of the output; -1: the set has all
+    ZU_CHAR lacking = 0;
+};
+static void convertPrintLoss( const LOSS &loss )
+{
+    ToolJson json;
+    json.openObject();
+    json.addInt( "characters", loss.characters );
+    json.addIntOpt( "invalidAt", loss.invalidAt );
+    json.addIntOpt( "lackingAt", loss.lackingAt );
+    json.add( "lacking", loss.lacking ? zu::format( "U+%^04X", loss.lacking ) : TEXT() );
+    json.close();
+    json.print();
+}
+
 static int convert( const CONVERSION &conversion, ToolReader *input, ConvertOutput *output )
 {
     auto bytes = convertByteSource( input );
@@ -149,18 +169,19 @@ static int convert( const CONVERSION &conversion, ToolReader *input, ConvertOutp
     }
     NewlineFilter newlines( conversion.newlines );
     BLOCK block;
-    ZU_INT done = 0; // characters written ahead of the block
-    ZU_CHAR lack = 0;
+    LOSS loss;
     while ( !zuCharSourceEnd( source.get() ) && !zuCharSinkError( sink.get() ) ) {
         block.resize( BLOCK_CHARS );
         block.resize( (size_t)zuCharSourceReadChars( source.get(), block.data(), BLOCK_CHARS ) );
         newlines.apply( &block );
         zuCharSinkWriteChars( sink.get(), block.data(), (ZU_INT)block.size() );
-        if ( exactSink && zuCharSinkError( sink.get() ) && zuExactCharSinkFault( exactSink.get() ) >= 0 ) {
-            lack = block[ (size_t)( zuExactCharSinkFault( exactSink.get() ) - done ) ];
+        if ( exactSink && loss.lackingAt < 0 && zuExactCharSinkFault( exactSink.get() ) >= 0 ) {
+            loss.lackingAt = zuExactCharSinkFault( exactSink.get() );
+            loss.lacking = block[ (size_t)( loss.lackingAt - loss.characters ) ];
         }
-        done += (ZU_INT)block.size();
+        loss.characters += (ZU_INT)block.size();
     }
+    loss.invalidAt = exactSource ? zuExactCharSourceFault( exactSource.get() ) : -1;
     zuCharSinkFlush( sink.get() );
     if ( ferror( stdout ) ) {
         return TOOL_OK; // which is reported when the command ends
@@ -168,8 +189,11 @@ static int convert( const CONVERSION &conversion, ToolReader *input, ConvertOutp
     if ( !output->finish() || !input->ok() ) {
         return TOOL_FAILED;
     }
-    if ( lack ) {
-        toolError( "the input has U+%^04X, which %~s lacks", lack, zuCharsetToIanaName( conversion.to ) );
+    if ( conversion.json ) {
+        convertPrintLoss( loss );
+    }
+    if ( zuCharSinkError( sink.get() ) && loss.lacking ) {
+        toolError( "the input has U+%^04X, which %~s lacks", loss.lacking, zuCharsetToIanaName( conversion.to ) );
         return TOOL_FAILED;
     }
     if ( zuCharSinkError( sink.get() ) ) {
@@ -177,9 +201,8 @@ static int convert( const CONVERSION &conversion, ToolReader *input, ConvertOutp
         return TOOL_FAILED;
     }
     if ( zuCharSourceError( source.get() ) ) {
-        ZU_INT fault = exactSource ? zuExactCharSourceFault( exactSource.get() ) : -1;
-        if ( fault >= 0 ) {
-            toolError( "the input is no %~s from byte %i on", zuCharsetToIanaName( conversion.from ), fault );
+        if ( loss.invalidAt >= 0 ) {
+            toolError( "the input is no %~s from byte %i on", zuCharsetToIanaName( conversion.from ), loss.invalidAt );
         } else {
             toolError( "the input is no %~s", zuCharsetToIanaName( conversion.from ) );
         }
@@ -189,6 +212,26 @@ static int convert( const CONVERSION &conversion, ToolReader *input, ConvertOutp
 }
 
 // The list of sets
+static int convertPrintJsonList()
+{
+    ToolJson json;
+    json.openArray();
+    for ( ZU_CHARSET cs = 0; ZU_CHARSET_OK( cs ); cs++ ) {
+        auto names = zu::adopt( zuCharsetIanaNamesVector( cs ) );
+        json.openObject();
+        json.add( "name", zuStringFrom( zuVectorBacking( names.get() )[ 0 ] ) );
+        json.addIntOpt( "codePage", zuCharsetToWindowsCodePage( cs ) );
+        json.openArray( "aliases" );
+        for ( ZU_INT i = 1; i < zuVectorLength( names.get() ); i++ ) {
+            json.add( {}, zuStringFrom( zuVectorBacking( names.get() )[ i ] ) );
+        }
+        json.close();
+        json.close();
+    }
+    json.close();
+    json.print();
+    return TOOL_OK;
+}
 static int convertPrintList()
 {
     for ( ZU_CHARSET cs = 0; ZU_CHARSET_OK( cs ); cs++ ) {
@@ -248,10 +291,16 @@ static int convertRun( ToolArguments &arguments )
     std::vector<TEXT> &operands = arguments.operands;
     if ( arguments.has( "list" ) ) {
         bool alone = operands.empty() && !arguments.has( "from" ) && !arguments.has( "to" );
-        return alone ? convertPrintList() : toolMisuse( "%lc stands alone", "--list" );
+        return !alone                    ? toolMisuse( "%lc goes with --json alone", "--list" )
+               : arguments.has( "json" ) ? convertPrintJsonList()
+                                         : convertPrintList();
     }
-    CONVERSION conversion = { -1, -1, arguments.has( "bom" ) ? ZU_CHARSET_FLAG_INSERT_BYTE_ORDER_MARK : 0, 0,
-                              arguments.has( "contract" ) };
+    CONVERSION conversion = { -1,
+                              -1,
+                              arguments.has( "bom" ) ? ZU_CHARSET_FLAG_INSERT_BYTE_ORDER_MARK : 0,
+                              0,
+                              arguments.has( "contract" ),
+                              arguments.has( "json" ) };
     if ( !convertReadCharset( "--from", arguments.value( "from" ), &conversion.from ) ||
          !convertReadCharset( "--to", arguments.value( "to" ), &conversion.to ) ||
          !convertReadErrors( arguments.value( "errors" ), &conversion.flags ) ||
@@ -262,6 +311,10 @@ static int convertRun( ToolArguments &arguments )
         return toolMisuse( "one input and one output at most, not %i files", operands.size() );
     }
     operands.resize( 2, zu::text( "-" ) );
+    if ( conversion.json && ( conversion.contract || toolIsStandard( operands[ 1 ].get() ) ) ) {
+        return conversion.contract ? toolMisuse( "%lc does not go with %lc", "--json", "--contract" )
+                                   : toolMisuse( "%lc needs a file OUT", "--json" );
+    }
     ToolReader input( operands[ 0 ].get(), toolIsStandard( operands[ 1 ].get() ) );
     if ( !input.ok() ) {
         return TOOL_FAILED;
@@ -277,7 +330,7 @@ static constexpr TOOL_OPTION OPTIONS[] = {
     { "to", 't', "SET", "the set of the output" },
     { "errors", 'e', "WHAT",
       "what becomes of invalid input, and of characters that the output's set lacks: \"replace\" "
-      "them, which is what happens without this option, \"ignore\" them, or \"fail\" at the "
+      "them, which is what happens without this option, \"skip\" them, or \"fail\" at the "
       "first" },
     { "bom", 'b', nullptr, "begins output in a set of the UTF family with a byte order mark" },
     { "newlines", 'n', "FORM", "turns all line ends into one form: lf, crlf, cr, nel, ls or ps" },
@@ -285,11 +338,17 @@ static constexpr TOOL_OPTION OPTIONS[] = {
       "converts by the lenient streams of the library, oddities included: overlong forms and "
       "surrogates pass, UTF-16 is written up to U+00FF only, ISO-8859-8 is read as Greek" },
     { "list", 'l', nullptr, "lists all sets, each with its Windows code page and its other names" },
+    { "json", 'j', nullptr,
+      "with --list prints an array of objects with \"name\", \"codePage\" and \"aliases\"; "
+      "otherwise, once OUT is written, an object that tells what was lost: the number of "
+      "\"characters\", and null or where the first was, \"invalidAt\" in bytes of the input, "
+      "\"lackingAt\" in characters of the output, and which one was \"lacking\"" },
 };
 const TOOL_COMMAND toolConvertCommand = {
     "convert",
     "converts text from one character set to another",
-    "--from SET --to SET [--errors WHAT] [--bom] [--newlines FORM] [--contract] [IN [OUT]]\n--list",
+    "--from SET --to SET [--errors WHAT] [--bom] [--newlines FORM] [--contract] [IN [OUT]]\n"
+    "--json --from SET --to SET [--errors WHAT] [--bom] [--newlines FORM] IN OUT\n--list [--json]",
     R"(Converts text from one character set to another, from the file IN or the
 standard input to the file OUT or the standard output; "-" stands for either.
 SET is a name such as UTF-8, ISO-8859-2, windows-1252, cp437 or KOI8-R, in

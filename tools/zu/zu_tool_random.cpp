@@ -23,14 +23,13 @@ static void printBytes( ZU_INT count, bool hex )
         }
         count -= length;
     }
-    if ( hex ) {
-        fputc( '\n', stdout );
-    }
 }
 
 static int randomRun( ToolArguments &arguments )
 {
     std::vector<TEXT> &bounds = arguments.operands;
+    bool hex = arguments.has( "hex" );
+    bool json = arguments.has( "json" );
     ZU_INT count = 1;
     ZU_INT low = 0;
     ZU_INT high = ZU_INT_MAX;
@@ -38,12 +37,15 @@ static int randomRun( ToolArguments &arguments )
     TEXT number = arguments.value( "count" );
     if ( bytes ) {
         if ( number || !bounds.empty() ) {
-            return toolMisuse( "%lc goes with --hex alone", "--bytes" );
+            return toolMisuse( "%lc goes with --hex and --json alone", "--bytes" );
         }
         if ( !toolReadInt( "--bytes", bytes.get(), 0, ZU_INT_MAX, &count ) ) {
             return TOOL_MISUSE;
         }
-        printBytes( count, arguments.has( "hex" ) );
+        const char *quote = json ? "\"" : "";
+        fputs( quote, stdout );
+        printBytes( count, hex || json );
+        printf( "%s%s", quote, hex || json ? "\n" : "" );
         return TOOL_OK;
     }
     if ( number && !toolReadInt( "--count", number.get(), 0, ZU_INT_MAX, &count ) ) {
@@ -59,9 +61,21 @@ static int randomRun( ToolArguments &arguments )
     if ( !ZU_INT_SUB_OK( high, low ) ) {
         return toolMisuse( "more than %i numbers", ZU_INT_MAX );
     }
+    ToolJson array;
+    array.openArray();
     for ( ; count > 0 && !ferror( stdout ); count-- ) {
         ZU_INT drawn = low + zuRandomNonNegativeIntRange( 0, high - low );
-        toolPrintFormat( zu::runtime( arguments.has( "hex" ) ? "%X\n" : "%i\n" ), drawn );
+        TEXT text = zu::format( zu::runtime( hex ? "%X" : "%i" ), drawn );
+        if ( !json ) {
+            toolPrintFormat( "%s\n", text );
+            continue;
+        }
+        hex ? array.add( {}, text ) : array.addInt( {}, drawn );
+        array.print();
+    }
+    array.close();
+    if ( json ) {
+        array.print();
     }
     return TOOL_OK;
 }
@@ -70,11 +84,14 @@ static constexpr TOOL_OPTION OPTIONS[] = {
     { "count", 'n', "N", "prints N numbers, each on a line" },
     { "bytes", 'b', "N", "writes N random bytes instead, as they are" },
     { "hex", 'x', nullptr, "prints numbers and bytes in hexadecimal digits" },
+    { "json", 'j', nullptr,
+      "prints an array of numbers, with --hex of strings, or the bytes as a string of hexadecimal "
+      "digits" },
 };
 const TOOL_COMMAND toolRandomCommand = {
     "random",
     "makes random numbers and bytes, fit for keys",
-    "[--count N] [--hex] [LOW HIGH]\n--bytes N [--hex]",
+    "[--count N] [--hex] [--json] [LOW HIGH]\n--bytes N [--hex] [--json]",
     R"(Prints a random integer from LOW to HIGH, both included, or any that is not
 negative.  Numbers come from the system's cryptographic generator.  Bounds that
 are negative go behind "--".
