@@ -73,6 +73,14 @@ TEST( Thread, HandsItsArgumentOutOnce )
     EXPECT_EQ( ZU_REF_RETAIN_COUNT( argument.get() ), 1u ) << "released when nobody has taken it";
 }
 
+TEST( Thread, MayBeGivenAPointer )
+{
+    int runs = 0;
+    auto run = []( void *argument ) { ++*(int *)argument; };
+    zuThreadJoin( zu::adopt( zuThreadTrySpawnCallCstr( "call", -1, run, &runs, ZU_THREAD_PRIORITY_NORMAL ) ).get() );
+    EXPECT_EQ( runs, 1 );
+}
+
 TEST( Thread, KeepsItsKeysToItself )
 {
     static zu::Ref<ZU_STRING> key;
