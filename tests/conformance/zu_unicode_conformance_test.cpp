@@ -81,26 +81,31 @@ static std::string characterLine( ZU_CHAR ch )
     return line;
 }
 
-// The first Python whose database has our version; empty if there is none.
-static std::string pythonCommand( const std::string &argument )
-{
-    for ( std::string python : { "/usr/bin/python3", "python3" } ) {
-        std::string version =
-            runProgram( python + " -c 'import unicodedata; print( unicodedata.unidata_version )' || true" );
-        if ( version == VERSION + "\n" ) {
-            return python + " " ZU_TEST_SOURCE_DIR "/unicode_reference.py " + argument;
+// Against the first Python whose database has our version.
+class UnicodeConformance : public testing::Test {
+protected:
+    std::string python;
+
+    void SetUp() override
+    {
+        for ( std::string command : { "python3", "/usr/bin/python3" } ) {
+            std::string version =
+                runProgram( command + " -c 'import unicodedata; print( unicodedata.unidata_version )' || true" );
+            python = version == VERSION + "\n" ? command : python;
+        }
+        if ( python.empty() ) {
+            GTEST_SKIP() << "no Python of Unicode " << VERSION;
         }
     }
-    return "";
-}
-
-TEST( UnicodeConformance, PropertiesOfAllCharactersAreThoseOfPython )
-{
-    std::string command = pythonCommand( "characters" );
-    if ( command.empty() ) {
-        GTEST_SKIP() << "no Python of Unicode " << VERSION;
+    std::string ask( const std::string &argument ) const
+    {
+        return runProgram( python + " " ZU_TEST_SOURCE_DIR "/unicode_reference.py " + argument );
     }
-    std::istringstream reference( runProgram( command ) );
+};
+
+TEST_F( UnicodeConformance, PropertiesOfAllCharactersAreThoseOfPython )
+{
+    std::istringstream reference( ask( "characters" ) );
     Differences differences;
     ZU_CHAR ch = 0;
     for ( std::string line; std::getline( reference, line ); ++ch ) {
@@ -122,13 +127,9 @@ static void expectComposition( Differences &differences, const std::map<std::pai
     }
 }
 
-TEST( UnicodeConformance, PairsComposeAsInPython )
+TEST_F( UnicodeConformance, PairsComposeAsInPython )
 {
-    std::string command = pythonCommand( "compositions" );
-    if ( command.empty() ) {
-        GTEST_SKIP() << "no Python of Unicode " << VERSION;
-    }
-    std::istringstream reference( runProgram( command ) );
+    std::istringstream reference( ask( "compositions" ) );
     std::map<std::pair<ZU_CHAR, ZU_CHAR>, ZU_CHAR> pairs;
     std::set<ZU_CHAR> seconds;
     ZU_CHAR first, second, composite;
@@ -230,13 +231,9 @@ static std::set<ZU_CHAR> expectNormalizations( const std::string &lines )
     return singles;
 }
 
-TEST( UnicodeConformance, NormalizesAsTheConsortiumTests )
+TEST_F( UnicodeConformance, NormalizesAsTheConsortiumTests )
 {
-    std::string command = pythonCommand( "normalization-test" );
-    if ( command.empty() ) {
-        GTEST_SKIP() << "no Python of Unicode " << VERSION;
-    }
-    std::set<ZU_CHAR> singles = expectNormalizations( runProgram( command ) );
+    std::set<ZU_CHAR> singles = expectNormalizations( ask( "normalization-test" ) );
     EXPECT_GT( singles.size(), 16000u );
     // What the file does not list by itself stays as it is.
     std::minstd_rand random;
@@ -250,13 +247,9 @@ TEST( UnicodeConformance, NormalizesAsTheConsortiumTests )
     }
 }
 
-TEST( UnicodeConformance, NormalizesRandomTextsAsPython )
+TEST_F( UnicodeConformance, NormalizesRandomTextsAsPython )
 {
-    std::string command = pythonCommand( "normalizations" );
-    if ( command.empty() ) {
-        GTEST_SKIP() << "no Python of Unicode " << VERSION;
-    }
-    expectNormalizations( runProgram( command ) );
+    expectNormalizations( ask( "normalizations" ) );
 }
 
 // Scripts and white space
