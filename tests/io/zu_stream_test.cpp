@@ -163,55 +163,55 @@ TYPED_TEST_SUITE( Stream, BOTH_STREAMS );
 TYPED_TEST( Stream, WritesLikeItsModel )
 {
     typedef TypeParam S;
-    constexpr ZU_INT LENGTH = TestFixture::LENGTH;
-    const auto all = this->units( 0, LENGTH );
-    auto owner = zu::adopt( S::createValue( all.data(), LENGTH ) );
+    constexpr ZU_INT END = TestFixture::LENGTH;
+    const auto all = this->units( 0, END );
+    auto owner = zu::adopt( S::createValue( all.data(), END ) );
     auto *value = owner.get();
     for ( int round = 0; round < 500; round++ ) {
         this->begin( true );
         auto *sink = S::createSink( this->writeFunc, this->flushFunc, zuStringObj( this->closure.get() ) );
         for ( int step = 0; step < 12; step++ ) {
             this->begin( false );
-            ZU_INT count = (ZU_INT)this->random.below( this->random.below( 2 ) ? 3 : LENGTH + 1 );
-            ZU_INT offset = this->random.below( 3 ) ? (ZU_INT)this->random.below( (size_t)( LENGTH - count ) + 1 ) : 0;
+            ZU_INT count = (ZU_INT)this->random.below( this->random.below( 2 ) ? 3 : END + 1 );
+            ZU_INT offset = this->random.below( 3 ) ? (ZU_INT)this->random.below( (size_t)( END - count ) + 1 ) : 0;
             ZU_BOOL result;
-            bool wanted;
+            bool ok;
             switch ( this->random.below( 8 ) ) {
             case 0:
                 result = S::write( sink, value );
-                wanted = this->hand( 0, LENGTH );
+                ok = this->hand( 0, END );
                 break;
             case 1:
                 result = S::writeInner( sink, value, offset, count );
-                wanted = this->hand( offset, offset + count );
+                ok = this->hand( offset, offset + count );
                 break;
             case 2:
                 result = S::writeOuter( sink, value, offset, count );
-                wanted = this->hand( 0, offset ) && this->hand( offset + count, LENGTH );
+                ok = this->hand( 0, offset ) && this->hand( offset + count, END );
                 break;
             case 3:
                 result = S::writeLeading( sink, value, count );
-                wanted = this->hand( 0, count );
+                ok = this->hand( 0, count );
                 break;
             case 4:
                 result = S::writeTrailing( sink, value, count );
-                wanted = this->hand( LENGTH - count, LENGTH );
+                ok = this->hand( END - count, END );
                 break;
             case 5:
                 result = S::writeUnits( sink, all.data() + offset, count );
-                wanted = this->hand( offset, offset + count, S::WRITE_UNITS_FAILS_FOR_GOOD );
+                ok = this->hand( offset, offset + count, S::WRITE_UNITS_FAILS_FOR_GOOD );
                 break;
             case 6:
                 result = S::writeInner( sink, nullptr, 0, 0 );
-                wanted = !this->error;
+                ok = !this->error;
                 break;
             default:
                 result = S::flush( sink );
                 this->wanted.flushes += !this->error;
                 this->error = this->error || !this->wanted.succeeds();
-                wanted = !this->error;
+                ok = !this->error;
             }
-            ASSERT_EQ( result, wanted );
+            ASSERT_EQ( result, ok );
             ASSERT_EQ( S::sinkError( sink ), this->error );
             ASSERT_EQ( this->made.written, this->wanted.written );
             ASSERT_EQ( this->made.flushes, this->wanted.flushes );
