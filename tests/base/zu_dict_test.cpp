@@ -482,17 +482,35 @@ TEST( Dict, TakesRealsOneByOne )
     }
 }
 
+// Objects whose order is that of their numbers get these as by single calls, from the last key on.
+TEST( Dict, NumbersKeysOneByOne )
+{
+    zu::Ref<ZU_VECTOR> keys = zu::adopt( zuVectorCreate() );
+    std::array<ZU_INT, 20> numbers; // that come next
+    for ( ZU_INT &number : numbers ) {
+        zuVectorPrependObj( keys.inOut(), zu::adopt( zuCounterObj( zuCounterCreate() ) ).get() );
+        number = zu___UniqueGet();
+    }
+    std::for_each( numbers.rbegin(), numbers.rend(), zu___UniquePut );
+    DICT dict = zu::adopt( zuDictCreateWithKeysAndValues( keys.get(), keys.get() ) );
+    for ( ZU_INT number : numbers ) {
+        EXPECT_EQ( zu___ObjUnique( zu::adopt( zuVectorPop( keys.inOut() ) ).get() ), number );
+    }
+}
+
 // A number whose comparisons are noted.
 struct ZU_TEST_PROBE {
     ZU_OBJ obj;
     ZU_INT value;
 };
-static std::vector<ZU_INT> compared; // the stored numbers
+static std::vector<ZU_INT> compared;   // the stored numbers
+static std::pair<ZU_INT, ZU_INT> held; // references to both at the last comparison
 static ZU_INT probeCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
 {
     ZU_INT value = ( (ZU_TEST_PROBE *)thisObj )->value;
     ZU_INT key = ( (ZU_TEST_PROBE *)thatObj )->value;
     compared.push_back( value );
+    held = { ZU_REF_RETAIN_COUNT( thisObj ), ZU_REF_RETAIN_COUNT( thatObj ) };
     return ( value > key ) - ( value < key );
 }
 static ZU_SORT probeSort = ZU___SORT_INITIALIZER( "ZU_TEST_PROBE", nullptr, nullptr, probeCompare, nullptr );
@@ -523,6 +541,10 @@ TEST( Dict, ComparesTheEndsFirst )
         EXPECT_EQ( zuDictIndexOfObjKey( dict.get(), probe( row.key ).get() ), row.idx ) << row.key;
         EXPECT_EQ( compared, row.compared ) << row.key;
     }
+    OBJ key = probe( 0 );
+    DICT copy = dict; // which is made ahead of the search, as are all references
+    zuDictSetObjKey( dict.inOut(), key.get(), key.get() );
+    EXPECT_EQ( held, ( std::pair<ZU_INT, ZU_INT>( 2, 3 ) ) );
 }
 
 TEST( Dict, MayHoldItselfAndPrints )

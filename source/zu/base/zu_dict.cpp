@@ -615,6 +615,12 @@ void zu___DictSort( ZU_DICT *dict, bool lastWins )
     dict->length = kept;
 }
 
+// Tells whether the order of keys like this one depends on which are compared first: reals are not always in order, as
+// dictHasReals tells, and an object without an order of its class gets its number when it is first compared.
+static bool dictOrderDependsOnSteps( ZU_OBJ *key )
+{
+    return key->sort && ( key->sort == zuBoxedRealSort() || !key->sort->compareFunc );
+}
 ZU_DICT *zuDictCreateWithKeysAndValues( ZU_VECTOR *keysVector, ZU_VECTOR *valuesVector )
 {
     ZU_ASSERT( keysVector );
@@ -625,8 +631,7 @@ ZU_DICT *zuDictCreateWithKeysAndValues( ZU_VECTOR *keysVector, ZU_VECTOR *values
     ZU_OBJ *const *keys = zuVectorBacking( keysVector );
     ZU_OBJ *const *values = zuVectorBacking( valuesVector );
     ZU___DICT_PAIR *gap = zu___DictMakeRoom( dict, 0, count );
-    ZU_SORT *realSort = zuBoxedRealSort(); // which dictHasReals tells of
-    if ( std::any_of( keys, keys + count, [ = ]( ZU_OBJ *key ) { return key->sort == realSort; } ) ) {
+    if ( std::any_of( keys, keys + count, dictOrderDependsOnSteps ) ) {
         dict->length = 0;
         for ( ZU_INT i = count - 1; i >= 0; i-- ) {
             zuDictSetObjKey( &dict, keys[ i ], values[ i ] );
@@ -1142,13 +1147,32 @@ ZU_INT zuDictIndexOfSortKey( ZU_DICT *dict, ZU_SORT *key )
 }
 
 // Writing.  zuDictSetObjKey does the work; the other forms make the key an object.
+static inline ZU___DICT_PAIR dictHoldPair( ZU_DICT **dict, ZU_OBJ *key, ZU_OBJ *value )
+{
+    // Ahead of the copy, since either may be the dict itself
+    ZU___DICT_PAIR pair = { zuObjRetain( key ), zuObjRetain( value ) };
+    dictUnshare( dict );
+    return pair;
+}
+static void dictPutPair( ZU_DICT *own, ZU___DICT_PLACE place, ZU___DICT_PAIR pair )
+{
+    if ( place.found ) {
+        ZU___DICT_PAIR old = *zu___DictPair( own, place.idx );
+        *zu___DictPair( own, place.idx ) = pair;
+        dictReleasePair( old );
+    } else {
+        dictNoteKey( own, own->length == 0, pair.key );
+        *zu___DictMakeRoom( own, place.idx, 1 ) = pair;
+    }
+}
 void zuDictSetObjKey( ZU_DICT **dict, ZU_OBJ *key, ZU_OBJ *value )
 {
     ZU_ASSERT( dict );
     ZU_ASSERT( *dict );
     ZU_ASSERT( key );
     ZU_ASSERT( value );
-    zu___DictSetAt( dict, dictFindObjFrom( *dict, 0, key ), key, value );
+    ZU___DICT_PAIR pair = dictHoldPair( dict, key, value ); // ahead of the search, whose callbacks see what is held
+    dictPutPair( *dict, dictFindObjFrom( *dict, 0, key ), pair );
 }
 ZU___DICT_PLACE zu___DictPlaceOfString( ZU_DICT *dict, ZU_STRING *key )
 {
@@ -1156,17 +1180,8 @@ ZU___DICT_PLACE zu___DictPlaceOfString( ZU_DICT *dict, ZU_STRING *key )
 }
 void zu___DictSetAt( ZU_DICT **dict, ZU___DICT_PLACE place, ZU_OBJ *key, ZU_OBJ *value )
 {
-    // Ahead of the copy, since either may be the dict itself
-    ZU___DICT_PAIR pair = { zuObjRetain( key ), zuObjRetain( value ) };
-    dictUnshare( dict );
-    if ( place.found ) {
-        ZU___DICT_PAIR old = *zu___DictPair( *dict, place.idx );
-        *zu___DictPair( *dict, place.idx ) = pair;
-        dictReleasePair( old );
-    } else {
-        dictNoteKey( *dict, ( *dict )->length == 0, key );
-        *zu___DictMakeRoom( *dict, place.idx, 1 ) = pair;
-    }
+    ZU___DICT_PAIR pair = dictHoldPair( dict, key, value );
+    dictPutPair( *dict, place, pair );
 }
 void zuDictSetBoolKey( ZU_DICT **dict, ZU_BOOL key, ZU_OBJ *value )
 {

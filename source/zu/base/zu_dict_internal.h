@@ -81,7 +81,7 @@ typedef struct ZU___DICT_PLACE {
 
 // Returns the place of a string key.
 ZU___DICT_PLACE zu___DictPlaceOfString( ZU_DICT *dict, ZU_STRING *key );
-// Does what zuDictSetObjKey does when it has found the place of the key.
+// Does what zuDictSetObjKey does, for a key whose place is known.
 void zu___DictSetAt( ZU_DICT **dict, ZU___DICT_PLACE place, ZU_OBJ *key, ZU_OBJ *value );
 
 // Returns the position of the string key of `length` code points, of which no string is made; -1 if there is none.
