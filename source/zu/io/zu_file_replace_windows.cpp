@@ -34,7 +34,8 @@ static wchar_t *replaceFullPath( wchar_t *path )
 {
     DWORD units = GetFullPathNameW( path, 0, nullptr, nullptr );
     wchar_t *full = units > 0 ? (wchar_t *)zuMemAllocN( units, sizeof( wchar_t ) ) : nullptr;
-    if ( !full || GetFullPathNameW( path, units, full, nullptr ) >= units ) {
+    if ( !full ||
+         GetFullPathNameW( path, units, full, nullptr ) - 1 >= units - 1 ) { // 0, or more than there is room for
         zuMemFree( full );
         return path;
     }
