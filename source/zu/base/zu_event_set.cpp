@@ -11,9 +11,8 @@
 #include <cstring>
 
 // Identities: linear probing, without marks for what has been removed, since the events behind it move up.
-static constexpr int TABLE_BITS_MIN = 5; // 256 bytes: enough for a queue that is short all the time
-static constexpr int TABLE_BITS_STEP =
-    2; // it grows and shrinks by a factor of 4: most moves are those of the last step
+static constexpr int TABLE_BITS_MIN = 5;   // 256 bytes: enough for a queue that is short all the time
+static constexpr int TABLE_BITS_STEP = 2;  // by a factor of 4: most moves are those of the last step
 static constexpr ZU_INT TABLE_SPARSE = 64; // slots for each event, above which the table shrinks
 static constexpr uint64_t HASH_FACTOR = UINT64_C( 0x9E3779B97F4A7C15 ); // 2^64 by the golden ratio
 

@@ -253,11 +253,11 @@ static void timerHeapResizeLocked( ZU_INT alloc )
 // Files a closure, or moves it.
 static void timerHeapSetLocked( ZU___TIMER_CLOSURE *tcl, ZU_INT timestamp )
 {
-    if ( tcl->schedRel && timestamp >= tcl->due ) {
-        tcl->due = timestamp;
+    const bool stays = tcl->schedRel && timestamp >= tcl->due;
+    tcl->due = timestamp;
+    if ( stays ) {
         return;
     }
-    tcl->due = timestamp;
     if ( !tcl->schedRel ) {
         if ( timerHeap.length == timerHeap.alloc ) {
             timerHeapResizeLocked( zuIntMax( 2 * timerHeap.alloc, HEAP_MIN ) );

@@ -1,7 +1,8 @@
 // Text is read into a cache.  One run over each piece lists the few places that could end a line, without a branch for
 // any of them, since where lines end is not foreseen; what a place does depends on the flags and is decided when a line
-// comes to it.  For the same reason the text of a line that the string has room for is copied by a fixed length.  A carriage return at the end of the cache is the one place where what follows has to be read first: it
-// stays in the cache, ahead of the next piece.
+// comes to it.  For the same reason the text of a line that the string has room for is copied by a fixed length.  A
+// carriage return at the end of the cache is the one place where what follows has to be read first: it stays in the cache,
+// ahead of the next piece.
 
 #include "zu/io/zu_nlf_line_source.h"
 
@@ -116,6 +117,7 @@ static inline unsigned nlfFindEnds( const ZU_CHAR *chars, ZU___CHARS_LANES *unit
 }
 #endif
 
+// Not the compiler's, which without the instruction is a call.
 static inline ZU_INT nlfCountBits( uint64_t bits )
 {
     bits -= bits >> 1 & UINT64_C( 0x5555555555555555 );
@@ -223,7 +225,11 @@ static void nlfLineSourceRefill( ZU_NLF_LINE_SOURCE *nls, ZU_INT kept )
     if ( nls->cacheLength < CACHE_CHARS ) {
         nls->sourceEnd = ZU_TRUE;
     }
-    nls->nlfFlags &BEYOND_CONTROLS ? nlfLineSourceListEnds<true>( nls ) : nlfLineSourceListEnds<false>( nls );
+    if ( nls->nlfFlags & BEYOND_CONTROLS ) {
+        nlfLineSourceListEnds<true>( nls );
+    } else {
+        nlfLineSourceListEnds<false>( nls );
+    }
 }
 
 // Appends `count` elements of the cache to the line, which is private; makes it if it is null.
