@@ -3,6 +3,7 @@
 
 #include "zu/charset/zu_charset_closure_internal.h"
 #include "zu/charset/zu_charset_map.h"
+#include "zu/charset/zu_charset_map_take_internal.h"
 #include "zu/sys/zu_mem.h"
 #include "zu/unicode/zu_unicode_normalizer.h"
 
@@ -107,20 +108,9 @@ static ZU_INT mapCharSinkTake( const ZU___CHARSET_MAP_CHAR_SINK_CLOSURE *csc, co
         if ( ZU___UNLIKELY( bits / ROW_CHARS >= ROWS ) ) {
             break;
         }
-        // Many lookups need one test.
-        uint16_t all = 0;
-        auto put = [ csc, from, to, &all ]( ZU_INT i ) {
-            uint16_t byte = csc->rows[ from[ i ] / ROW_CHARS ]->bytes[ from[ i ] % ROW_CHARS ];
-            to[ i ] = (uint8_t)byte;
-            all |= byte;
-        };
-        for ( ZU_INT i = 0; i < STEP; i += 4 ) { // written out, which the compiler does not do
-            put( i );
-            put( i + 1 );
-            put( i + 2 );
-            put( i + 3 );
-        }
-        if ( ZU___UNLIKELY( all & NO_BYTE ) ) {
+        if ( !zu___CharsetLookUp<STEP>( to, NO_BYTE, [ = ]( ZU_INT i ) {
+                 return csc->rows[ from[ i ] / ROW_CHARS ]->bytes[ from[ i ] % ROW_CHARS ];
+             } ) ) {
             break;
         }
     }

@@ -1,4 +1,4 @@
-// zu_charset_map_take_internal.h: decoding a single-byte set by a table of its 256 bytes.
+// zu_charset_map_take_internal.h: single-byte sets by tables, and decoding by one of 256 bytes.
 #pragma once
 
 #include "zu/charset/zu_charset.h"
@@ -10,6 +10,25 @@
 static constexpr ZU_CHAR ZU___CHARSET_NO_CHARACTER = 0x80000000;
 static constexpr ZU_INT ZU___CHARSET_STEP = 16; // bytes decoded at once
 
+// Stores what `lookUp` returns for 0 to STEP - 1, and tells whether all of them lack the bit `none`: many lookups need one
+// test.
+template <ZU_INT STEP, typename DEST, typename VALUE, typename LOOK_UP>
+[[gnu::always_inline]] static inline bool zu___CharsetLookUp( DEST *dest, VALUE none, LOOK_UP lookUp )
+{
+    VALUE all = 0;
+    auto put = [ dest, &all, lookUp ]( ZU_INT i ) {
+        VALUE value = lookUp( i );
+        dest[ i ] = (DEST)value;
+        all |= value;
+    };
+    for ( ZU_INT i = 0; i < STEP; i += 4 ) { // written out, which the compiler does not do
+        put( i );
+        put( i + 1 );
+        put( i + 2 );
+        put( i + 3 );
+    }
+    return !( all & none );
+}
 // Returns how many of the bytes, in whole steps, are ASCII up to the first that is not.
 static inline ZU_INT zu___CharsetMapAsciiRun( const uint8_t *bytes, ZU_INT count )
 {
@@ -41,20 +60,8 @@ static inline ZU_INT zu___CharsetMapTake( const ZU_CHAR *byByte, bool keepsAscii
             taken += decoded;
             continue;
         }
-        // Many lookups need one test.
-        ZU_CHAR all = 0;
-        auto put = [ byByte, from, to, &all ]( ZU_INT i ) {
-            ZU_CHAR ch = byByte[ from[ i ] ];
-            to[ i ] = ch;
-            all |= ch;
-        };
-        for ( ZU_INT i = 0; i < ZU___CHARSET_STEP; i += 4 ) { // written out, which the compiler does not do
-            put( i );
-            put( i + 1 );
-            put( i + 2 );
-            put( i + 3 );
-        }
-        if ( ZU___UNLIKELY( all & ZU___CHARSET_NO_CHARACTER ) ) {
+        if ( !zu___CharsetLookUp<ZU___CHARSET_STEP>( to, ZU___CHARSET_NO_CHARACTER,
+                                                     [ = ]( ZU_INT i ) { return byByte[ from[ i ] ]; } ) ) {
             break;
         }
         taken += ZU___CHARSET_STEP;
