@@ -281,6 +281,16 @@ constexpr bool acceptFormat() noexcept
     return true;
 }
 
+// Tells whether bytes are ASCII.  There is no way out of the loop, so that compilers know the outcome for a literal.
+constexpr bool isAscii( const char *text, std::size_t length ) noexcept
+{
+    unsigned bits = 0;
+    for ( std::size_t i = 0; i < length; i++ ) {
+        bits |= static_cast<unsigned char>( text[ i ] );
+    }
+    return bits < 0x80;
+}
+
 // A format that comes at run time
 struct RuntimeFormat {
     const char *fmt;
@@ -312,9 +322,10 @@ constexpr void refuseFormat( Verdict verdict, std::integer_sequence<int, FAULTS.
 template <typename... Args>
 struct Format {
     const char *fmt;
+    bool ascii;
 
     template <std::size_t SIZE>
-    ZU___FORMAT_CONSTEVAL Format( const char ( &text )[ SIZE ] ) : fmt( text )
+    ZU___FORMAT_CONSTEVAL Format( const char ( &text )[ SIZE ] ) : fmt( text ), ascii( isAscii( text, SIZE ) )
     {
 #if defined( __cpp_consteval )
         Verdict verdict = judgeFormat<Args...>( text );
@@ -325,7 +336,8 @@ struct Format {
         }
 #endif
     }
-    constexpr Format( RuntimeFormat format ) noexcept : fmt( format.fmt )
+    constexpr Format( RuntimeFormat format ) noexcept
+        : fmt( format.fmt ), ascii( isAscii( format.fmt, std::char_traits<char>::length( format.fmt ) ) )
     {
     }
 };
@@ -412,20 +424,35 @@ struct Argument<Kind::text> {
     Ref<ZU_STRING> made;
 };
 
-// A format as a string, and which of the first 64 arguments it takes as they are.  Conversions of terminated text are
-// turned to those of strings: the C interface reads narrow text and UTF-16 unit by unit, in which a character beyond
-// U+FFFF is two elements.
+// A format as the C interface takes it, and which of the first 64 arguments it takes as they are.  Conversions of
+// terminated text are turned to those of strings: the C interface reads narrow text and UTF-16 unit by unit, in which a
+// character beyond U+FFFF is two elements.  Nearly all formats are ASCII, and need not become strings.
 struct PreparedFormat {
-    Ref<ZU_STRING> fmt;
+    Ref<ZU_STRING> fmt; // empty: it is ASCII, and `narrow`
+    const char *narrow;
+    std::string changed; // what `narrow` is, if it is not the original
     std::uint64_t raw = 0;
 
-    PreparedFormat( const char *format, bool anyText )
+    PreparedFormat( const char *format, bool ascii, bool anyText ) : narrow( format )
     {
-        if ( !anyText ) {
-            fmt = text( std::string_view( format ) );
-            return;
+        if ( anyText ) {
+            change( format );
         }
-        std::string changed = format;
+        if ( !ascii ) {
+            fmt = text( std::string_view( narrow ) );
+        }
+    }
+    explicit PreparedFormat( ZU_STRING *format ) : fmt( share( format ) ), narrow( nullptr )
+    {
+        raw = ~std::uint64_t( 0 ); // a string is passed on as it is, and so is terminated text
+    }
+    PreparedFormat( const PreparedFormat & ) = delete;
+    PreparedFormat &operator=( const PreparedFormat & ) = delete;
+
+private:
+    void change( const char *format )
+    {
+        changed = format;
         FormatWalk walk( format );
         std::size_t gone = 0; // characters that `changed` has less by now
         for ( int argument = 0; walk.advance(); argument++ ) {
@@ -441,34 +468,93 @@ struct PreparedFormat {
                 gone++;
             }
         }
-        fmt = text( std::string_view( changed ) );
+        narrow = changed.c_str();
     }
 };
 template <typename... Args>
 inline constexpr bool ANY_TERMINATED = ( ( kindOf<Args>() == Kind::narrow || kindOf<Args>() == Kind::wide ) || ... );
 
+// Calls one of the two, with a format that is a string or ASCII, and with converted arguments.
+template <typename CALL, typename... Passed>
+auto callEither( const PreparedFormat &prepared, const CALL &call, Passed... passed )
+{
+    return prepared.fmt ? call( prepared.fmt.get(), passed... ) : call( prepared.narrow, passed... );
+}
 template <typename CALL, std::size_t... POSITIONS, typename... Args>
 auto callWith( const PreparedFormat &prepared, const CALL &call, std::index_sequence<POSITIONS...>,
                const Args &...args )
 {
-    return call( prepared.fmt.get(),
-                 Argument<kindOf<Args>()>( args, POSITIONS < 64 && ( prepared.raw >> POSITIONS & 1 ) != 0 ).get()... );
+    return callEither(
+        prepared, call,
+        Argument<kindOf<Args>()>( args, POSITIONS < 64 && ( prepared.raw >> POSITIONS & 1 ) != 0 ).get()... );
 }
-// Calls `call` with the format as a string and with the arguments as it takes them.
+// Calls `call` with the format and with the arguments as the C interface takes them.
 template <typename CALL, typename... Args>
-auto callFormat( const char *fmt, const CALL &call, const Args &...args )
+auto callFormat( const Format<Args...> &fmt, const CALL &call, const Args &...args )
 {
-    return callWith( PreparedFormat( fmt, ANY_TERMINATED<Args...> ), call, std::index_sequence_for<Args...>(),
-                     args... );
+    return callWith( PreparedFormat( fmt.fmt, fmt.ascii, ANY_TERMINATED<Args...> ), call,
+                     std::index_sequence_for<Args...>(), args... );
 }
 template <typename CALL, typename... Args>
 auto callFormat( ZU_STRING *fmt, const CALL &call, const Args &...args )
 {
-    PreparedFormat prepared( "", false );
-    prepared.fmt = share( fmt );
-    prepared.raw = ~std::uint64_t( 0 ); // a string is passed on as it is, and so is terminated text
-    return callWith( prepared, call, std::index_sequence_for<Args...>(), args... );
+    return callWith( PreparedFormat( fmt ), call, std::index_sequence_for<Args...>(), args... );
 }
+
+// What is called, with a format of either kind
+struct Create {
+    template <typename... All>
+    Ref<ZU_STRING> operator()( ZU_STRING *fmt, All... all ) const
+    {
+        return adopt( zuStringCreateFromFormat( fmt, all... ) );
+    }
+    template <typename... All>
+    Ref<ZU_STRING> operator()( const char *fmt, All... all ) const
+    {
+        return adopt( zuStringCreateFromFormatCstr( fmt, -1, all... ) );
+    }
+};
+struct Insert {
+    ZU_STRING **dest;
+    ZU_INT idx;
+
+    template <typename... All>
+    void operator()( ZU_STRING *fmt, All... all ) const
+    {
+        zuStringInsertFormat( dest, idx, fmt, all... );
+    }
+    template <typename... All>
+    void operator()( const char *fmt, All... all ) const
+    {
+        zuStringInsertFormatCstr( dest, idx, fmt, -1, all... );
+    }
+};
+struct Append {
+    ZU_STRING **dest;
+
+    template <typename... All>
+    void operator()( ZU_STRING *fmt, All... all ) const
+    {
+        zuStringAppendFormat( dest, fmt, all... );
+    }
+    template <typename... All>
+    void operator()( const char *fmt, All... all ) const
+    {
+        zuStringAppendFormatCstr( dest, fmt, -1, all... );
+    }
+};
+struct Print {
+    template <typename... All>
+    void operator()( ZU_STRING *fmt, All... all ) const
+    {
+        zuPrintFormat( fmt, all... );
+    }
+    template <typename... All>
+    void operator()( const char *fmt, All... all ) const
+    {
+        zuPrintFormatCstr( fmt, -1, all... );
+    }
+};
 
 } // namespace internal
 
@@ -489,60 +575,51 @@ using FormatFor = internal::Format<typename internal::Same<Args>::type...>;
 template <typename... Args>
 [[nodiscard]] Ref<ZU_STRING> format( FormatFor<Args...> fmt, const Args &...args )
 {
-    return internal::callFormat(
-        fmt.fmt, []( auto... all ) { return adopt( zuStringCreateFromFormat( all... ) ); }, args... );
+    return internal::callFormat( fmt, internal::Create(), args... );
 }
 template <typename... Args>
 [[nodiscard]] Ref<ZU_STRING> format( ZU_STRING *fmt, const Args &...args )
 {
-    return internal::callFormat(
-        fmt, []( auto... all ) { return adopt( zuStringCreateFromFormat( all... ) ); }, args... );
+    return internal::callFormat( fmt, internal::Create(), args... );
 }
 /// Inserts the text ahead of position `idx`.
 template <typename... Args>
 void insertFormat( ZU_STRING **dest, ZU_INT idx, FormatFor<Args...> fmt, const Args &...args )
 {
-    internal::callFormat(
-        fmt.fmt, [ = ]( auto... all ) { zuStringInsertFormat( dest, idx, all... ); }, args... );
+    internal::callFormat( fmt, internal::Insert{ dest, idx }, args... );
 }
 template <typename... Args>
 void insertFormat( ZU_STRING **dest, ZU_INT idx, ZU_STRING *fmt, const Args &...args )
 {
-    internal::callFormat(
-        fmt, [ = ]( auto... all ) { zuStringInsertFormat( dest, idx, all... ); }, args... );
+    internal::callFormat( fmt, internal::Insert{ dest, idx }, args... );
 }
 /// Appends the text.
 template <typename... Args>
 void appendFormat( ZU_STRING **dest, FormatFor<Args...> fmt, const Args &...args )
 {
-    internal::callFormat(
-        fmt.fmt, [ = ]( auto... all ) { zuStringAppendFormat( dest, all... ); }, args... );
+    internal::callFormat( fmt, internal::Append{ dest }, args... );
 }
 template <typename... Args>
 void appendFormat( ZU_STRING **dest, ZU_STRING *fmt, const Args &...args )
 {
-    internal::callFormat(
-        fmt, [ = ]( auto... all ) { zuStringAppendFormat( dest, all... ); }, args... );
+    internal::callFormat( fmt, internal::Append{ dest }, args... );
 }
 /// Inserts the text at the front.
 template <typename... Args>
 void prependFormat( ZU_STRING **dest, FormatFor<Args...> fmt, const Args &...args )
 {
-    internal::callFormat(
-        fmt.fmt, [ = ]( auto... all ) { zuStringPrependFormat( dest, all... ); }, args... );
+    internal::callFormat( fmt, internal::Insert{ dest, 0 }, args... );
 }
 template <typename... Args>
 void prependFormat( ZU_STRING **dest, ZU_STRING *fmt, const Args &...args )
 {
-    internal::callFormat(
-        fmt, [ = ]( auto... all ) { zuStringPrependFormat( dest, all... ); }, args... );
+    internal::callFormat( fmt, internal::Insert{ dest, 0 }, args... );
 }
 /// Prints the text by the print function that the library was started with, as UTF-8 or whatever that makes of it.
 template <typename... Args>
 void print( FormatFor<Args...> fmt, const Args &...args )
 {
-    internal::callFormat(
-        fmt.fmt, []( auto... all ) { zuPrintFormat( all... ); }, args... );
+    internal::callFormat( fmt, internal::Print(), args... );
 }
 
 namespace internal {
