@@ -13,10 +13,12 @@ EXPECTED = {  # what the beginning is, as an expression
     "settings": r'ZU_STORE of 1 = \{\["inner"\] = ZU_STORE of 1 = \{\["depth"\] = "two"\}\}',
     "timer": r"ZU_TIMER runs until ZU_TIME 2999-12-31 23:59:59, calls fire$",
     "lines": r'ZU_LINE_SOURCE by \w+ on ZU_NLF_LINE_SOURCE on .* file ".*gdb_test.py" read up to [1-9]\d*, 1 lines$',
+    "probe": r"PROBE \(1\) = \{reading = 7\}$",
     "zuVectorSort()": r"ZU_SORT ZU_VECTOR, \d+ objects$",
     "zuModule()": r"ZU_MODULE zu \d+\.\d+$",
 }
-MISSING = {"ZU_MODULE", "ZU_SORT", "ZU___THREAD_CALL"}  # static, and gone as soon as its thread runs
+# Classes without an object in the sweep: static ones, one that is gone as soon as its thread runs, and the program's own
+MISSING = {"ZU_MODULE", "ZU_SORT", "ZU___THREAD_CALL", "PROBE"}
 SWEEP = r"""
 every = as_class(gdb.parse_and_eval("all"), "ZU_VECTOR")
 newest = {}

@@ -2,6 +2,14 @@
 
 #include "zu/zu.h"
 
+// A class of the program's own
+typedef struct PROBE {
+    ZU_OBJ obj;
+    ZU_INT reading;
+} PROBE;
+static ZU_SORT zu___sort_PROBE = ZU___SORT_INITIALIZER( "PROBE", NULL, NULL, NULL, NULL );
+static PROBE *probe;
+
 static void call( void *barrier )
 {
     zuBarrierPass( (ZU_BARRIER *)barrier );
@@ -104,6 +112,8 @@ int main( int argc, char **argv )
     ZU_STORE *store = zuStoreCreate();
     zuStoreSetStoreCstr( &store, "inner", -1, inner );
     ZU_OBJ *seven = zuBoxedIntObj( zuBoxedIntCreate( 7 ) );
+    probe = (PROBE *)zu___ObjCreate( sizeof( PROBE ), &zu___sort_PROBE );
+    probe->reading = 7;
     makeWaited( seven );
     makeStreams();
     makeTags();

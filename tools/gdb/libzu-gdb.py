@@ -198,7 +198,7 @@ def pointer_text(boxed):
             return f'file "{name}" {done}{failed}'
         except OSError:
             pass
-    return f"file {handle}, {cached} bytes in the cache{failed}"
+    return f"file handle {handle}, {cached} bytes in the cache{failed}"
 
 
 def stream(function, rest=""):
@@ -376,11 +376,12 @@ def printer_of(value):
     kind = value.type.strip_typedefs()
     if kind.code != gdb.TYPE_CODE_PTR or not int(value):
         return None
-    target = kind.target().unqualified()
-    if not (target.name or "").startswith("ZU_"):
+    target = kind.target().unqualified().strip_typedefs()
+    first = target.fields()[:1] if target.code == gdb.TYPE_CODE_STRUCT else []
+    if not (target.name or "").startswith("ZU_") and not any(str(field.type) == "ZU_OBJ" for field in first):
         return None
     name = sort_name(value)
-    if not name or target.name not in ("ZU_OBJ", name):
+    if not name or (target.name or name).split("::")[-1] not in ("ZU_OBJ", name):
         return None
     return Printer(value, name)
 
