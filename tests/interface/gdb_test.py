@@ -13,6 +13,8 @@ EXPECTED = {  # what the beginning is, as an expression
     "settings": r'ZU_STORE of 1 = \{\["inner"\] = ZU_STORE of 1 = \{\["depth"\] = "two"\}\}',
     "timer": r"ZU_TIMER runs until ZU_TIME 2999-12-31 23:59:59, calls fire$",
     "lines": r'ZU_LINE_SOURCE by \w+ on ZU_NLF_LINE_SOURCE on .* file ".*gdb_test.py" read up to [1-9]\d*, 1 lines$',
+    "named": '"jobs"$',
+    "empty": "empty$",
     "probe": r"PROBE \(1\) = \{reading = 7\}$",
     "zuVectorSort()": r"ZU_SORT ZU_VECTOR, \d+ objects$",
     "zuModule()": r"ZU_MODULE zu \d+\.\d+$",

@@ -10,6 +10,8 @@ typedef struct PROBE {
 static ZU_SORT zu___sort_PROBE = ZU___SORT_INITIALIZER( "PROBE", NULL, NULL, NULL, NULL );
 static PROBE *probe;
 
+void makeReferences( ZU_STRING *text ); // in zu_gdb_test_ref.cpp
+
 static void call( void *barrier )
 {
     zuBarrierPass( (ZU_BARRIER *)barrier );
@@ -117,6 +119,7 @@ int main( int argc, char **argv )
     makeWaited( seven );
     makeStreams();
     makeTags();
+    makeReferences( text( "jobs" ) );
     makeValues( seven );
     ZU_TIMER *timer = zuTimerCreate( fire, seven );
     zuTimerScheduleAtTime( timer, zuTimeTryCreateFromSystemTime( 2999, 12, 31, 23, 59, 59 ) );

@@ -386,11 +386,23 @@ def printer_of(value):
     return Printer(value, name)
 
 
+class EmptyPrinter:
+    """Of a zu::Ref to nothing."""
+
+    def to_string(self):
+        return "empty"
+
+
 class Objects(gdb.printing.PrettyPrinter):
     def __init__(self):
         super().__init__("zu", [])
 
     def __call__(self, value):
+        kind = value.type.strip_typedefs()
+        if kind.code == gdb.TYPE_CODE_REF:
+            kind = kind.target().strip_typedefs()
+        if (kind.unqualified().name or "").startswith("zu::Ref<"):
+            return printer_of(value["obj"]) if int(value["obj"]) else EmptyPrinter()
         return printer_of(value)
 
 
