@@ -9,20 +9,11 @@ using STRING = zu::Ref<ZU_STRING>;
 
 namespace {
 
-// An element of a command line: a string or, with a text in angle brackets, something else.
-struct ELEMENT {
-    std::string text;
-    bool isString = true;
-
-    bool operator==( const ELEMENT &that ) const
-    {
-        return text == that.text && isString == that.isString;
-    }
-};
-using ARGV = std::vector<ELEMENT>;
-std::ostream &operator<<( std::ostream &out, const ELEMENT &element )
+// A command line: strings, and with a # ahead what is none.
+using ARGV = std::vector<std::string>;
+static bool isString( const std::string &element )
 {
-    return out << ( element.isString ? "'" + element.text + "'" : "<" + element.text + ">" );
+    return element.empty() || element[ 0 ] != '#';
 }
 
 // What a walk is to do, by the rules one by one and with nothing but the standard library.
@@ -37,16 +28,16 @@ struct MODEL {
     std::map<ZU_INT, bool> once;
     bool enabled = true;
     std::string opt, error, aborts; // empty: none
-    std::optional<ELEMENT> arg;
+    std::optional<std::string> arg;
 
     ZU_INT fail( ZU_INT id, const std::string &text )
     {
         error = opt + ": " + text;
         return id;
     }
-    ELEMENT take( size_t i )
+    std::string take( size_t i )
     {
-        ELEMENT element = argv[ i ];
+        std::string element = argv[ i ];
         argv.erase( argv.begin() + (ptrdiff_t)i );
         return element;
     }
@@ -67,7 +58,7 @@ struct MODEL {
     }
     ZU_INT argument( size_t i )
     {
-        ELEMENT element = take( i );
+        std::string element = take( i );
         if ( argOnly < 0 ) {
             error = "non-option argument disallowed";
             return -7;
@@ -77,9 +68,9 @@ struct MODEL {
     }
     ZU_INT longOption( size_t i )
     {
-        opt = take( i ).text;
+        opt = take( i );
         if ( size_t equals = opt.find( '=' ); equals != std::string::npos ) {
-            arg = ELEMENT{ opt.substr( equals + 1 ) };
+            arg = opt.substr( equals + 1 );
             opt.resize( equals );
         }
         bool abbreviated;
@@ -103,11 +94,11 @@ struct MODEL {
     }
     ZU_INT shortOption( size_t i )
     {
-        std::string text = argv[ i ].text;
+        std::string text = argv[ i ];
         bool rest = text.size() > 2;
         opt = text.substr( 0, 2 );
         if ( rest ) {
-            argv[ i ].text = "-" + text.substr( 2 );
+            argv[ i ] = "-" + text.substr( 2 );
         } else {
             take( i );
         }
@@ -121,7 +112,7 @@ struct MODEL {
             }
             arg = take( i );
             if ( rest ) {
-                arg->text.erase( 0, 1 );
+                arg->erase( 0, 1 );
             }
         }
         return id;
@@ -141,20 +132,19 @@ struct MODEL {
                 aborts = "idx < vec->length";
                 return 0;
             }
-            ELEMENT element = argv[ i ];
-            if ( ( !element.isString && !reorder ) ||
-                 ( element.isString && ( element.text.size() < 2 || element.text[ 0 ] != '-' ) ) || !enabled ) {
+            const std::string element = argv[ i ];
+            if ( !enabled || ( isString( element ) ? element.size() < 2 || element[ 0 ] != '-' : !reorder ) ) {
                 return argument( i );
             }
-            if ( !element.isString ) {
+            if ( !isString( element ) ) {
                 continue;
             }
-            if ( element.text == "--" ) {
+            if ( element == "--" ) {
                 enabled = false;
                 take( i );
                 return step();
             }
-            ZU_INT id = element.text[ 1 ] == '-' ? longOption( i ) : shortOption( i );
+            ZU_INT id = element[ 1 ] == '-' ? longOption( i ) : shortOption( i );
             if ( id < 0 ) {
                 return id;
             }
@@ -175,7 +165,7 @@ struct MODEL {
     }
     void close()
     {
-        if ( argv == ARGV{ { "--" } } ) {
+        if ( argv == ARGV{ "--" } ) {
             argv.clear();
         }
     }
@@ -183,27 +173,24 @@ struct MODEL {
 
 } // namespace
 
-static ELEMENT elementOf( ZU_OBJ *obj )
+static std::string elementOf( ZU_OBJ *obj )
 {
-    return { textOf( zu::adopt( zuObjToString( obj ) ).get() ), zuObjSort( obj ) == zuStringSort() };
+    return ( zuObjSort( obj ) == zuStringSort() ? "" : "#" ) + textOf( obj );
 }
 static ARGV argvOf( ZU_VECTOR *vec )
 {
     ARGV argv;
-    for ( ZU_INT i = 0; i < zuVectorLength( vec ); i++ ) {
-        argv.push_back( elementOf( zuVectorBacking( vec )[ i ] ) );
+    for ( ZU_OBJ *item : zu::items<ZU_OBJ>( vec ) ) {
+        argv.push_back( elementOf( item ) );
     }
     return argv;
 }
 static VECTOR vectorOf( const ARGV &argv )
 {
     VECTOR vec = zu::adopt( zuVectorCreate() );
-    for ( const ELEMENT &element : argv ) {
-        if ( element.isString ) {
-            zuVectorAppendString( vec.inOut(), string( element.text ).get() );
-        } else {
-            zuVectorAppendInt( vec.inOut(), std::stoll( element.text ) );
-        }
+    for ( const std::string &element : argv ) {
+        isString( element ) ? zuVectorAppendString( vec.inOut(), string( element ).get() )
+                            : zuVectorAppendInt( vec.inOut(), std::stoll( element.substr( 1 ) ) );
     }
     return vec;
 }
@@ -251,26 +238,26 @@ static MODEL randomModel( SeededRandom &random )
     model.reorder = random() % 2 == 0;
     return model;
 }
-static ELEMENT randomElement( SeededRandom &random )
+static std::string randomElement( SeededRandom &random )
 {
-    const std::string &name = NAMES[ random() % NAMES.size() ];
+    const std::string &name = NAMES[ random.below( NAMES.size() ) ];
     std::string text;
-    switch ( random() % 10 ) {
+    switch ( random.below( 10 ) ) {
     case 0:
-        return { std::to_string( random() % 100 ), false };
+        return "#" + std::to_string( random.below( 100 ) );
     case 1:
-        return { std::vector<std::string>{ "--", "-", "", "x", "--=x", "---" }[ random() % 6 ] };
+        return divided( "--|-||x|--=x|---" )[ random.below( 6 ) ];
     case 2:
     case 3:
     case 4:
         text = "-";
-        for ( size_t i = 0; i <= random() % 4; i++ ) {
-            text += LETTERS[ random() % LETTERS.size() ];
+        for ( size_t i = 0; i <= random.below( 4 ); i++ ) {
+            text += LETTERS[ random.below( LETTERS.size() ) ];
         }
-        return { text };
+        return text;
     default:
-        text = "--" + ( random() % 2 == 0 ? name : name.substr( 0, 1 + random() % name.size() ) );
-        return { random() % 4 == 0 ? text + "=a=b" : random() % 8 == 0 ? text + "=" : text };
+        text = "--" + name.substr( 0, random.below( 2 ) ? name.size() : 1 + random.below( name.size() ) );
+        return text + ( random.below( 4 ) == 0 ? "=a=b" : random.below( 8 ) == 0 ? "=" : "" );
     }
 }
 // Of lines that abort, each a process of its own, `abortsLeft` are tried.
@@ -391,7 +378,7 @@ TEST( OptDef, IsAValueThatLooksUp )
     EXPECT_EQ( zuOptDefFlags( copy.get(), 2 ), 0 );
     EXPECT_EQ( zuOptDefArgOnly( copy.get() ), -7 );
     EXPECT_FALSE( zuOptDefStringize( def.get() ) );
-    SEQ seq = zu::adopt( zuOptSeqCreate( copy.get(), vectorOf( { { "-5", false }, { "--" } } ).get() ) );
+    SEQ seq = zu::adopt( zuOptSeqCreate( copy.get(), vectorOf( { "#-5", "--" } ).get() ) );
     EXPECT_EQ( zuOptSeqNext( seq.get() ), -1 ); // the number has become an option
     EXPECT_EQ( textOf( zu::adopt( zuOptFlagsToString( 5 ) ).get() ), "ARGUMENT|ONCE" );
     EXPECT_EQ( textOf( zu::adopt( zuOptFlagsToString( 16 ) ).get() ), "" );
