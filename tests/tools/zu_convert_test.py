@@ -172,24 +172,6 @@ class Convert(FilesTest):
             finished = call_on_full_disk("convert", *arguments, data=b"x" * 100_000)
             self.assertEqual((finished.returncode, finished.stderr.count(b"No space left")), (1, 1), arguments)
 
-    def test_misuse(self):
-        for arguments in [
-            [],
-            ["--from", "utf-8"],
-            ["--from", "utf-8", "--to", "klingon"],
-            ["--from", "utf-8", "--to", "ascii", "--errors", "maybe"],
-            ["--from", "utf-8", "--to", "ascii", "--newlines", "vt"],
-            ["--from", "utf-8", "--to", "ascii", "a", "b", "c"],
-            ["--list", "a"],
-            ["--from", "utf-8", "--to", "ascii", "--json", "a"],
-            ["--from", "utf-8", "--to", "ascii", "--json", "--contract", "a", "b"],
-            ["--nonsense"],
-        ]:
-            result = run(*arguments)
-            self.assertEqual((result.returncode, result.stdout), (2, b""), arguments)
-            self.assertIn(b"--help", result.stderr)
-        self.assertEqual(run("--help").returncode, 0)
-
     def test_list(self):
         lines = [line.split() for line in run("--list").stdout.decode().splitlines()]
         self.assertEqual(len(lines), 51)
