@@ -277,23 +277,15 @@ static OUTCOME runCase( const CASE &chosen, const std::string &folder, ZU_INT fl
 
 // Comparing
 // Tells whether `text` has the form `form`, in which # stands for hexadecimal digits.
-static bool hasForm( const char *text, const char *form )
+static bool hasForm( const std::string &text, const std::string &form )
 {
-    for ( ; *form; form++ ) {
-        if ( *form != '#' ) {
-            if ( *text++ != *form ) {
-                return false;
-            }
-            continue;
-        }
-        if ( !isxdigit( *text ) ) {
-            return false;
-        }
-        while ( isxdigit( *text ) ) {
-            text++;
-        }
+    std::string expression = "^";
+    for ( char ch : form ) {
+        expression += ch == '#'                         ? "[0-9A-Fa-f]+"
+                      : strchr( ".*+?()[]{}|^$\\", ch ) ? std::string{ '\\', ch }
+                                                        : std::string{ ch };
     }
-    return *text == 0;
+    return matchesForm( text, ( expression + "$" ).c_str() );
 }
 static std::vector<std::string> linesOf( const std::string &text )
 {
@@ -338,13 +330,13 @@ static void expectReport( const std::string &report, const CRASH_KIND &each, con
     for ( size_t i = 0; i < lines.size(); i++ ) {
         size_t left = lines.size() - i;
         if ( i < head.size() ) {
-            ASSERT_TRUE( hasForm( lines[ i ].c_str(), head[ i ].c_str() ) ) << head[ i ];
+            ASSERT_TRUE( hasForm( lines[ i ], head[ i ] ) ) << head[ i ];
         } else if ( left <= end.size() ) {
-            ASSERT_TRUE( hasForm( lines[ i ].c_str(), end[ end.size() - left ].c_str() ) ) << lines[ i ];
+            ASSERT_TRUE( hasForm( lines[ i ], end[ end.size() - left ] ) ) << lines[ i ];
         } else {
             size_t offset = lines[ i ].rfind( "+0x" );
             ASSERT_TRUE( offset != std::string::npos && lines[ i ].substr( 0, 4 ) == "    " &&
-                         hasForm( lines[ i ].c_str() + offset, "+0x#" ) )
+                         hasForm( lines[ i ].substr( offset ), "+0x#" ) )
                 << lines[ i ];
             found = found || ( lines[ i ].find( "tests/crash/zu_crash_" ) != std::string::npos && each.function &&
                                lines[ i ].find( each.function ) != std::string::npos );
@@ -378,7 +370,7 @@ static void expectCase( const CASE &chosen )
         std::string form = "\n" + banner( "DOUBLE FAULT" ) +
                            "\n  ABORT\n    File      : source/zu/sys/zu_abort.cpp\n    Line      : #\n"
                            "    Expression: !zu___AbortReportFile\n";
-        EXPECT_TRUE( hasForm( outcome.errors.c_str(), form.c_str() ) ) << outcome.errors;
+        EXPECT_TRUE( hasForm( outcome.errors, form ) ) << outcome.errors;
     } else {
         expectReport( outcome.errors, each );
     }
