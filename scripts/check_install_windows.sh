@@ -9,18 +9,10 @@ Installs build/windows-x86_64, which must have been built, into a temporary fold
 it by find_package and by pkg-config, with the DLL and with the static library.
 TEXT
 
-work="$( mktemp -d )"
-trap 'rm -rf "$work"' EXIT
-cmake --install "$ZU_ROOT/build/windows-x86_64" --prefix "$work/installed" > "$work/install.log" \
-    || { cat "$work/install.log"; fail "the installation failed"; }
-installed="$work/moved here"
-mv "$work/installed" "$installed"
+install_and_move windows-x86_64
 for file in bin/zu.dll bin/zu.exe lib/libzu.dll.a lib/libzu.a include/zu/zu.h lib/cmake/zu/zuConfig.cmake; do
     [ -f "$installed/$file" ] || fail "not installed: $file"
 done
-if known="$( grep -rlE "$ZU_ROOT/build|$work/installed" "$installed/lib" --include='*.cmake' --include='*.pc' )"; then
-    fail "bound to a place: $known"
-fi
 export WINEDEBUG="${WINEDEBUG:--all}" WINEPATH="Z:$installed/bin"
 
 say "find_package"

@@ -117,3 +117,19 @@ run_tests()
     say "Testing: $preset"
     ( cd "$ZU_ROOT" && ctest --preset "$preset" --parallel "$( nproc )" "$@" )
 }
+
+# install_and_move <preset>: installs what has been built into a temporary folder, $work, and moves it there, to $installed.
+# Nothing of it may know where it was built or installed first.
+install_and_move()
+{
+    local known
+    work="$( mktemp -d )"
+    trap 'rm -rf "$work"' EXIT
+    cmake --install "$ZU_ROOT/build/$1" --prefix "$work/installed" > "$work/install.log" \
+        || { cat "$work/install.log"; fail "the installation failed"; }
+    installed="$work/moved here"
+    mv "$work/installed" "$installed"
+    if known="$( grep -rlE "$ZU_ROOT/build|$work/installed" "$installed/lib" --include='*.cmake' --include='*.pc' )"; then
+        fail "bound to a place: $known"
+    fi
+}
