@@ -15,6 +15,7 @@ EXPECTED = {  # what the beginning is, as an expression
     "lines": r'ZU_LINE_SOURCE by \w+ on ZU_NLF_LINE_SOURCE on .* file ".*gdb_test.py" read up to [1-9]\d*, 1 lines$',
     "named": '"jobs"$',
     "empty": "empty$",
+    "sink": "ZU_BYTE_SINK by a lambda in makeReferences on ZU_HPP_CLOSURE",
     "probe": r"PROBE \(1\) = \{reading = 7\}$",
     "zuVectorSort()": r"ZU_SORT ZU_VECTOR, \d+ objects$",
     "zuModule()": r"ZU_MODULE zu \d+\.\d+$",

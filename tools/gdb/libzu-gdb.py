@@ -93,9 +93,14 @@ SECTION = re.compile(r"\[(?:([\w.]+)\?)?([^\]]*)\]|([^\[]+)")
 
 
 def function_name(pointer):
-    """Returns the name of a function without its parameters; the address if it has none."""
-    symbol = re.search(r"<([^(+>]+)", pointer.format_string(symbols=True))
-    return symbol[1] if symbol else hex(int(pointer))
+    """Returns the name of a function without its parameters, the address if it has none.  What zu.hpp calls a lambda by
+    goes by the function in which that stands."""
+    symbol = gdb.execute(f"info symbol {int(pointer)}", to_string=True)
+    found = re.search(r"<(?:zu::internal::Two<)?((?:\w+::)*~?\w+)(?:\(.*?\))?(?: const)?::(?:\{lambda|\$_)", symbol)
+    if found:
+        return f"a lambda in {found[1]}"
+    found = re.match(r"(?!No symbol)(.+?)(?:\(| \+| in section)", symbol)
+    return found[1] if found else hex(int(pointer))
 
 
 def shown(value):
