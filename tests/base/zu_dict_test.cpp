@@ -503,14 +503,14 @@ struct ZU_TEST_PROBE {
     ZU_OBJ obj;
     ZU_INT value;
 };
-static std::vector<ZU_INT> compared;   // the stored numbers
-static std::pair<ZU_INT, ZU_INT> held; // references to both at the last comparison
+static std::vector<ZU_INT> compared;       // the stored numbers
+static std::pair<ZU_INT, ZU_INT> heldRefs; // references to both at the last comparison
 static ZU_INT probeCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
 {
     ZU_INT value = ( (ZU_TEST_PROBE *)thisObj )->value;
     ZU_INT key = ( (ZU_TEST_PROBE *)thatObj )->value;
     compared.push_back( value );
-    held = { ZU_REF_RETAIN_COUNT( thisObj ), ZU_REF_RETAIN_COUNT( thatObj ) };
+    heldRefs = { ZU_REF_RETAIN_COUNT( thisObj ), ZU_REF_RETAIN_COUNT( thatObj ) };
     return ( value > key ) - ( value < key );
 }
 static ZU_SORT probeSort = ZU___SORT_INITIALIZER( "ZU_TEST_PROBE", nullptr, nullptr, probeCompare, nullptr );
@@ -544,7 +544,7 @@ TEST( Dict, ComparesTheEndsFirst )
     OBJ key = probe( 0 );
     DICT copy = dict; // which is made ahead of the search, as are all references
     zuDictSetObjKey( dict.inOut(), key.get(), key.get() );
-    EXPECT_EQ( held, ( std::pair<ZU_INT, ZU_INT>( 2, 3 ) ) );
+    EXPECT_EQ( heldRefs, ( std::pair<ZU_INT, ZU_INT>( 2, 3 ) ) );
 }
 
 TEST( Dict, MayHoldItselfAndPrints )
