@@ -130,6 +130,12 @@ protected:
         EXPECT_EQ( dump.type, (ULONG64)MiniDumpWithHandleData );
         EXPECT_EQ( dump.exception, exception );
         ASSERT_GE( dump.comments.size(), TITLE_LINES );
+        for ( size_t i = 0; i < TITLE_LINES; i++ ) {
+            const char *edge = i % ( TITLE_LINES - 1 ) == 0 ? "+" : "|";
+            for ( size_t column : { 0, 51, 118 } ) {
+                EXPECT_EQ( dump.comments[ i ].substr( column, 1 ), edge ) << dump.comments[ i ];
+            }
+        }
         EXPECT_NE( dump.comments[ 2 ].find( "RQTA System Minidump file" ), std::string::npos );
         EXPECT_NE( dump.comments[ 5 ].find( "Enter '.ecxr' at the debugger command prompt" ), std::string::npos );
         dump.comments.erase( dump.comments.begin(), dump.comments.begin() + TITLE_LINES );

@@ -15,10 +15,12 @@ static constexpr DWORD PATIENCE = 120000; // milliseconds for a report with its 
 static constexpr size_t COMMENT_WIDTH = 119;
 static constexpr size_t KEY_SIZE = 256;
 
-// Beside each line of the word stands one of the text.
-static constexpr int WORD_WIDTH = 54;
-static constexpr const char *BORDER = "+ =================================================================+"
-                                      "================================================================= +";
+// The title stands in a box of two columns: a word in large letters, and what the file is.
+static constexpr int WORD_WIDTH = 46;
+static constexpr int TEXT_WIDTH = 64;
+static constexpr char BORDER[] = "+ =================================================+"
+                                 "================================================================= +";
+static_assert( sizeof BORDER == COMMENT_WIDTH + 1 );
 static constexpr const char *TITLE[][ 2 ] = {
     { "#######     #####    ########     ###   ", "RQTA System Minidump file" },
     { "##    ##   ##   ##      ##       ## ##  ", "Written by the VELMORA base library" },
@@ -85,18 +87,21 @@ static void abortDumpAddLine( const char *text, size_t length )
         comments[ commentCount++ ] = { CommentStreamA, (ULONG)sizeof line, copy };
     }
 }
+static void abortDumpAddTitleRow( const char *word, const char *text )
+{
+    char line[ COMMENT_WIDTH + 1 ];
+    snprintf( line, sizeof line, "|    %-*s|  %-*s|", WORD_WIDTH, word, TEXT_WIDTH, text );
+    abortDumpAddLine( line, COMMENT_WIDTH );
+}
 static void abortDumpAddTitle()
 {
-    const char *blank = "|";
-    abortDumpAddLine( BORDER, strlen( BORDER ) );
-    abortDumpAddLine( blank, strlen( blank ) );
+    abortDumpAddLine( BORDER, COMMENT_WIDTH );
+    abortDumpAddTitleRow( "", "" );
     for ( const char *const( &row )[ 2 ] : TITLE ) {
-        char line[ COMMENT_WIDTH + 1 ];
-        int length = snprintf( line, sizeof line, "|    %-*s%s", WORD_WIDTH - 5, row[ 0 ], row[ 1 ] );
-        abortDumpAddLine( line, (size_t)length );
+        abortDumpAddTitleRow( row[ 0 ], row[ 1 ] );
     }
-    abortDumpAddLine( blank, strlen( blank ) );
-    abortDumpAddLine( BORDER, strlen( BORDER ) );
+    abortDumpAddTitleRow( "", "" );
+    abortDumpAddLine( BORDER, COMMENT_WIDTH );
 }
 
 static ZU_BOOL abortDumpBegin( const char *name, uint32_t *error )
