@@ -21,7 +21,8 @@ struct ZU_THREAD {
     ZU_OBJ *argument; // latched; null: none, or handed out.  For the thread alone.
     ZU_SIGNAL *endSignal;
     ZU___THREAD_HANDLE *handle;               // null: encapsulated, or refused by the system
-    ZU_MONITOR *monitor;                      // guards the next
+    ZU_MONITOR *monitor;                      // guards the next two
+    ZU_BOOL stateAborted;                     // to end without a call of the function
     ZU_BOOL stateTerminated;                  // ended, or never begun
     ZU_THREAD *previous;                      // what the encapsulation has covered
     char systemName[ SYSTEM_NAME_BYTES + 1 ]; // for debuggers
@@ -51,6 +52,7 @@ static ZU_THREAD *threadCreate( ZU_STRING *threadName, ZU_THREAD_FUNC threadFunc
     thread->endSignal = zuSignalCreate();
     thread->handle = nullptr;
     thread->monitor = zuMonitorCreate();
+    thread->stateAborted = ZU_FALSE;
     thread->stateTerminated = ZU_FALSE;
     thread->previous = nullptr;
     thread->systemName[ 0 ] = 0;
@@ -135,6 +137,15 @@ static void threadNameForDebuggers( ZU_THREAD *thread )
         zuMemFree( name );
     }
 }
+// Such a thread keeps its reference to itself.
+static bool threadEndsAborted( ZU_THREAD *thread )
+{
+    zuMonitorEnter( thread->monitor );
+    bool aborted = thread->stateAborted;
+    thread->stateTerminated = aborted;
+    zuMonitorLeave( thread->monitor );
+    return aborted;
+}
 static void threadEntry( void *argument )
 {
     ZU_THREAD *thread = (ZU_THREAD *)argument;
@@ -144,6 +155,10 @@ static void threadEntry( void *argument )
     current = thread;
     zu___AbortPrepareThread();
     zu___ThreadSetSystemName( thread->systemName );
+    if ( threadEndsAborted( thread ) ) {
+        current = nullptr;
+        return;
+    }
     zu___ThreadSystemBegin();
     thread->threadFunc();
     // Not if the function has forked, and has stopped the library in the child.
@@ -159,6 +174,15 @@ static void threadResume( ZU_THREAD *thread )
         zu___Abort( "failed to resume thread", __FILE__, __LINE__, nullptr );
     }
 }
+static void threadAbort( ZU_THREAD *thread )
+{
+    zuMonitorEnter( thread->monitor );
+    thread->stateAborted = ZU_TRUE;
+    zuMonitorLeave( thread->monitor );
+    threadResume( thread );
+    zuThreadJoin( thread );
+    zuThreadRelease( thread );
+}
 static ZU_THREAD *threadTrySpawn( ZU_STRING *threadName, ZU_THREAD_FUNC threadFunc, ZU_OBJ *argument,
                                   ZU_THREAD_PRIORITY prio, ZU_BOOL deaf )
 {
@@ -171,7 +195,10 @@ static ZU_THREAD *threadTrySpawn( ZU_STRING *threadName, ZU_THREAD_FUNC threadFu
         return nullptr;
     }
     zuThreadRetain( thread ); // for the new thread
-    zu___ThreadHandleSetPriority( thread->handle, prio );
+    if ( !zu___ThreadHandleTrySetPriority( thread->handle, prio ) ) {
+        threadAbort( thread );
+        return nullptr;
+    }
     zuCounterIncrement( threadCounter );
     threadResume( thread );
     return thread;

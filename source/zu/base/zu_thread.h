@@ -28,6 +28,7 @@ typedef void ( *ZU_THREAD_FUNC )( void );
 //
 // A new thread runs `threadFunc` with `argument`, which it keeps and which may be null, at the priority `prio`.  Null
 // if the system refuses.  A raised priority that the process may not have is no refusal: the thread runs without it.
+// On Windows it is one; the object of the thread, which ends at once, then stays allocated.
 /// Starts a thread.
 ZU_API ZU_THREAD *zuThreadTrySpawn( ZU_STRING *threadName, ZU_THREAD_FUNC threadFunc, ZU_OBJ *argument,
                                     ZU_THREAD_PRIORITY prio );

@@ -12,8 +12,9 @@ typedef struct ZU___THREAD_HANDLE ZU___THREAD_HANDLE;
 // system refuses.  A `deaf` thread never receives what the system sends to the process as a whole, such as the wish
 // that it end, not even before it begins: that is for the program's own threads.
 ZU___THREAD_HANDLE *zu___ThreadHandleTryCreate( void ( *entry )( void *argument ), void *argument, ZU_BOOL deaf );
-// Sets the priority of a thread that has not been resumed.  What the system refuses, the thread does without.
-void zu___ThreadHandleSetPriority( ZU___THREAD_HANDLE *handle, ZU_THREAD_PRIORITY prio );
+// Sets the priority of a thread that has not been resumed.  False if the thread must not run without it; where a program
+// needs a privilege to raise a priority, the thread does without.
+ZU_BOOL zu___ThreadHandleTrySetPriority( ZU___THREAD_HANDLE *handle, ZU_THREAD_PRIORITY prio );
 // Lets the thread begin.  Returns how often it had been kept from running: 1.
 ZU_INT zu___ThreadHandleResume( ZU___THREAD_HANDLE *handle );
 // Stops the thread, which does not end meanwhile, for good.  Tells whether that worked; with a null handle it does

@@ -93,12 +93,13 @@ ZU___THREAD_HANDLE *zu___ThreadHandleTryCreate( void ( *entry )( void *argument 
     }
     return handle;
 }
-void zu___ThreadHandleSetPriority( ZU___THREAD_HANDLE *handle, ZU_THREAD_PRIORITY prio )
+ZU_BOOL zu___ThreadHandleTrySetPriority( ZU___THREAD_HANDLE *handle, ZU_THREAD_PRIORITY prio )
 {
     if ( !ZU_THREAD_PRIORITY_OK( prio ) ) {
         zu___Abort( "invalid thread priority", __FILE__, __LINE__, nullptr );
     }
     handle->prio = prio;
+    return ZU_TRUE;
 }
 ZU_INT zu___ThreadHandleResume( ZU___THREAD_HANDLE *handle )
 {

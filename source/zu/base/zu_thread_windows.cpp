@@ -50,9 +50,9 @@ static int threadSystemPriority( ZU_THREAD_PRIORITY prio )
     }
     return PRIORITIES[ prio ];
 }
-void zu___ThreadHandleSetPriority( ZU___THREAD_HANDLE *handle, ZU_THREAD_PRIORITY prio )
+ZU_BOOL zu___ThreadHandleTrySetPriority( ZU___THREAD_HANDLE *handle, ZU_THREAD_PRIORITY prio )
 {
-    SetThreadPriority( handle->thread, threadSystemPriority( prio ) );
+    return SetThreadPriority( handle->thread, threadSystemPriority( prio ) ) != FALSE;
 }
 void zu___ThreadApplyPriority( ZU_THREAD_PRIORITY prio )
 {
