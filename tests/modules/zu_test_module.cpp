@@ -1,5 +1,6 @@
 #include "zu_test_module.h"
 
+#define ZU_HPP_MODULE &TEST_OBJECT
 #include "zu/zu.hpp"
 
 #include <thread>
@@ -36,6 +37,8 @@ __attribute__( ( constructor ) ) static void testTrace()
 static ZU_BOOL testLoad()
 {
     ZU_MODULE *own = &TEST_OBJECT;
+    zu::Ref<ZU_TIMER> timer = zu::timer( [] {} );
+    ZU_ASSERT( own->sorts == 1 ); // the lambda's, although other modules have the same
     zuPrintFormatCstr( "%lc load\n", -1, own->moduleRecord->name );
     return ZU_TRUE;
 }

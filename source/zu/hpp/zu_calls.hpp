@@ -28,8 +28,13 @@
 
 #include <new>
 
-/// The module that objects with lambdas belong to: null in a program.  A module defines this as &<its name>___module
-/// ahead of the header, so that it is not unloaded while such an object lives.
+/// The module that objects with lambdas belong to: null in a program.  A module declares itself and defines this ahead of
+/// the header, so that it is not unloaded while such an object lives:
+///
+///     #include "zu/runtime/zu_module.h"
+///     ZU___MODULE_DECLARE( gauge )
+///     #define ZU_HPP_MODULE &gauge___module
+///     #include "zu/zu.hpp"
 #ifndef ZU_HPP_MODULE
 #define ZU_HPP_MODULE nullptr
 #endif
@@ -93,6 +98,10 @@ public:
 private:
     ZU_REGION *entered;
 };
+
+// Each program and each module has all of this for itself, so that an object belongs to where its lambda is: what is
+// hidden, the dynamic linker does not replace by what another file has under the same name.
+#pragma GCC visibility push( hidden )
 
 namespace internal {
 
@@ -259,5 +268,7 @@ template <typename READ>
         },
         internal::closure( std::move( read ) ).get() ) );
 }
+
+#pragma GCC visibility pop
 
 } // namespace zu
