@@ -10,6 +10,7 @@ struct WITNESS {
 };
 static ZU_OBJ *watched = nullptr;
 static std::vector<std::string> seen;
+static std::function<void()> onText; // what the next text does beside
 
 static void witnessFree( ZU_OBJ * )
 {
@@ -23,6 +24,9 @@ static ZU_INT witnessCompare( ZU_OBJ *thisObj, ZU_OBJ *thatObj )
 }
 static ZU_STRING *witnessToString( ZU_OBJ *thisObj )
 {
+    if ( onText ) {
+        std::exchange( onText, nullptr )();
+    }
     return zuStringCreateFromFormatCstr( "w%i", -1, ( (WITNESS *)thisObj )->number );
 }
 static ZU_SORT zu___sort_WITNESS =
@@ -94,6 +98,33 @@ TEST( Containers, AreRightWhenTheirObjectsDie )
             EXPECT_EQ( text, textOf( container ) );
         }
         zuObjRelease( container );
+    }
+}
+
+// The text of an item is anybody's code.
+TEST( Containers, BecomeTextsWhileTheirItemsChangeThem )
+{
+    static const std::pair<std::string, void ( * )( ZU_VECTOR ** )> ROWS[] = {
+        { "<>", []( ZU_VECTOR **vec ) { zuVectorClear( vec ); } },
+        { "<w0>", []( ZU_VECTOR **vec ) { zuVectorDelTrailing( vec, 39 ); } },
+        { "<w0, w0, w1, w0>",
+          []( ZU_VECTOR **vec ) {
+              ZU_VECTOR *first = zuVectorCreateFromLeading( *vec, 3 );
+              zuVectorAppendLeading( &first, *vec, 1 );
+              zuVectorRelease( std::exchange( *vec, first ) );
+          } },
+    };
+    for ( const auto &[ expected, change ] : ROWS ) {
+        zu::Ref<ZU_VECTOR> vec = zu::adopt( zuVectorFrom( makeVector() ) );
+        zu::Ref<ZU_VECTOR> shared;
+        onText = [ &, apply = change ] {
+            apply( vec.inOut() );
+            shared = vec; // so that the texts go to a copy
+        };
+        zuVectorStringize( vec.inOut() );
+        EXPECT_EQ( textOf( zu::upcast( vec.get() ) ), expected );
+        EXPECT_TRUE( zuVectorContainsOnly( vec.get(), zuStringSort() ) );
+        EXPECT_EQ( zuVectorContainsOnly( shared.get(), zuStringSort() ), zuVectorLength( shared.get() ) == 0 );
     }
 }
 

@@ -903,11 +903,15 @@ void zuVectorStringize( ZU_VECTOR **vec )
         return;
     }
     vectorUnshare( vec );
-    ZU_OBJ **items = vectorFirst( *vec );
-    zu___Taken taken;
-    taken.add( items, ( *vec )->length );
+    // An item's text is a class's own code, and may change the very vector: only the item is held over it.
     for ( ZU_INT i = 0; i < ( *vec )->length; i++ ) {
-        items[ i ] = zuStringObj( zuObjToString( items[ i ] ) );
+        zu___Owned item( zuObjRetain( vectorFirst( *vec )[ i ] ) );
+        ZU_OBJ *text = zuStringObj( zuObjToString( item ) );
+        if ( i < ( *vec )->length ) {
+            vectorSetOwnedAt( vec, i, text );
+        } else {
+            ZU_REF_RELEASE( text );
+        }
     }
 }
 
