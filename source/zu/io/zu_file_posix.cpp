@@ -313,15 +313,12 @@ DIR *zu___FilePosixOpenDirectory( int at, const char *path, int flags )
 }
 struct dirent *zu___FilePosixNextEntry( DIR *dir )
 {
-    for ( int resumptions = 0;; ) {
+    struct dirent *entry;
+    do {
         errno = 0;
-        struct dirent *entry = readdir( dir );
-        if ( !entry && errno == EINTR && resumptions < FILE_RESUMPTIONS_MAX ) {
-            resumptions++;
-        } else if ( !entry || ( strcmp( entry->d_name, "." ) != 0 && strcmp( entry->d_name, ".." ) != 0 ) ) {
-            return entry;
-        }
-    }
+        entry = readdir( dir );
+    } while ( entry ? strcmp( entry->d_name, "." ) == 0 || strcmp( entry->d_name, ".." ) == 0 : errno == EINTR );
+    return entry;
 }
 bool zu___FilePosixIsDirectory( DIR *dir, const struct dirent *entry, bool follow )
 {

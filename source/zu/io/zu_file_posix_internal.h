@@ -8,15 +8,13 @@
 #include <cerrno>
 #include <dirent.h>
 
-// A call that is interrupted is made again, so often that nothing but a broken system comes to the end of it.
-static constexpr int FILE_RESUMPTIONS_MAX = 100000;
-
-// Makes a call that returns -1 on failure until it is not interrupted.
+// Makes a call that returns -1 on failure until it is not interrupted, which may take any number of times: a read that
+// waits for input is interrupted as often as a timer of the program's ticks meanwhile.
 template <typename CALL>
 static inline auto zu___FilePosixResume( CALL call )
 {
     auto result = call();
-    for ( int i = 0; result == -1 && errno == EINTR && i < FILE_RESUMPTIONS_MAX; i++ ) {
+    while ( result == -1 && errno == EINTR ) {
         result = call();
     }
     return result;
