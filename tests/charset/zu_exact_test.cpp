@@ -134,6 +134,9 @@ TEST( Exact, SingleByteSetsTakeEquivalents )
               { ZU_CHARSET_ISO_8859_1, U"\u212Be\u0302\u0301x", { 0xC5, 0xEA }, 3 }, // no letter has both
               { ZU_CHARSET_MSFT_CP1258, U"e\u0301a\u0306\u0301", { 'e', 0xEC, 0xE3, 0xEC }, -1 },
               { ZU_CHARSET_MSFT_CP1258, U"\u1EAD\u1EAF", { 0xE2, 0xF2, 0xE3, 0xEC }, -1 },
+              { ZU_CHARSET_MSFT_CP1258, U"a\u0323\u0302e\u0301\u0302", { 0xE2, 0xF2, 'e', 0xEC }, 5 }, // not the \u1EBF
+              { ZU_CHARSET_ISO_8859_6, U"\u0627\u064E\u0651\u0654", { 0xC3, 0xEE, 0xF1 }, -1 },
+              { ZU_CHARSET_ISO_8859_7, U"\u03B9\u0344e\u0344", { 0xC0, 'e' }, 3 },
               { ZU_CHARSET_ISO_8859_8, U"\u05E9\u05DC\u03B1", { 0xF9, 0xEC }, 2 },
               { ZU_CHARSET_ISO_8859_8, U"\u0301", {}, 0 },
           } ) {

@@ -1,6 +1,6 @@
-// The byte of a single-byte set goes to the cache at once, and the character is remembered: if a mark comes that the
-// set lacks, the byte is exchanged for that of the two composed.  So text that the set has passes without a look at the
-// character database, and the last byte stays in the cache until the next character has come.
+// The byte of a single-byte set goes to the cache at once.  If a mark comes that the set lacks, the last bytes are read
+// back: that of the letter which the mark belongs to is exchanged for that of the two composed.  So text that the set
+// has passes without a look at the character database, and the last few bytes stay in the cache until more have come.
 
 #include "zu/charset/zu_exact_char_sink.h"
 
@@ -15,8 +15,8 @@
 
 static constexpr ZU_INT CACHE_BYTES = 4096;
 static constexpr ZU_INT SPARE_BYTES = 64; // less room than this, and the cache goes out
-static constexpr ZU_CHAR NO_CHARACTER = UINT32_MAX;
-static constexpr ZU_INT PARTS_MAX = 4; // characters of a full canonical decomposition
+static constexpr ZU_INT PARTS_MAX = 4;    // characters of a full canonical decomposition
+static constexpr ZU_INT REACH = 8;        // bytes that are read back: a letter, and the marks of the set behind it
 
 struct ZU_EXACT_CHAR_SINK {
     ZU_OBJ obj;
@@ -30,8 +30,8 @@ struct ZU_EXACT_CHAR_SINK {
     ZU_INT used;   // bytes that wait
     uint8_t bytes[ CACHE_BYTES ];
     // Single-byte sets
-    ZU___CHARSET_MAP_CHAR_TO_BYTE_FUNC map;
-    ZU_CHAR last; // the character of the last byte that waits, with which a mark may compose; NO_CHARACTER: none
+    const ZU___EXACT_MAP *map;
+    ZU_INT sealed; // bytes that wait and stay as they are, whatever comes
 };
 
 static void exactCharSinkFree( ZU_OBJ *thisObj );
@@ -68,8 +68,8 @@ ZU_EXACT_CHAR_SINK *zuExactCharSinkCreate( ZU_BYTE_SINK *byteSink, ZU_CHARSET ch
     ecs->fault = -1;
     ecs->offset = 0;
     ecs->used = 0;
-    ecs->map = ecs->form == ZU___EXACT_MAPPED ? zu___ExactMap( charset )->charToByte : nullptr;
-    ecs->last = NO_CHARACTER;
+    ecs->map = ecs->form == ZU___EXACT_MAPPED ? zu___ExactMap( charset ) : nullptr;
+    ecs->sealed = 0;
     if ( ecs->form != ZU___EXACT_MAPPED && ( ecs->flags & ZU_CHARSET_FLAG_INSERT_BYTE_ORDER_MARK ) ) {
         const ZU_CHAR mark = ZU_CHAR_ZERO_WIDTH_NO_BREAK_SPACE;
         exactCharSinkPutUtf( ecs, &mark, 1 );
@@ -91,6 +91,7 @@ static bool exactCharSinkPass( ZU_EXACT_CHAR_SINK *ecs, ZU_INT kept )
         ecs->failed |= !zuByteSinkWriteBytes( ecs->byteSink, ecs->bytes, ecs->used - kept );
         memmove( ecs->bytes, ecs->bytes + ecs->used - kept, (size_t)kept );
         ecs->used = kept;
+        ecs->sealed = 0;
     }
     return !ecs->failed;
 }
@@ -98,7 +99,6 @@ static ZU_BOOL exactCharSinkFlush( ZU_OBJ *closure )
 {
     ZU_EXACT_CHAR_SINK *ecs = zuExactCharSinkFrom( closure );
     ZU_ASSERT( ecs );
-    ecs->last = NO_CHARACTER;
     return !ecs->failed && exactCharSinkPass( ecs, 0 );
 }
 
@@ -122,17 +122,32 @@ static ZU_INT exactCharSinkDecompose( ZU_CHAR ch, ZU_CHAR ( &parts )[ PARTS_MAX 
     }
     return count;
 }
-// Puts characters if the set has them all.
-static bool exactCharSinkPutParts( ZU_EXACT_CHAR_SINK *ecs, const ZU_CHAR *parts, ZU_INT count )
+// Returns how many of the last bytes can be read back.
+static ZU_INT exactCharSinkReach( const ZU_EXACT_CHAR_SINK *ecs )
 {
-    for ( ZU_INT i = 0; i < count; i++ ) {
-        if ( !ecs->map( parts[ i ], &ecs->bytes[ ecs->used + i ] ) ) {
+    return zuIntMin( ecs->used - ecs->sealed, REACH );
+}
+// Composes a character with the letter ahead of it, across marks of other classes, if the set has the result.
+static bool exactCharSinkCompose( ZU_EXACT_CHAR_SINK *ecs, ZU_CHAR ch )
+{
+    ZU_INT order = zuUnicodeCccv( ch );
+    ZU_INT end = ecs->used - exactCharSinkReach( ecs );
+    for ( ZU_INT i = ecs->used - 1; i >= end; i-- ) {
+        ZU_CHAR ahead;
+        ZU_CHAR composed;
+        if ( !ecs->map->byteToChar( ecs->bytes[ i ], &ahead ) ) {
+            return false;
+        }
+        ZU_INT orderAhead = zuUnicodeCccv( ahead );
+        if ( orderAhead == 0 ) {
+            return zu___UnicodeCompDbLookup( ahead, ch, &composed ) &&
+                   ecs->map->charToByte( composed, &ecs->bytes[ i ] );
+        }
+        if ( order == 0 || order == orderAhead ) {
             return false;
         }
     }
-    ecs->used += count;
-    ecs->last = parts[ count - 1 ];
-    return true;
+    return false;
 }
 // Puts a character that the set lacks in another form of it.
 static bool exactCharSinkPutEquivalent( ZU_EXACT_CHAR_SINK *ecs, ZU_CHAR ch )
@@ -140,42 +155,32 @@ static bool exactCharSinkPutEquivalent( ZU_EXACT_CHAR_SINK *ecs, ZU_CHAR ch )
     if ( !ZU_CHAR_OK( ch ) ) {
         return false;
     }
-    ZU_CHAR composed;
-    if ( ecs->last != NO_CHARACTER && zu___UnicodeCompDbLookup( ecs->last, ch, &composed ) &&
-         ecs->map( composed, &ecs->bytes[ ecs->used - 1 ] ) ) {
-        ecs->last = composed;
-        return true;
-    }
+    const ZU_INT used = ecs->used;
+    const ZU_INT reach = exactCharSinkReach( ecs );
+    uint8_t before[ REACH ];
+    memcpy( before, ecs->bytes + used - reach, (size_t)reach );
     ZU_CHAR parts[ PARTS_MAX ];
     ZU_INT count = exactCharSinkDecompose( ch, parts );
-    // One of the marks may be part of a letter of the set.  Its way there must not cross a mark of its own class.
-    for ( ZU_INT mark = count - 1; mark > 0; mark-- ) {
-        bool moves = true;
-        for ( ZU_INT i = 1; i < mark; i++ ) {
-            moves &= zuUnicodeCccv( parts[ i ] ) != zuUnicodeCccv( parts[ mark ] );
-        }
-        ZU_CHAR others[ PARTS_MAX ];
-        if ( moves && zu___UnicodeCompDbLookup( parts[ 0 ], parts[ mark ], &others[ 0 ] ) ) {
-            memcpy( others + 1, parts + 1, (size_t)( mark - 1 ) * sizeof parts[ 0 ] );
-            memcpy( others + mark, parts + mark + 1, (size_t)( count - 1 - mark ) * sizeof parts[ 0 ] );
-            if ( exactCharSinkPutParts( ecs, others, count - 1 ) ) {
-                return true;
-            }
+    for ( ZU_INT i = 0; i < count; i++ ) {
+        if ( ecs->map->charToByte( parts[ i ], &ecs->bytes[ ecs->used ] ) ) {
+            ecs->used++;
+        } else if ( !exactCharSinkCompose( ecs, parts[ i ] ) ) {
+            memcpy( ecs->bytes + used - reach, before, (size_t)reach );
+            ecs->used = used;
+            return false;
         }
     }
-    return exactCharSinkPutParts( ecs, parts, count );
+    return true;
 }
 // Puts characters of the set as far as the cache has room; returns how many it took.
 static ZU_INT exactCharSinkPutMapped( ZU_EXACT_CHAR_SINK *ecs, const ZU_CHAR *chars, ZU_INT count )
 {
+    ZU___CHARSET_MAP_CHAR_TO_BYTE_FUNC charToByte = ecs->map->charToByte;
     count = zuIntMin( count, CACHE_BYTES - PARTS_MAX - ecs->used );
     ZU_INT taken = 0;
-    while ( taken < count && ecs->map( chars[ taken ], &ecs->bytes[ ecs->used ] ) ) {
+    while ( taken < count && charToByte( chars[ taken ], &ecs->bytes[ ecs->used ] ) ) {
         ecs->used++;
         taken++;
-    }
-    if ( taken > 0 ) {
-        ecs->last = chars[ taken - 1 ];
     }
     return taken;
 }
@@ -189,7 +194,7 @@ static void exactCharSinkReplace( ZU_EXACT_CHAR_SINK *ecs )
         return;
     }
     uint8_t *byte = &ecs->bytes[ ecs->used ];
-    if ( ecs->map( replacement, byte ) || ecs->map( ZU_CHAR_QUESTION_MARK, byte ) ) {
+    if ( ecs->map->charToByte( replacement, byte ) || ecs->map->charToByte( ZU_CHAR_QUESTION_MARK, byte ) ) {
         ecs->used++;
     }
 }
@@ -201,12 +206,12 @@ static ZU_BOOL exactCharSinkWrite( ZU_OBJ *closure, const ZU_CHAR *chars, ZU_INT
     ZU_ASSERT( chars );
     ZU_ASSERT( charCount > 0 );
     ZU_INT i = 0;
+    bool isMapped = ecs->form == ZU___EXACT_MAPPED;
     while ( i < charCount && !ecs->failed ) {
         if ( CACHE_BYTES - ecs->used < SPARE_BYTES ) {
-            exactCharSinkPass( ecs, ecs->last != NO_CHARACTER );
+            exactCharSinkPass( ecs, isMapped ? exactCharSinkReach( ecs ) : 0 );
             continue;
         }
-        bool isMapped = ecs->form == ZU___EXACT_MAPPED;
         i += isMapped ? exactCharSinkPutMapped( ecs, chars + i, charCount - i )
                       : exactCharSinkPutUtf( ecs, chars + i, charCount - i );
         if ( i == charCount || CACHE_BYTES - ecs->used < SPARE_BYTES ) {
@@ -218,13 +223,13 @@ static ZU_BOOL exactCharSinkWrite( ZU_OBJ *closure, const ZU_CHAR *chars, ZU_INT
             continue;
         }
         ecs->fault = ecs->fault < 0 ? ecs->offset + i : ecs->fault;
-        ecs->last = NO_CHARACTER;
         if ( ecs->flags & ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER ) {
             exactCharSinkPass( ecs, 0 );
             ecs->failed = true;
         } else if ( !( ecs->flags & ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS ) ) {
             exactCharSinkReplace( ecs );
         }
+        ecs->sealed = ecs->used;
         i++;
     }
     ecs->offset += i;

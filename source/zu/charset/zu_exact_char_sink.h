@@ -9,9 +9,10 @@
 // byte sink; under ZU_CHARSET_FLAG_IGNORE_INVALID_CHARACTERS it is skipped; otherwise U+FFFD stands for it, or "?"
 // where the set has no U+FFFD.  However the text comes in pieces, the bytes are the same.
 //
-// A single-byte set gets what it has as it is.  Of the rest, a mark is composed with the character ahead of it, and
-// what can be decomposed is written in parts, if that gives characters which the set has, and canonically equivalent
-// text.  So "e" and U+0301 become an "é" of ISO 8859-1, and U+1EAD the "â" and U+0323 of windows-1258.
+// A single-byte set gets what it has as it is.  Of the rest, a mark is composed with the letter ahead of it, across up
+// to seven marks of other classes that the set has, and what can be decomposed is written in parts, if that gives
+// characters which the set has, and canonically equivalent text.  So "e" and U+0301 become an "é" of ISO 8859-1, and
+// U+1EAD, or "a", U+0323 and U+0302, the "â" and U+0323 of windows-1258.
 #pragma once
 
 #include "zu/charset/zu_charset.h"
