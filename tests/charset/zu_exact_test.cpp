@@ -121,6 +121,22 @@ TEST( Exact, CutsDoNotMatter )
     }
     zu___charsUtf8Shuffle = -1;
 }
+// A failure takes only what it may have cut off.
+TEST( Exact, AFailedSourceKeepsWhatCameBefore )
+{
+    static bool given;
+    given = false;
+    auto read = []( ZU_OBJ *, uint8_t *bytes, ZU_INT, ZU_INT *count ) -> ZU_BOOL {
+        *count = std::exchange( given, true ) ? 0 : 3;
+        std::copy_n( "\xFFx\xC3", *count, bytes );
+        return ZU_FALSE;
+    };
+    auto byteSource = zu::adopt( zu___ByteSourceCreate( read, nullptr, nullptr ) );
+    auto exact = zu::adopt( zuExactCharSourceCreate( byteSource.get(), ZU_CHARSET_UTF_8, 0 ) );
+    auto source = zu::adopt( zuExactCharSourceCharSource( exact.get() ) );
+    EXPECT_EQ( readAllChars( source.get(), {} ), ( Decoded{ U"\uFFFDx", true } ) );
+    EXPECT_EQ( zuExactCharSourceFault( exact.get() ), 0 );
+}
 TEST( Exact, SingleByteSetsTakeEquivalents )
 {
     struct ROW {

@@ -172,6 +172,13 @@ static ZU_INT exactCharSourceFaultLength( const ZU_EXACT_CHAR_SOURCE *ecs )
     }
 }
 
+// Tells whether nothing of the `left` bytes is to be judged any more: what a failure may have cut off is no fault.
+static bool exactCharSourceIsOver( const ZU_EXACT_CHAR_SOURCE *ecs, ZU_INT left )
+{
+    return ecs->drained &&
+           ( left == 0 || ( zuByteSourceError( ecs->byteSource ) && exactCharSourceFaultLength( ecs ) == left ) );
+}
+
 static ZU_BOOL exactCharSourceRead( ZU_OBJ *closure, ZU_CHAR *chars, ZU_INT charCount, ZU_INT *charsRead )
 {
     ZU_EXACT_CHAR_SOURCE *ecs = zuExactCharSourceFrom( closure );
@@ -192,7 +199,7 @@ static ZU_BOOL exactCharSourceRead( ZU_OBJ *closure, ZU_CHAR *chars, ZU_INT char
             exactCharSourceFill( ecs );
         } else if ( ecs->heedsMark ) {
             exactCharSourceTakeMark( ecs );
-        } else if ( ecs->drained && ( left == 0 || zuByteSourceError( ecs->byteSource ) ) ) {
+        } else if ( exactCharSourceIsOver( ecs, left ) ) {
             ecs->failed = zuByteSourceError( ecs->byteSource );
             ecs->ended = true;
         } else {
