@@ -13,8 +13,9 @@
 // Any number of threads may schedule and unschedule one timer.  Scheduling takes the logarithm of the number of
 // scheduled timers at most; unscheduling takes no lock.
 //
-// The last release of a timer drops its schedule.  All must be dropped or have fired before the library stops.  In a
-// forked child nothing fires, and scheduling aborts.
+// The last release of a timer drops its schedule, and does not wait for a call that is under way, which has the argument
+// for as long as it takes but must not count on the timer.  All must be dropped or have fired before the library stops.
+// In a forked child nothing fires, and scheduling aborts.
 #pragma once
 
 #include "zu/base/zu_alert.h"

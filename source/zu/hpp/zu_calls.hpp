@@ -2,7 +2,7 @@
 //
 //     zu::Runtime runtime( "count", "Word counter", "1.0" );
 //     zu::Ref<ZU_THREAD> thread = zu::spawn( "worker", [ jobs ] { ... } );
-//     zu::Ref<ZU_TIMER> timer = zu::timer( [ & ] { ... } );
+//     zu::Ref<ZU_TIMER> timer = zu::timer( [ jobs ] { ... } );
 //     { zu::MonitorGuard inside( monitor ); ... }
 //
 // A lambda is moved into an object that whoever calls it keeps; it is destroyed with the last reference to that object,
