@@ -46,5 +46,8 @@
 // zu_print.h: text to the print function that the process has given at start-up.
 #include "zu/io/zu_print.h"
 
+// zu_print_stdio.h: print functions for zuRuntimeStartup, on the standard streams of C.
+#include "zu/io/zu_print_stdio.h"
+
 // zu_debug_print.h: text for developers, on the channel of the debugger.
 #include "zu/io/zu_debug_print.h"

@@ -13,7 +13,7 @@ RETURNS = "ended with 0"
 # What stops, or does not, elsewhere than at the first parameter; the first row that fits a name holds.
 EXCEPTIONS = [
     # An empty text or array may be null.
-    (r"zu(Chars(AllOk|Sanitize|Convert)|Mem(Copy|Move|Set|Compare)N?$|MemDupCstr|(Debug)?Print(C|Wc)str|RuntimePrint).*", RETURNS),
+    (r"zu(Chars(AllOk|Sanitize|Convert)|Mem(Copy|Move|Set|Compare)N?$|MemDupCstr|(Debug)?Print(C|Wc)str|RuntimePrint|PrintTo).*", RETURNS),
     (r"zu(Buffer|String|Vector)CreateFrom((Bytes|Chars|Objs)(Copy|Use)|Ascii|Utf8|(C|Wc)str)", RETURNS),
     (r"zuFormat(EncodeChars|TryDecodeBoolChars)|zuRealTextTryRead(Chars|Utf8)|zuUtf(8|16|32)(Fault|(Try)?Decode)|zuRandomBytes", RETURNS),
     (r"zuFormatTryDecode(Int|Real)Chars", "base == -1 || base >= 2"),

@@ -49,6 +49,26 @@ TEST_F( Print, LinesAndStackTraces )
     }
     EXPECT_TRUE( logged.empty() );
 }
+TEST_F( Print, OnTheStreamsOfC )
+{
+    std::u32string text( 700, U'é' ); // more than is written at a time
+    text += U"\xD83D\xDE00\xDE00\xD83D";
+    std::string expected;
+    for ( int i = 0; i < 700; i++ ) {
+        expected += "é";
+    }
+    expected += "\U0001F600\uFFFD\uFFFD";
+    for ( size_t shift : { 0, 2 } ) { // the last code point of a piece ends with it, or not
+        testing::internal::CaptureStdout();
+        zuPrintToStdout( (const ZU_CHAR *)text.data() + shift / 2, (ZU_INT)( text.size() - shift / 2 ) );
+        EXPECT_EQ( testing::internal::GetCapturedStdout(), expected.substr( shift ) );
+    }
+    testing::internal::CaptureStderr();
+    zuPrintToStderr( (const ZU_CHAR *)U"!", 1 );
+    zuPrintToStderr( nullptr, 0 );
+    EXPECT_EQ( testing::internal::GetCapturedStderr(), "!" );
+    expectAbort( "chsLength == 0 || chs", [] { zuPrintToStderr( nullptr, 1 ); } );
+}
 TEST_F( Print, CallsComeOneAtATime )
 {
     // The print function of this suite is not safe for threads: what it has lost or torn shows in the count.
