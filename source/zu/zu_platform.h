@@ -43,6 +43,9 @@
 // zu_env.h: variables of the environment.
 #include "zu/io/zu_env.h"
 
+// zu_arguments.h: the words of a command line as strings.
+#include "zu/io/zu_arguments.h"
+
 // zu_print.h: text to the print function that the process has given at start-up.
 #include "zu/io/zu_print.h"
 

@@ -616,6 +616,18 @@ TEST( FileName, IsTakenApart )
     expectAbort( "maxBytes >= -1", [] { zuFileReadBuffer( NAME( "a" ), -2 ); } );
 }
 
+TEST_F( File, NamesComeFromCommandLines )
+{
+    std::string words[] = { "program", path( "\xF0\x9F\x98\x80" ), path( "\xC3\xFF" ), "" };
+    char *argv[] = { words[ 0 ].data(), words[ 1 ].data(), words[ 2 ].data(), words[ 3 ].data() };
+    auto read = zu::adopt( zuArguments( 4, argv ) );
+    ASSERT_EQ( zuVectorLength( read.get() ), 3 );
+    for ( ZU_INT i = 0; i < 2; i++ ) {
+        put( words[ i + 1 ], "found" );
+        EXPECT_EQ( readBytes( zuStringFrom( zuVectorBacking( read.get() )[ i ] ) ), "found" );
+    }
+    EXPECT_EQ( zuVectorLength( zu::adopt( zuArguments( 0, nullptr ) ).get() ), 0 );
+}
 TEST( Env, IsRead )
 {
     setenv( "ZU_TEST_VARIABLE", "caf\xC3\xA9 \xFF", 1 );

@@ -242,7 +242,8 @@ int toolRestart( ZU_INT flags, ZU_RUNTIME_PRINT_FUNC printFunc, std::function<in
 int main( int argc, char **argv )
 {
     start( 0, nullptr );
-    int status = runCommand( toolReadWords( argc, argv ).get() );
+    toolPrepareStreams();
+    int status = runCommand( zu::adopt( zuArguments( argc, argv ) ).get() );
     if ( secondLife ) {
         status = secondLife();
     }

@@ -3,8 +3,8 @@
 
 #include "zu_tool.h"
 
-/// Makes the standard streams carry bytes as they are.  Returns the words of the command line, without the first.
-zu::Ref<ZU_VECTOR> toolReadWords( int argc, char **argv );
+/// Makes the standard streams carry bytes as they are.
+void toolPrepareStreams();
 
 /// Tells whether a stream goes to a terminal that takes control sequences.
 bool toolIsTerminal( FILE *stream );

@@ -8,26 +8,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-static TEXT textOfBytes( const char *bytes )
+void toolPrepareStreams()
 {
-    TEXT text = zu::adopt( zuStringCreate() );
-    auto rest = (ZU_INT)strlen( bytes );
-    ZU_INT fault = 0;
-    while ( !zuUtf8TryAppend( text.inOut(), bytes, rest, &fault ) ) {
-        zuUtf8Append( text.inOut(), bytes, fault );
-        zuStringAppendChar( text.inOut(), TOOL_ESCAPED_BYTE + (uint8_t)bytes[ fault ] );
-        bytes += fault + 1;
-        rest -= fault + 1;
-    }
-    return text;
-}
-zu::Ref<ZU_VECTOR> toolReadWords( int argc, char **argv )
-{
-    auto words = zu::adopt( zuVectorCreate() );
-    for ( int i = 1; i < argc; i++ ) {
-        zuVectorAppendObj( words.inOut(), zuStringObj( textOfBytes( argv[ i ] ).get() ) );
-    }
-    return words;
 }
 
 bool toolIsTerminal( FILE *stream )

@@ -11,23 +11,9 @@
 #include <iterator>
 #include <windows.h>
 
-#include <shellapi.h>
-
 static UINT consoleCodePage; // ahead of the command
 
-static TEXT textOfUnits( const wchar_t *wide )
-{
-    TEXT text = zu::adopt( zuStringCreate() );
-    std::u16string_view units( (const char16_t *)wide );
-    ZU_INT fault = 0;
-    while ( !zuUtf16TryAppend( text.inOut(), units.data(), (ZU_INT)units.size(), &fault ) ) {
-        zuUtf16Append( text.inOut(), units.data(), fault );
-        zuStringAppendChar( text.inOut(), units[ (size_t)fault ] );
-        units.remove_prefix( (size_t)fault + 1 );
-    }
-    return text;
-}
-zu::Ref<ZU_VECTOR> toolReadWords( int, char ** )
+void toolPrepareStreams()
 {
     for ( FILE *stream : { stdin, stdout, stderr } ) {
         _setmode( _fileno( stream ), _O_BINARY );
@@ -36,14 +22,6 @@ zu::Ref<ZU_VECTOR> toolReadWords( int, char ** )
     if ( consoleCodePage != 0 && SetConsoleOutputCP( CP_UTF8 ) ) {
         atexit( [] { SetConsoleOutputCP( consoleCodePage ); } );
     }
-    int count = 0;
-    wchar_t **wide = CommandLineToArgvW( GetCommandLineW(), &count );
-    auto words = zu::adopt( zuVectorCreate() );
-    for ( int i = 1; i < count; i++ ) {
-        zuVectorAppendObj( words.inOut(), zuStringObj( textOfUnits( wide[ i ] ).get() ) );
-    }
-    LocalFree( wide );
-    return words;
 }
 
 static HANDLE handleOf( FILE *stream )
