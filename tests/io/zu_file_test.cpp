@@ -16,6 +16,7 @@
 #include <sys/statvfs.h>
 #include <sys/wait.h>
 #include <sys/xattr.h>
+#include <thread>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -440,6 +441,20 @@ TEST_F( File, StreamsCarryEveryByte )
     uint8_t more[ 5 ];
     EXPECT_EQ( zuByteSourceReadBytes( source, more, 5 ), 4 ); // at the end it looks again
     zuByteSourceRelease( source );
+}
+
+TEST_F( File, APipeTakesWhatSomebodyReads )
+{
+    const NAME pipe( path( "pipe" ) );
+    ASSERT_EQ( mkfifo( path( "pipe" ).c_str(), 0600 ), 0 );
+    const std::string all = pattern( 1000000 );
+    for ( size_t wanted : { all.size(), (size_t)1 } ) {
+        std::string got( wanted, 0 );
+        std::thread reader( [ & ] { std::ifstream( folder / "pipe" ).read( got.data(), (std::streamsize)wanted ); } );
+        EXPECT_EQ( writeBytes( zuFileWriteBuffer, pipe, all ), wanted == all.size() );
+        reader.join();
+        EXPECT_TRUE( all.compare( 0, wanted, got ) == 0 );
+    }
 }
 
 TEST_F( File, WholeFilesAreWholeOrNull )

@@ -22,6 +22,8 @@ typedef intptr_t ZU___FILE_HANDLE;
 ZU___FILE_HANDLE zu___FileHandleOpenSource( ZU_STRING *fn );
 // Opens a file for reading and writing; creates it, with permission to read and write, or empties it.  As long as it is
 // open, further calls for it fail, in all processes; such a call leaves the content as it is.  A directory is refused.
+// A pipe is opened for writing alone, as soon as somebody reads it; once nobody does any more, writing fails, without a
+// signal.
 ZU___FILE_HANDLE zu___FileHandleOpenSink( ZU_STRING *fn );
 // Returns how many bytes the file says it has, 0 if it does not tell.
 ZU_INT zu___FileHandleSize( ZU___FILE_HANDLE handle );

@@ -10,6 +10,7 @@
 #include "zu/sys/zu_mem.h"
 #include "zu/sys/zu_surrogate_internal.h"
 
+#include <csignal>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
@@ -110,8 +111,20 @@ static auto filePosixWithPath( ZU_STRING *fn, CALL call ) -> decltype( call( "" 
     return result;
 }
 
+static bool filePosixState( ZU_STRING *fn, struct stat *state )
+{
+    return filePosixWithPath( fn, [ & ]( const char *path ) { return fstatat( AT_FDCWD, path, state, 0 ); } ) == 0;
+}
+
 // Open files
 
+// What a handle has beside the descriptor, which is never that large, if the file is a pipe.
+static constexpr ZU___FILE_HANDLE PIPE = (ZU___FILE_HANDLE)1 << 30;
+
+static int filePosixDescriptor( ZU___FILE_HANDLE handle )
+{
+    return (int)( handle & ~PIPE );
+}
 int zu___FilePosixOpen( int at, const char *path, int flags, unsigned mode )
 {
     return zu___FilePosixResume( [ & ] { return openat( at, path, flags | O_CLOEXEC | O_NOCTTY, mode ); } );
@@ -136,7 +149,7 @@ static ZU___FILE_HANDLE filePosixOpenName( ZU_STRING *fn, int flags, struct stat
         close( file );
         return ZU___FILE_HANDLE_NONE;
     }
-    return file;
+    return S_ISFIFO( state->st_mode ) ? file | PIPE : file;
 }
 ZU___FILE_HANDLE zu___FileHandleOpenSource( ZU_STRING *fn )
 {
@@ -145,12 +158,15 @@ ZU___FILE_HANDLE zu___FileHandleOpenSource( ZU_STRING *fn )
 }
 ZU___FILE_HANDLE zu___FileHandleOpenSink( ZU_STRING *fn )
 {
+    // Who has a pipe open for reading too is a reader of its own: what it writes goes nowhere, and stops for ever when
+    // the pipe is full.
     struct stat state;
-    ZU___FILE_HANDLE handle = filePosixOpenName( fn, O_RDWR | O_CREAT, &state );
+    int access = filePosixState( fn, &state ) && S_ISFIFO( state.st_mode ) ? O_WRONLY : O_RDWR;
+    ZU___FILE_HANDLE handle = filePosixOpenName( fn, access | O_CREAT, &state );
     // A device has nothing to empty, and is everybody's: a lock on the null device would stop the whole machine.  A
     // file is emptied behind its lock, so that who is refused has done no harm.
     if ( handle != ZU___FILE_HANDLE_NONE && S_ISREG( state.st_mode ) ) {
-        int file = (int)handle;
+        int file = filePosixDescriptor( handle );
         if ( !zu___FilePosixLock( file, LOCK_EX ) ||
              zu___FilePosixResume( [ & ] { return ftruncate( file, 0 ); } ) != 0 ) {
             close( file );
@@ -162,18 +178,45 @@ ZU___FILE_HANDLE zu___FileHandleOpenSink( ZU_STRING *fn )
 ZU_INT zu___FileHandleSize( ZU___FILE_HANDLE handle )
 {
     struct stat state;
-    return zu___FilePosixResume( [ & ] { return fstat( (int)handle, &state ); } ) == 0 ? state.st_size : 0;
+    return zu___FilePosixResume( [ & ] { return fstat( filePosixDescriptor( handle ), &state ); } ) == 0 ? state.st_size
+                                                                                                         : 0;
 }
 ZU_INT zu___FileHandleRead( ZU___FILE_HANDLE handle, uint8_t *bytes, ZU_INT maxByteCount )
 {
     size_t count = (size_t)zuIntMin( maxByteCount, TRANSFER_BYTES );
-    return zu___FilePosixResume( [ & ] { return read( (int)handle, bytes, count ); } );
+    return zu___FilePosixResume( [ & ] { return read( filePosixDescriptor( handle ), bytes, count ); } );
+}
+// Writes to a pipe.  That nobody reads it any more is a failure like any other: the signal, which comes with the last
+// part that was written too, is taken off the thread, unless one was waiting there before.
+static ssize_t filePosixWritePipe( int file, const uint8_t *bytes, size_t count )
+{
+    auto isPending = [] {
+        sigset_t pending;
+        return sigpending( &pending ) == 0 && sigismember( &pending, SIGPIPE ) == 1;
+    };
+    sigset_t before;
+    sigset_t pipe;
+    sigemptyset( &pipe );
+    sigaddset( &pipe, SIGPIPE );
+    bool wasPending = isPending();
+    pthread_sigmask( SIG_BLOCK, &pipe, &before );
+    ssize_t written = write( file, bytes, count );
+    int reason = errno;
+    if ( !wasPending && isPending() ) {
+        int taken;
+        sigwait( &pipe, &taken );
+    }
+    pthread_sigmask( SIG_SETMASK, &before, nullptr );
+    errno = reason;
+    return written;
 }
 ZU_BOOL zu___FileHandleWrite( ZU___FILE_HANDLE handle, const uint8_t *bytes, ZU_INT byteCount )
 {
+    int file = filePosixDescriptor( handle );
     while ( byteCount > 0 ) {
         size_t count = (size_t)zuIntMin( byteCount, TRANSFER_BYTES );
-        ssize_t written = zu___FilePosixResume( [ & ] { return write( (int)handle, bytes, count ); } );
+        ssize_t written = zu___FilePosixResume(
+            [ & ] { return handle & PIPE ? filePosixWritePipe( file, bytes, count ) : write( file, bytes, count ); } );
         if ( written <= 0 ) {
             return ZU_FALSE;
         }
@@ -185,15 +228,11 @@ ZU_BOOL zu___FileHandleWrite( ZU___FILE_HANDLE handle, const uint8_t *bytes, ZU_
 // Whatever close(2) says, the descriptor is gone, and may be another thread's already: it is not called twice.
 void zu___FileHandleClose( ZU___FILE_HANDLE handle )
 {
-    close( (int)handle );
+    close( filePosixDescriptor( handle ) );
 }
 
 // State
 
-static bool filePosixState( ZU_STRING *fn, struct stat *state )
-{
-    return filePosixWithPath( fn, [ & ]( const char *path ) { return fstatat( AT_FDCWD, path, state, 0 ); } ) == 0;
-}
 ZU_BOOL zu___FileExists( ZU_STRING *fn )
 {
     struct stat state;
