@@ -12,6 +12,7 @@
 #include <fstream>
 #include <grp.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <sys/wait.h>
@@ -443,9 +444,9 @@ TEST_F( File, StreamsCarryEveryByte )
     zuByteSourceRelease( source );
 }
 
-TEST_F( File, APipeTakesWhatSomebodyReads )
+TEST_F( File, APipeWithoutReadersAndAFileAtItsLimitFail )
 {
-    const NAME pipe( path( "pipe" ) );
+    const NAME pipe( path( "pipe" ) ), file( path( "file" ) );
     ASSERT_EQ( mkfifo( path( "pipe" ).c_str(), 0600 ), 0 );
     const std::string all = pattern( 1000000 );
     for ( size_t wanted : { all.size(), (size_t)1 } ) {
@@ -455,6 +456,13 @@ TEST_F( File, APipeTakesWhatSomebodyReads )
         reader.join();
         EXPECT_TRUE( all.compare( 0, wanted, got ) == 0 );
     }
+    struct rlimit before;
+    getrlimit( RLIMIT_FSIZE, &before );
+    const struct rlimit limited = { 100000, before.rlim_max };
+    setrlimit( RLIMIT_FSIZE, &limited );
+    EXPECT_FALSE( writeBytes( zuFileWriteBuffer, file, all ) || writeBytes( zuFileReplaceBuffer, file, all ) );
+    setrlimit( RLIMIT_FSIZE, &before );
+    EXPECT_TRUE( get( folder / "file" ) == all.substr( 0, 100000 ) );
 }
 
 TEST_F( File, WholeFilesAreWholeOrNull )

@@ -31,7 +31,8 @@ ZU_BEGIN_DECLS
 // file or empties it, and keeps other sinks off it while it is open: opening a second one fails, and leaves the content
 // alone.  It collects what is written; flushing it, as a sink of characters or lines too, hands that to the system.  A
 // write that has failed makes each later write and flush fail, since its bytes are lost.  A directory cannot be opened.
-// Opening a named pipe waits for its other end, and writing to one that nobody reads any more fails, without a signal.
+// Opening a named pipe waits for its other end, and writing to one that nobody reads any more fails.  No failure raises
+// a signal.
 /// Opens `fn` for reading bytes.
 ZU_API ZU_BYTE_SOURCE *zuFileOpenByteSource( ZU_STRING *fn );
 /// Opens `fn` for writing bytes.

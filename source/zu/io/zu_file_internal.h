@@ -22,15 +22,14 @@ typedef intptr_t ZU___FILE_HANDLE;
 ZU___FILE_HANDLE zu___FileHandleOpenSource( ZU_STRING *fn );
 // Opens a file for reading and writing; creates it, with permission to read and write, or empties it.  As long as it is
 // open, further calls for it fail, in all processes; such a call leaves the content as it is.  A directory is refused.
-// A pipe is opened for writing alone, as soon as somebody reads it; once nobody does any more, writing fails, without a
-// signal.
+// A pipe is opened for writing alone, as soon as somebody reads it; once nobody does any more, writing fails.
 ZU___FILE_HANDLE zu___FileHandleOpenSink( ZU_STRING *fn );
 // Returns how many bytes the file says it has, 0 if it does not tell.
 ZU_INT zu___FileHandleSize( ZU___FILE_HANDLE handle );
 // Reads up to `maxByteCount` bytes, more than 0, and returns how many came: as many as the system has at hand, 0 at the
 // end of the file, -1 on failure.
 ZU_INT zu___FileHandleRead( ZU___FILE_HANDLE handle, uint8_t *bytes, ZU_INT maxByteCount );
-// Hands all of `byteCount` bytes to the system; false if it does not take some of them.
+// Hands all of `byteCount` bytes to the system; false if it does not take some of them, which raises no signal.
 ZU_BOOL zu___FileHandleWrite( ZU___FILE_HANDLE handle, const uint8_t *bytes, ZU_INT byteCount );
 // Closes the file.
 void zu___FileHandleClose( ZU___FILE_HANDLE handle );

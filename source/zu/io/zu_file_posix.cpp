@@ -14,6 +14,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
@@ -118,12 +119,18 @@ static bool filePosixState( ZU_STRING *fn, struct stat *state )
 
 // Open files
 
-// What a handle has beside the descriptor, which is never that large, if the file is a pipe.
-static constexpr ZU___FILE_HANDLE PIPE = (ZU___FILE_HANDLE)1 << 30;
+// What a handle has beside the descriptor, which is never that large, if a write that fails may raise a signal.
+static constexpr ZU___FILE_HANDLE RAISES = (ZU___FILE_HANDLE)1 << 30;
 
 static int filePosixDescriptor( ZU___FILE_HANDLE handle )
 {
-    return (int)( handle & ~PIPE );
+    return (int)( handle & ~RAISES );
+}
+ZU___FILE_HANDLE zu___FilePosixSinkHandle( int file, mode_t mode )
+{
+    struct rlimit size;
+    bool raises = S_ISFIFO( mode ) || getrlimit( RLIMIT_FSIZE, &size ) != 0 || size.rlim_cur != RLIM_INFINITY;
+    return raises ? file | RAISES : file;
 }
 int zu___FilePosixOpen( int at, const char *path, int flags, unsigned mode )
 {
@@ -134,22 +141,23 @@ bool zu___FilePosixLock( int file, int operation )
     int result = zu___FilePosixResume( [ & ] { return flock( file, operation | LOCK_NB ); } );
     return result == 0 || errno == EOPNOTSUPP || errno == ENOSYS;
 }
-static ZU___FILE_HANDLE filePosixOpenName( ZU_STRING *fn, int flags, struct stat *state )
+// Returns the descriptor of an open file, and its state; -1 on failure.
+static int filePosixOpenName( ZU_STRING *fn, int flags, struct stat *state )
 {
     char *path = zu___FilePosixPath( fn );
     if ( !path ) {
-        return ZU___FILE_HANDLE_NONE;
+        return -1;
     }
     int file = zu___FilePosixOpen( AT_FDCWD, path, flags, FILE_PERMISSIONS );
     zuMemFree( path );
     if ( file < 0 ) {
-        return ZU___FILE_HANDLE_NONE;
+        return -1;
     }
     if ( zu___FilePosixResume( [ & ] { return fstat( file, state ); } ) != 0 || S_ISDIR( state->st_mode ) ) {
         close( file );
-        return ZU___FILE_HANDLE_NONE;
+        return -1;
     }
-    return S_ISFIFO( state->st_mode ) ? file | PIPE : file;
+    return file;
 }
 ZU___FILE_HANDLE zu___FileHandleOpenSource( ZU_STRING *fn )
 {
@@ -162,49 +170,56 @@ ZU___FILE_HANDLE zu___FileHandleOpenSink( ZU_STRING *fn )
     // the pipe is full.
     struct stat state;
     int access = filePosixState( fn, &state ) && S_ISFIFO( state.st_mode ) ? O_WRONLY : O_RDWR;
-    ZU___FILE_HANDLE handle = filePosixOpenName( fn, access | O_CREAT, &state );
+    int file = filePosixOpenName( fn, access | O_CREAT, &state );
+    if ( file < 0 ) {
+        return ZU___FILE_HANDLE_NONE;
+    }
     // A device has nothing to empty, and is everybody's: a lock on the null device would stop the whole machine.  A
     // file is emptied behind its lock, so that who is refused has done no harm.
-    if ( handle != ZU___FILE_HANDLE_NONE && S_ISREG( state.st_mode ) ) {
-        int file = filePosixDescriptor( handle );
-        if ( !zu___FilePosixLock( file, LOCK_EX ) ||
-             zu___FilePosixResume( [ & ] { return ftruncate( file, 0 ); } ) != 0 ) {
-            close( file );
-            return ZU___FILE_HANDLE_NONE;
-        }
+    if ( S_ISREG( state.st_mode ) && ( !zu___FilePosixLock( file, LOCK_EX ) ||
+                                       zu___FilePosixResume( [ & ] { return ftruncate( file, 0 ); } ) != 0 ) ) {
+        close( file );
+        return ZU___FILE_HANDLE_NONE;
     }
-    return handle;
+    return zu___FilePosixSinkHandle( file, state.st_mode );
 }
 ZU_INT zu___FileHandleSize( ZU___FILE_HANDLE handle )
 {
     struct stat state;
-    return zu___FilePosixResume( [ & ] { return fstat( filePosixDescriptor( handle ), &state ); } ) == 0 ? state.st_size
-                                                                                                         : 0;
+    int file = filePosixDescriptor( handle );
+    return zu___FilePosixResume( [ & ] { return fstat( file, &state ); } ) == 0 ? state.st_size : 0;
 }
 ZU_INT zu___FileHandleRead( ZU___FILE_HANDLE handle, uint8_t *bytes, ZU_INT maxByteCount )
 {
     size_t count = (size_t)zuIntMin( maxByteCount, TRANSFER_BYTES );
     return zu___FilePosixResume( [ & ] { return read( filePosixDescriptor( handle ), bytes, count ); } );
 }
-// Writes to a pipe.  That nobody reads it any more is a failure like any other: the signal, which comes with the last
-// part that was written too, is taken off the thread, unless one was waiting there before.
-static ssize_t filePosixWritePipe( int file, const uint8_t *bytes, size_t count )
+// Writes where a failure may raise a signal: to a pipe that nobody reads any more, or to a file at the limit that the
+// process has for files.  Either is a failure like any other: the signal, which may come with a part that was written,
+// is taken off the thread, unless one was waiting there before.
+static ssize_t filePosixWriteQuietly( int file, const uint8_t *bytes, size_t count )
 {
-    auto isPending = [] {
-        sigset_t pending;
-        return sigpending( &pending ) == 0 && sigismember( &pending, SIGPIPE ) == 1;
-    };
+    static constexpr int SIGNALS[] = { SIGPIPE, SIGXFSZ };
+    sigset_t ahead;
+    sigset_t blocked;
     sigset_t before;
-    sigset_t pipe;
-    sigemptyset( &pipe );
-    sigaddset( &pipe, SIGPIPE );
-    bool wasPending = isPending();
-    pthread_sigmask( SIG_BLOCK, &pipe, &before );
+    sigpending( &ahead );
+    sigemptyset( &blocked );
+    for ( int signal : SIGNALS ) {
+        sigaddset( &blocked, signal );
+    }
+    pthread_sigmask( SIG_BLOCK, &blocked, &before );
     ssize_t written = write( file, bytes, count );
     int reason = errno;
-    if ( !wasPending && isPending() ) {
-        int taken;
-        sigwait( &pipe, &taken );
+    sigset_t behind;
+    sigpending( &behind );
+    for ( int signal : SIGNALS ) {
+        if ( sigismember( &behind, signal ) == 1 && sigismember( &ahead, signal ) == 0 ) {
+            sigset_t raised;
+            sigemptyset( &raised );
+            sigaddset( &raised, signal );
+            sigwait( &raised, &signal );
+        }
     }
     pthread_sigmask( SIG_SETMASK, &before, nullptr );
     errno = reason;
@@ -215,8 +230,9 @@ ZU_BOOL zu___FileHandleWrite( ZU___FILE_HANDLE handle, const uint8_t *bytes, ZU_
     int file = filePosixDescriptor( handle );
     while ( byteCount > 0 ) {
         size_t count = (size_t)zuIntMin( byteCount, TRANSFER_BYTES );
-        ssize_t written = zu___FilePosixResume(
-            [ & ] { return handle & PIPE ? filePosixWritePipe( file, bytes, count ) : write( file, bytes, count ); } );
+        ssize_t written = zu___FilePosixResume( [ & ] {
+            return handle & RAISES ? filePosixWriteQuietly( file, bytes, count ) : write( file, bytes, count );
+        } );
         if ( written <= 0 ) {
             return ZU_FALSE;
         }

@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <dirent.h>
+#include <sys/types.h>
 
 // Makes a call that returns -1 on failure until it is not interrupted, which may take any number of times: a read that
 // waits for input is interrupted as often as a timer of the program's ticks meanwhile.
@@ -29,6 +30,8 @@ void zu___FilePosixAppend( ZU_STRING **name, const char *path, ZU_INT length );
 
 // Opens `path`, which is relative to the directory `at`; -1 on failure.
 int zu___FilePosixOpen( int at, const char *path, int flags, unsigned mode );
+// Returns the handle of a file that is open for writing and has the mode `mode`.
+ZU___FILE_HANDLE zu___FilePosixSinkHandle( int file, mode_t mode );
 // Opens a directory for its entries; null on failure.  With O_NOFOLLOW in `flags` a link is refused.
 DIR *zu___FilePosixOpenDirectory( int at, const char *path, int flags );
 // Returns the next entry but "." and ".."; null at the end and, with errno other than 0, on failure.

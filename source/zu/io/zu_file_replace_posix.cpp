@@ -141,7 +141,8 @@ static bool replaceMakeNew( REPLACE *replace, const uint8_t *bytes, ZU_INT byteC
         return false;
     }
     bool ok = ( replace->old < 0 || replaceCopyRights( replace, file ) ) &&
-              zu___FileHandleWrite( file, bytes, byteCount ) && replaceSync( file );
+              zu___FileHandleWrite( zu___FilePosixSinkHandle( file, S_IFREG ), bytes, byteCount ) &&
+              replaceSync( file );
     // Interrupted, the file is closed like any other, and its content is on the disk already.
     return ( close( file ) == 0 || errno == EINTR ) && ok;
 }
