@@ -162,6 +162,19 @@ static int runCrash( char **argv )
             std::thread( [] { zuThreadEncapsulate( crashTogether, nullptr ); } ).detach();
         }
     }
+    if ( crash[ COMPANY ] == "forked" ) {
+        // Another thread reports, which the child does not have.
+        std::thread( [] {
+            const ZU___ABORT_RECORD record = {};
+            const ZU___ABORT_CONTEXT context = {};
+            zu___AbortEnter( &record, nullptr, &context );
+        } ).join();
+        pid_t child = fork();
+        int status = 0;
+        if ( child != 0 ) {
+            _exit( waitpid( child, &status, 0 ) == child ? WTERMSIG( status ) : 0 );
+        }
+    }
     crashOnThread();
     return 0;
 }
@@ -475,6 +488,14 @@ TEST( Crash, WithoutHandlersOnlyOfFailedChecks )
     OUTCOME faulty = runCase( { "check", "main", "none", "faulty", "none" }, folder.path, flags );
     EXPECT_EQ( faulty.signalNumber, SIGABRT );
     EXPECT_NE( faulty.errors.find( "DOUBLE FAULT" ), std::string::npos );
+}
+TEST( Crash, ForkedChildrenReportForThemselves )
+{
+    FOLDER folder;
+    OUTCOME child = runCase( { "check", "main", "none", "forked", "none" }, folder.path );
+    EXPECT_EQ( child.signalNumber, -SIGABRT );
+    size_t own = child.errors.rfind( "\n\n  ***", child.errors.rfind( "ABNORMAL" ) );
+    expectReport( child.errors.substr( own ), kindOf( "check" ) );
 }
 
 // Counts the threads of a process that are asleep for good.

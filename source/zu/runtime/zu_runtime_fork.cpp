@@ -3,6 +3,7 @@
 #include "zu/base/zu_threading_fork_internal.h"
 #include "zu/runtime/zu_obj_internal.h"
 #include "zu/runtime/zu_runtime_internal.h"
+#include "zu/sys/zu_abort_internal.h"
 
 // In the order in which locks are taken: what a subsystem uses while it holds its own stands below it.  Given back they
 // are from the end to the top, so that in the child each finds what it uses in order.
@@ -11,7 +12,7 @@ static void ( *const SUBSYSTEMS[] )( ZU___FORK_STEP step ) = {
     zu___TimerFork,      zu___ThreadFork,
     zu___GenerationFork, zu___RandomFork,
     zu___StackTraceFork, zu___ObjFork,
-    zu___UniqueFork,
+    zu___UniqueFork,     zu___AbortFork,
 };
 static constexpr size_t SUBSYSTEM_COUNT = sizeof SUBSYSTEMS / sizeof SUBSYSTEMS[ 0 ];
 

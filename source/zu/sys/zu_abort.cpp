@@ -48,13 +48,15 @@ static void abortOrder()
     __atomic_signal_fence( __ATOMIC_SEQ_CST );
 }
 
-void zu___AbortReset( const char *name )
+static void abortCloseFile()
 {
-    reportFileName[ 0 ] = 0;
-    size_t length = name ? __builtin_strlen( name ) : 0;
-    if ( length < FILE_NAME_SIZE ) {
-        __builtin_memcpy( reportFileName, name ? name : "", length + 1 );
+    if ( zu___AbortReportFile ) {
+        zu___AbortFileClose( zu___AbortReportFile );
+        zu___AbortReportFile = nullptr;
     }
+}
+static void abortForget()
+{
     zu___AbortReportFile = nullptr;
     abortingThread = 0;
     secondaryAborts = 0;
@@ -65,6 +67,27 @@ void zu___AbortReset( const char *name )
     handingOn = false;
     fileTried = false;
     commenting = false;
+}
+void zu___AbortReset( const char *name )
+{
+    reportFileName[ 0 ] = 0;
+    size_t length = name ? __builtin_strlen( name ) : 0;
+    if ( length < FILE_NAME_SIZE ) {
+        __builtin_memcpy( reportFileName, name ? name : "", length + 1 );
+    }
+    abortForget();
+}
+ZU_BOOL zu___AbortReporting( void )
+{
+    return __atomic_load_n( &abortingThread, __ATOMIC_RELAXED ) != 0;
+}
+// The thread that was reporting is not in the child, whose own failures would wait for it for ever.
+void zu___AbortFork( ZU___FORK_STEP step )
+{
+    if ( step == ZU___FORK_CHILD && zu___AbortReporting() ) {
+        abortCloseFile();
+        abortForget();
+    }
 }
 
 // Handing on
@@ -93,13 +116,6 @@ static void abortHandOn()
     pendingLength = 0;
     abortOrder();
     handingOn = false;
-}
-static void abortCloseFile()
-{
-    if ( zu___AbortReportFile ) {
-        zu___AbortFileClose( zu___AbortReportFile );
-        zu___AbortReportFile = nullptr;
-    }
 }
 
 // Lines

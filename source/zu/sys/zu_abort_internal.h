@@ -5,6 +5,7 @@
 #pragma once
 
 #include "zu/base/zu_time_internal.h"
+#include "zu/sys/zu_fork_internal.h"
 
 ZU_BEGIN_DECLS
 
@@ -57,6 +58,10 @@ ZU_NORETURN void zu___AbortLeave( void );
 ZU_NORETURN void zu___AbortGiveUp( void );
 // Clears the state, and keeps the name of the report file; null, and a name that is too long: there will be none.
 void zu___AbortReset( const char *reportFileName );
+// Tells whether a report has begun.
+ZU_BOOL zu___AbortReporting( void );
+// In a forked child, clears the state but for the name.
+void zu___AbortFork( ZU___FORK_STEP step );
 
 // The platform, as long as all is well.
 

@@ -29,7 +29,6 @@ static bool handlersSet = false;
 
 // For the thread that reports
 static ZU___ABORT_CONTEXT reportContext;
-static uint32_t reporting = 0; // a report has begun
 static bool timerSet = false;
 static timer_t timer;
 
@@ -276,7 +275,7 @@ static void abortHandle( int signalNumber, siginfo_t *info, void *registers )
     }
     ZU___ABORT_EXCEPTION exception;
     abortClassify( &exception, info, &machine );
-    if ( exception.fault == ZU___ABORT_FAULT_OTHER && !__atomic_load_n( &reporting, __ATOMIC_RELAXED ) &&
+    if ( exception.fault == ZU___ABORT_FAULT_OTHER && !zu___AbortReporting() &&
          abortHandledByPrevious( signalNumber, info, registers ) ) {
         errno = error;
         return;
@@ -388,7 +387,6 @@ static void abortSetTimer( ZU_INT millisec )
 void zu___AbortBegin( const ZU___ABORT_CONTEXT *context, ZU_INT millisec )
 {
     reportContext = *context;
-    __atomic_store_n( &reporting, 1, __ATOMIC_RELAXED );
     // Writing to a pipe without a reader must fail and not end the process, and nothing else shall interrupt.
     sigset_t blocked;
     sigfillset( &blocked );
