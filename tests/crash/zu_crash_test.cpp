@@ -126,6 +126,11 @@ static void leaveEarly( int )
 {
     _exit( 3 );
 }
+static struct sigaction relayed[ 2 ]; // for SIGILL and SIGABRT: what relay hands on to
+static void relay( int signalNumber, siginfo_t *info, void *registers )
+{
+    relayed[ signalNumber == SIGABRT ].sa_sigaction( signalNumber, info, registers );
+}
 // crash <one of each axis> <folder of the target> <flags>
 static int runCrash( char **argv )
 {
@@ -145,6 +150,17 @@ static int runCrash( char **argv )
         pthread_atfork( crashTogether, nullptr, nullptr );
     }
     zuRuntimeStartup( strtoll( argv[ AXES + 1 ], nullptr, 10 ), -1, crashPrinting, "crash", nullptr, "1.0" );
+    if ( crash[ TARGET ] == "relayed" ) {
+        // One handler comes and stays, another one leaves again behind shut-down.
+        struct sigaction action = {};
+        action.sa_sigaction = relay;
+        action.sa_flags = SA_SIGINFO | SA_ONSTACK;
+        sigaction( SIGILL, &action, &relayed[ 0 ] );
+        sigaction( SIGABRT, &action, &relayed[ 1 ] );
+        zuRuntimeShutdown();
+        sigaction( SIGABRT, &relayed[ 1 ], nullptr );
+        zuRuntimeStartup( 0, -1, crashPrinting, "crash", nullptr, "1.0" );
+    }
     if ( crash[ TARGET ] == "full" ) {
         const rlimit little = { 100, 100 };
         setrlimit( RLIMIT_FSIZE, &little );
@@ -473,6 +489,11 @@ TEST( Crash, ForeignHandlersComeFirstForTheirOwn )
     OUTCOME read = runCase( { "read", "main", "none", "alone", "handled" }, folder.path );
     EXPECT_EQ( read.signalNumber, SIGSEGV );
     expectReport( read.errors, kindOf( "read" ) );
+    for ( const char *each : { "illegal", "abort" } ) {
+        OUTCOME outcome = runCase( { each, "main", "none", "alone", "relayed" }, folder.path );
+        EXPECT_EQ( outcome.signalNumber, kindOf( each ).signalNumber );
+        expectReport( outcome.errors, kindOf( each ) );
+    }
 }
 TEST( Crash, WithoutHandlersOnlyOfFailedChecks )
 {

@@ -244,26 +244,31 @@ static void abortClassify( ZU___ABORT_EXCEPTION *exception, const siginfo_t *inf
                                      sent ? (uintptr_t)info->si_pid : address );
     }
 }
-// Lets the handler that was there before start-up have the signal; false if there was none.
+// Lets the handler that was there before start-up have the signal; false if there was none, and if that handler hands
+// it on to this one, which it has found when the library ran before.  The registers are marked by a field that the system
+// leaves null and does not read.
 static bool abortHandledByPrevious( int signalNumber, siginfo_t *info, void *registers )
 {
+    ucontext_t *context = (ucontext_t *)registers;
     size_t i = 0;
     while ( SIGNALS[ i ] != signalNumber ) {
         i++;
     }
     const struct sigaction *previous = &previousActions[ i ];
-    if ( !handlersSet || previous->sa_handler == SIG_DFL ) {
+    if ( !handlersSet || previous->sa_handler == SIG_DFL || context->uc_link ) {
         return false;
     }
     if ( previous->sa_handler == SIG_IGN ) {
         return info->si_code <= 0; // as the system: what comes of the machine cannot be ignored
     }
+    context->uc_link = context;
     pthread_sigmask( SIG_BLOCK, &previous->sa_mask, nullptr );
     if ( previous->sa_flags & SA_SIGINFO ) {
         previous->sa_sigaction( signalNumber, info, registers );
     } else {
         previous->sa_handler( signalNumber );
     }
+    context->uc_link = nullptr;
     return true;
 }
 static void abortHandle( int signalNumber, siginfo_t *info, void *registers )
@@ -292,11 +297,20 @@ static void abortSetHandler( int signalNumber, struct sigaction *previous )
     action.sa_flags = SA_SIGINFO | SA_ONSTACK | SA_NODEFER | SA_RESTART;
     sigaction( signalNumber, &action, previous );
 }
+static bool abortIsHandler( const struct sigaction &action )
+{
+    return ( action.sa_flags & SA_SIGINFO ) && action.sa_sigaction == abortHandle;
+}
 void zu___AbortPlatformStartup( ZU_BOOL handlers )
 {
     zu___AbortLearnZone();
     for ( size_t i = 0; handlers && i < SIGNAL_COUNT; i++ ) {
-        abortSetHandler( SIGNALS[ i ], &previousActions[ i ] );
+        struct sigaction previous = {};
+        abortSetHandler( SIGNALS[ i ], &previous );
+        // Whoever has come later than an earlier start-up may have left again since, and given back what was there.
+        if ( !abortIsHandler( previous ) ) {
+            previousActions[ i ] = previous;
+        }
     }
     handlersSet = handlers;
 }
@@ -306,7 +320,7 @@ void zu___AbortPlatformShutdown( void )
         // Whoever has come later stays.
         struct sigaction now = {};
         sigaction( SIGNALS[ i ], nullptr, &now );
-        if ( ( now.sa_flags & SA_SIGINFO ) && now.sa_sigaction == abortHandle ) {
+        if ( abortIsHandler( now ) ) {
             sigaction( SIGNALS[ i ], &previousActions[ i ], nullptr );
         }
     }
