@@ -244,6 +244,17 @@ TEST_F( AbortReport, WhereAnEarlierFilterIs )
         zero = 7 / zero;
     } );
 }
+// It may have found the library's when that ran before, and hand on to it.
+TEST_F( AbortReport, WhereTheEarlierFilterHandsOn )
+{
+    expectReport( { "  EXCEPTION", "    ExceptionCode: 0xE0000001" }, 0xE0000001, [] {
+        static LPTOP_LEVEL_EXCEPTION_FILTER found;
+        found = SetUnhandledExceptionFilter( []( EXCEPTION_POINTERS *exception ) { return found( exception ); } );
+        zuRuntimeShutdown();
+        zuRuntimeStartup( 0, -1, nullptr, "zu-test", nullptr, nullptr );
+        RaiseException( 0xE0000001, 0, 0, nullptr );
+    } );
+}
 // A report that fails itself: where lines go to a debugger's channel, somebody listens and falls over.
 TEST_F( AbortReport, OfAReportThatFails )
 {

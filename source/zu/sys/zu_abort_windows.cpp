@@ -26,6 +26,7 @@ static constexpr int ABORT_STATUS = 3; // of a process that ends by abort()
 
 static LPTOP_LEVEL_EXCEPTION_FILTER previousFilter = nullptr; // before start-up
 static bool filterSet = false;
+static EXCEPTION_POINTERS *asked = nullptr; // what the previous filter looks at; atomic
 
 // For the thread that reports
 static EXCEPTION_RECORD checkRecord; // of a failed check
@@ -109,8 +110,10 @@ static LONG WINAPI abortFilter( EXCEPTION_POINTERS *pointers )
     DWORD code = pointers->ExceptionRecord->ExceptionCode;
     bool always =
         code == EXCEPTION_ACCESS_VIOLATION || code == EXCEPTION_INT_DIVIDE_BY_ZERO || code == EXCEPTION_STACK_OVERFLOW;
-    if ( !always && previousFilter ) {
+    // A filter that has found this one, when the library ran before, hands on to it: then nobody is left to ask.
+    if ( !always && previousFilter && __atomic_exchange_n( &asked, pointers, __ATOMIC_RELAXED ) != pointers ) {
         LONG result = previousFilter( pointers );
+        __atomic_store_n( &asked, nullptr, __ATOMIC_RELAXED );
         if ( result != EXCEPTION_CONTINUE_SEARCH ) {
             return result;
         }
@@ -124,7 +127,9 @@ void zu___AbortPlatformStartup( ZU_BOOL handlers )
 {
     zu___AbortDumpStartup();
     if ( handlers ) {
-        previousFilter = SetUnhandledExceptionFilter( abortFilter );
+        LPTOP_LEVEL_EXCEPTION_FILTER previous = SetUnhandledExceptionFilter( abortFilter );
+        // Whoever has come later than an earlier start-up may have left again since, and given back what was there.
+        previousFilter = previous == abortFilter ? nullptr : previous;
         filterSet = true;
     }
 }
