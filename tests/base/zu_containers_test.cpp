@@ -128,6 +128,23 @@ TEST( Containers, BecomeTextsWhileTheirItemsChangeThem )
     }
 }
 
+TEST( Containers, PrintWhatTheyWereWhileTheirItemsLetThemGo )
+{
+    for ( auto makeIt : { makeVector, makeDict, makeRangeMap } ) {
+        ZU_OBJ *container = makeIt();
+        const std::string expected = textOf( container );
+        onText = [ & ] { zuObjRelease( std::exchange( container, nullptr ) ); };
+        EXPECT_EQ( textOf( container ), expected );
+        EXPECT_EQ( container, nullptr );
+    }
+    zu::Ref<ZU_ENCODER> encoder = zu::adopt( zuEncoderCreate() );
+    ZU_VECTOR *vec = zuVectorFrom( makeVector() );
+    onText = [ & ] { zuVectorClear( &vec ); };
+    zuEncoderEncodeStringVector( encoder.get(), vec );
+    EXPECT_EQ( zuEncoderLength( encoder.get() ), 2 + 20 * 4 + 20 * 5 ) << "texts as \"w9\" and as \"w10\"";
+    zuVectorRelease( vec );
+}
+
 // Whoever decodes data has as much nesting as the data says.
 TEST( Containers, AreComparedAndPrintedHoweverDeep )
 {

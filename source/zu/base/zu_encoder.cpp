@@ -10,6 +10,7 @@
 #include "zu/base/zu_string_internal.h"
 #include "zu/base/zu_wire_chars_internal.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/runtime/zu_ref_internal.h"
 #include "zu/sys/zu_chars_ascii_internal.h"
 #include "zu/sys/zu_mem.h"
 
@@ -263,6 +264,7 @@ void zuEncoderEncodeStringVector( ZU_ENCODER *enc, ZU_VECTOR *value )
 {
     ZU_ASSERT( enc );
     ZU_ASSERT( value );
+    zu___Owned held( zuVectorRetain( value ) ); // an item's text may change the vector
     ZU_INT length = zuVectorLength( value );
     ZU_OBJ *const *items = zuVectorBacking( value );
     zuEncoderEncodeInt( enc, length );

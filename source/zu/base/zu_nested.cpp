@@ -6,6 +6,7 @@
 #include "zu/base/zu_dict_internal.h"
 #include "zu/base/zu_vector_internal.h"
 #include "zu/runtime/zu_obj_internal.h"
+#include "zu/runtime/zu_ref_internal.h"
 #include "zu/sys/zu_mem.h"
 
 #include <cstring>
@@ -137,15 +138,18 @@ ZU_STRING *zu___NestedToString( ZU_OBJ *obj )
     const NESTED_SORTS sorts;
     NESTED_PATH path;
     ZU_STRING *text = zuStringCreate();
+    // An item's text is a class's own code, and may change what it is in: on the way containers are held, so that such a
+    // change goes to a copy.
     auto enter = [ & ]( ZU_OBJ *container ) {
         zuStringAppendChar( &text, container->sort == sorts.dict ? '{' : '<' );
-        path.enter( container, nullptr );
+        path.enter( zuObjRetain( container ), nullptr );
     };
     enter( obj );
     while ( NESTED_LEVEL *level = path.current() ) {
         bool isDict = level->obj->sort == sorts.dict;
         if ( level->idx == sorts.count( level->obj ) ) {
             zuStringAppendChar( &text, isDict ? '}' : '>' );
+            zu___Owned held( level->obj );
             path.leave();
             continue;
         }

@@ -167,6 +167,7 @@ static ZU_STRING *rangeMapToString( ZU_OBJ *thisObj )
 {
     ZU_RANGE_MAP *map = zuRangeMapFrom( thisObj );
     ZU_ASSERT( map );
+    zu___Owned held( zuRangeMapRetain( map ) ); // a value's text may change the map
     ZU_STRING *text = zuStringCreate();
     zuStringAppendChar( &text, '{' );
     for ( ZU_INT i = 0; i < map->length; i++ ) {

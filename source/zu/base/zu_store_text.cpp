@@ -13,6 +13,7 @@
 #include "zu/io/zu_buffer_byte_source.h"
 #include "zu/io/zu_nlf_line_sink.h"
 #include "zu/io/zu_nlf_line_source.h"
+#include "zu/runtime/zu_ref_internal.h"
 #include "zu/sys/zu_mem.h"
 
 #include <algorithm>
@@ -117,6 +118,7 @@ static void storeTextCut( ZU_STRING **line, ZU_INT length )
 template <typename EMIT>
 static bool storeTextEmitLines( ZU_STORE *store, EMIT emit )
 {
+    zu___Owned held( zuStoreRetain( store ) ); // a sink is anybody's code, and may change the store
     ZU_STRING *line = zu___StringCreateEmpty();
     bool ok = true;
     STORE_TEXT_WALK *walk = storeTextEnter( nullptr, store, 0 );

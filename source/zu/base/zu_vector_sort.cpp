@@ -33,6 +33,7 @@ void zuVectorSortBy( ZU_VECTOR **vec, ZU_VECTOR_COMPARE_FUNC compare, void *cont
         return;
     }
     compare = compare ? compare : sortCompareObjs;
+    ZU_VECTOR *unsorted = zuVectorRetain( *vec ); // what the caller's function changes is a copy, and is noticed
     ZU_OBJ **arrays = (ZU_OBJ **)zuMemAllocN( 2 * count, sizeof( ZU_OBJ * ) );
     ZU_OBJ **from = arrays, **to = arrays + count;
     zuMemCopyN( from, zuVectorBacking( *vec ), count, sizeof( ZU_OBJ * ) );
@@ -45,6 +46,8 @@ void zuVectorSortBy( ZU_VECTOR **vec, ZU_VECTOR_COMPARE_FUNC compare, void *cont
         to = from;
         from = merged;
     }
+    ZU_ASSERT( *vec == unsorted );
+    zuVectorRelease( unsorted );
     zu___VectorUnshare( vec );
     zuMemCopyN( ( *vec )->items + ( *vec )->fspace, from, count, sizeof( ZU_OBJ * ) );
     zuMemFree( arrays );

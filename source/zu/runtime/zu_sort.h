@@ -31,7 +31,8 @@ ZU_API ZU_VECTOR *zuSortSnapshot( ZU_SORT *sort );
 
 /// Releases and frees all that a dying object owns, but not the object itself.  Its retain count is 0.
 typedef void ( *ZU___SORT_FREE_FUNC )( ZU_OBJ *thisObj );
-/// Orders two different objects of the sort: negative, 0 or positive.
+/// Orders two different objects of the sort: negative, 0 or positive.  Containers call it amid a search or a change, so
+/// that it must not change what the objects are in.
 typedef ZU_INT ( *ZU___SORT_COMPARE_FUNC )( ZU_OBJ *thisObj, ZU_OBJ *thatObj );
 /// Returns a text for an object of the sort.
 typedef ZU_STRING *( *ZU___SORT_TO_STRING_FUNC )( ZU_OBJ *thisObj );
