@@ -42,6 +42,19 @@ TEST( VectorSort, IsStableAndAsksLittle )
         EXPECT_EQ( all, model );
     }
 }
+TEST( VectorSort, NoticesThatTheVectorIsChanged )
+{
+    expectAbort( "*vec == unsorted", [] {
+        ZU_VECTOR *vec = zuVectorCreate();
+        zuVectorAppendInt( &vec, 2 );
+        zuVectorAppendInt( &vec, 1 );
+        auto shorten = []( ZU_OBJ *, ZU_OBJ *, void *holder ) -> ZU_INT {
+            zuVectorDelLeading( (ZU_VECTOR **)holder, 1 );
+            return 1;
+        };
+        zuVectorSortBy( &vec, shorten, &vec );
+    } );
+}
 TEST( Cursors, WalkFromAnywhere )
 {
     zu::Ref<ZU_DICT> dict = zu::adopt( zuDictCreate() );
