@@ -6,6 +6,7 @@
 #include "zu/base/zu_dict_internal.h"
 #include "zu/io/zu_print.h"
 #include "zu/runtime/zu_module.h"
+#include "zu/runtime/zu_ref_internal.h"
 
 struct ZU___TOOL_SWITCH_TOOL {
     ZU_OBJ obj;
@@ -160,6 +161,7 @@ ZU_BOOL zuToolSwitchRunTool( ZU_TOOL_SWITCH *ts, ZU_VECTOR *argv, void *context 
         toolSwitchPrintTools( ts );
         return ZU_FALSE;
     }
+    zu___Owned held( zuVectorRetain( argv ) ); // the word's text may change the vector
     ZU_STRING *word = zuObjToString( zuVectorBacking( argv )[ 0 ] );
     bool exact;
     ZU_INT idx = zu___DictIndexOfAbbreviation( ts->tools, zuStringBacking( word ), zuStringLength( word ), &exact );

@@ -34,6 +34,7 @@
 #include "zu/base/zu_vector.h"
 #include "zu/runtime/zu_module.h"
 #include "zu/runtime/zu_obj_internal.h"
+#include "zu/runtime/zu_ref_internal.h"
 #include "zu/runtime/zu_runtime_internal.h"
 #include "zu/sys/zu_chars.h"
 #include "zu/sys/zu_happens_internal.h"
@@ -285,6 +286,7 @@ void zu___ObjLogAppendVector( ZU_OBJ *thisObj, ZU_VECTOR *vec )
 {
     ZU_ASSERT( thisObj );
     ZU_ASSERT( vec );
+    zu___Owned held( zuVectorRetain( vec ) ); // an item's text may change the vector
     OBJ_LOG_CHAIN chain = {};
     for ( ZU_INT i = 0; i < zuVectorLength( vec ); i++ ) {
         ZU_STRING *line = zuObjToString( zuVectorBacking( vec )[ i ] );
