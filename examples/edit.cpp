@@ -87,8 +87,8 @@ Store defaults()
 
 Store read( const Text &file )
 {
-    zu::Ref<ZU_LINE_SOURCE> source =
-        zu::adopt( zuFileOpenLineSource( file.get(), ZU_CHARSET_UTF_8, 0, ZU_NLF_FLAG_LF | ZU_NLF_FLAG_CRLF ) );
+    zu::Ref<ZU_LINE_SOURCE> source = zu::adopt(
+        zuFileOpenExactLineSource( file.get(), ZU_CHARSET_UTF_8, 0, ZU_NLF_FLAG_LF | ZU_NLF_FLAG_CRLF, nullptr ) );
     Store store = source ? zu::adopt( zuStoreTextTryDecodeFromLineSource( source.get() ) ) : nullptr;
     return store ? store : zu::adopt( zuStoreCreate() );
 }

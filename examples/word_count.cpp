@@ -19,8 +19,8 @@ int main( int argc, char **argv )
     }
     zu::Ref<ZU_DICT> counts = zu::adopt( zuDictCreate() );
     for ( const std::string &file : files ) {
-        zu::Ref<ZU_LINE_SOURCE> source =
-            zu::adopt( zuFileOpenLineSource( zu::text( file ).get(), ZU_CHARSET_UTF_8, 0, ZU_NLF_FLAG_LF ) );
+        zu::Ref<ZU_LINE_SOURCE> source = zu::adopt(
+            zuFileOpenExactLineSource( zu::text( file ).get(), ZU_CHARSET_UTF_8, 0, ZU_NLF_FLAG_LF, nullptr ) );
         if ( !source ) {
             std::cerr << "cannot read " << file << '\n';
             return 1;

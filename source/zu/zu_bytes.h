@@ -77,5 +77,8 @@
 // zu_file.h: files as streams and as wholes, the state of files, directories, and names of files.
 #include "zu/io/zu_file.h"
 
+// zu_file_exact.h: files as streams of characters and lines, by the letter of the standards.
+#include "zu/io/zu_file_exact.h"
+
 // zu_file_replace.h: replacing the content of a file so that nothing of the old and the new is ever mixed.
 #include "zu/io/zu_file_replace.h"

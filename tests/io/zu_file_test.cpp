@@ -639,6 +639,34 @@ TEST( FileName, IsTakenApart )
     expectAbort( "maxBytes >= -1", [] { zuFileReadBuffer( NAME( "a" ), -2 ); } );
 }
 
+TEST_F( File, ExactStreamsTellWhere )
+{
+    const NAME file( path( "file" ) ), none( path( "none/file" ) );
+    const ZU_CHARSET_FLAGS strict = ZU_CHARSET_FLAG_ABORT_ON_INVALID_CHARACTER;
+    zu::Ref<ZU_EXACT_CHAR_SINK> written;
+    auto sink =
+        zu::adopt( zuFileOpenExactLineSink( file, ZU_CHARSET_UTF_16_LE, strict, ZU_NLF_FLAG_LF, written.inOut() ) );
+    EXPECT_TRUE( zuLineSinkWrite( sink.get(), zu::text( "\u20AC" ).get() ) && zuLineSinkFlush( sink.get() ) );
+    EXPECT_EQ( get( folder / "file" ), std::string( "\xAC\x20\n\0", 4 ) ) << "flushed down to the system";
+    EXPECT_FALSE( zuLineSinkWrite( sink.get(), zu::text( U"ab\xD800" ).get() ) && zuLineSinkFlush( sink.get() ) );
+    EXPECT_EQ( zuExactCharSinkFault( written.get() ), 4 );
+    put( folder / "file", "one\r\ntwo \xFF\nthree" );
+    zu::Ref<ZU_EXACT_CHAR_SOURCE> read;
+    auto source =
+        zu::adopt( zuFileOpenExactLineSource( file, ZU_CHARSET_UTF_8, strict, ZU_NLF_FLAG_CRLF, read.inOut() ) );
+    auto lines = zu::adopt( zuLineSourceReadLines( source.get(), -1 ) );
+    EXPECT_EQ( takeText( zuVectorToString( lines.get() ) ), "<one, two >" );
+    EXPECT_TRUE( zuLineSourceError( source.get() ) );
+    EXPECT_EQ( zuExactCharSourceFault( read.get() ), 9 );
+    auto lax = zu::adopt( zuFileOpenExactCharSource( file, ZU_CHARSET_UTF_8, 0, nullptr ) );
+    auto text = zu::adopt( zuStringCreate() );
+    EXPECT_EQ( zuCharSourceRead( lax.get(), text.inOut(), -1 ), 16 );
+    EXPECT_TRUE( text == "one\r\ntwo \uFFFD\nthree" );
+    ZU_EXACT_CHAR_SINK *nothing = written.get();
+    EXPECT_EQ( zuFileOpenExactCharSink( none, ZU_CHARSET_UTF_8, 0, &nothing ), nullptr );
+    EXPECT_EQ( nothing, nullptr );
+    EXPECT_EQ( zuFileOpenExactLineSource( none, ZU_CHARSET_UTF_8, 0, 0, nullptr ), nullptr );
+}
 TEST_F( File, NamesComeFromCommandLines )
 {
     std::string words[] = { "program", path( "\xF0\x9F\x98\x80" ), path( "\xC3\xFF" ), "" };

@@ -212,21 +212,21 @@ static ZU_BOOL fileCharSinkFlush( ZU_OBJ *closure )
     ZU_BYTE_SINK *bytes = zuByteSinkFrom( zuVectorBacking( zuVectorFrom( closure ) )[ SINK_OF_BYTES ] );
     return zuCharSinkFlush( fileCharSinkInner( closure ) ) && zuByteSinkFlush( bytes );
 }
+ZU_CHAR_SINK *zu___FileCharSink( ZU_BYTE_SINK *bytes, ZU_CHAR_SINK *chars )
+{
+    ZU_OBJ *sinks[] = { zuByteSinkObj( bytes ), zuCharSinkObj( chars ) };
+    ZU_VECTOR *closure = zuVectorCreateFromObjsCopy( sinks, 2 ); // takes both over
+    ZU_CHAR_SINK *sink = zu___CharSinkCreate( fileCharSinkWrite, fileCharSinkFlush, zuVectorObj( closure ) );
+    zuVectorRelease( closure );
+    return sink;
+}
 ZU_CHAR_SINK *zuFileOpenCharSink( ZU_STRING *fn, ZU_CHARSET charset, ZU_CHARSET_FLAGS flags )
 {
     ZU_BYTE_SINK *bytes = zuFileOpenByteSink( fn );
-    if ( !bytes ) {
-        return nullptr;
-    }
-    ZU_OBJ *sinks[] = { zuByteSinkObj( bytes ), zuCharSinkObj( zuCharsetCreateCharSink( bytes, charset, flags ) ) };
-    ZU_VECTOR *closure = zuVectorCreateFromObjsCopy( sinks, 2 ); // takes both over
-    ZU_CHAR_SINK *chars = zu___CharSinkCreate( fileCharSinkWrite, fileCharSinkFlush, zuVectorObj( closure ) );
-    zuVectorRelease( closure );
-    return chars;
+    return bytes ? zu___FileCharSink( bytes, zuCharsetCreateCharSink( bytes, charset, flags ) ) : nullptr;
 }
-ZU_LINE_SOURCE *zuFileOpenLineSource( ZU_STRING *fn, ZU_CHARSET charset, ZU_CHARSET_FLAGS flags, ZU_NLF_FLAGS nlfFlags )
+ZU_LINE_SOURCE *zu___FileLineSource( ZU_CHAR_SOURCE *chars, ZU_NLF_FLAGS nlfFlags )
 {
-    ZU_CHAR_SOURCE *chars = zuFileOpenCharSource( fn, charset, flags );
     if ( !chars ) {
         return nullptr;
     }
@@ -236,9 +236,12 @@ ZU_LINE_SOURCE *zuFileOpenLineSource( ZU_STRING *fn, ZU_CHARSET charset, ZU_CHAR
     zuCharSourceRelease( chars );
     return lines;
 }
-ZU_LINE_SINK *zuFileOpenLineSink( ZU_STRING *fn, ZU_CHARSET charset, ZU_CHARSET_FLAGS flags, ZU_NLF_FLAGS nlfFlags )
+ZU_LINE_SOURCE *zuFileOpenLineSource( ZU_STRING *fn, ZU_CHARSET charset, ZU_CHARSET_FLAGS flags, ZU_NLF_FLAGS nlfFlags )
 {
-    ZU_CHAR_SINK *chars = zuFileOpenCharSink( fn, charset, flags );
+    return zu___FileLineSource( zuFileOpenCharSource( fn, charset, flags ), nlfFlags );
+}
+ZU_LINE_SINK *zu___FileLineSink( ZU_CHAR_SINK *chars, ZU_NLF_FLAGS nlfFlags )
+{
     if ( !chars ) {
         return nullptr;
     }
@@ -247,6 +250,10 @@ ZU_LINE_SINK *zuFileOpenLineSink( ZU_STRING *fn, ZU_CHARSET charset, ZU_CHARSET_
     zuNlfLineSinkRelease( nls );
     zuCharSinkRelease( chars );
     return lines;
+}
+ZU_LINE_SINK *zuFileOpenLineSink( ZU_STRING *fn, ZU_CHARSET charset, ZU_CHARSET_FLAGS flags, ZU_NLF_FLAGS nlfFlags )
+{
+    return zu___FileLineSink( zuFileOpenCharSink( fn, charset, flags ), nlfFlags );
 }
 
 // Whole files

@@ -39,6 +39,14 @@ void zu___FileHandleClose( ZU___FILE_HANDLE handle );
 // one takes the place of a directory meanwhile.  Neither the stack nor the number of open files grows with the depth.
 ZU_BOOL zu___FileDeleteTree( ZU_STRING *fn );
 
+// What stands above an open file; each takes the streams over.
+// Returns a sink that writes to `chars`, and whose flush flushes that and then `bytes` below it.
+ZU_CHAR_SINK *zu___FileCharSink( ZU_BYTE_SINK *bytes, ZU_CHAR_SINK *chars );
+// Returns a source of the lines of `chars`, null for null.
+ZU_LINE_SOURCE *zu___FileLineSource( ZU_CHAR_SOURCE *chars, ZU_NLF_FLAGS nlfFlags );
+// Returns a sink of lines that go to `chars`, null for null.
+ZU_LINE_SINK *zu___FileLineSink( ZU_CHAR_SINK *chars, ZU_NLF_FLAGS nlfFlags );
+
 // Does what zuFileReplaceBytes does.
 ZU_BOOL zu___FileReplace( ZU_STRING *fn, const uint8_t *bytes, ZU_INT byteCount );
 
