@@ -43,6 +43,20 @@ install( FILES tools/gdb/libzu-gdb.py DESTINATION ${gdb_dir} RENAME ${library_fi
 install( FILES LICENSE NOTICE CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime )
 install( FILES README.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development )
 install( DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development )
+# What the documents tell of headers leads to where these are installed.
+set( installed_docs "${CMAKE_INSTALL_DOCDIR}" )
+if( NOT IS_ABSOLUTE "${installed_docs}" )
+    string( PREPEND installed_docs "\${CMAKE_INSTALL_PREFIX}/" )
+endif()
+file( RELATIVE_PATH headers_from_docs ${CMAKE_INSTALL_FULL_DOCDIR} ${CMAKE_INSTALL_FULL_INCLUDEDIR}/zu )
+install( CODE "
+    file( GLOB documents \"\$ENV{DESTDIR}${installed_docs}/README.md\" \"\$ENV{DESTDIR}${installed_docs}/docs/*.md\" )
+    foreach( document IN LISTS documents )
+        file( READ \"\${document}\" text )
+        string( REPLACE \"](source/zu/\" \"](${headers_from_docs}/\" text \"\${text}\" )
+        string( REPLACE \"](../source/zu/\" \"](../${headers_from_docs}/\" text \"\${text}\" )
+        file( WRITE \"\${document}\" \"\${text}\" )
+    endforeach()" COMPONENT development )
 
 # Each header by itself, not the folder, so that no header of the inside and no stray file slips in.
 file( GLOB_RECURSE ZU_PUBLIC_HEADERS CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/source

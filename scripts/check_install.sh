@@ -14,6 +14,11 @@ headers="$( find "$installed/include" -type f | wc -l )"
 say "Installed: $headers headers, $( find "$installed" -type f -o -type l | wc -l ) files"
 stray="$( find "$installed/include" -type f ! -path '*/include/zu/*' -o -name '*_internal.h' -o -name '*.in' )"
 [ -z "$stray" ] || fail "not for users, yet installed: $stray"
+for document in "$installed"/share/doc/zu/docs/*.md; do
+    while read -r header; do
+        [ -f "$( dirname "$document" )/$header" ] || fail "$document leads to $header, which is not installed"
+    done < <( grep -o '([^()#]*[.]hp*)' "$document" | tr -d '()' )
+done
 
 say "find_package"
 cmake -S "$ZU_ROOT/examples" -B "$work/by_cmake" -G Ninja -DCMAKE_PREFIX_PATH="$installed" > "$work/configure.log" \
