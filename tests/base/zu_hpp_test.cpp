@@ -116,7 +116,8 @@ TEST( HppText, ConvertsBothWays )
     STRING_REF text = "a\U0001F600"_zs;
     EXPECT_EQ( zu::toUtf8( text ), "a\U0001F600" );
     EXPECT_EQ( zu::toUtf16( text ), u"a\U0001F600" );
-    for ( const STRING_REF &same : { u"a\U0001F600"_zs, U"a\U0001F600"_zs, zu::text( zu::view( text ) ) } ) {
+    for ( const STRING_REF &same :
+          { u8"a\U0001F600"_zs, u"a\U0001F600"_zs, U"a\U0001F600"_zs, zu::text( zu::view( text ) ) } ) {
         EXPECT_EQ( same, text );
         EXPECT_EQ( std::hash<STRING_REF>()( same ), std::hash<STRING_REF>()( text ) );
     }

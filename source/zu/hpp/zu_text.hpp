@@ -26,6 +26,13 @@ namespace zu {
 {
     return adopt( zuUtf8Decode( utf8.data(), static_cast<ZU_INT>( utf8.size() ) ) );
 }
+#if defined( __cpp_char8_t )
+/// Returns a new string of UTF-8, as u8"κόσμε" is it from C++20 on.
+[[nodiscard]] inline Ref<ZU_STRING> text( std::u8string_view utf8 )
+{
+    return text( std::string_view( reinterpret_cast<const char *>( utf8.data() ), utf8.size() ) );
+}
+#endif
 /// Returns a new string of code points; one beyond U+10FFFF aborts.
 [[nodiscard]] inline Ref<ZU_STRING> text( std::u32string_view chars )
 {
@@ -89,6 +96,12 @@ namespace literals {
 {
     return text( std::string_view( utf8, length ) );
 }
+#if defined( __cpp_char8_t )
+[[nodiscard]] inline Ref<ZU_STRING> operator""_zs( const char8_t *utf8, std::size_t length )
+{
+    return text( std::u8string_view( utf8, length ) );
+}
+#endif
 [[nodiscard]] inline Ref<ZU_STRING> operator""_zs( const char16_t *utf16, std::size_t length )
 {
     return text( std::u16string_view( utf16, length ) );
