@@ -8,8 +8,9 @@
 //         }
 //     }
 //
-// A sequence belongs to one thread.  The arguments are a vector of any objects, without the name of the program; what
-// is no string is never taken for an option, but may be the argument of one.  The caller's vector stays as it is.
+// A sequence belongs to one thread.  The arguments are a vector of any objects, without the name of the program, such as
+// zuArguments returns; what is no string is never taken for an option, but may be the argument of one.  The caller's
+// vector stays as it is.
 //
 //     --name           a long option; also by the beginning of a name that no other name begins with
 //     --name=value     the same with its argument, which may be empty

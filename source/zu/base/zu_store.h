@@ -11,7 +11,7 @@
 // something in this store alone, there are no paths.  To change what a sub-store holds, read it, change it, and set it
 // back:
 //
-//     ZU_STORE *window = zuStoreStoreCstr( store, "window", -1 );
+//     ZU_STORE *window = zuStoreStoreCstr( store, "window", -1 ); // null if there is none yet
 //     zuStoreSetValueIntCstr( &window, "width", -1, 640 );
 //     zuStoreSetStoreCstr( &store, "window", -1, window );
 //     zuStoreRelease( window );

@@ -11,7 +11,8 @@
 // directory lists can be opened.  A name that nothing can stand for, with U+0000 or another half of a surrogate pair in
 // it, belongs to no file.
 //
-// All functions are callable from any thread.  The safe way to write a file is in zu_file_replace.h.
+// All functions are callable from any thread.  The safe way to write a file is in zu_file_replace.h, the exact way to
+// read and write its text in zu_file_exact.h.
 #pragma once
 
 #include "zu/base/zu_time.h"
