@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <climits>
-#include <ctime>
 #include <linux/futex.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -12,11 +11,15 @@ static constexpr ZU_INT MILLISECOND = 1000000; // nanoseconds
 
 ZU_BOOL zu___WaitOnWord( const uint32_t *word, uint32_t value, ZU_INT millisec )
 {
-    // FUTEX_WAIT measures its limit by CLOCK_MONOTONIC.
-    struct timespec limit = {};
+    // FUTEX_WAIT measures its limit by CLOCK_MONOTONIC.  The call takes two words of the machine and not the timespec
+    // of the C library, whose time_t may be longer than a word.
+    struct {
+        long seconds;
+        long nanoseconds;
+    } limit = {};
     if ( millisec >= 0 ) {
-        limit.tv_sec = (time_t)( millisec / SECOND );
-        limit.tv_nsec = (long)( millisec % SECOND * MILLISECOND );
+        limit.seconds = (long)zuIntMin( millisec / SECOND, LONG_MAX );
+        limit.nanoseconds = (long)( millisec % SECOND * MILLISECOND );
     }
     if ( syscall( SYS_futex, word, FUTEX_WAIT_PRIVATE, value, millisec >= 0 ? &limit : nullptr, nullptr, 0 ) == 0 ) {
         return ZU_TRUE;
