@@ -77,6 +77,10 @@ if( WIN32 )
 else()
     target_compile_options( zu_code INTERFACE -fno-plt )
     target_link_options( zu_code INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack )
+    if( CMAKE_SIZEOF_VOID_P EQUAL 4 )
+        # Files of 2 GB and more, and times from 2038 on
+        target_compile_definitions( zu_code INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64 )
+    endif()
 endif()
 
 # -fstack-usage leaves a file beside each object that tells the frame of every function; scripts/check_library.py reads
