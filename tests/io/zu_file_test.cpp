@@ -417,6 +417,13 @@ TEST_F( File, StreamsCarryEveryByte )
             ASSERT_EQ( fs::file_size( folder / "file" ), at + count );
         }
     }
+    // Only a lock that somebody has keeps a sink off, not that a file system has none.
+    for ( int error : { EOPNOTSUPP, ENOSYS, ENOLCK, EWOULDBLOCK } ) {
+        armFaults( { 3, error } );
+        EXPECT_EQ( writeBytes( zuFileWriteBuffer, NAME( path( "other" ) ), "x" ), error != EWOULDBLOCK );
+        disarmFaults();
+        EXPECT_EQ( failed, "flock" );
+    }
     // Others are kept off the file as long as the sink is there, and change nothing.
     EXPECT_FALSE( zuFileOpenByteSink( file ) || writeBytes( zuFileReplaceBuffer, file, "no" ) );
     ZU_BYTE_SOURCE *source = zuFileOpenByteSource( file );

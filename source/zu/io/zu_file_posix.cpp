@@ -139,7 +139,7 @@ int zu___FilePosixOpen( int at, const char *path, int flags, unsigned mode )
 bool zu___FilePosixLock( int file, int operation )
 {
     int result = zu___FilePosixResume( [ & ] { return flock( file, operation | LOCK_NB ); } );
-    return result == 0 || errno == EOPNOTSUPP || errno == ENOSYS;
+    return result == 0 || errno == EOPNOTSUPP || errno == ENOSYS || errno == ENOLCK; // the last from NFS
 }
 // Returns the descriptor of an open file, and its state; -1 on failure.
 static int filePosixOpenName( ZU_STRING *fn, int flags, struct stat *state )
