@@ -60,7 +60,7 @@ void free( void *block ) noexcept
 
 // The process that crashes.  Every axis is a list of names; a case is one of each.
 enum AXIS { KIND, THREAD, LOCK, COMPANY, TARGET, AXES };
-static const std::vector<std::string> THREADS = { "main", "spawned", "encapsulated", "foreign" };
+static const std::vector<std::string> THREADS = { "main", "spawned", "encapsulated", "foreign", "cancelled" };
 static const std::vector<std::string> LOCKS = { "none", "heap", "print", "object", "listener", "stream", "library" };
 static const std::vector<std::string> COMPANIES = { "alone", "eight", "faulty" };
 static const std::vector<std::string> TARGETS = { "fine", "none", "refused", "full", "gone", "link" };
@@ -75,6 +75,9 @@ static void crashTogether()
     waiting--;
     while ( waiting > 0 ) {
         std::this_thread::yield();
+    }
+    if ( crash[ THREAD ] == "cancelled" ) {
+        pthread_cancel( pthread_self() ); // as soon as it waits for something
     }
     heapHeld = crash[ LOCK ] == "heap";
     kind->run();

@@ -515,6 +515,7 @@ void zu___AbortSecondary( void )
 void zu___AbortEnter( const ZU___ABORT_RECORD *record, const ZU___ABORT_EXCEPTION *exception,
                       const ZU___ABORT_CONTEXT *context )
 {
+    zu___AbortHoldThread();
     uint32_t self = zu___AbortThreadIdentifier();
     uint32_t first = 0;
     if ( __atomic_compare_exchange_n( &abortingThread, &first, self, false, __ATOMIC_RELAXED, __ATOMIC_RELAXED ) ) {

@@ -75,6 +75,8 @@ void zu___AbortPrepareThread( void );
 
 // The platform, in a broken process.
 
+// Called first of all by each thread that has failed: nobody can end it any more without the process.
+void zu___AbortHoldThread( void );
 // Called by the thread that reports, ahead of all others: nothing disturbs it any more, a fault of its own comes back
 // to zu___AbortEnter, and zu___AbortGiveUp is called after `millisec` milliseconds, and again if
 // it has not ended the process after as many more.  Time in which the thread waits for a processor does not count.  The context stays until the end.

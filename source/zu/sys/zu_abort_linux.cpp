@@ -40,6 +40,13 @@ uint32_t zu___AbortThreadIdentifier( void )
 {
     return (uint32_t)syscall( SYS_gettid );
 }
+// A thread that somebody has cancelled would end in the first call that may wait, a write for instance: without a report,
+// and with its process alive.  POSIX has this call on its list for signal handlers since 2024; the C library's has always
+// been one for them.
+void zu___AbortHoldThread( void )
+{
+    pthread_setcancelstate( PTHREAD_CANCEL_DISABLE, nullptr );
+}
 
 // Stacks of threads
 //
@@ -232,6 +239,7 @@ static void abortClassify( ZU___ABORT_EXCEPTION *exception, const siginfo_t *inf
     if ( !sent && info->si_signo == SIGFPE && info->si_code == FPE_INTDIV ) {
         exception->fault = ZU___ABORT_FAULT_INT_DIVIDE_BY_ZERO;
     } else if ( !sent && ( info->si_signo == SIGSEGV || info->si_signo == SIGBUS ) ) {
+        zu___AbortHoldThread(); // it reports in any case, and reads a file ahead of that
         bool overflow = info->si_signo == SIGSEGV && abortIsStackOverflow( address, registers->stack );
         exception->fault = overflow ? ZU___ABORT_FAULT_STACK_OVERFLOW : ZU___ABORT_FAULT_ACCESS_VIOLATION;
         // With this code the processor has not told the address.

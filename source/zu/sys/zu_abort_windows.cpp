@@ -44,6 +44,10 @@ uint32_t zu___AbortThreadIdentifier( void )
     DWORD self = GetCurrentThreadId();
     return self == substitute ? overflowed : self;
 }
+// Threads are not cancelled here.
+void zu___AbortHoldThread( void )
+{
+}
 void zu___AbortPrepareThread( void )
 {
     ULONG guarantee = 0; // asks
