@@ -37,6 +37,7 @@
 #include "zu/io/zu_print.h"
 #include "zu/runtime/zu_module_internal.h"
 #include "zu/runtime/zu_obj_internal.h"
+#include "zu/runtime/zu_ref_internal.h"
 #include "zu/runtime/zu_runtime_computer_info.h"
 #include "zu/runtime/zu_runtime_computer_name.h"
 #include "zu/runtime/zu_runtime_hardware.h"
@@ -389,6 +390,7 @@ ZU_BOOL zuRuntimeTryLoadModulesVector( ZU_VECTOR *moduleNames )
 {
     ZU_ASSERT( moduleNames );
     ZU_ASSERT( zuVectorContainsOnly( moduleNames, zuStringSort() ) );
+    zu___Owned held( zuVectorRetain( moduleNames ) ); // what a module does as it is loaded may change the vector
     ZU_BOOL loaded = ZU_TRUE;
     runtimeEnterLoading();
     for ( ZU_INT i = 0; loaded && i < zuVectorLength( moduleNames ); i++ ) {
