@@ -78,8 +78,9 @@ void zu___AbortPrepareThread( void );
 // Called first of all by each thread that has failed: nobody can end it any more without the process.
 void zu___AbortHoldThread( void );
 // Called by the thread that reports, ahead of all others: nothing disturbs it any more, a fault of its own comes back
-// to zu___AbortEnter, and zu___AbortGiveUp is called after `millisec` milliseconds, and again if
-// it has not ended the process after as many more.  Time in which the thread waits for a processor does not count.  The context stays until the end.
+// to zu___AbortEnter, and zu___AbortGiveUp is called after `millisec` milliseconds, and again if it has not ended the
+// process after as many more.  Time in which the thread waits for a processor does not count.  The context stays until
+// the end.
 void zu___AbortBegin( const ZU___ABORT_CONTEXT *context, ZU_INT millisec );
 // Returns the identifier of the calling thread, never 0.
 uint32_t zu___AbortThreadIdentifier( void );
