@@ -48,6 +48,7 @@ EXCEPTIONS = {
     "base/zu_timezone_windows.cpp": ["io"],
     "base/zu_tool_switch.cpp": ["io"],
     "io/zu_file.h": ["charset"],
+    "io/zu_file_exact.h": ["charset"],
     "runtime/zu_runtime_paths.cpp": ["io"],
     "runtime/zu_runtime_paths_linux.cpp": ["io"],
     "runtime/zu_runtime_install_info.cpp": ["io", "charset"],

@@ -64,12 +64,13 @@ void zuDictInclude( ZU_DICT **dest, ZU_DICT *src, ZU_BOOL overwrite )
 
     // Where each new key belongs among the present ones, -1 for a key that is there already
     static constexpr ZU_INT LOCAL_PLACES = 64;
+    const ZU_INT count = src->length;
     ZU_INT local[ LOCAL_PLACES ];
-    ZU_INT *places = src->length <= LOCAL_PLACES ? local : (ZU_INT *)zuMemAllocN( src->length, sizeof( ZU_INT ) );
+    ZU_INT *places = count <= LOCAL_PLACES ? local : (ZU_INT *)zuMemAllocN( count, sizeof( ZU_INT ) );
     ZU_INT length = own->length;
     ZU_INT alloc = own->alloc;
     ZU_INT begin = 0;
-    for ( ZU_INT i = 0; i < src->length; i++ ) {
+    for ( ZU_INT i = 0; i < count; i++ ) {
         ZU___DICT_PAIR pair = *zu___DictPair( src, i );
         ZU___DICT_PLACE place = zu___DictFindObjFrom( own, begin, pair.key );
         begin = place.idx + place.found;
@@ -94,7 +95,7 @@ void zuDictInclude( ZU_DICT **dest, ZU_DICT *src, ZU_BOOL overwrite )
     }
     ZU_INT tail = own->length;
     own->length = length;
-    for ( ZU_INT i = src->length - 1; tail < length; i-- ) {
+    for ( ZU_INT i = count - 1; i >= 0; i-- ) {
         if ( places[ i ] >= 0 ) {
             ZU_INT added = length - tail;
             zu___DictMove( own, places[ i ] + added, places[ i ], tail - places[ i ] );
